@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace tavin {
+
+struct EventHotKeyID {
+  std::uint32_t signature = 0;
+  std::uint32_t id = 0;
+};
+
+// A registration that the service granted. Only the service looks inside.
+struct EventHotKey {
+  virtual ~EventHotKey() = default;
+};
+using EventHotKeyRef = std::shared_ptr<EventHotKey>;
+
+struct HotkeyRegistration {
+  std::int32_t status = 0;  // 0 is success; else the service's own number, -1 where it has none.
+  EventHotKeyRef ref;       // Null where the combination was refused.
+  QString reason;           // Why it was refused, for the log; may be empty.
+};
+
+// Modifier masks and key codes of a combination are those of the macOS hot-key service.
+namespace HotkeyModifiers {
+inline constexpr std::uint32_t cmdKey = 0x0100;
+inline constexpr std::uint32_t shiftKey = 0x0200;
+inline constexpr std::uint32_t optionKey = 0x0800;
+inline constexpr std::uint32_t controlKey = 0x1000;
+}  // namespace HotkeyModifiers
+
+// Whatever delivers key presses wherever the keyboard is. Main thread only.
+class HotkeyService {
+ public:
+  virtual ~HotkeyService() = default;
+  // `callback` is called on the main thread, once for each press however long the key is held.
+  virtual std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) = 0;
+  // Never reports success for a key that will not arrive. Bounded in time.
+  virtual HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                 EventHotKeyID id) = 0;
+  virtual void unregisterEventHotKey(const EventHotKeyRef& ref) = 0;
+};
+
+}  // namespace tavin
