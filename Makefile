@@ -1,0 +1,52 @@
+# Each command does all of its own set-up; a second run takes seconds.
+BUILD ?= build
+JOBS ?= $(shell nproc)
+
+CTEST = ctest --test-dir $(BUILD) --output-on-failure --no-tests=error -j$(JOBS)
+CXX_FILES = $(shell git ls-files '*.cpp' '*.h')
+
+.DEFAULT_GOAL := help
+.PHONY: help run test test-all bench format lint build build-tests
+
+help:
+	@echo "make run       build Tavin and start it (without a desktop: a demonstration)"
+	@echo "make test      build and run the tests with light programs"
+	@echo "make test-all  the tests with browsers, further panels and window managers as well"
+	@echo "make bench     build and print the measurements"
+	@echo "make format    format the C++ sources"
+	@echo "make lint      clang-format and clang-tidy, warnings as errors"
+
+build:
+	@tools/setup build engine
+	@test -f $(BUILD)/build.ninja || cmake -S . -B $(BUILD) -G Ninja -DBUILD_TESTING=OFF
+	@cmake --build $(BUILD) -j$(JOBS)
+
+build-tests:
+	@tools/setup build engine demo test
+	@test -f $(BUILD)/build.ninja && grep -q '^BUILD_TESTING:BOOL=ON' $(BUILD)/CMakeCache.txt || \
+	  cmake -S . -B $(BUILD) -G Ninja -DBUILD_TESTING=ON
+	@cmake --build $(BUILD) -j$(JOBS)
+
+run: build
+	@tools/run $(BUILD)
+
+test: build-tests
+	$(CTEST) -LE heavy
+
+# ONLY=heavy leaves out what `make test` runs.
+test-all: build-tests
+	@tools/setup heavy
+	$(CTEST) $(if $(ONLY),-L $(ONLY))
+
+bench: build-tests
+	cmake --build $(BUILD) -j$(JOBS) --target bench
+
+format:
+	@tools/setup lint
+	clang-format-14 -i $(CXX_FILES)
+
+lint: build-tests
+	@tools/setup lint
+	clang-format-14 --dry-run --Werror $(CXX_FILES)
+	cmake --preset tidy
+	cmake --build --preset tidy -j$(JOBS)
