@@ -38,11 +38,12 @@ struct Platform {
   std::unique_ptr<Keyboard> keyboard;
   std::unique_ptr<Pasteboard> pasteboard;
   std::unique_ptr<HotkeyService> hotkeys;
-  std::unique_ptr<StatusItem> statusItem;
   std::unique_ptr<AlertPresenter> alerts;
   std::unique_ptr<Workspace> workspace;
   std::unique_ptr<LoginItem> loginItem;
   std::unique_ptr<RemoteControl> remoteControl;
+  // Makes the icon in the panel; asked once, at launch.
+  std::function<std::unique_ptr<StatusItem>()> makeStatusItem;
   // Makes a queue that runs one task at a time on a thread of its own.
   std::function<std::unique_ptr<Executor>()> makeSerialQueue;
   // What a back end owes others before the process ends, each bounded in time.

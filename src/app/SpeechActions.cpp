@@ -1,0 +1,121 @@
+// The speech commands of the controller: what a press of a shortcut does, and the watcher that
+// keeps the icon active while the engine speaks.
+#include <QJsonObject>
+
+#include "app/AppDelegate.h"
+#include "engine/EngineClient.h"
+#include "platform/Platform.h"
+
+namespace tavin {
+namespace {
+
+constexpr double watchInterval = 0.75;
+// Shorter than the interval, so that a poll has normally finished before the next tick.
+constexpr double watchStatusTimeout = 0.5;
+
+// Why the local back-end cannot speak yet, or none when it can, or when another one is chosen.
+std::optional<QString> whyNotReady(const EngineStatus& status) {
+  if (status.engine != QStringLiteral("kokoro") || status.ready)
+    return std::nullopt;
+  if (status.download)
+    return QStringLiteral("Tavin is downloading its voices (%1%). This happens once.")
+        .arg(status.downloadPercent());
+  if (status.setupError)
+    return QStringLiteral("Voice setup failed: ") + *status.setupError;
+  return QStringLiteral("Tavin is still loading its voices. Try again in a few seconds.");
+}
+
+}  // namespace
+
+void AppDelegate::onMain(std::function<void()> step) {
+  platform_.mainQueue->async([self = shared_from_this(), step = std::move(step)] { step(); });
+}
+
+void AppDelegate::onWork(std::function<void()> step) {
+  work_->async([self = shared_from_this(), step = std::move(step)] { step(); });
+}
+
+void AppDelegate::speakOrStop() {
+  onWork([this] {
+    const auto status = engine_->status();
+    if (!status || !status->isActive()) {
+      speakSelection();
+      return;
+    }
+    engine_->post(QStringLiteral("stop"));
+    onMain([this] { setIcon(false); });
+  });
+}
+
+void AppDelegate::speakSelection() {
+  onWork([this] { speakSelectionNow(); });
+}
+
+void AppDelegate::speakSelectionNow() {
+  if (const auto status = engine_->status()) {
+    if (const auto message = whyNotReady(*status)) {
+      onMain([this, message] { showError(*message); });
+      return;
+    }
+  }
+  if (!selection_.isTrusted(false)) {
+    onMain([this] { showAccessibilityHelp(); });
+    return;
+  }
+  if (const auto text = selection_.current())
+    postSpeech(*text);
+  else
+    platform_.workspace->beep();
+}
+
+void AppDelegate::postSpeech(const QString& text) {
+  engine_->post(QStringLiteral("speak"), {{QStringLiteral("text"), text}});
+  onMain([this] {
+    setIcon(true);
+    watchPlayback();
+  });
+}
+
+void AppDelegate::watchPlayback() {
+  if (iconTimer_)
+    iconTimer_->invalidate();
+  iconTimer_ = platform_.mainQueue->scheduledTimer(
+      watchInterval, [weak = weak_from_this()](const std::shared_ptr<Timer>& timer) {
+        if (const auto self = weak.lock())
+          self->pollPlayback(timer);
+        else
+          timer->invalidate();
+      });
+}
+
+void AppDelegate::pollPlayback(const std::shared_ptr<Timer>& timer) {
+  onWork([this, timer] {
+    const auto status = engine_->status(watchStatusTimeout);
+    onMain([this, status, timer] { evaluatePlayback(status, *timer); });
+  });
+}
+
+// Stops the timer whose tick this is. A newer watch may have replaced it: the icon turns idle all
+// the same, and the newer timer goes on.
+void AppDelegate::evaluatePlayback(const std::optional<EngineStatus>& status, Timer& timer) {
+  // First, because an engine can report an error and go on speaking.
+  if (status && status->error)
+    showError(*status->error);
+  if (status && status->isActive())
+    return;
+  timer.invalidate();
+  setIcon(false);
+}
+
+void AppDelegate::stop() {
+  onWork([this] {
+    engine_->post(QStringLiteral("stop"));
+    onMain([this] { setIcon(false); });
+  });
+}
+
+void AppDelegate::togglePause() {
+  onWork([this] { engine_->post(QStringLiteral("toggle-pause")); });
+}
+
+}  // namespace tavin

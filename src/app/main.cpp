@@ -1,0 +1,23 @@
+#include <unistd.h>
+
+#include <memory>
+
+#include "app/AppDelegate.h"
+#include "hotkeys/HotkeyCenter.h"
+#include "platform/PlatformFactory.h"
+
+int main(int argc, char** argv) {
+  using namespace tavin;
+  const StartedPlatform started = startPlatform(argc, argv);
+  if (!started.platform)
+    return started.exitCode;
+  Platform& app = *started.platform;
+  HotkeyCenter hotkeys(*app.hotkeys, *app.mainQueue, *app.log);
+  const auto delegate = std::make_shared<AppDelegate>(app, hotkeys);
+  app.application->setDelegate(delegate.get());
+  const int code = app.application->run();
+  for (const auto& duty : app.lastDuties) duty();
+  // A capture or a request may still hang in its thread: the process ends without waiting for it,
+  // and without destroying what it uses.
+  ::_exit(code);
+}

@@ -1,0 +1,48 @@
+#include "engine/CurlSession.h"
+
+#include <curl/curl.h>
+#include <unistd.h>
+
+#include <QUrl>
+#include <algorithm>
+
+#include "engine/CurlTransfer.h"
+#include "engine/ListenerOwner.h"
+#include "platform/SystemLog.h"
+
+namespace tavin {
+
+CurlSession::CurlSession(SystemLog& log) : log_(log) { curl_global_init(CURL_GLOBAL_DEFAULT); }
+
+CurlSession::~CurlSession() = default;
+
+std::variant<UrlResponse, UrlError> CurlSession::dataTask(const UrlRequest& request) {
+  CurlTransfer transfer(request, maxAnswerSize, [&] { return peerIsEngine(request); });
+  {
+    const std::lock_guard lock(mutex_);
+    if (invalidated_)
+      return UrlError{};
+    transfers_.insert(&transfer);
+  }
+  auto result = transfer.run();
+  const std::lock_guard lock(mutex_);
+  transfers_.erase(&transfer);
+  return result;
+}
+
+void CurlSession::invalidateAndCancel() {
+  const std::lock_guard lock(mutex_);
+  invalidated_ = true;
+  for (CurlTransfer* transfer : transfers_) transfer->cancel();
+}
+
+bool CurlSession::peerIsEngine(const UrlRequest& request) {
+  const auto owners = listenerOwners(static_cast<std::uint16_t>(QUrl(request.url).port(80)));
+  const bool foreign = owners && std::any_of(owners->begin(), owners->end(),
+                                             [](uid_t owner) { return owner != ::geteuid(); });
+  if (!foreignListener_.exchange(foreign) && foreign)
+    log_.write(QStringLiteral("Tavin: the engine's port belongs to another user's program"));
+  return owners && !owners->empty() && !foreign;
+}
+
+}  // namespace tavin

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <set>
+
+#include "engine/UrlSession.h"
+
+namespace tavin {
+
+class CurlTransfer;
+class SystemLog;
+
+// The session on libcurl. Each request has a connection of its own, because a library may send a
+// POST again on a reused one; no proxy, redirect, cookie or cache takes part. A listener of another
+// user is no engine: the request fails before its first byte is sent, with one log line.
+class CurlSession final : public UrlSession {
+ public:
+  // What an answer may hold; the engine's are a few kilobytes.
+  static constexpr std::size_t maxAnswerSize = 16 * 1024 * 1024;
+
+  explicit CurlSession(SystemLog& log);  // Not owned.
+  ~CurlSession() override;
+
+  std::variant<UrlResponse, UrlError> dataTask(const UrlRequest& request) override;
+  void invalidateAndCancel() override;
+
+ private:
+  bool peerIsEngine(const UrlRequest& request);
+
+  SystemLog& log_;
+  std::mutex mutex_;
+  std::set<CurlTransfer*> transfers_;  // Under way, for invalidateAndCancel.
+  bool invalidated_ = false;
+  std::atomic<bool> foreignListener_ = false;  // Logged once for each time it turns true.
+};
+
+}  // namespace tavin

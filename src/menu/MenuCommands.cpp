@@ -1,0 +1,141 @@
+// What the items of the menu do; their layout is MenuController.cpp.
+#include <QJsonObject>
+
+#include "app/AppDelegate.h"
+#include "engine/EngineClient.h"
+#include "engine/EngineLog.h"
+#include "hotkeys/ShortcutPreset.h"
+#include "menu/MenuController.h"
+#include "platform/Platform.h"
+
+namespace tavin {
+namespace {
+
+template <typename Value>
+const Value* represented(const MenuItem& item) {
+  return std::get_if<Value>(&item.representedObject);
+}
+
+}  // namespace
+
+void MenuController::perform(const MenuItem& item) {
+  switch (item.action) {
+    case MenuAction::none:
+      return;
+    case MenuAction::speakOrStop:
+      return app_.speakOrStop();
+    case MenuAction::togglePause:
+      return app_.togglePause();
+    case MenuAction::selectShortcut:
+      return selectShortcut(item);
+    case MenuAction::selectEngine:
+      return selectEngine(item);
+    case MenuAction::selectVoice:
+      return selectVoice(item);
+    case MenuAction::selectSpeed:
+      return selectSpeed(item);
+    case MenuAction::setElevenLabsKey:
+      return askForKey(QStringLiteral("elevenlabs"), QStringLiteral("ElevenLabs"));
+    case MenuAction::setOpenAIKey:
+      return askForKey(QStringLiteral("openai"), QStringLiteral("OpenAI"));
+    case MenuAction::toggleLogin:
+      return toggleLogin();
+    case MenuAction::openLog:
+      return openLog();
+    case MenuAction::quit:
+      return quit();
+  }
+}
+
+void MenuController::selectShortcut(const MenuItem& item) {
+  const auto* id = represented<QString>(item);
+  if (!id)
+    return;
+  app_.platform().userDefaults->setString(ShortcutPreset::defaultsKey, *id);
+  app_.registerHotkeys();
+}
+
+void MenuController::selectEngine(const MenuItem& item) {
+  const auto* name = represented<QString>(item);
+  if (!name)
+    return;
+  configure(QStringLiteral("engine"), *name);
+  refreshVoices(*name);
+}
+
+void MenuController::selectVoice(const MenuItem& item) {
+  if (const auto* id = represented<QString>(item))
+    configure(QStringLiteral("voice"), *id);
+}
+
+void MenuController::selectSpeed(const MenuItem& item) {
+  if (const auto* speed = represented<double>(item))
+    configure(QStringLiteral("speed"), *speed);
+}
+
+void MenuController::configure(const QString& key, const QJsonValue& value) {
+  background([this, body = QJsonObject{{key, value}}] {
+    app_.engine().post(QStringLiteral("config"), body);
+  });
+}
+
+// A fetch that fails or finds nothing leaves an earlier list as it was. The menu that is open keeps
+// its items; the list shows at the next opening.
+void MenuController::refreshVoices(const QString& engine) {
+  app_.platform().globalQueue->async([weak = weak_from_this(), engine] {
+    const auto self = weak.lock();
+    if (!self)
+      return;
+    auto voices = self->app_.engine().voices(engine);
+    self->app_.platform().mainQueue->async([weak, engine, voices = std::move(voices)] {
+      if (const auto controller = weak.lock(); controller && !voices.empty())
+        controller->voiceCache_[engine] = voices;
+    });
+  });
+}
+
+void MenuController::background(std::function<void()> work) {
+  app_.platform().globalQueue->async(
+      [self = shared_from_this(), work = std::move(work)] { work(); });
+}
+
+void MenuController::askForKey(const QString& engine, const QString& label) {
+  Alert alert;
+  alert.messageText = label + QStringLiteral(" API key");
+  alert.informativeText =
+      QStringLiteral("Stored in your macOS Keychain. Leave empty to remove the key.");
+  alert.secureField = true;
+  alert.buttons = {QStringLiteral("Save"), QStringLiteral("Cancel")};
+  AlertPresenter& alerts = *app_.platform().alerts;
+  alerts.activateIgnoringOtherApps();
+  alerts.runModal(alert, [weak = weak_from_this(), engine](const AlertResponse& response) {
+    const auto self = weak.lock();
+    if (self && response.button == AlertResponse::firstButton)
+      self->saveKey(engine, response.text);
+  });
+}
+
+void MenuController::saveKey(const QString& engine, const QString& key) {
+  background([this, engine, key] {
+    const QString engineKey = QStringLiteral("engine");
+    app_.engine().post(QStringLiteral("key"), {{engineKey, engine}, {QStringLiteral("key"), key}});
+    if (!key.isEmpty())
+      app_.engine().post(QStringLiteral("config"), {{engineKey, engine}});
+  });
+  // A new key can change the voices on offer.
+  voiceCache_.erase(engine);
+}
+
+void MenuController::toggleLogin() {
+  LoginItem& login = *app_.platform().loginItem;
+  const auto failure =
+      login.status() == LoginItemStatus::enabled ? login.unregisterItem() : login.registerItem();
+  if (failure)
+    app_.showError(QStringLiteral("Launch at Login failed: ") + *failure);
+}
+
+void MenuController::openLog() { app_.platform().workspace->openFile(EngineLog::path()); }
+
+void MenuController::quit() { app_.platform().application->terminate(); }
+
+}  // namespace tavin

@@ -1,0 +1,159 @@
+// The layout of the menu; its commands are MenuCommands.cpp.
+#include "menu/MenuController.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "app/AppDelegate.h"
+#include "engine/EngineClient.h"
+#include "hotkeys/ShortcutPreset.h"
+#include "menu/MenuItems.h"
+#include "platform/Platform.h"
+
+namespace tavin {
+namespace {
+
+constexpr double statusTimeout = 0.4;
+constexpr int setupErrorLength = 60;
+constexpr double speedTolerance = 0.001;
+
+// The title that goes with `wanted`, or `wanted` itself where the list does not hold it.
+template <typename List, typename Id, typename Title>
+QString titleOf(const List& list, const QString& wanted, Id id, Title title) {
+  const auto found = std::find_if(list.begin(), list.end(),
+                                  [&](const auto& entry) { return entry.*id == wanted; });
+  return found == list.end() ? wanted : *found.*title;
+}
+
+}  // namespace
+
+MenuController::MenuController(AppDelegate& app) : app_(app) {
+  menu_.delegate = this;
+  menu_.autoenablesItems = false;
+}
+
+MenuController::~MenuController() = default;
+
+void MenuController::menuNeedsUpdate(Menu& menu) {
+  menu.items.clear();
+  const auto status = app_.engine().status(statusTimeout);
+  const ShortcutPreset& preset = ShortcutPreset::current(*app_.platform().userDefaults);
+  addSpeechItems(status, preset);
+  addShortcutMenu(preset);
+  menu.items.push_back(separatorItem());
+  if (!status) {
+    menu.items.push_back(disabledLine(QStringLiteral("Voice engine starting…")));
+    addFooter();
+    return;
+  }
+  addStatusLine(*status);
+  addEngineMenu(*status);
+  addVoiceMenu(*status);
+  addSpeedMenu(*status);
+  menu.items.push_back(separatorItem());
+  addKeyMenu();
+  addFooter();
+}
+
+void MenuController::addSpeechItems(const std::optional<EngineStatus>& status,
+                                    const ShortcutPreset& preset) {
+  const bool active = status && status->isActive();
+  const bool paused = status && status->state == QStringLiteral("paused");
+  menu_.items.push_back(
+      commandItem(active ? QStringLiteral("Stop") : QStringLiteral("Speak Selection"),
+                  MenuAction::speakOrStop, preset.label));
+  menu_.items.push_back(commandItem(paused ? QStringLiteral("Resume") : QStringLiteral("Pause"),
+                                    MenuAction::togglePause, preset.pauseLabel()));
+  menu_.items.back().enabled = active;
+  if (!hotkeysAvailable) {
+    menu_.items.push_back(disabledLine(QStringLiteral("\u26A0\uFE0E ") + preset.label +
+                                       QStringLiteral(" is taken by another app")));
+  }
+}
+
+void MenuController::addShortcutMenu(const ShortcutPreset& current) {
+  auto submenu = std::make_shared<Menu>();
+  for (const ShortcutPreset& preset : ShortcutPreset::all()) {
+    submenu->items.push_back(
+        choiceItem(preset.label, MenuAction::selectShortcut, preset.id, preset.id == current.id));
+  }
+  submenu->items.push_back(separatorItem());
+  for (const QString& line : {QStringLiteral("Hear a second, robotic voice too?"),
+                              QStringLiteral("macOS Speak Selection also uses ⌥ Esc."),
+                              QStringLiteral("Pick ⌃ Esc or ⌃⌥ R, or turn it off in"),
+                              QStringLiteral("System Settings > Accessibility > Spoken Content.")})
+    submenu->items.push_back(disabledLine(line));
+  menu_.items.push_back(submenuItem(QStringLiteral("Shortcut: ") + current.label, submenu));
+}
+
+void MenuController::addStatusLine(const EngineStatus& status) {
+  if (status.ready)
+    return;
+  QString line = QStringLiteral("Loading voices…");
+  if (status.setupError) {
+    line = QStringLiteral("\u26A0\uFE0E Voice setup failed: ") +
+           firstCharacters(*status.setupError, setupErrorLength);
+  } else if (status.download) {
+    line = QStringLiteral("Downloading voices… %1%").arg(status.downloadPercent());
+  }
+  menu_.items.push_back(disabledLine(line));
+}
+
+void MenuController::addEngineMenu(const EngineStatus& status) {
+  auto submenu = std::make_shared<Menu>();
+  for (const EngineInfo& info : status.engines) {
+    const QString note = info.available ? QString() : QStringLiteral(" (add API key)");
+    submenu->items.push_back(choiceItem(info.label + note, MenuAction::selectEngine, info.name,
+                                        info.name == status.engine));
+    // Without effect under automatic enabling: a back-end without its key can be chosen.
+    submenu->items.back().enabled = info.available;
+  }
+  menu_.items.push_back(
+      submenuItem(QStringLiteral("Engine: ") +
+                      titleOf(status.engines, status.engine, &EngineInfo::name, &EngineInfo::label),
+                  submenu));
+}
+
+void MenuController::addVoiceMenu(const EngineStatus& status) {
+  static const std::vector<Voice> none;
+  const auto cached = voiceCache_.find(status.engine);
+  const auto& voices = cached == voiceCache_.end() ? none : cached->second;
+  auto submenu = std::make_shared<Menu>();
+  for (const Voice& voice : voices) {
+    submenu->items.push_back(
+        choiceItem(voice.name, MenuAction::selectVoice, voice.id, voice.id == status.voice));
+  }
+  if (voices.empty())
+    submenu->items.push_back(disabledLine(QStringLiteral("Loading…")));
+  menu_.items.push_back(submenuItem(
+      QStringLiteral("Voice: ") + titleOf(voices, status.voice, &Voice::id, &Voice::name),
+      submenu));
+  refreshVoices(status.engine);
+}
+
+void MenuController::addSpeedMenu(const EngineStatus& status) {
+  auto submenu = std::make_shared<Menu>();
+  for (const double speed : speeds) {
+    submenu->items.push_back(choiceItem(speedText(speed), MenuAction::selectSpeed, speed,
+                                        std::abs(speed - status.speed) < speedTolerance));
+  }
+  menu_.items.push_back(submenuItem(QStringLiteral("Speed: ") + speedText(status.speed), submenu));
+}
+
+void MenuController::addKeyMenu() {
+  auto submenu = std::make_shared<Menu>();
+  submenu->items = {commandItem(QStringLiteral("ElevenLabs…"), MenuAction::setElevenLabsKey),
+                    commandItem(QStringLiteral("OpenAI…"), MenuAction::setOpenAIKey)};
+  menu_.items.push_back(submenuItem(QStringLiteral("Set API Key"), submenu));
+}
+
+void MenuController::addFooter() {
+  MenuItem login = commandItem(QStringLiteral("Launch at Login"), MenuAction::toggleLogin);
+  login.state = app_.platform().loginItem->status() == LoginItemStatus::enabled;
+  menu_.items.push_back(login);
+  menu_.items.push_back(commandItem(QStringLiteral("Open Engine Log"), MenuAction::openLog));
+  menu_.items.push_back(separatorItem());
+  menu_.items.push_back(commandItem(QStringLiteral("Quit Tavin"), MenuAction::quit));
+}
+
+}  // namespace tavin
