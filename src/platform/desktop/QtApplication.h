@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/Application.h"
+
+namespace tavin::desktop {
+
+class SignalWatch;
+
+// The event loop on QApplication, which it owns: everything else of Qt's user interface must be
+// gone before it. Made on the main thread. A broken pipe ends a write, not the program.
+class QtApplication final : public Application {
+ public:
+  // `program` is the name it was started by; `qtPlatform` names Qt's windowing plug-in. Neither the
+  // command line nor the environment changes what was chosen.
+  QtApplication(const char* program, const char* qtPlatform);
+  ~QtApplication() override;
+
+  void setDelegate(ApplicationDelegate* delegate) override;
+  int run() override;
+  void terminate() override;
+
+ private:
+  class Instance;
+
+  std::unique_ptr<Instance> instance_;
+  std::unique_ptr<SignalWatch> signals_;
+  ApplicationDelegate* delegate_ = nullptr;
+  bool terminated_ = false;
+};
+
+}  // namespace tavin::desktop

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QSettings>
+
+#include "platform/UserDefaults.h"
+
+namespace tavin::desktop {
+
+// $XDG_CONFIG_HOME/tavin/tavin.conf. A file that cannot be read holds nothing; one that cannot be
+// written loses the change when the program ends.
+class SettingsUserDefaults final : public UserDefaults {
+ public:
+  SettingsUserDefaults();
+  std::optional<QString> string(const QString& key) override;
+  void setString(const QString& key, const QString& value) override;
+
+ private:
+  QSettings settings_;
+};
+
+}  // namespace tavin::desktop

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "platform/SystemLog.h"
+
+namespace tavin::posix {
+
+// Writes each line to standard error and to the system's log under the name "tavin". A log daemon
+// that is missing, or too slow to take the line at once, loses it; nothing waits for it.
+class PosixSystemLog final : public SystemLog {
+ public:
+  explicit PosixSystemLog(std::string syslogSocket = "/dev/log");
+  // Control characters in the text become blanks, so that one call is one line.
+  void write(const QString& line) override;
+
+ private:
+  std::string syslogSocket_;
+};
+
+}  // namespace tavin::posix
