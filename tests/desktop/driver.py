@@ -1,0 +1,160 @@
+"""What a user does in a session: windows, keys, selections, and the Tavin that serves them."""
+
+import contextlib
+import os
+import signal
+import subprocess
+import time
+
+from gi.repository import Gio, GLib
+from session import SessionError, stop, wait_until
+
+SPEAK = "alt+Escape"
+PAUSE = "alt+shift+Escape"
+
+
+class Desktop:
+    """The programs that a test starts in `session`; `close` ends them."""
+
+    def __init__(self, session):
+        self.session = session
+        self._programs = []
+
+    def close(self):
+        for program in reversed(self._programs):
+            stop(program)
+        self._programs.clear()
+
+    def start(self, command, **kwargs):
+        program = self.session.spawn(command, **kwargs)
+        self._programs.append(program)
+        return program
+
+    def open(self, command, name, seconds=30.0, **kwargs):
+        """Starts a program and returns its window, found by title or class, once it is shown
+        and has the keyboard."""
+        program = self.start(command, **kwargs)
+
+        def window():
+            if program.poll() not in (None, 0):
+                raise SessionError(f"{command[0]} ended with {program.returncode}")
+            found = self.windows(name)
+            return found[-1] if found else None
+        wid = wait_until(window, seconds, f"window of {command[0]}")
+        self.focus(wid)
+        return wid
+
+    def windows(self, name):
+        out = self.session.run(["xdotool", "search", "--onlyvisible", "--name", name], check=False)
+        out = out or self.session.run(["xdotool", "search", "--onlyvisible", "--class", name],
+                                      check=False)
+        return out.split()
+
+    def focus(self, wid):
+        self.session.run(["xdotool", "windowactivate", "--sync", wid])
+
+        def focused():
+            active = self.session.run(["xdotool", "getactivewindow"], check=False).strip()
+            holder = self.session.run(["xdotool", "getwindowfocus"], check=False).strip()
+            return active == wid and holder not in ("", "0", "1")
+        wait_until(focused, 10, "focus")
+
+    def key(self, *keys):
+        self.session.run(["xdotool", "key", *keys])
+
+    def click(self, wid, x, y, times=1):
+        self.session.run(["xdotool", "mousemove", "--sync", "--window", wid, str(x), str(y),
+                          "click", "--repeat", str(times), "--delay", "60", "1"])
+
+    def primary(self):
+        """The selected text as the display knows it, or None."""
+        result = subprocess.run(["xclip", "-o", "-selection", "primary", "-t", "UTF8_STRING"],
+                                env=self.session.env, capture_output=True, timeout=10)
+        return result.stdout.decode() if result.returncode == 0 else None
+
+    def select_until(self, text, action, seconds=10.0):
+        """Repeats the selecting `action` until the display has `text` selected: a window takes
+        keys a moment after it is shown."""
+        def selected():
+            action()
+            with contextlib.suppress(SessionError):
+                return wait_until(lambda: self.primary() == text, 0.5)
+            return False
+        wait_until(selected, seconds, f"selection of {text!r}")
+
+    def clipboard(self):
+        """The clipboard's targets in order with their bytes; None where it is empty."""
+        def read(target):
+            result = subprocess.run(["xclip", "-o", "-selection", "clipboard", "-t", target],
+                                    env=self.session.env, capture_output=True, timeout=10)
+            return result.stdout if result.returncode == 0 else None
+        targets = read("TARGETS")
+        if targets is None:
+            return None
+        names = [t for t in targets.decode().split("\n")
+                 if t and t not in ("TARGETS", "TIMESTAMP", "MULTIPLE", "SAVE_TARGETS")]
+        return [(name, read(name)) for name in names]
+
+
+class Tavin:
+    """A running Tavin. `build` is the build or install tree; `log` its output."""
+
+    BUS_NAME, BUS_PATH = "app.tavin.Tavin", "/app/tavin/Tavin"
+
+    def __init__(self, desktop, engine, build, log="tavin.log"):
+        self.desktop, self.engine, self.log_name = desktop, engine, log
+        self.session = desktop.session
+        since = engine.mark() if engine else 0
+        self.process = desktop.start([os.path.join(build, "bin/tavin")], log=log)
+        if engine:
+            try:
+                engine.wait_for("/status", since=since, seconds=15)
+            except SessionError as error:
+                raise SessionError(f"{error}; tavin said: {self.log()}") from None
+        self.bus = None
+        if os.path.exists(os.path.join(self.session.folder, "run/bus")):
+            self.bus = Gio.DBusConnection.new_for_address_sync(
+                self.session.env["DBUS_SESSION_BUS_ADDRESS"],
+                Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+                | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+            wait_until(self._serves, 15, f"tavin on the bus; it said: {self.log()}")
+
+    def log(self):
+        return self.session.log(self.log_name)
+
+    def call(self, interface, method, arguments=None, seconds=10.0):
+        return self.bus.call_sync(self.BUS_NAME, self.BUS_PATH, interface, method, arguments, None,
+                                  Gio.DBusCallFlags.NO_AUTO_START, int(seconds * 1000), None)
+
+    def _serves(self):
+        # Answered by the main thread's loop, so after the launch is through.
+        if self.process.poll() is not None:
+            raise SessionError(f"tavin ended with {self.process.returncode}: {self.log()}")
+        with contextlib.suppress(GLib.Error):
+            return self.call("org.freedesktop.DBus.Introspectable", "Introspect", None, 2.0)
+        return None
+
+    def action(self, name):
+        self.call("org.freedesktop.Application", "ActivateAction",
+                  GLib.Variant("(sava{sv})", (name, [], {})))
+
+    def press(self):
+        """The speak shortcut. Returns the texts that the engine was then asked to speak."""
+        since = self.engine.mark()
+        self.desktop.key(SPEAK)
+        # The second question comes from the item that captures and posts; the pause is handled
+        # after it, on the same queue.
+        self.engine.wait_for("/status", count=2, since=since)
+        self.action("pause")
+        self.engine.wait_for("/toggle-pause", since=since, seconds=15)
+        texts = [body["text"] for body in self.engine.requests("/speak", since)]
+        if texts:
+            # The watch over the playback asks once and finds the engine idle.
+            self.engine.wait_for("/status", count=3, since=since)
+        return texts
+
+    def quit(self, number=signal.SIGTERM):
+        """Sends the signal; returns the exit code and the seconds until the end."""
+        start = time.monotonic()
+        self.process.send_signal(number)
+        return self.process.wait(10), time.monotonic() - start
