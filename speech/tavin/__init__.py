@@ -1,0 +1,1 @@
+"""Tavin's speech engine: reads texts aloud, driven over HTTP on the loopback interface."""

@@ -1,0 +1,27 @@
+"""The back-ends that this engine offers, in the order in which it lists them.
+
+The module named `tavin.backends.NAME` is loaded in the worker process only. Its
+class `Synthesizer` has `rate`, `voices()` and `say(text, voice, speed, emit)`.
+"""
+
+from dataclasses import dataclass
+
+
+@dataclass(frozen=True)
+class Backend:
+    name: str
+    label: str
+    takes_key: bool
+    longest_piece: int  # code points given to the synthesiser at once
+    patience: float  # seconds without a sign of life before the worker is ended
+
+
+BACKENDS = {
+    backend.name: backend
+    for backend in (
+        Backend("espeak", "eSpeak NG", takes_key=False, longest_piece=600, patience=10.0),
+    )
+}
+
+# Speaks at once, without a download or a key.
+FIRST_CHOICE = "espeak"

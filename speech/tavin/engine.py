@@ -1,0 +1,176 @@
+"""The engine behind its HTTP interface: what is being read, and the user's choices.
+
+Runs on the event loop; every method but `voices`, `configure` and the start
+returns at once.
+"""
+
+import asyncio
+
+from tavin import voices
+from tavin.backends import BACKENDS
+from tavin.log import log
+from tavin.output import Output
+from tavin.reading import Reading
+from tavin.settings import FASTEST, SLOWEST, valid_speed
+from tavin.stream import OutputError
+from tavin.synthesis import Synthesis, SynthesisError
+
+
+class Refusal(Exception):
+    """A request that cannot be met; nothing was changed. The text says why."""
+
+
+class Engine:
+    def __init__(self, settings):
+        self._settings = settings
+        self._language = voices.user_language()
+        self._synths = {name: Synthesis(backend) for name, backend in BACKENDS.items()}
+        self._output = Output()
+        self._reading = None
+        self._task = None
+        self._chars = 0
+        self._error = None
+
+    async def warm_up(self):
+        """Have the helpers running, so that the first speech starts at once."""
+        for helper in (self._synth(), self._output):
+            try:
+                await helper.start()
+            except (SynthesisError, OutputError) as failure:
+                log.info("%s", failure)
+
+    def end(self):
+        """Silence, and no helper left."""
+        self._output.kill()
+        for synth in self._synths.values():
+            synth.kill()
+
+    def status(self):
+        return {
+            "state": self._state(),
+            "chars": self._chars,
+            "error": self._error,
+            "engine": self._settings.engine,
+            "voice": self._voice(),
+            "speed": self._settings.speed,
+            "ready": self._synth().missing is None,
+            "download": None,
+            "setup_error": self._synth().missing,
+            "engines": [
+                {
+                    "name": backend.name,
+                    "label": backend.label,
+                    "available": self._synths[backend.name].missing is None,
+                }
+                for backend in BACKENDS.values()
+            ],
+        }
+
+    async def voices(self, name):
+        synth = self._synth_named(name)
+        await self._load_voices(synth)
+        listed = voices.ordered(synth.voices, self._language)
+        return [{"id": voice["id"], "name": voice["name"]} for voice in listed]
+
+    def speak(self, text):
+        self.stop()
+        self._error = None
+        self._chars = len(text)
+        self._reading = Reading(
+            text,
+            lambda: (self._voice(), self._settings.speed),
+            self._voice_language(),
+            self._synth(),
+            self._output,
+            self._fail,
+        )
+        self._task = asyncio.get_running_loop().create_task(self._read(self._reading))
+
+    def stop(self):
+        if self._reading:
+            self._reading.silence()
+            self._task.cancel()
+            self._reading = self._task = None
+        self._chars = 0
+
+    def toggle_pause(self):
+        if self._reading:
+            self._reading.pause(not self._reading.paused)
+
+    async def configure(self, changes):
+        """Check all of the changes, then make all of them."""
+        name = changes.get("engine", self._settings.engine)
+        synth = self._synth_named(name)
+        speed = changes.get("speed", self._settings.speed)
+        if not valid_speed(speed):
+            raise Refusal(f"The speed must be a number from {SLOWEST} to {FASTEST}.")
+        if "voice" in changes:
+            await self._load_voices(synth)
+            if changes["voice"] not in [voice["id"] for voice in synth.voices]:
+                raise Refusal(f"{synth.backend.label} has no such voice.")
+            self._settings.voices[name] = changes["voice"]
+        self._settings.engine = name
+        self._settings.speed = float(speed)
+        self._settings.save()
+        if self._reading:
+            self._reading.voice_changed()
+
+    def store_key(self, name, key):
+        backend = self._synth_named(name).backend
+        if not isinstance(key, str):
+            raise Refusal("The key must be a text.")
+        if not backend.takes_key:
+            raise Refusal(f"{backend.label} takes no key.")
+
+    async def _read(self, reading):
+        try:
+            await reading.run()
+        except (SynthesisError, OutputError) as failure:
+            self._fail(str(failure))
+        except Exception:
+            log.exception("reading a text failed")
+            self._fail("The engine could not read this text.")
+        if self._reading is reading:
+            self._reading = self._task = None
+            self._chars = 0
+
+    def _fail(self, text):
+        log.info("%s", text)
+        self._error = text
+
+    def _state(self):
+        if not self._reading:
+            return "idle"
+        if self._reading.paused:
+            return "paused"
+        return "speaking" if self._reading.sounding else "loading"
+
+    def _synth(self):
+        return self._synths[self._settings.engine]
+
+    def _synth_named(self, name):
+        if not isinstance(name, str) or name not in self._synths:
+            raise Refusal("There is no such engine.")
+        return self._synths[name]
+
+    async def _load_voices(self, synth):
+        if not synth.voices:
+            try:
+                await synth.start()
+            except SynthesisError as failure:
+                raise Refusal(str(failure)) from None
+
+    def _voice(self):
+        synth = self._synth()
+        chosen = self._settings.voices.get(self._settings.engine)
+        known = [voice["id"] for voice in synth.voices]
+        if chosen and (not known or chosen in known):
+            return chosen
+        return voices.default(synth.voices, self._language) or ""
+
+    def _voice_language(self):
+        """The language that decides where sentences end."""
+        for voice in self._synth().voices:
+            if voice["id"] == self._voice():
+                return voice["language"]
+        return self._language

@@ -1,0 +1,69 @@
+"""Keeps everything but Tavin away from the port.
+
+A web page open in a browser can send requests to the loopback interface. It
+cannot leave out Origin or Sec-Fetch-*, nor, without a preflight that is never
+answered, add X-Tavin; and a name that it made resolve to 127.0.0.1 shows in Host.
+"""
+
+import json
+
+from aiohttp import web
+
+from tavin.engine import Refusal
+from tavin.log import log
+
+PORT = 47632
+HOSTS = {f"127.0.0.1:{PORT}", f"localhost:{PORT}"}
+LARGEST_BODY = 64 * 1024 * 1024
+
+
+def refused(status, text):
+    return web.json_response({"error": text}, status=status)
+
+
+def objection(request):
+    """Why this request is not Tavin's; None when it may be."""
+    hosts = request.headers.getall("Host", [])
+    if len(hosts) != 1 or hosts[0].lower() not in HOSTS:
+        return "This host name is not served."
+    for name in request.headers:
+        if name.lower() == "origin" or name.lower().startswith("sec-fetch-"):
+            return "Web pages are not served."
+    if request.method not in ("GET", "HEAD") and request.headers.getall("X-Tavin", []) != ["1"]:
+        return "The header X-Tavin is missing."
+    return None
+
+
+@web.middleware
+async def guard(request, handler):
+    """Refuse what is not Tavin's, and answer every failure with a JSON object."""
+    text = objection(request)
+    if text:
+        return refused(403, text)
+    try:
+        return await handler(request)
+    except Refusal as refusal:
+        return refused(400, str(refusal))
+    except web.HTTPException as failure:
+        return refused(failure.status, failure.reason)
+    except ConnectionError:
+        raise  # the client is gone: nobody to answer
+    except Exception:
+        log.exception("a request failed")
+        return refused(500, "The engine failed to carry this out.")
+
+
+async def json_body(request):
+    """The request's body, a JSON object; Refusal for anything else."""
+    data = await request.read()
+    try:
+        body = json.loads(data, parse_constant=_no_constant)
+    except (ValueError, RecursionError):
+        raise Refusal("The body is not JSON.") from None
+    if not isinstance(body, dict):
+        raise Refusal("The body is not a JSON object.")
+    return body
+
+
+def _no_constant(name):
+    raise ValueError(name)  # NaN and Infinity are not JSON

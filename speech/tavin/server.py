@@ -1,0 +1,81 @@
+"""The engine's entry: `python3 -m tavin.server`.
+
+Serves one user on the loopback interface at a fixed port, until SIGTERM or SIGINT.
+"""
+
+import asyncio
+import os
+import resource
+import signal
+import socket
+
+from aiohttp import web
+
+from tavin.engine import Engine
+from tavin.guard import PORT
+from tavin.log import log, set_up
+from tavin.routes import application
+from tavin.settings import Settings, default_path
+
+RETRY_SECONDS = 2.0
+
+
+async def listen():
+    """The listening socket. Another user's engine may hold the port: wait for it to go."""
+    told = False
+    while True:
+        listener = socket.socket(socket.AF_INET, socket.SOCK_STREAM)
+        listener.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
+        try:
+            listener.bind(("127.0.0.1", PORT))
+            listener.listen(128)
+            return listener
+        except OSError as failure:
+            listener.close()
+            if not told:
+                log.info("port %d cannot be had, trying again: %s", PORT, failure.strerror)
+                told = True
+        await asyncio.sleep(RETRY_SECONDS)
+
+
+def leave_on_signals(engine):
+    """End at once, in every state: helpers first, so that the sound stops."""
+
+    def leave():
+        engine.end()
+        # Requests, helpers and buffers need no farewell, and a second signal
+        # finds no half-closed loop.
+        os._exit(0)
+
+    loop = asyncio.get_running_loop()
+    for number in (signal.SIGTERM, signal.SIGINT):
+        loop.add_signal_handler(number, leave)
+
+
+def allow_many_connections():
+    """Slow clients may not use up what a status request needs."""
+    _, most = resource.getrlimit(resource.RLIMIT_NOFILE)
+    wanted = 4096 if most == resource.RLIM_INFINITY else min(4096, most)
+    resource.setrlimit(resource.RLIMIT_NOFILE, (wanted, most))
+
+
+async def serve():
+    engine = Engine(Settings(default_path()))
+    leave_on_signals(engine)
+    runner = web.AppRunner(application(engine), access_log=None)
+    await runner.setup()
+    listener = await listen()
+    await web.SockSite(runner, listener).start()
+    log.info("serving on port %d", PORT)
+    await engine.warm_up()
+    await asyncio.Event().wait()
+
+
+def main():
+    set_up()
+    allow_many_connections()
+    asyncio.run(serve())
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,73 @@
+"""What the user chose: back-end, a voice for each back-end, speed. Kept over a restart.
+
+The file is replaced as a whole, so that it is never half written, whenever the
+engine is killed. A file that cannot be read or written costs the memory of the
+choices, never the speech.
+"""
+
+import json
+import os
+from pathlib import Path
+
+from tavin.backends import BACKENDS, FIRST_CHOICE
+from tavin.log import log
+
+SLOWEST, FASTEST = 0.5, 3.0
+
+
+def default_path():
+    base = os.environ.get("XDG_CONFIG_HOME", "")
+    if not os.path.isabs(base):  # unset, or not allowed by the standard
+        base = os.path.expanduser("~/.config")
+    return Path(base, "tavin", "engine.json")
+
+
+class Settings:
+    def __init__(self, path):
+        self._path = path
+        self.engine = FIRST_CHOICE
+        self.voices = {}  # back-end's name -> voice id
+        self.speed = 1.0
+        self._take(self._read())
+
+    def save(self):
+        chosen = {"engine": self.engine, "voices": self.voices, "speed": self.speed}
+        fresh = self._path.with_name(self._path.name + ".new")
+        try:
+            self._path.parent.mkdir(mode=0o700, parents=True, exist_ok=True)
+            with open(fresh, "w", encoding="utf-8") as file:
+                json.dump(chosen, file, indent=1)
+                file.flush()
+                os.fsync(file.fileno())
+            os.replace(fresh, self._path)
+        except OSError as failure:
+            log.info("the settings could not be stored: %s", failure)
+
+    def _read(self):
+        try:
+            return json.loads(self._path.read_text("utf-8"))
+        except FileNotFoundError:
+            return {}
+        except (OSError, ValueError, RecursionError) as failure:
+            log.info("the settings could not be read (%s)", type(failure).__name__)
+            return {}
+
+    def _take(self, stored):
+        if not isinstance(stored, dict):
+            return
+        if stored.get("engine") in list(BACKENDS):
+            self.engine = stored["engine"]
+        if valid_speed(stored.get("speed")):
+            self.speed = float(stored["speed"])
+        voices = stored.get("voices")
+        if isinstance(voices, dict):
+            self.voices = {
+                name: voice
+                for name, voice in voices.items()
+                if name in BACKENDS and isinstance(voice, str)
+            }
+
+
+def valid_speed(value):
+    number = isinstance(value, (int, float)) and not isinstance(value, bool)
+    return number and SLOWEST <= value <= FASTEST

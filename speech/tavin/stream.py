@@ -1,0 +1,84 @@
+"""One text's sound on its way to the player: what may be sent, and what became of it."""
+
+import asyncio
+
+from tavin import frames
+
+ANSWER_SECONDS = 8.0  # for the sound server to take the next piece of sound
+
+
+class OutputError(Exception):
+    """Text for the user: why nothing can be heard."""
+
+
+class Stream:
+    """Made by Output. Open until it ended, failed or was closed."""
+
+    def __init__(self, child, number, paused, on_started, close):
+        self.number = number
+        self._child = child
+        self._paused = paused
+        self._on_started = on_started
+        self._close = close
+        self._open = True
+        self._room = 0
+        self._failure = None
+        self._changed = asyncio.Event()
+
+    async def room(self):
+        """Wait until the player wants sound; OutputError when it never will."""
+        await self._until(lambda: self._room > 0)
+
+    async def heard(self):
+        """After `end`: wait until all of the sound was heard."""
+        await self._until(lambda: not self._open)
+
+    def play(self, samples):
+        self._room -= 1
+        self._child.send(frames.AUDIO, self.number, samples)
+
+    def end(self):
+        self._child.send(frames.END, self.number)
+
+    def pause(self, paused):
+        self._paused = paused
+        self._child.send(frames.PAUSE if paused else frames.RESUME, self.number)
+        self._changed.set()  # a pause lasts as long as the user likes
+
+    def close(self):
+        """Silence at once."""
+        if self._open:
+            self._open = False
+            self._close(self)
+
+    def frame(self, kind, payload):
+        if kind == frames.NEED:
+            # More than two would only make the player hold more than it needs.
+            self._room = min(self._room + 1, 2)
+        elif kind == frames.STARTED:
+            self._on_started()
+        elif kind == frames.ENDED:
+            self._open = False
+        elif kind == frames.FAILED:
+            self.fail(f"The sound server cannot be used: {payload.decode(errors='replace')}")
+        self._changed.set()
+
+    def fail(self, text):
+        if self._open:
+            self._open = False
+            self._failure = text
+            self._changed.set()
+
+    async def _until(self, condition):
+        while True:
+            if self._failure:
+                raise OutputError(self._failure)
+            if condition():
+                return
+            self._changed.clear()
+            try:
+                async with asyncio.timeout(None if self._paused else ANSWER_SECONDS):
+                    await self._changed.wait()
+            except TimeoutError:
+                self._child.kill()
+                raise OutputError("The sound server does not answer.") from None
