@@ -111,13 +111,17 @@ class Tavin:
                 engine.wait_for("/status", since=since, seconds=15)
             except SessionError as error:
                 raise SessionError(f"{error}; tavin said: {self.log()}") from None
-        self.bus = None
-        if os.path.exists(os.path.join(self.session.folder, "run/bus")):
-            self.bus = Gio.DBusConnection.new_for_address_sync(
-                self.session.env["DBUS_SESSION_BUS_ADDRESS"],
-                Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-                | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        self.bus = self._connect_to_bus()
+        if self.bus:
             wait_until(self._serves, 15, f"tavin on the bus; it said: {self.log()}")
+
+    def _connect_to_bus(self):
+        flags = (Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+                 | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+        with contextlib.suppress(GLib.Error):
+            return Gio.DBusConnection.new_for_address_sync(
+                self.session.env["DBUS_SESSION_BUS_ADDRESS"], flags, None, None)
+        return None
 
     def log(self):
         return self.session.log(self.log_name)

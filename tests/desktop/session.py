@@ -73,28 +73,58 @@ def _claim_display():
     raise SessionError("no free display number")
 
 
-class Session:
+class Programs:
+    """Starts programs in the session that `env` describes; their output goes to `folder`."""
+
+    def __init__(self, folder, env):
+        self.folder, self.env = folder, env
+
+    def spawn(self, command, log=None, **kwargs):
+        """Starts a program in the session, its output in `folder`/`log`. The caller ends it."""
+        name = log or os.path.basename(command[0]) + ".log"
+        with open(os.path.join(self.folder, name), "ab") as output:
+            kwargs = {"stdin": subprocess.DEVNULL, "stdout": output, "stderr": output,
+                      "env": self.env, **kwargs}
+            return subprocess.Popen(command, **kwargs)
+
+    def run(self, command, seconds=10.0, **kwargs):
+        """Runs a short program in the session and returns what it printed."""
+        kwargs = {"check": True, "text": True, "env": self.env, "stdin": subprocess.DEVNULL,
+                  **kwargs}
+        if "stdout" not in kwargs:
+            kwargs["stdout"] = subprocess.PIPE
+        return subprocess.run(command, timeout=seconds, **kwargs).stdout
+
+    def log(self, name):
+        """What a program wrote to its log so far."""
+        with contextlib.suppress(FileNotFoundError):
+            with open(os.path.join(self.folder, name), encoding="utf-8", errors="replace") as f:
+                return f.read()
+        return ""
+
+
+class Session(Programs):
     """`folder` must exist and is the caller's to remove. `wm` is a name from WINDOW_MANAGERS, any
     other command line, or None."""
 
     def __init__(self, folder, wm="openbox", bus=True, a11y=True, sound=False,
                  screen="1600x1200x24"):
-        self.folder = folder
-        self.env = self._environment()
+        super().__init__(folder, self._environment(folder))
         self._wm, self._bus, self._a11y, self._sound, self._screen = wm, bus, a11y, sound, screen
         self._services = []
         self._display_lock = None
 
-    def _environment(self):
+    @staticmethod
+    def _environment(folder):
         env = {k: v for k, v in os.environ.items()
                if k not in FOREIGN and not k.startswith(FOREIGN_PREFIXES)}
         folders = {"HOME": "home", "TMPDIR": "tmp", "XDG_RUNTIME_DIR": "run",
                    "XDG_CONFIG_HOME": "home/.config", "XDG_CACHE_HOME": "home/.cache",
                    "XDG_DATA_HOME": "home/.local/share", "XDG_STATE_HOME": "home/.local/state"}
         for variable, name in folders.items():
-            env[variable] = os.path.join(self.folder, name)
+            env[variable] = os.path.join(folder, name)
             os.makedirs(env[variable], mode=0o700, exist_ok=True)
-        nowhere = "unix:path=" + os.path.join(self.folder, "no-bus")
+        nowhere = "unix:path=" + os.path.join(folder, "no-bus")
         env.update(LANG="C.UTF-8", GDK_BACKEND="x11", QT_QPA_PLATFORM="xcb",
                    XDG_SESSION_TYPE="x11", LIBGL_ALWAYS_SOFTWARE="1", GSETTINGS_BACKEND="memory",
                    DBUS_SESSION_BUS_ADDRESS=nowhere, DBUS_SYSTEM_BUS_ADDRESS=nowhere)
@@ -128,29 +158,6 @@ class Session:
         if self._display_lock is not None:
             os.close(self._display_lock)
             self._display_lock = None
-
-    def spawn(self, command, log=None, **kwargs):
-        """Starts a program in the session, its output in `folder`/`log`. The caller ends it."""
-        name = log or os.path.basename(command[0]) + ".log"
-        with open(os.path.join(self.folder, name), "ab") as output:
-            kwargs = {"stdin": subprocess.DEVNULL, "stdout": output, "stderr": output,
-                      "env": self.env, **kwargs}
-            return subprocess.Popen(command, **kwargs)
-
-    def run(self, command, seconds=10.0, **kwargs):
-        """Runs a short program in the session and returns what it printed."""
-        kwargs = {"check": True, "text": True, "env": self.env, "stdin": subprocess.DEVNULL,
-                  **kwargs}
-        if "stdout" not in kwargs:
-            kwargs["stdout"] = subprocess.PIPE
-        return subprocess.run(command, timeout=seconds, **kwargs).stdout
-
-    def log(self, name):
-        """What a program wrote to its log so far."""
-        with contextlib.suppress(FileNotFoundError):
-            with open(os.path.join(self.folder, name), encoding="utf-8", errors="replace") as f:
-                return f.read()
-        return ""
 
     def _start_service(self, command, **kwargs):
         service = self.spawn(command, **kwargs)

@@ -1,0 +1,58 @@
+"""Panels with a tray, and who stands in it."""
+
+import os
+
+from session import wait_until
+
+XFCE4_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="dark-mode" type="bool" value="true"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=8;x=0;y=0"/>
+      <property name="position-locked" type="bool" value="true"/>
+      <property name="length" type="uint" value="100"/>
+      <property name="size" type="uint" value="32"/>
+      <property name="plugin-ids" type="array">
+        <value type="int" value="1"/>
+        <value type="int" value="2"/>
+        <value type="int" value="3"/>
+      </property>
+    </property>
+  </property>
+  <property name="plugins" type="empty">
+    <property name="plugin-1" type="string" value="tasklist"/>
+    <property name="plugin-2" type="string" value="separator">
+      <property name="expand" type="bool" value="true"/>
+      <property name="style" type="uint" value="0"/>
+    </property>
+    <property name="plugin-3" type="string" value="systray"/>
+  </property>
+</channel>
+"""
+
+
+def start_xfce4_panel(desktop):
+    """A panel with a tray along the lower edge; returns its process."""
+    folder = os.path.join(desktop.session.env["XDG_CONFIG_HOME"],
+                          "xfce4/xfconf/xfce-perchannel-xml")
+    os.makedirs(folder, exist_ok=True)
+    with open(os.path.join(folder, "xfce4-panel.xml"), "w", encoding="utf-8") as f:
+        f.write(XFCE4_PANEL)
+    process = desktop.start(["xfce4-panel", "--disable-wm-check"])
+    wait_until(lambda: tray_items(desktop) is not None, 30, "tray of xfce4-panel")
+    return process
+
+
+def tray_items(desktop):
+    """The services registered with the session's tray; None where there is no tray."""
+    out = desktop.session.run(
+        ["dbus-send", "--session", "--print-reply", "--reply-timeout=2000",
+         "--dest=org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+         "org.freedesktop.DBus.Properties.Get", "string:org.kde.StatusNotifierWatcher",
+         "string:RegisteredStatusNotifierItems"], check=False, stderr=-3)
+    if "array" not in out:
+        return None
+    return [line.split('"')[1] for line in out.splitlines() if '"' in line]
