@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QStringList>
+
+namespace tavin::desktop {
+
+// The names of the running desktop, the most particular first, such as "ubuntu", "GNOME". Empty
+// where the session does not say.
+inline QStringList currentDesktops() {
+  return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
+}
+
+}  // namespace tavin::desktop

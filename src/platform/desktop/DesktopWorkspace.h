@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/Workspace.h"
+
+namespace tavin::desktop {
+
+// What is asked of the freedesktop desktops. Programs that it starts live on without it.
+class DesktopWorkspace final : public Workspace {
+ public:
+  // `displayBell` rings where no sound can be played; it is called on a thread of its own.
+  explicit DesktopWorkspace(std::function<void()> displayBell);
+
+  void openFile(const QString& path) override;
+  bool hasAccessibilitySettings() override;
+  void openAccessibilitySettings() override;
+  // A beep during another one adds nothing.
+  void beep() override;
+
+ private:
+  struct Bell;
+  std::shared_ptr<Bell> bell_;
+};
+
+}  // namespace tavin::desktop

@@ -1,0 +1,81 @@
+#include "platform/x11/HeldKeys.h"
+
+#include <xcb/xinput.h>
+
+#include "platform/x11/XkbRequests.h"
+
+namespace tavin::x11 {
+namespace {
+
+constexpr std::uint16_t neededMajor = 2;
+constexpr std::uint16_t neededMinor = 1;  // Raw events pass by grabs from there on.
+
+// Without it each repeat of a grabbed key comes with a release of its own.
+void askForDetectableRepeat(xcb_connection_t* c) {
+  const xcb_query_extension_reply_t* xkb = xcb_get_extension_data(c, &xcb_xkb_id);
+  if (xkb == nullptr || xkb->present == 0)
+    return;
+  xcb_discard_reply(
+      c, xcb_xkb_use_extension(c, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION).sequence);
+  constexpr std::uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+  xcb_discard_reply(
+      c, xcb_xkb_per_client_flags(c, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0).sequence);
+}
+
+}  // namespace
+
+bool HeldKeys::prepare() {
+  xcb_connection_t* c = connection_.get();
+  xcb_prefetch_extension_data(c, &xcb_input_id);
+  xcb_prefetch_extension_data(c, &xcb_xkb_id);
+  const xcb_query_extension_reply_t* input = xcb_get_extension_data(c, &xcb_input_id);
+  if (input == nullptr || input->present == 0)
+    return false;
+  inputExtension_ = input->major_opcode;
+  const auto cookie = xcb_input_xi_query_version(c, neededMajor, neededMinor);
+  askForDetectableRepeat(c);
+  const Reply<xcb_input_xi_query_version_reply_t> version(
+      xcb_input_xi_query_version_reply(c, cookie, nullptr));
+  return version &&
+         (version->major_version > neededMajor ||
+          (version->major_version == neededMajor && version->minor_version >= neededMinor));
+}
+
+bool HeldKeys::press(xcb_keycode_t key) {
+  if (held_.empty())
+    watchRawEvents(true);
+  return held_.insert(key).second;
+}
+
+void HeldKeys::observe(const xcb_generic_event_t& event) {
+  const int type = event.response_type & 0x7f;
+  if (type == XCB_KEY_RELEASE)
+    return lift(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
+  if (type != XCB_GE_GENERIC)
+    return;
+  const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
+  if (raw.extension != inputExtension_)
+    return;
+  // A raw press comes before the press itself: if the key counts as held, its release was missed.
+  if (raw.event_type == XCB_INPUT_RAW_KEY_RELEASE || raw.event_type == XCB_INPUT_RAW_KEY_PRESS)
+    lift(static_cast<xcb_keycode_t>(raw.detail));
+}
+
+void HeldKeys::lift(xcb_keycode_t key) {
+  if (held_.erase(key) == 0 || !held_.empty())
+    return;
+  watchRawEvents(false);
+  xcb_flush(connection_.get());
+}
+
+void HeldKeys::watchRawEvents(bool on) {
+  const struct {
+    xcb_input_event_mask_t header;
+    std::uint32_t mask;
+  } selection = {
+      {.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
+      on ? XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE : 0U};
+  xcb_input_xi_select_events(connection_.get(), connection_.root(), 1, &selection.header);
+}
+
+}  // namespace tavin::x11

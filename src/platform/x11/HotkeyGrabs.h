@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QSocketNotifier>
+#include <memory>
+#include <vector>
+
+#include "platform/HotkeyService.h"
+#include "platform/x11/Connection.h"
+#include "platform/x11/HeldKeys.h"
+#include "platform/x11/HotkeyMapping.h"
+#include "platform/x11/KeyGrab.h"
+
+namespace tavin::x11 {
+
+// Global shortcuts as key grabs on a connection of their own. Main thread only.
+class HotkeyGrabs final : public HotkeyService {
+ public:
+  // Null where there is no display, or one without XInput 2.1.
+  static std::unique_ptr<HotkeyGrabs> create();
+
+  std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
+  // A refusal's status is the X error code.
+  HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                         EventHotKeyID id) override;
+  void unregisterEventHotKey(const EventHotKeyRef& ref) override;
+
+ private:
+  struct HotKey;
+
+  explicit HotkeyGrabs(std::unique_ptr<Connection> connection);
+  std::optional<GrabRefusal> grab(HotKey& hotKey);
+  void ungrab(HotKey& hotKey);
+  bool isRegistered(const HotKey& wanted) const;
+  void readEvents();
+  void readQueuedEventsLater();
+  void handle(const xcb_generic_event_t& event);
+  void handlePress(const xcb_key_press_event_t& press);
+  void followKeyboard();
+
+  std::unique_ptr<Connection> connection_;
+  HeldKeys heldKeys_;
+  HotkeyMapping mapping_;
+  std::vector<std::shared_ptr<HotKey>> hotKeys_;
+  std::function<void(EventHotKeyID)> callback_;
+  bool keyboardChanged_ = false;
+  QSocketNotifier notifier_;
+};
+
+}  // namespace tavin::x11
