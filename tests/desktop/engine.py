@@ -22,12 +22,19 @@ class RecordingEngine:
         self.voices = [{"id": "en", "name": "English"}, {"id": "de", "name": "German"}]
         self._requests = []  # (method, path, body) in the order of arrival
         self._changed = threading.Condition()
+        self._may_answer = threading.Event()
+        self._may_answer.set()
         self._server = ThreadingHTTPServer(("127.0.0.1", ENGINE_PORT), self._handler())
         self._server.daemon_threads = True
         self._thread = threading.Thread(target=self._server.serve_forever, args=(0.05,))
         self._thread.start()
 
+    def hang(self):
+        """From now on requests are taken and not answered."""
+        self._may_answer.clear()
+
     def close(self):
+        self._may_answer.set()
         self._server.shutdown()
         self._server.server_close()
         self._thread.join()
@@ -75,6 +82,7 @@ class RecordingEngine:
                 self._answer({"ok": True})
 
             def _answer(self, content):
+                engine._may_answer.wait()
                 body = json.dumps(content).encode()
                 self.send_response(200)
                 self.send_header("Content-Type", "application/json")

@@ -1,0 +1,52 @@
+"""The clipboard after a press holds what it held before, byte for byte and in its order."""
+
+import os
+
+import pytest
+from session import wait_until
+
+TEXT = "only a copy brings this text"
+
+
+def own_clipboard(desktop, programs):
+    desktop.start(["/usr/bin/python3", os.path.join(programs, "clipboard_owner.py")],
+                  log="clipboard.log")
+    wait_until(lambda: "owned" in desktop.session.log("clipboard.log"), 15, "clipboard owner")
+    # Kept in the session's folder from test to test.
+    os.unlink(os.path.join(desktop.session.folder, "clipboard.log"))
+    return wait_until(desktop.clipboard, 10, "clipboard")
+
+
+@pytest.fixture
+def bare_field(desktop, build):
+    """A program with no accessibility that never owns the selection."""
+    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
+    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
+                        env=nowhere)
+
+
+def test_rich_contents_come_back(tavin, desktop, programs, bare_field):
+    before = own_clipboard(desktop, programs)
+    assert "image/png" in dict(before)
+    desktop.focus(bare_field)
+    assert tavin.press() == [TEXT]
+    assert desktop.clipboard() == before
+    assert tavin.press() == [TEXT]
+    assert desktop.clipboard() == before
+
+
+def test_an_empty_clipboard_stays_empty(tavin, desktop, bare_field):
+    assert desktop.clipboard() is None
+    assert tavin.press() == [TEXT]
+    assert desktop.clipboard() is None
+
+
+def test_reading_a_visible_selection_leaves_the_owner_alone(tavin, desktop, build, programs):
+    before = own_clipboard(desktop, programs)
+    field = desktop.open([os.path.join(build, "bin/qt6_field"), TEXT], "Qt 6 field")
+    desktop.select_until(TEXT, lambda: desktop.key("ctrl+a"))
+    desktop.focus(field)
+    assert tavin.press() == [TEXT]
+    assert desktop.clipboard() == before
+    # Their owner's window is untouched: the clipboard was never taken over.
+    assert dict(before)["application/x-tavin-test"] == bytes(range(256)) * 300

@@ -1,0 +1,85 @@
+"""Tavin's end, whatever brings it about, leaves no engine behind."""
+
+import os
+import signal
+
+import pytest
+from driver import Desktop, Tavin
+from isolation import ENGINE_PORT
+from session import wait_until
+
+
+def engines():
+    """The processes that run the engine's server module."""
+    found = []
+    for entry in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            with open(f"/proc/{entry}/cmdline", "rb") as f:
+                arguments = f.read().split(b"\0")
+        except OSError:
+            continue
+        if b"tavin.server" in arguments:
+            found.append(int(entry))
+    return found
+
+
+def listening():
+    with open("/proc/net/tcp", encoding="ascii") as f:
+        return any(f":{ENGINE_PORT:04X} 00000000:0000 0A" in line for line in f)
+
+
+@pytest.fixture
+def with_real_engine(session, build):
+    desktop = Desktop(session)
+    tavin = Tavin(desktop, None, build)
+    wait_until(listening, 30, "the engine's port")
+    yield tavin
+    desktop.close()
+    wait_until(lambda: not engines(), 10, "end of the engine")
+
+
+@pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGINT])
+def test_a_signal_ends_both(with_real_engine, number):
+    assert len(engines()) == 1
+    code, seconds = with_real_engine.quit(number)
+    assert code == 0
+    assert seconds < 1
+    wait_until(lambda: not engines(), 5, "end of the engine")
+
+
+def test_the_engine_ends_when_tavin_is_killed(with_real_engine):
+    assert len(engines()) == 1
+    with_real_engine.quit(signal.SIGKILL)
+    wait_until(lambda: not engines(), 5, "end of the engine")
+
+
+def test_quit_with_a_recording_engine_ends_at_once(tavin):
+    code, seconds = tavin.quit()
+    assert code == 0
+    assert seconds < 1
+
+
+def test_quit_while_the_engine_hangs(tavin, desktop, engine):
+    engine.hang()
+    since = engine.mark()
+    desktop.key("alt+Escape")
+    engine.wait_for("/status", since=since)
+    code, seconds = tavin.quit()
+    assert code == 0
+    assert seconds < 1
+
+
+def test_a_second_start_hands_over_and_ends(tavin, desktop, build):
+    second = desktop.start([os.path.join(build, "bin/tavin")], log="second.log")
+    assert second.wait(5) == 0
+    assert tavin.process.poll() is None
+
+
+def test_without_a_display_it_says_so_and_fails(session, build):
+    env = {k: v for k, v in session.env.items() if k != "DISPLAY"}
+    desktop = Desktop(session)
+    process = desktop.start([os.path.join(build, "bin/tavin")], env=env, log="no-display.log")
+    assert process.wait(5) == 1
+    lines = session.log("no-display.log").splitlines()
+    assert len(lines) == 1
+    assert "display" in lines[0]
