@@ -72,7 +72,7 @@ def try_lock(fd):
 
 
 def _lock_port(seconds):
-    fd = open_lock_file(f"/tmp/tavin-port-{ENGINE_PORT}.lock")
+    fd = open_lock_file("/tmp/tavin-test-port.lock")
     deadline = time.monotonic() + seconds
     while not try_lock(fd):
         if time.monotonic() > deadline:
