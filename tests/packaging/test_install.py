@@ -1,0 +1,85 @@
+"""The installed tree is whole and valid, wherever it is put."""
+
+import configparser
+import json
+import os
+import subprocess
+
+import pytest
+
+BUILD = os.environ["TAVIN_BUILD"]
+
+
+@pytest.fixture(scope="module")
+def prefix(tmp_path_factory):
+    path = tmp_path_factory.mktemp("in stalled") / "tree"
+    subprocess.run(["cmake", "--install", BUILD, "--prefix", str(path)], check=True,
+                   stdout=subprocess.DEVNULL, timeout=60)
+    return path
+
+
+def entry(path, section):
+    parser = configparser.ConfigParser(interpolation=None)
+    parser.optionxform = str
+    parser.read(path, encoding="utf-8")
+    return dict(parser[section])
+
+
+def test_the_build_tree_names_the_development_engine():
+    with open(os.path.join(BUILD, "share/tavin/info.json"), encoding="utf-8") as f:
+        engine = json.load(f)["TavinEngineDir"]
+    assert os.path.isfile(os.path.join(engine, "tavin/server.py"))
+    assert os.access(os.path.join(engine, ".venv/bin/python"), os.X_OK)
+
+
+def test_the_build_tree_shows_the_icons():
+    assert os.path.isdir(os.path.join(BUILD, "share/icons/hicolor"))
+
+
+def test_the_installed_program_brings_its_engine(prefix):
+    resources = prefix / "share/tavin"
+    assert json.loads((resources / "info.json").read_text()) == {}
+    assert (resources / "engine/tavin/server.py").is_file()
+    python = resources / "engine/python/bin/python3"
+    version = subprocess.run([python, "--version"], capture_output=True, text=True, timeout=10)
+    assert version.stdout.startswith("Python 3.")
+    assert os.access(prefix / "bin/tavin", os.X_OK)
+
+
+def test_no_bytecode_is_installed(prefix):
+    assert not list(prefix.rglob("*.pyc"))
+
+
+def test_icons_are_installed(prefix):
+    icons = {path.name for path in (prefix / "share/icons/hicolor").rglob("*.svg")}
+    assert "app.tavin.Tavin.svg" in icons
+    assert [name for name in icons if name.endswith("-symbolic.svg")]
+
+
+def test_the_desktop_entry_is_valid_and_names_the_program(prefix):
+    path = prefix / "share/applications/app.tavin.Tavin.desktop"
+    subprocess.run(["desktop-file-validate", path], check=True, timeout=10)
+    main = entry(path, "Desktop Entry")
+    assert main["Exec"] == f'"{prefix}/bin/tavin"'
+    assert main["Actions"] == "speak;pause;stop;menu;"
+    for action in ("speak", "pause", "stop", "menu"):
+        command = entry(path, f"Desktop Action {action}")["Exec"]
+        assert command == f"gapplication action app.tavin.Tavin {action}"
+
+
+def test_the_bus_service_names_the_program(prefix):
+    service = entry(prefix / "share/dbus-1/services/app.tavin.Tavin.service", "D-BUS Service")
+    assert service == {"Name": "app.tavin.Tavin", "Exec": f'"{prefix}/bin/tavin"'}
+
+
+def test_the_appstream_data_is_valid(prefix):
+    subprocess.run(["appstreamcli", "validate", "--no-net",
+                    prefix / "share/metainfo/app.tavin.Tavin.metainfo.xml"], check=True, timeout=30)
+
+
+def test_a_staged_installation_names_its_final_place(tmp_path):
+    subprocess.run(["cmake", "--install", BUILD, "--prefix", "/usr"], check=True, timeout=60,
+                   env={**os.environ, "DESTDIR": str(tmp_path)}, stdout=subprocess.DEVNULL)
+    service = entry(tmp_path / "usr/share/dbus-1/services/app.tavin.Tavin.service",
+                    "D-BUS Service")
+    assert service["Exec"] == '"/usr/bin/tavin"'
