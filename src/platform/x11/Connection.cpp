@@ -25,7 +25,7 @@ xcb_atom_t Connection::atom(std::string_view name) const {
   const auto cookie =
       xcb_intern_atom(connection_, 0, static_cast<uint16_t>(name.size()), name.data());
   const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
-  return reply ? reply->atom : XCB_ATOM_NONE;
+  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 }  // namespace tavin::x11

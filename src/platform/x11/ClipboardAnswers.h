@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/x11/IncrementalTransfers.h"
+
+namespace tavin::x11 {
+
+// Answers other programs that ask for what we offer in a selection, as the ICCCM says. Used by the
+// clipboard's thread alone.
+class ClipboardAnswers {
+ public:
+  explicit ClipboardAnswers(const Connection& connection);
+
+  // `since` is the server's time at which the selection was claimed.
+  void offer(ClipboardContents contents, xcb_timestamp_t since);
+  // Transfers that have begun go on: they hold their own data.
+  void withdraw();
+  bool offersAnything() const { return !contents_.empty(); }
+  // The targets that are worth keeping after our end.
+  std::vector<xcb_atom_t> targets() const;
+
+  void answer(const xcb_selection_request_event_t& request);
+  IncrementalTransfers& transfers() { return transfers_; }
+  const IncrementalTransfers& transfers() const { return transfers_; }
+
+ private:
+  bool convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
+  bool convertMultiple(xcb_window_t requestor, xcb_atom_t property);
+  void put(xcb_window_t requestor, xcb_atom_t property, const ClipboardTarget& value);
+
+  xcb_connection_t* connection_;
+  IncrementalTransfers transfers_;
+  ClipboardContents contents_;
+  xcb_timestamp_t since_ = XCB_CURRENT_TIME;
+  const xcb_atom_t targetsAtom_, timestamp_, multiple_, saveTargets_, atomPair_, null_;
+};
+
+}  // namespace tavin::x11

@@ -1,0 +1,261 @@
+#include "platform/x11/ClipboardServer.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <xcb/xfixes.h>
+
+#include <atomic>
+#include <future>
+
+namespace tavin::x11 {
+namespace {
+
+// The thread only ever waits for the X server, so this is a guard against a server that hangs.
+constexpr auto kPatience = std::chrono::seconds(1);
+// A cleared clipboard stays ours for a moment: a clipboard manager that fills an abandoned
+// clipboard with its own last entry would race with contents that are put there right afterwards.
+constexpr double kSecondsUntilGivenUp = 0.05;
+
+xcb_window_t createWindow(const Connection& connection) {
+  const xcb_window_t window = xcb_generate_id(connection.get());
+  const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  xcb_create_window(connection.get(), 0, window, connection.root(), -1, -1, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+  return window;
+}
+
+template <typename Event>
+const Event& as(const xcb_generic_event_t& event) {
+  return reinterpret_cast<const Event&>(event);
+}
+
+}  // namespace
+
+std::unique_ptr<ClipboardServer> ClipboardServer::create() {
+  auto connection = Connection::open();
+  if (!connection)
+    return nullptr;
+  xcb_connection_t* c = connection->get();
+  const auto* fixes = xcb_get_extension_data(c, &xcb_xfixes_id);
+  if (!fixes || !fixes->present)
+    return nullptr;
+  Reply<xcb_xfixes_query_version_reply_t>(
+      xcb_xfixes_query_version_reply(c, xcb_xfixes_query_version(c, 5, 0), nullptr));
+  return std::unique_ptr<ClipboardServer>(
+      new ClipboardServer(std::move(connection), fixes->first_event));
+}
+
+ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent)
+    : connection_(std::move(connection)),
+      fixesEvent_(fixesEvent),
+      window_(createWindow(*connection_)),
+      clipboard_(connection_->atom("CLIPBOARD")),
+      manager_(connection_->atom("CLIPBOARD_MANAGER")),
+      saveTargets_(connection_->atom("SAVE_TARGETS")),
+      scratch_(connection_->atom("TAVIN_CLIPBOARD")),
+      answers_(*connection_),
+      wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+  xcb_xfixes_select_selection_input(connection_->get(), window_, clipboard_,
+                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+  xcb_flush(connection_->get());
+  thread_ = std::thread([this] { run(); });
+}
+
+ClipboardServer::~ClipboardServer() {
+  {
+    const std::lock_guard lock(mutex_);
+    stopping_ = true;
+  }
+  eventfd_write(wake_.get(), 1);
+  thread_.join();
+}
+
+std::int64_t ClipboardServer::changeCount() {
+  const auto count = std::make_shared<std::atomic<std::int64_t>>(0);
+  perform([this, count] {
+    giveUpIfDue(true);
+    synchronise();
+    *count = changes_;
+  });
+  return *count;
+}
+
+void ClipboardServer::serve(ClipboardContents contents) {
+  perform([this, contents = std::move(contents)]() mutable { claim(std::move(contents)); });
+}
+
+void ClipboardServer::clear() {
+  perform([this] {
+    if (claim({}))
+      giveUpAt_ = Deadline::in(kSecondsUntilGivenUp);
+  });
+}
+
+bool ClipboardServer::handOver(Deadline deadline) {
+  const auto result = std::make_shared<std::promise<bool>>();
+  auto answer = result->get_future();
+  const auto settle = [result](bool kept) { result->set_value(kept); };
+  const bool asked = perform([this, settle] {
+    giveUpIfDue(true);
+    synchronise();
+    xcb_connection_t* c = connection_->get();
+    if (!owning_ || !answers_.offersAnything())
+      return settle(true);
+    if (owner(manager_) == XCB_WINDOW_NONE)
+      return settle(false);
+    const auto targets = answers_.targets();
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, scratch_, XCB_ATOM_ATOM, 32,
+                        static_cast<std::uint32_t>(targets.size()), targets.data());
+    xcb_convert_selection(c, window_, manager_, saveTargets_, scratch_, serverTime());
+    onHandedOver_ = settle;
+  });
+  return asked &&
+         answer.wait_for(std::chrono::milliseconds(deadline.remainingMs())) ==
+             std::future_status::ready &&
+         answer.get();
+}
+
+bool ClipboardServer::perform(std::function<void()> task) {
+  const auto done = std::make_shared<std::promise<void>>();
+  auto finished = done->get_future();
+  {
+    const std::lock_guard lock(mutex_);
+    if (!alive_)
+      return false;
+    tasks_.push_back([task = std::move(task), done] {
+      task();
+      done->set_value();
+    });
+  }
+  eventfd_write(wake_.get(), 1);
+  return finished.wait_for(kPatience) == std::future_status::ready;
+}
+
+void ClipboardServer::run() {
+  xcb_connection_t* c = connection_->get();
+  while (xcb_connection_has_error(c) == 0) {
+    {
+      const std::lock_guard lock(mutex_);
+      if (stopping_)
+        break;
+    }
+    runTasks();
+    handleQueuedEvents();
+    answers_.transfers().dropIdle();
+    giveUpIfDue(false);
+    xcb_flush(c);
+    pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {wake_.get(), POLLIN, 0}};
+    poll(descriptors, 2, pollTimeout());
+  }
+  const std::lock_guard lock(mutex_);
+  alive_ = false;
+}
+
+void ClipboardServer::runTasks() {
+  eventfd_t ignored = 0;
+  eventfd_read(wake_.get(), &ignored);
+  std::deque<std::function<void()>> tasks;
+  {
+    const std::lock_guard lock(mutex_);
+    tasks.swap(tasks_);
+  }
+  for (const auto& task : tasks) task();
+}
+
+int ClipboardServer::pollTimeout() const {
+  const auto transfers = answers_.transfers().nextDeadline();
+  if (giveUpAt_)
+    return giveUpAt_->remainingMs();
+  return transfers ? transfers->remainingMs() : -1;
+}
+
+void ClipboardServer::handleQueuedEvents() {
+  while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())})
+    handle(*event);
+}
+
+void ClipboardServer::handle(const xcb_generic_event_t& event) {
+  const std::uint8_t kind = event.response_type & 0x7f;
+  if (kind == fixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY) {
+    ++changes_;
+  } else if (kind == 0) {  // A requestor that went away while it was answered.
+    answers_.transfers().windowGone(as<xcb_value_error_t>(event).bad_value);
+  } else if (kind == XCB_SELECTION_REQUEST) {
+    answers_.answer(as<xcb_selection_request_event_t>(event));
+  } else if (kind == XCB_SELECTION_CLEAR) {
+    loseOwnership();
+  } else if (kind == XCB_PROPERTY_NOTIFY) {
+    const auto& change = as<xcb_property_notify_event_t>(event);
+    if (change.state == XCB_PROPERTY_DELETE)
+      answers_.transfers().propertyDeleted(change.window, change.atom);
+  } else if (kind == XCB_DESTROY_NOTIFY) {
+    answers_.transfers().windowGone(as<xcb_destroy_notify_event_t>(event).window);
+  } else if (kind == XCB_SELECTION_NOTIFY && onHandedOver_) {
+    onHandedOver_(as<xcb_selection_notify_event_t>(event).property != XCB_ATOM_NONE);
+    onHandedOver_ = nullptr;
+  }
+}
+
+void ClipboardServer::loseOwnership() {
+  // The notice may be about an earlier claim of ours, and the clipboard be ours again.
+  if (owner(clipboard_) == window_)
+    return;
+  owning_ = false;
+  giveUpAt_.reset();
+  answers_.withdraw();
+}
+
+xcb_window_t ClipboardServer::owner(xcb_atom_t selection) {
+  xcb_connection_t* c = connection_->get();
+  const Reply<xcb_get_selection_owner_reply_t> reply(
+      xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, selection), nullptr));
+  return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+void ClipboardServer::synchronise() {
+  xcb_connection_t* c = connection_->get();
+  Reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+  handleQueuedEvents();
+}
+
+xcb_timestamp_t ClipboardServer::serverTime() {
+  xcb_connection_t* c = connection_->get();
+  const xcb_atom_t clock = scratch_;
+  // Appending nothing changes nothing, but its notice carries the time.
+  xcb_change_property(c, XCB_PROP_MODE_APPEND, window_, clock, XCB_ATOM_ATOM, 32, 0, nullptr);
+  xcb_flush(c);
+  while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(c)}) {
+    if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY) {
+      const auto& change = as<xcb_property_notify_event_t>(*event);
+      if (change.window == window_ && change.atom == clock)
+        return change.time;
+    }
+    handle(*event);
+  }
+  return XCB_CURRENT_TIME;
+}
+
+bool ClipboardServer::claim(ClipboardContents contents) {
+  giveUpAt_.reset();
+  const xcb_timestamp_t now = serverTime();
+  xcb_set_selection_owner(connection_->get(), window_, clipboard_, now);
+  owning_ = owner(clipboard_) == window_;
+  if (owning_)
+    answers_.offer(std::move(contents), now);
+  return owning_;
+}
+
+void ClipboardServer::giveUpIfDue(bool now) {
+  if (!giveUpAt_ || (!now && !giveUpAt_->passed()))
+    return;
+  giveUpAt_.reset();
+  if (!owning_)
+    return;
+  xcb_set_selection_owner(connection_->get(), XCB_WINDOW_NONE, clipboard_, serverTime());
+  synchronise();
+  owning_ = false;
+}
+
+}  // namespace tavin::x11

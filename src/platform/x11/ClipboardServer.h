@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+#include "platform/posix/FileDescriptor.h"
+#include "platform/x11/ClipboardAnswers.h"
+
+namespace tavin::x11 {
+
+// Owns the clipboard for us and serves what we put there at any moment, whatever the rest of the
+// program is doing: by one thread with its own connection, asleep in poll. Any thread may call;
+// every call is bounded in time.
+class ClipboardServer {
+ public:
+  // Null without a display or its XFixes extension.
+  static std::unique_ptr<ClipboardServer> create();
+  // Ends the thread; what it served is gone.
+  ~ClipboardServer();
+
+  // The number of times that any program took or cleared the clipboard since the start. Exact: it
+  // holds everything that happened before the call.
+  std::int64_t changeCount();
+  void serve(ClipboardContents contents);
+  void clear();
+  // Asks the session's clipboard manager to keep what we serve. False where there is none, or it
+  // has not taken everything before the deadline; true also when there is nothing to keep.
+  bool handOver(Deadline deadline);
+
+ private:
+  explicit ClipboardServer(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent);
+  // Runs `task` on the thread and waits for it; false when it did not run to its end in time.
+  bool perform(std::function<void()> task);
+
+  // The thread's own, all below.
+  void run();
+  void runTasks();
+  int pollTimeout() const;
+  void handleQueuedEvents();
+  void handle(const xcb_generic_event_t& event);
+  void loseOwnership();
+  xcb_window_t owner(xcb_atom_t selection);
+  void synchronise();
+  xcb_timestamp_t serverTime();
+  bool claim(ClipboardContents contents);
+  void giveUpIfDue(bool now);
+
+  const std::unique_ptr<Connection> connection_;
+  const std::uint8_t fixesEvent_;
+  const xcb_window_t window_;
+  const xcb_atom_t clipboard_, manager_, saveTargets_, scratch_;
+  ClipboardAnswers answers_;
+  bool owning_ = false;
+  std::int64_t changes_ = 0;
+  std::optional<Deadline> giveUpAt_;
+  std::function<void(bool)> onHandedOver_;
+
+  posix::FileDescriptor wake_;
+  std::mutex mutex_;
+  std::deque<std::function<void()>> tasks_;
+  bool stopping_ = false;
+  bool alive_ = true;
+  std::thread thread_;
+};
+
+}  // namespace tavin::x11

@@ -1,0 +1,140 @@
+#include "platform/x11/ClipboardSnapshot.h"
+
+#include <algorithm>
+#include <cstring>
+#include <numeric>
+#include <set>
+
+namespace tavin::x11 {
+namespace {
+
+using Outcome = Conversion::Outcome;
+
+// One private type that never comes shall not use up the time of all.
+constexpr double kSecondsForOptionalTarget = 0.3;
+
+// Toolkits encode every image format when asked, so these come last.
+enum class Rank { text, data, png, otherImage };
+
+bool startsWith(const std::string& name, const char* prefix) { return name.rfind(prefix, 0) == 0; }
+
+Rank rankOf(const std::string& name) {
+  static const std::set<std::string> texts{"UTF8_STRING", "STRING", "TEXT", "COMPOUND_TEXT"};
+  static const std::set<std::string> images{"PIXMAP", "BITMAP", "application/x-qt-image"};
+  if (texts.contains(name) || name == "text/plain" || startsWith(name, "text/plain;"))
+    return Rank::text;
+  if (name == "image/png")
+    return Rank::png;
+  return startsWith(name, "image/") || images.contains(name) ? Rank::otherImage : Rank::data;
+}
+
+// Targets that ask the owner something, or make it do something, instead of naming a form.
+bool isQuestion(const std::string& name) {
+  static const std::set<std::string> questions{"TARGETS",         "TIMESTAMP", "MULTIPLE",
+                                               "SAVE_TARGETS",    "DELETE",    "INSERT_SELECTION",
+                                               "INSERT_PROPERTY", ""};
+  return questions.contains(name);
+}
+
+std::vector<xcb_atom_t> atomsIn(const Conversion& list) {
+  std::vector<xcb_atom_t> atoms;
+  if (list.format == 32) {
+    atoms.resize(static_cast<std::size_t>(list.bytes.size()) / sizeof(xcb_atom_t));
+    std::memcpy(atoms.data(), list.bytes.constData(), atoms.size() * sizeof(xcb_atom_t));
+  }
+  return atoms;
+}
+
+// One attempt to read all targets of the present owner.
+class Attempt {
+ public:
+  Attempt(SelectionReader& reader, xcb_atom_t clipboard, Deadline deadline)
+      : reader_(reader), clipboard_(clipboard), deadline_(deadline) {}
+
+  Outcome read();
+  ClipboardContents contents;
+
+ private:
+  Outcome listTargets();
+  Outcome readTarget(std::size_t index);
+
+  SelectionReader& reader_;
+  xcb_atom_t clipboard_;
+  Deadline deadline_;
+  std::vector<xcb_atom_t> targets_;
+  std::vector<std::string> names_;
+  std::vector<std::optional<ClipboardTarget>> values_;
+};
+
+Outcome Attempt::listTargets() {
+  const Connection& connection = reader_.connection();
+  const auto list = reader_.convert(clipboard_, connection.atom("TARGETS"), deadline_);
+  if (list.outcome == Outcome::converted)
+    targets_ = atomsIn(list);
+  else if (list.outcome == Outcome::refused)  // An owner too plain to tell: then only texts.
+    targets_ = {connection.atom("UTF8_STRING"), connection.atom("STRING")};
+  else
+    return list.outcome;
+  names_ = reader_.atomNames(targets_);
+  values_.resize(targets_.size());
+  return list.outcome;
+}
+
+Outcome Attempt::readTarget(std::size_t index) {
+  const Rank rank = rankOf(names_[index]);
+  const bool needed = rank == Rank::text || rank == Rank::png;
+  auto value = reader_.convert(clipboard_, targets_[index],
+                               needed ? deadline_ : deadline_.orIn(kSecondsForOptionalTarget));
+  if (value.outcome == Outcome::converted)
+    values_[index] = {targets_[index], value.type, value.format, std::move(value.bytes)};
+  if (value.outcome == Outcome::late && !needed)
+    return Outcome::refused;
+  return value.outcome;
+}
+
+Outcome Attempt::read() {
+  const Outcome listed = listTargets();
+  if (listed != Outcome::converted && listed != Outcome::refused)
+    return listed;
+  std::vector<std::size_t> order(targets_.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
+    return rankOf(names_[a]) < rankOf(names_[b]);
+  });
+  std::set<xcb_atom_t> seen;
+  for (const std::size_t index : order) {
+    if (isQuestion(names_[index]) || !seen.insert(targets_[index]).second)
+      continue;
+    const Outcome outcome = readTarget(index);
+    if (outcome == Outcome::late || outcome == Outcome::ownerChanged)
+      return outcome;
+  }
+  for (auto& value : values_) {
+    if (value)
+      contents.push_back(std::move(*value));
+  }
+  // Who neither lists targets nor has a text tells nothing about what it holds.
+  return listed == Outcome::refused && contents.empty() ? Outcome::late : Outcome::converted;
+}
+
+}  // namespace
+
+std::optional<ClipboardSnapshot> readClipboard(SelectionReader& reader, Deadline deadline) {
+  const xcb_atom_t clipboard = reader.connection().atom("CLIPBOARD");
+  for (bool first = true; first || !deadline.passed(); first = false) {
+    SelectionReader::Watch watch(reader, clipboard);
+    if (reader.owner(clipboard) == XCB_WINDOW_NONE) {
+      // Empty from the start, or its owner ended under our hands: then what it held is lost.
+      return first ? std::optional(ClipboardSnapshot{}) : std::nullopt;
+    }
+    Attempt attempt(reader, clipboard, deadline);
+    const Outcome outcome = attempt.read();
+    if (outcome == Outcome::converted && !watch.changed())
+      return ClipboardSnapshot{true, std::move(attempt.contents)};
+    if (outcome == Outcome::late)
+      return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+}  // namespace tavin::x11

@@ -1,0 +1,211 @@
+#include "platform/x11/SelectionReader.h"
+
+#include <poll.h>
+#include <xcb/xfixes.h>
+
+namespace tavin::x11 {
+namespace {
+
+// No honest owner offers more; a hostile one shall not fill the memory.
+constexpr qsizetype kLargestConversion = 512 << 20;
+
+// A window for one conversion: what an owner sends too late finds it gone and confuses nothing.
+class ConversionWindow {
+ public:
+  ConversionWindow(const Connection& connection) : connection_(connection.get()) {
+    id_ = xcb_generate_id(connection_);
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_create_window(connection_, 0, id_, connection.root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+  }
+  ~ConversionWindow() {
+    xcb_destroy_window(connection_, id_);
+    xcb_flush(connection_);
+  }
+  ConversionWindow(const ConversionWindow&) = delete;
+  ConversionWindow& operator=(const ConversionWindow&) = delete;
+  xcb_window_t id() const { return id_; }
+
+ private:
+  xcb_connection_t* connection_;
+  xcb_window_t id_;
+};
+
+template <typename Event>
+const Event& as(const Reply<xcb_generic_event_t>& event) {
+  return *reinterpret_cast<const Event*>(event.get());
+}
+
+std::uint8_t kind(const Reply<xcb_generic_event_t>& event) { return event->response_type & 0x7f; }
+
+}  // namespace
+
+std::unique_ptr<SelectionReader> SelectionReader::create() {
+  auto connection = Connection::open();
+  if (!connection)
+    return nullptr;
+  const auto* fixes = xcb_get_extension_data(connection->get(), &xcb_xfixes_id);
+  if (!fixes || !fixes->present)
+    return nullptr;
+  std::unique_ptr<SelectionReader> reader(new SelectionReader(std::move(connection)));
+  reader->fixesEvent_ = fixes->first_event;
+  return reader;
+}
+
+SelectionReader::SelectionReader(std::unique_ptr<Connection> connection)
+    : connection_(std::move(connection)),
+      property_(connection_->atom("TAVIN_SELECTION")),
+      incr_(connection_->atom("INCR")) {
+  xcb_connection_t* c = connection_->get();
+  Reply<xcb_xfixes_query_version_reply_t>(
+      xcb_xfixes_query_version_reply(c, xcb_xfixes_query_version(c, 5, 0), nullptr));
+}
+
+SelectionReader::~SelectionReader() = default;
+
+xcb_window_t SelectionReader::owner(xcb_atom_t selection) {
+  xcb_connection_t* c = connection_->get();
+  const Reply<xcb_get_selection_owner_reply_t> reply(
+      xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, selection), nullptr));
+  return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+std::vector<std::string> SelectionReader::atomNames(const std::vector<xcb_atom_t>& atoms) {
+  xcb_connection_t* c = connection_->get();
+  std::vector<xcb_get_atom_name_cookie_t> cookies;
+  for (const auto atom : atoms) cookies.push_back(xcb_get_atom_name(c, atom));
+  std::vector<std::string> names;
+  for (const auto cookie : cookies) {
+    xcb_generic_error_t* error = nullptr;
+    const Reply<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(c, cookie, &error));
+    const Reply<xcb_generic_error_t> released(error);
+    names.emplace_back();
+    if (reply)
+      names.back().assign(xcb_get_atom_name_name(reply.get()),
+                          static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get())));
+  }
+  return names;
+}
+
+Conversion SelectionReader::convert(xcb_atom_t selection, xcb_atom_t target, Deadline deadline) {
+  const ConversionWindow window(*connection_);
+  xcb_convert_selection(connection_->get(), window.id(), selection, target, property_,
+                        XCB_CURRENT_TIME);
+  while (const auto event = nextEvent(deadline)) {
+    if (kind(event) != XCB_SELECTION_NOTIFY)
+      continue;
+    const auto& answer = as<xcb_selection_notify_event_t>(event);
+    if (answer.requestor != window.id())
+      continue;
+    if (answer.property == XCB_ATOM_NONE)
+      return {Conversion::Outcome::refused, XCB_ATOM_NONE, 8, {}};
+    Conversion result = takeProperty(window.id());
+    return result.type == incr_ ? readIncrementally(window.id(), deadline) : result;
+  }
+  return failure();
+}
+
+Conversion SelectionReader::takeProperty(xcb_window_t window) {
+  xcb_connection_t* c = connection_->get();
+  constexpr std::uint32_t everything = 0x1fffffff;
+  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+      c, xcb_get_property(c, 1, window, property_, XCB_GET_PROPERTY_TYPE_ANY, 0, everything),
+      nullptr));
+  // An owner that announces data and leaves none has refused.
+  if (!reply || reply->type == XCB_ATOM_NONE)
+    return {Conversion::Outcome::refused, XCB_ATOM_NONE, 8, {}};
+  return {Conversion::Outcome::converted, reply->type, reply->format,
+          QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                     xcb_get_property_value_length(reply.get()))};
+}
+
+Conversion SelectionReader::readIncrementally(xcb_window_t window, Deadline deadline) {
+  Conversion whole;
+  whole.outcome = Conversion::Outcome::converted;
+  while (waitForProperty(window, deadline)) {
+    const Conversion piece = takeProperty(window);
+    if (piece.outcome != Conversion::Outcome::converted)
+      return piece;
+    if (whole.type == XCB_ATOM_NONE) {
+      whole.type = piece.type;
+      whole.format = piece.format;
+    }
+    if (piece.bytes.isEmpty())
+      return whole;
+    if (whole.bytes.size() + piece.bytes.size() > kLargestConversion)
+      break;
+    whole.bytes += piece.bytes;
+  }
+  return failure();
+}
+
+bool SelectionReader::waitForProperty(xcb_window_t window, Deadline deadline) {
+  while (const auto event = nextEvent(deadline)) {
+    if (kind(event) != XCB_PROPERTY_NOTIFY)
+      continue;
+    const auto& change = as<xcb_property_notify_event_t>(event);
+    if (change.window == window && change.atom == property_ &&
+        change.state == XCB_PROPERTY_NEW_VALUE)
+      return true;
+  }
+  return false;
+}
+
+Conversion SelectionReader::failure() const {
+  Conversion result;
+  if (watchedChanged_)
+    result.outcome = Conversion::Outcome::ownerChanged;
+  return result;
+}
+
+Reply<xcb_generic_event_t> SelectionReader::nextEvent(Deadline deadline) {
+  xcb_connection_t* c = connection_->get();
+  xcb_flush(c);
+  while (!watchedChanged_ && xcb_connection_has_error(c) == 0) {
+    Reply<xcb_generic_event_t> event(xcb_poll_for_event(c));
+    if (event) {
+      if (kind(event) != fixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY)
+        return event;
+      const auto& change = as<xcb_xfixes_selection_notify_event_t>(event);
+      watchedChanged_ = watchWindow_ != XCB_WINDOW_NONE && change.window == watchWindow_;
+      continue;
+    }
+    if (deadline.passed())
+      return nullptr;
+    pollfd descriptor{xcb_get_file_descriptor(c), POLLIN, 0};
+    poll(&descriptor, 1, deadline.remainingMs());
+  }
+  return nullptr;
+}
+
+SelectionReader::Watch::Watch(SelectionReader& reader, xcb_atom_t selection)
+    : reader_(reader), selection_(selection) {
+  xcb_connection_t* c = reader_.connection_->get();
+  reader_.watchWindow_ = xcb_generate_id(c);
+  reader_.watchedChanged_ = false;
+  xcb_create_window(c, 0, reader_.watchWindow_, reader_.connection_->root(), -1, -1, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_xfixes_select_selection_input(c, reader_.watchWindow_, selection_,
+                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+}
+
+SelectionReader::Watch::~Watch() {
+  xcb_connection_t* c = reader_.connection_->get();
+  xcb_xfixes_select_selection_input(c, reader_.watchWindow_, selection_, 0);
+  xcb_destroy_window(c, reader_.watchWindow_);
+  xcb_flush(c);
+  reader_.watchWindow_ = XCB_WINDOW_NONE;
+  reader_.watchedChanged_ = false;
+}
+
+bool SelectionReader::Watch::changed() {
+  // The answer to any request comes after every event that the server sent before it.
+  reader_.owner(selection_);
+  while (!reader_.watchedChanged_ && reader_.nextEvent(Deadline::in(0))) {
+  }
+  return reader_.watchedChanged_;
+}
+
+}  // namespace tavin::x11

@@ -1,0 +1,291 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QStringList>
+#include <future>
+#include <optional>
+
+#include "platform/x11/ClipboardOwner.h"
+#include "platform/x11/X11Pasteboard.h"
+
+namespace tavin::x11 {
+namespace {
+
+using test::ClipboardOwner;
+using test::OwnerManners;
+using test::Targets;
+using testing::AllOf;
+using testing::Gt;
+using testing::Lt;
+
+// Text in several encodings, files, private types with odd names, an empty one and a picture.
+Targets oddTargets(qsizetype pictureSize) {
+  return {
+      {"x-special/gnome-copied-files", "copy\nfile:///tmp/a%20b.txt"},
+      {"text/uri-list", "file:///tmp/a%20b.txt\r\n"},
+      {"image/png", test::picture(pictureSize)},
+      {"application/x-foo;x=\"1\"", QByteArray("\x00\x01\x02 binary \xff", 13)},
+      {"text/html", "<b>h\xc3\xa4</b>"},
+      {"UTF8_STRING", "plain äöü 😀"},
+      {"text/plain;charset=utf-8", "plain äöü 😀"},
+      {"text/plain", "plain ???"},
+      {"STRING", "plain \xe4\xf6\xfc ?"},
+      {"TEXT", "plain \xe4\xf6\xfc ?"},
+      {"application/x-empty", ""},
+      {"Rich Text Format", "{\\rtf1 hi}"},
+      {"text/rtf", "{\\rtf1 hi}"},
+  };
+}
+
+Targets pictureAlone() { return {{"image/png", test::picture(5000)}}; }
+
+class X11PasteboardTest : public testing::Test {
+ protected:
+  X11PasteboardTest() : server_(ClipboardServer::create()) {
+    pasteboard_ = std::make_unique<X11Pasteboard>(SelectionReader::create(), *server_);
+  }
+  Targets read() {
+    const auto items = pasteboard_->pasteboardItems();
+    if (!items || items->size() != 1)
+      return {{"(no item)", {}}};
+    Targets targets;
+    for (const auto& [name, bytes] : items->front().types)
+      targets.emplace_back(name.toStdString(), bytes);
+    return targets;
+  }
+  void copyBySomeoneElse() {
+    const ClipboardOwner other(Targets{{"UTF8_STRING", "something else"}});
+    EXPECT_EQ(pasteboard_->string(), "something else");
+  }
+  void expectServed(const Targets& targets) {
+    QStringList names;
+    for (const auto& [name, bytes] : targets) {
+      names << QString::fromStdString(name);
+      EXPECT_TRUE(test::pasted(names.last()) == bytes) << name;
+    }
+    EXPECT_EQ(test::pastedTargets(),
+              QStringList({"TARGETS", "TIMESTAMP", "MULTIPLE", "SAVE_TARGETS"}) + names);
+  }
+
+  std::unique_ptr<ClipboardServer> server_;
+  std::unique_ptr<X11Pasteboard> pasteboard_;
+};
+
+TEST_F(X11PasteboardTest, GivesBackEveryTargetInOrderByteForByte) {
+  for (const qsizetype size : {3'000, 3'000'000, 30'000'000}) {
+    const Targets targets = oddTargets(size);
+    std::optional<std::vector<PasteboardItem>> saved;
+    {
+      const ClipboardOwner owner(targets);
+      EXPECT_TRUE(read() == targets);
+      saved = pasteboard_->pasteboardItems();
+    }
+    ASSERT_TRUE(saved);
+    copyBySomeoneElse();
+    pasteboard_->clearContents();
+    pasteboard_->writeObjects(*saved);
+    expectServed(targets);
+    EXPECT_TRUE(read() == targets) << "what we serve can be saved again";
+  }
+}
+
+TEST_F(X11PasteboardTest, AnEmptyClipboardHasNoItemsAndIsEmptyAgainAfterwards) {
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::vector<PasteboardItem>{});
+  const ClipboardOwner other(Targets{{"UTF8_STRING", "something else"}});
+  pasteboard_->clearContents();
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::vector<PasteboardItem>{});
+  EXPECT_EQ(pasteboard_->string(), std::nullopt);
+}
+
+TEST_F(X11PasteboardTest, AClearedClipboardIsGivenUpByItself) {
+  const ClipboardOwner other(Targets{{"UTF8_STRING", "something else"}});
+  pasteboard_->clearContents();
+  const auto reader = SelectionReader::create();
+  const Deadline deadline = Deadline::in(5);
+  const xcb_atom_t clipboard = reader->connection().atom("CLIPBOARD");
+  while (reader->owner(clipboard) != XCB_WINDOW_NONE && !deadline.passed())
+    std::this_thread::yield();
+  EXPECT_EQ(reader->owner(clipboard), xcb_window_t{XCB_WINDOW_NONE});
+}
+
+TEST_F(X11PasteboardTest, APictureAloneComesBackAndHasNoText) {
+  const ClipboardOwner owner(pictureAlone());
+  EXPECT_EQ(pasteboard_->string(), std::nullopt);
+  EXPECT_TRUE(read() == pictureAlone());
+}
+
+TEST_F(X11PasteboardTest, ARefusedTargetIsLeftOut) {
+  const ClipboardOwner owner({{"UTF8_STRING", "a"}, {"text/html", "b"}, {"x-third", "c"}},
+                             {.refuses = {"text/html"}});
+  EXPECT_EQ(read(), (Targets{{"UTF8_STRING", "a"}, {"x-third", "c"}}));
+}
+
+TEST_F(X11PasteboardTest, AnOwnerThatListsNothingIsReadByItsText) {
+  const ClipboardOwner owner({{"STRING", "old"}}, {.refuses = {"TARGETS"}});
+  EXPECT_EQ(read(), (Targets{{"STRING", "old"}}));
+}
+
+TEST_F(X11PasteboardTest, ASilentOwnerIsUnknownWithinTheTimeLimit) {
+  const ClipboardOwner owner({{"UTF8_STRING", "a"}}, {.silentOn = {"TARGETS"}});
+  QElapsedTimer timer;
+  timer.start();
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt);
+  EXPECT_THAT(timer.elapsed(), AllOf(Gt(900), Lt(1400)));
+}
+
+TEST_F(X11PasteboardTest, AnOwnerThatHoldsBackItsTextIsUnknown) {
+  const ClipboardOwner owner({{"x-data", "b"}, {"UTF8_STRING", "a"}},
+                             {.silentOn = {"UTF8_STRING"}});
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt);
+}
+
+TEST_F(X11PasteboardTest, APrivateTypeThatDoesNotComeIsLeftOut) {
+  const ClipboardOwner owner({{"x-slow", "b"}, {"image/png", "p"}, {"UTF8_STRING", "a"}},
+                             {.silentOn = {"x-slow"}});
+  EXPECT_EQ(read(), (Targets{{"image/png", "p"}, {"UTF8_STRING", "a"}}));
+}
+
+TEST_F(X11PasteboardTest, TextsAreAskedForBeforePictures) {
+  ClipboardOwner owner({{"image/bmp", "b"}, {"image/png", "p"}, {"x-data", "d"}, {"STRING", "s"}});
+  read();
+  owner.end();
+  EXPECT_EQ(owner.requests(),
+            (std::vector<std::string>{"TARGETS", "STRING", "x-data", "image/png", "image/bmp"}));
+}
+
+TEST_F(X11PasteboardTest, AnOwnerThatChangesWhileItIsReadIsReadAgain) {
+  const Targets fresh{{"UTF8_STRING", "new"}, {"x-more", "more"}};
+  for (const std::string moment : {"TARGETS", "UTF8_STRING", "x-last"}) {
+    const ClipboardOwner owner({{"UTF8_STRING", "old"}, {"x-last", "last"}},
+                               {.changesOn = moment, .changesTo = fresh});
+    EXPECT_EQ(read(), fresh) << moment;
+  }
+}
+
+TEST_F(X11PasteboardTest, TheCountTakenAfterReadingKnowsOfChangesWhileReading) {
+  const ClipboardOwner owner({{"UTF8_STRING", "old"}},
+                             {.changesOn = "UTF8_STRING", .changesTo = {{"UTF8_STRING", "new"}}});
+  read();
+  const auto count = pasteboard_->changeCount();
+  EXPECT_EQ(pasteboard_->changeCount(), count);
+}
+
+TEST_F(X11PasteboardTest, AnOwnerThatDiesWhileItIsReadIsUnknownAtOnce) {
+  for (const std::string moment : {"TARGETS", "UTF8_STRING", "x-last"}) {
+    const ClipboardOwner owner({{"UTF8_STRING", "old"}, {"x-last", "last"}}, {.diesOn = moment});
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt) << moment;
+    EXPECT_LT(timer.elapsed(), 500) << moment;
+  }
+}
+
+TEST_F(X11PasteboardTest, TheCountGrowsWithEveryChange) {
+  const auto start = pasteboard_->changeCount();
+  {
+    const ClipboardOwner owner(Targets{{"UTF8_STRING", "a"}});
+    EXPECT_EQ(pasteboard_->changeCount(), start + 1);
+    EXPECT_EQ(pasteboard_->changeCount(), start + 1);
+    const ClipboardOwner next(Targets{{"UTF8_STRING", "b"}});
+    EXPECT_EQ(pasteboard_->changeCount(), start + 2);
+  }
+  const auto gone = pasteboard_->changeCount();
+  EXPECT_EQ(gone, start + 3);
+  pasteboard_->clearContents();
+  pasteboard_->writeObjects({{{{"UTF8_STRING", "c"}}}});
+  EXPECT_GT(pasteboard_->changeCount(), gone);
+}
+
+TEST_F(X11PasteboardTest, ReadsTextInEveryPlainForm) {
+  const std::pair<Targets, QString> cases[] = {
+      {{{"STRING", "no"}, {"UTF8_STRING", "  äöü 😀\n"}}, "  äöü 😀\n"},
+      {{{"STRING", "no"}, {"text/plain;charset=utf-8", "ä"}}, "ä"},
+      {{{"STRING", "\xe4\xf6"}, {"text/plain", "no"}}, "äö"},
+      {{{"text/plain", "only"}}, "only"},
+      {{{"UTF8_STRING", ""}}, ""},
+      {{{"UTF8_STRING", QByteArray(10'000'000, 'x')}}, QString(10'000'000, 'x')},
+  };
+  for (const auto& [targets, text] : cases) {
+    const ClipboardOwner owner(targets);
+    EXPECT_TRUE(pasteboard_->string() == text) << targets.front().first;
+  }
+}
+
+TEST_F(X11PasteboardTest, AnItemWithoutTypesIsServedAsOneWithoutTypes) {
+  pasteboard_->writeObjects({PasteboardItem{}});
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::vector{PasteboardItem{}});
+}
+
+// Asks for everything and never takes the pieces.
+TEST_F(X11PasteboardTest, ARequestorThatTakesNothingHoldsUpNobody) {
+  const auto image = test::picture(2'000'000);
+  pasteboard_->writeObjects({{{{"image/png", image}}}});
+  const auto stuck = Connection::open();
+  const xcb_window_t window = xcb_generate_id(stuck->get());
+  xcb_create_window(stuck->get(), 0, window, stuck->root(), 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_convert_selection(stuck->get(), window, stuck->atom("CLIPBOARD"), stuck->atom("image/png"),
+                        stuck->atom("DATA"), XCB_CURRENT_TIME);
+  xcb_flush(stuck->get());
+  const Reply<xcb_generic_event_t> answer(xcb_wait_for_event(stuck->get()));
+  ASSERT_TRUE(answer);
+  EXPECT_TRUE(test::pasted("image/png") == image);
+}
+
+TEST_F(X11PasteboardTest, ARequestorThatDiesMeanwhileHarmsNothing) {
+  const auto image = test::picture(2'000'000);
+  pasteboard_->writeObjects({{{{"image/png", image}}}});
+  for (int i = 0; i < 20; ++i) {
+    const auto other = Connection::open();
+    const xcb_window_t window = xcb_generate_id(other->get());
+    xcb_create_window(other->get(), 0, window, other->root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_convert_selection(other->get(), window, other->atom("CLIPBOARD"), other->atom("image/png"),
+                          other->atom("DATA"), XCB_CURRENT_TIME);
+    xcb_flush(other->get());
+  }
+  EXPECT_TRUE(test::pasted("image/png") == image);
+}
+
+TEST_F(X11PasteboardTest, WhatIsServedStaysUntilAnotherProgramTakesOver) {
+  pasteboard_->writeObjects({{{{"UTF8_STRING", "ours"}}}});
+  EXPECT_EQ(test::pasted("UTF8_STRING"), "ours");
+  copyBySomeoneElse();
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::vector<PasteboardItem>{}) << "and is gone then";
+}
+
+// Plays the clipboard manager: asked to save, it reads what the clipboard holds and owns it.
+class ManagerPlayer {
+ public:
+  explicit ManagerPlayer(bool answers) : owner_(targets(), manners(answers)) {}
+
+ private:
+  static Targets targets() { return {{"SAVE_TARGETS", ""}}; }
+  static OwnerManners manners(bool answers) {
+    OwnerManners result;
+    result.selection = "CLIPBOARD_MANAGER";
+    if (!answers)
+      result.silentOn = {"SAVE_TARGETS"};
+    return result;
+  }
+  ClipboardOwner owner_;
+};
+
+TEST_F(X11PasteboardTest, HandsWhatItServesToTheClipboardManager) {
+  EXPECT_TRUE(server_->handOver(Deadline::in(0.5))) << "nothing to keep";
+  pasteboard_->writeObjects({{{{"UTF8_STRING", "ours"}}}});
+  EXPECT_FALSE(server_->handOver(Deadline::in(0.5))) << "no manager";
+  {
+    const ManagerPlayer manager(true);
+    EXPECT_TRUE(server_->handOver(Deadline::in(0.5)));
+  }
+  const ManagerPlayer manager(false);
+  QElapsedTimer timer;
+  timer.start();
+  EXPECT_FALSE(server_->handOver(Deadline::in(0.5)));
+  EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(900)));
+}
+
+}  // namespace
+}  // namespace tavin::x11
