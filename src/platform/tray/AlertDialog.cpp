@@ -1,0 +1,109 @@
+#include "platform/tray/AlertDialog.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <algorithm>
+
+namespace tavin::tray {
+
+namespace {
+
+constexpr int textWidth = 400;
+// Longer texts, such as an engine's whole traceback, scroll: the buttons must stay on the screen.
+constexpr int longText = 600;
+
+QLabel* makeLabel(const QString& text) {
+  auto* label = new QLabel;
+  label->setTextFormat(Qt::PlainText);
+  label->setText(text);
+  label->setWordWrap(true);
+  label->setMinimumWidth(textWidth);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return label;
+}
+
+QWidget* makeHeading(const QString& text) {
+  QLabel* label = makeLabel(text);
+  QFont font = label->font();
+  font.setBold(true);
+  label->setFont(font);
+  return label;
+}
+
+QWidget* makeText(const QString& text) {
+  if (text.size() <= longText)
+    return makeLabel(text);
+  auto* view = new QPlainTextEdit(text);
+  view->setReadOnly(true);
+  view->setTabChangesFocus(true);
+  view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  view->setMinimumWidth(textWidth);
+  return view;
+}
+
+QLineEdit* makeSecureField() {
+  auto* field = new QLineEdit;
+  field->setEchoMode(QLineEdit::Password);
+  field->setFixedSize(320, std::max(24, field->sizeHint().height()));
+  return field;
+}
+
+// Takes the text and leaves zeros where the field had it.
+QString wipe(QLineEdit& field) {
+  const QString shared = field.text();
+  QString taken(shared.constData(), shared.size());
+  std::fill_n(const_cast<QChar*>(shared.constData()), shared.size(), QChar(0));
+  field.clear();
+  return taken;
+}
+
+}  // namespace
+
+AlertDialog::AlertDialog(const Alert& alert) {
+  setWindowTitle("Tavin");
+  setWindowFlag(Qt::WindowStaysOnTopHint);
+  setAttribute(Qt::WA_QuitOnClose, false);
+  setAccessibleName(alert.messageText);
+  setAccessibleDescription(alert.informativeText);
+  auto* layout = new QVBoxLayout(this);
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+  layout->addWidget(makeHeading(alert.messageText));
+  layout->addWidget(makeText(alert.informativeText));
+  if (alert.secureField) {
+    field_ = makeSecureField();
+    field_->setAccessibleName(alert.messageText);
+    layout->addWidget(field_);
+  }
+  layout->addLayout(makeButtons(alert.buttons.isEmpty() ? QStringList{"OK"} : alert.buttons));
+  if (field_ != nullptr)
+    field_->setFocus();
+}
+
+// No button box: those take the order of the buttons from the desktop's theme.
+QHBoxLayout* AlertDialog::makeButtons(const QStringList& titles) {
+  auto* row = new QHBoxLayout;
+  row->addStretch();
+  for (int i = 0; i < titles.size(); ++i) {
+    auto* button = new QPushButton(QString(titles[i]).replace('&', QLatin1String("&&")));
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, [this, i] {
+      button_ = AlertResponse::firstButton + i;
+      accept();
+    });
+    row->addWidget(button);
+    if (i != 0)
+      continue;
+    button->setDefault(true);
+    button->setFocus();
+  }
+  return row;
+}
+
+AlertResponse AlertDialog::takeResponse() {
+  return {button_, field_ != nullptr ? wipe(*field_) : QString()};
+}
+
+}  // namespace tavin::tray

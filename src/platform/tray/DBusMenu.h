@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/tray/BusObject.h"
+#include "platform/tray/MenuLayout.h"
+
+namespace tavin::tray {
+
+class MenuSource;
+
+// The menu as com.canonical.dbusmenu, for panels that draw it themselves. It is filled anew when a
+// panel announces that the root is about to show, before that call is answered. Main thread only.
+class DBusMenu final : public BusObject {
+ public:
+  static constexpr auto path = "/MenuBar";
+
+  // `source` must outlive this object.
+  DBusMenu(const QDBusConnection& bus, MenuSource& source);
+
+ protected:
+  QVariantMap properties() const override;
+
+ private:
+  using Answer = std::optional<QVariantList>;
+  Answer getLayout(const QVariantList& arguments) const;
+  Answer getGroupProperties(const QVariantList& arguments) const;
+  Answer getProperty(const QVariantList& arguments) const;
+  Answer event(const QVariantList& arguments);
+  Answer eventGroup(const QVariantList& arguments);
+  Answer aboutToShow(const QVariantList& arguments);
+  Answer aboutToShowGroup(const QVariantList& arguments);
+
+  bool handleEvent(int id, const QString& name);
+  // Whether the root holds other lines now, which the panel has to fetch.
+  bool refresh();
+  void announce(const MenuLayout::Changes& changes);
+
+  MenuSource& source_;
+  MenuLayout layout_;
+  uint revision_ = 1;
+};
+
+}  // namespace tavin::tray

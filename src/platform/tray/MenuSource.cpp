@@ -1,0 +1,43 @@
+#include "platform/tray/MenuSource.h"
+
+#include <QTimer>
+#include <utility>
+
+namespace tavin::tray {
+
+MenuSource::MenuSource(std::function<void()> commandChosen)
+    : commandChosen_(std::move(commandChosen)) {}
+
+const Menu* MenuSource::refresh() {
+  if (menu_ != nullptr && menu_->delegate != nullptr)
+    menu_->delegate->menuNeedsUpdate(*menu_);
+  return menu_;
+}
+
+void MenuSource::choose(const MenuItem& item) {
+  if (item.action == MenuAction::none)
+    return;
+  QTimer::singleShot(0, this, [this, item] {
+    if (menu_ == nullptr || menu_->delegate == nullptr)
+      return;
+    if (commandChosen_)
+      commandChosen_();
+    menu_->delegate->perform(item);
+  });
+}
+
+Toggle toggleOf(const MenuItem& item) {
+  switch (item.action) {
+    case MenuAction::selectShortcut:
+    case MenuAction::selectEngine:
+    case MenuAction::selectVoice:
+    case MenuAction::selectSpeed:
+      return Toggle::radio;
+    case MenuAction::toggleLogin:
+      return Toggle::checkmark;
+    default:
+      return item.state ? Toggle::checkmark : Toggle::none;
+  }
+}
+
+}  // namespace tavin::tray

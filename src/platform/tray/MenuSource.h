@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+#include "platform/Menu.h"
+
+namespace tavin::tray {
+
+// The menu as every drawer of it uses it: filled before an opening, asked to act on a choice.
+// Main thread only.
+class MenuSource : private QObject {
+ public:
+  // `commandChosen` is called right before each command is carried out.
+  explicit MenuSource(std::function<void()> commandChosen);
+
+  void setMenu(Menu* menu) { menu_ = menu; }  // Not owned.
+  // Fills the menu for an opening, which may take as long as the delegate does. Null without one.
+  const Menu* refresh();
+  // Carries out the command of an item as it was drawn, from the event loop: what drew the menu is
+  // done with it by then, and whoever waits for an answer has got it.
+  void choose(const MenuItem& item);
+
+ private:
+  std::function<void()> commandChosen_;
+  Menu* menu_ = nullptr;
+};
+
+// How an item shows its state.
+enum class Toggle { none, checkmark, radio };
+Toggle toggleOf(const MenuItem& item);
+
+}  // namespace tavin::tray

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QPoint>
+#include <functional>
+#include <memory>
+
+#include "platform/tray/TrayImage.h"
+
+namespace tavin::tray {
+
+class DBusMenu;
+class MenuSource;
+class StatusNotifierItem;
+
+// The icon and its menu on the session bus, announced to org.kde.StatusNotifierWatcher whenever
+// that has a new owner. Has a connection of its own, so that panels which know an icon by its
+// connection see nothing else there. Main thread only.
+class NotifierTray {
+ public:
+  // `watcherChanged` is called from the event loop as soon as it is known whether there is a
+  // watcher, and at each change: before the icon is announced, after it is gone. Without a session
+  // bus there is none. `source` must outlive this object.
+  NotifierTray(MenuSource& source, std::function<void(QPoint)> openMenu,
+               std::function<void(bool)> watcherChanged);
+  ~NotifierTray();
+  NotifierTray(const NotifierTray&) = delete;
+  NotifierTray& operator=(const NotifierTray&) = delete;
+
+  void setImage(const TrayImage& image, const QString& accessibilityDescription);
+
+ private:
+  void findWatcher();
+  void setWatcher(const QString& owner);
+
+  QString connectionName_;
+  QDBusConnection bus_;
+  std::function<void(bool)> watcherChanged_;
+  std::unique_ptr<StatusNotifierItem> item_;
+  std::unique_ptr<DBusMenu> menu_;
+  QDBusServiceWatcher owners_;
+  bool known_ = false;  // Whether the watcher's owner has been heard of at all.
+};
+
+}  // namespace tavin::tray

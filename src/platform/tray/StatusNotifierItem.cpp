@@ -1,0 +1,81 @@
+#include "platform/tray/StatusNotifierItem.h"
+
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <utility>
+
+#include "platform/tray/DBusMenu.h"
+#include "platform/tray/Introspection.h"
+#include "platform/tray/StatusNotifierTypes.h"
+
+namespace tavin::tray {
+
+StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus,
+                                       std::function<void(QPoint)> openMenu)
+    : BusObject(bus, QLatin1String(path), "org.kde.StatusNotifierItem",
+                QLatin1String(statusNotifierItemDescription)),
+      openMenu_(std::move(openMenu)) {
+  registerStatusNotifierTypes();
+  const auto open = [this](const QVariantList& arguments) {
+    openMenu_(QPoint(arguments.at(0).toInt(), arguments.at(1).toInt()));
+    return QVariantList{};
+  };
+  const auto ignore = [](const QVariantList&) { return QVariantList{}; };
+  addMethod("Activate", "ii", open);
+  addMethod("ContextMenu", "ii", open);
+  addMethod("SecondaryActivate", "ii", ignore);
+  addMethod("Scroll", "is", ignore);
+}
+
+void StatusNotifierItem::setImage(const TrayImage& image, const QString& accessibilityDescription) {
+  image_ = image;
+  const bool renamed = description_ != accessibilityDescription;
+  description_ = accessibilityDescription;
+  emitSignal("NewIcon");
+  if (renamed)
+    emitSignal("NewToolTip");
+}
+
+void StatusNotifierItem::registerWith(const QString& watcher) {
+  QDBusMessage call =
+      QDBusMessage::createMethodCall(watcher, "/StatusNotifierWatcher",
+                                     "org.kde.StatusNotifierWatcher", "RegisterStatusNotifierItem");
+  call << bus().baseService();
+  auto* reply = new QDBusPendingCallWatcher(bus().asyncCall(call), this);
+  connect(reply, &QDBusPendingCallWatcher::finished, this, [](QDBusPendingCallWatcher* done) {
+    const QDBusPendingReply<> answer = *done;
+    if (answer.isError())
+      qWarning("Tavin: the panel refused the icon: %s", qPrintable(answer.error().message()));
+    done->deleteLater();
+  });
+}
+
+QVariantMap StatusNotifierItem::properties() const {
+  QList<IconPixmap> pixmaps;
+  for (const QImage& image : image_.pixmaps) pixmaps.append(iconPixmap(image));
+  const QVariant none = QVariant::fromValue(QList<IconPixmap>());
+  return {
+      {"Category", "ApplicationStatus"},
+      {"Id", "tavin"},
+      {"Title", "Tavin"},
+      {"Status", "Active"},
+      {"WindowId", 0},
+      {"IconThemePath", iconThemePath()},
+      {"Menu", QVariant::fromValue(QDBusObjectPath(DBusMenu::path))},
+      {"ItemIsMenu", true},
+      {"IconName", image_.iconName},
+      {"IconPixmap", QVariant::fromValue(pixmaps)},
+      {"IconAccessibleDesc", description_},
+      {"OverlayIconName", ""},
+      {"OverlayIconPixmap", none},
+      {"AttentionIconName", ""},
+      {"AttentionIconPixmap", none},
+      {"AttentionMovieName", ""},
+      {"AttentionAccessibleDesc", ""},
+      {"ToolTip", QVariant::fromValue(ToolTip{{}, {}, description_, {}})},
+  };
+}
+
+}  // namespace tavin::tray

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+#include <vector>
+
+namespace tavin::tray {
+
+// The icon of a symbol, in the forms that panels ask for.
+struct TrayImage {
+  QString iconName;  // In the icon theme; panels recolour it. Empty for an unknown symbol.
+  std::vector<QImage>
+      pixmaps;  // For those that have no theme; a grey that light and dark both bear.
+};
+
+// `symbolName` is "waveform" or "waveform.circle.fill". Needs a GUI application.
+TrayImage trayImage(const QString& symbolName);
+
+// Where our icons are when the desktop's theme does not have them: the folder beside the running
+// program. Empty where it does not exist.
+QString iconThemePath();
+
+}  // namespace tavin::tray

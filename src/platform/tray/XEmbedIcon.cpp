@@ -1,0 +1,24 @@
+#include "platform/tray/XEmbedIcon.h"
+
+#include <QPixmap>
+#include <utility>
+
+namespace tavin::tray {
+
+XEmbedIcon::XEmbedIcon(std::function<void()> openMenu) {
+  QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
+                   [openMenu = std::move(openMenu)](QSystemTrayIcon::ActivationReason reason) {
+                     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context)
+                       openMenu();
+                   });
+}
+
+void XEmbedIcon::setImage(const TrayImage& image, const QString& accessibilityDescription) {
+  QIcon icon;
+  for (const QImage& pixmap : image.pixmaps) icon.addPixmap(QPixmap::fromImage(pixmap));
+  icon_.setIcon(icon);
+  icon_.setToolTip(accessibilityDescription);
+  icon_.setVisible(!icon.isNull());
+}
+
+}  // namespace tavin::tray
