@@ -13,7 +13,6 @@ from tavin.text import pieces
 
 AHEAD_SECONDS = 5.0  # sound kept ready, and always at least one sentence
 AHEAD_SENTENCES = 32  # the bound for sentences that make no sound
-PIECE_SECONDS = 0.1  # handed to the player at once
 FAILURES_IN_A_ROW = 10  # then the text is given up
 
 
@@ -127,16 +126,14 @@ class Reading:
 
     async def _play(self):
         while True:
-            await self._stream.room()
-            samples = await self._next_samples()
+            samples = await self._next_samples(await self._stream.room())
             if samples is None:
                 break
             self._stream.play(samples)
         self._stream.end()
         await self._stream.heard()
 
-    async def _next_samples(self):
-        size = int(PIECE_SECONDS * self._synthesis.rate) * 2
+    async def _next_samples(self, most):
         while True:
             await self._until(self._has_next)
             if not self._clips:
@@ -144,8 +141,8 @@ class Reading:
             clip = self._clips[0]
             if clip.sound:
                 clip.started = True
-                samples = bytes(clip.sound[:size])
-                del clip.sound[:size]
+                samples = bytes(clip.sound[:most])
+                del clip.sound[:most]
                 return samples
             self._clips.popleft()
             self._changed.set()

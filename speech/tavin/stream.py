@@ -21,20 +21,21 @@ class Stream:
         self._on_started = on_started
         self._close = close
         self._open = True
-        self._room = 0
+        self._room = 0  # bytes
         self._failure = None
         self._changed = asyncio.Event()
 
     async def room(self):
-        """Wait until the player wants sound; OutputError when it never will."""
+        """Wait until the player wants sound: how many bytes. OutputError when it never will."""
         await self._until(lambda: self._room > 0)
+        return self._room
 
     async def heard(self):
         """After `end`: wait until all of the sound was heard."""
         await self._until(lambda: not self._open)
 
     def play(self, samples):
-        self._room -= 1
+        self._room -= len(samples)
         self._child.send(frames.AUDIO, self.number, samples)
 
     def end(self):
@@ -53,8 +54,7 @@ class Stream:
 
     def frame(self, kind, payload):
         if kind == frames.NEED:
-            # More than two would only make the player hold more than it needs.
-            self._room = min(self._room + 1, 2)
+            self._room += int(payload)
         elif kind == frames.STARTED:
             self._on_started()
         elif kind == frames.ENDED:

@@ -1,0 +1,139 @@
+"""One stream to the sound server, from the connection to its end."""
+
+import sys
+
+from tavin import frames, pulse
+
+# The server holds this much; all of it is unheard after a stop or a pause.
+BUFFER_SECONDS = 0.3
+REQUEST_SECONDS = 0.03
+START_SECONDS = 0.02  # enough to begin with, and to go on with after a gap
+NOT_SET = 0xFFFFFFFF
+
+
+class Playback:
+    """`report(kind, payload)` tells NEED, STARTED and, as the last, ENDED or FAILED."""
+
+    def __init__(self, library, api, rate, paused, report):
+        self._pa = library
+        self._rate = rate
+        self._paused = paused
+        self._report = report
+        self._stream = None
+        self._asked = 0  # bytes wanted from the engine that have not come
+        self._ending = False
+        # Kept here, because the library holds only pointers to them.
+        self._on_context = pulse.Notify(lambda *_: self._context_changed())
+        self._on_stream = pulse.Notify(lambda *_: self._stream_changed())
+        self._on_request = pulse.Request(lambda *_: self._ask())
+        self._on_started = pulse.Notify(lambda *_: self._report(frames.STARTED))
+        self._on_drained = pulse.Success(lambda *_: self._finish(frames.ENDED))
+        self._context = self._pa.pa_context_new_with_proplist(api, b"Tavin", self._properties())
+        self._pa.pa_context_set_state_callback(self._context, self._on_context, None)
+        if self._pa.pa_context_connect(self._context, None, 0, None) < 0:
+            self._fail()
+
+    def play(self, samples):
+        self._asked -= len(samples)
+        if self._stream:
+            self._pa.pa_stream_write(
+                self._stream, samples, len(samples), None, 0, pulse.SEEK_RELATIVE
+            )
+
+    def end(self):
+        """No more sound comes: report when all of it was played."""
+        self._ending = True
+        if self._ready():
+            self._forget(self._pa.pa_stream_drain(self._stream, self._on_drained, None))
+
+    def pause(self, paused):
+        self._paused = paused
+        if self._ready():
+            self._forget(self._pa.pa_stream_cork(self._stream, int(paused), None, None))
+
+    def close(self):
+        """Silence: the server throws away what it holds."""
+        if self._stream:
+            self._pa.pa_stream_set_state_callback(self._stream, pulse.Notify(), None)
+            self._pa.pa_stream_disconnect(self._stream)
+            self._pa.pa_stream_unref(self._stream)
+            self._stream = None
+        if self._context:
+            self._pa.pa_context_set_state_callback(self._context, pulse.Notify(), None)
+            self._pa.pa_context_disconnect(self._context)
+            self._pa.pa_context_unref(self._context)
+            self._context = None
+
+    def _properties(self):
+        properties = self._pa.pa_proplist_new()
+        for name, value in (
+            (b"application.name", b"Tavin"),
+            (b"application.id", b"app.tavin.Tavin"),
+            (b"application.icon_name", b"app.tavin.Tavin"),
+            (b"media.role", b"a11y"),
+        ):
+            self._pa.pa_proplist_sets(properties, name, value)
+        return properties
+
+    def _context_changed(self):
+        state = self._pa.pa_context_get_state(self._context)
+        if state == pulse.CONTEXT_READY:
+            self._open_stream()
+        elif state in (pulse.CONTEXT_FAILED, pulse.CONTEXT_TERMINATED):
+            self._fail()
+
+    def _open_stream(self):
+        little = sys.byteorder == "little"
+        spec = pulse.SampleSpec(pulse.FORMAT_S16LE if little else pulse.FORMAT_S16BE, self._rate, 1)
+        self._stream = self._pa.pa_stream_new(self._context, b"Speech", spec, None)
+        self._pa.pa_stream_set_state_callback(self._stream, self._on_stream, None)
+        self._pa.pa_stream_set_write_callback(self._stream, self._on_request, None)
+        self._pa.pa_stream_set_started_callback(self._stream, self._on_started, None)
+        sizes = pulse.BufferAttributes(
+            NOT_SET,
+            self._bytes(BUFFER_SECONDS),
+            self._bytes(START_SECONDS),
+            self._bytes(REQUEST_SECONDS),
+            NOT_SET,
+        )
+        flags = pulse.ADJUST_LATENCY | (pulse.START_CORKED if self._paused else 0)
+        self._corked_at_start = self._paused
+        if self._pa.pa_stream_connect_playback(self._stream, None, sizes, flags, None, None) < 0:
+            self._fail()
+
+    def _stream_changed(self):
+        state = self._pa.pa_stream_get_state(self._stream)
+        if state in (pulse.STREAM_FAILED, pulse.STREAM_TERMINATED):
+            self._fail()
+        elif state == pulse.STREAM_READY:
+            if self._paused != self._corked_at_start:
+                self.pause(self._paused)
+            if self._ending:
+                self.end()
+
+    def _ask(self):
+        """Ask the engine for what the server can take."""
+        wanted = self._pa.pa_stream_writable_size(self._stream) - self._asked
+        if wanted > 0 and not self._ending:
+            self._asked += wanted
+            self._report(frames.NEED, str(wanted).encode())
+
+    def _ready(self):
+        return self._stream and self._pa.pa_stream_get_state(self._stream) == pulse.STREAM_READY
+
+    def _fail(self):
+        number = self._pa.pa_context_errno(self._context)
+        reason = self._pa.pa_strerror(number).decode(errors="replace")
+        self._finish(frames.FAILED, reason.encode())
+
+    def _finish(self, kind, payload=b""):
+        if self._context:
+            self.close()
+            self._report(kind, payload)
+
+    def _forget(self, operation):
+        if operation:
+            self._pa.pa_operation_unref(operation)
+
+    def _bytes(self, seconds):
+        return 2 * int(seconds * self._rate)

@@ -1,0 +1,140 @@
+"""The engine as Tavin starts it, and a client that can also misbehave."""
+
+import http.client
+import json
+import signal
+import socket
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+from sound import until
+
+FOLDER = Path(__file__).resolve().parent.parent
+PORT = 47632
+
+
+class EngineProcess:
+    def __init__(self, environment, folder, language="en_US.UTF-8"):
+        self.folder = folder
+        self.settings = folder / "config" / "tavin" / "engine.json"
+        self._environment = {
+            **environment,
+            "LANG": language,
+            "XDG_CONFIG_HOME": str(folder / "config"),
+            "XDG_DATA_HOME": str(folder / "data"),
+            "PYTHONDONTWRITEBYTECODE": "1",
+        }
+        self._log = folder / "engine.log"
+        self.process = None
+
+    def start(self, wait=True):
+        with open(self._log, "ab") as log:
+            self.process = subprocess.Popen(
+                [sys.executable, "-m", "tavin.server"],
+                cwd=FOLDER,
+                env=self._environment,
+                stdin=subprocess.DEVNULL,
+                stdout=log,
+                stderr=log,
+            )
+        if wait:
+            until(self._answers, 15, "the engine answers")
+        return self
+
+    def end(self, number=signal.SIGTERM):
+        """Send a signal; the exit code and how long the end took."""
+        begin = time.monotonic()
+        self.process.send_signal(number)
+        code = self.process.wait(timeout=10)
+        return code, time.monotonic() - begin
+
+    def kill(self):
+        if self.process and self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+
+    def log(self):
+        return self._log.read_text("utf-8")
+
+    def request(self, method, path, body=None, headers=None):
+        """One request on a connection of its own: status code and decoded answer."""
+        connection = http.client.HTTPConnection("127.0.0.1", PORT, timeout=10)
+        try:
+            connection.request(method, path, body, {"X-Tavin": "1"} if headers is None else headers)
+            answer = connection.getresponse()
+            return answer.status, json.loads(answer.read() or b"null")
+        finally:
+            connection.close()
+
+    def post(self, path, **body):
+        return self.request("POST", path, json.dumps(body))
+
+    def status(self):
+        code, answer = self.request("GET", "/status")
+        assert code == 200
+        return answer
+
+    def speak(self, text):
+        assert self.post("/speak", text=text)[0] == 200
+
+    def wait_for(self, state, seconds=15):
+        return until(lambda: (s := self.status())["state"] == state and s, seconds, state)
+
+    def helpers(self, module):
+        """Process ids of the engine's helpers that run the given module."""
+        found = []
+        for entry in Path("/proc").iterdir():
+            if entry.name.isdigit() and parent_of(entry) == self.process.pid:
+                if module.encode() in command_of(entry).split(b"\0"):
+                    found.append(int(entry.name))
+        return found
+
+    def helper(self, module):
+        return until(lambda: self.helpers(module), 10, module)[0]
+
+    def _answers(self):
+        assert self.process.poll() is None, self.log()
+        try:
+            socket.create_connection(("127.0.0.1", PORT), 1).close()
+            return True
+        except OSError:
+            return False
+
+
+def parent_of(entry):
+    try:
+        return int((entry / "stat").read_text().rpartition(")")[2].split()[1])
+    except OSError:
+        return None
+
+
+def command_of(entry):
+    try:
+        return (entry / "cmdline").read_bytes()
+    except OSError:
+        return b""
+
+
+def exists(pid):
+    """Whether a process runs; one that ended and was not collected does not."""
+    try:
+        return Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()[0] != "Z"
+    except OSError:
+        return False
+
+
+def raw(data, seconds=5):
+    """Send bytes as they are; everything that comes back until the engine closes or is silent."""
+    with socket.create_connection(("127.0.0.1", PORT), seconds) as connection:
+        connection.sendall(data)
+        connection.settimeout(seconds)
+        answer = b""
+        while chunk := connection.recv(65536):
+            answer += chunk
+            if b"\r\n\r\n" in answer:
+                break
+        return answer
+
+

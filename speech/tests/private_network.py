@@ -1,0 +1,46 @@
+"""A network of the tests' own, so that the engine's fixed port is free for them.
+
+Where the machine does not allow one, a lock keeps test runs from each other.
+"""
+
+import ctypes
+import fcntl
+import os
+import socket
+import struct
+import tempfile
+
+CLONE_NEWUSER = 0x10000000
+CLONE_NEWNET = 0x40000000
+SIOCSIFFLAGS = 0x8914
+IFF_UP = 1
+
+
+def enter():
+    """Move this process into a new network; False when that is not allowed.
+
+    A process with threads cannot change its user namespace: call it early.
+    """
+    user, group = os.getuid(), os.getgid()
+    libc = ctypes.CDLL(None, use_errno=True)
+    if libc.unshare(CLONE_NEWNET) != 0:
+        if libc.unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0:
+            return False
+        for name, content in (
+            ("setgroups", "deny"),
+            ("uid_map", f"{user} {user} 1"),
+            ("gid_map", f"{group} {group} 1"),
+        ):
+            with open(f"/proc/self/{name}", "w", encoding="ascii") as file:
+                file.write(content)
+    with socket.socket() as any_socket:
+        request = struct.pack("16sh14x", b"lo", IFF_UP)
+        fcntl.ioctl(any_socket, SIOCSIFFLAGS, request)
+    return True
+
+
+def lock_port():
+    """Wait for the other test runs on this machine. The lock lasts as long as the file."""
+    file = open(os.path.join(tempfile.gettempdir(), "tavin-test-port.lock"), "w", encoding="ascii")
+    fcntl.flock(file, fcntl.LOCK_EX)
+    return file
