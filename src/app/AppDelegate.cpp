@@ -42,8 +42,11 @@ void AppDelegate::setIcon(bool active) {
 }
 
 void AppDelegate::registerHotkeys() {
+  registerHotkeys(ShortcutPreset::current(*platform_.userDefaults));
+}
+
+void AppDelegate::registerHotkeys(const ShortcutPreset& preset) {
   require(menuController_ != nullptr, "there is no menu before launch");
-  const ShortcutPreset& preset = ShortcutPreset::current(*platform_.userDefaults);
   hotkeys_.unregisterAll();
   const auto weak = weak_from_this();
   const bool speak = hotkeys_.registerHotkey(preset.keyCode, preset.modifiers, [weak] {

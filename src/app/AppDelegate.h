@@ -18,6 +18,7 @@ class StatusItem;
 class Timer;
 struct EngineStatus;
 struct Platform;
+struct ShortcutPreset;
 
 // The application controller: owns every long-lived object, connects the shortcuts and the menu to
 // the speech commands, and shows the icon and the alerts.
@@ -37,6 +38,7 @@ class AppDelegate final : public ApplicationDelegate,
 
   // Replaces both shortcuts by those of the chosen preset.
   void registerHotkeys();
+  void registerHotkeys(const ShortcutPreset& preset);
 
   // The commands. Each queues one work item and returns; any thread.
   void speakOrStop();

@@ -12,7 +12,10 @@
 
 namespace tavin {
 
-CurlSession::CurlSession(SystemLog& log) : log_(log) { curl_global_init(CURL_GLOBAL_DEFAULT); }
+CurlSession::CurlSession(SystemLog& log, std::optional<uid_t> user)
+    : log_(log), user_(user.value_or(::geteuid())) {
+  curl_global_init(CURL_GLOBAL_DEFAULT);
+}
 
 CurlSession::~CurlSession() = default;
 
@@ -39,7 +42,7 @@ void CurlSession::invalidateAndCancel() {
 bool CurlSession::peerIsEngine(const UrlRequest& request) {
   const auto owners = listenerOwners(static_cast<std::uint16_t>(QUrl(request.url).port(80)));
   const bool foreign = owners && std::any_of(owners->begin(), owners->end(),
-                                             [](uid_t owner) { return owner != ::geteuid(); });
+                                             [this](uid_t owner) { return owner != user_; });
   if (!foreignListener_.exchange(foreign) && foreign)
     log_.write(QStringLiteral("Tavin: the engine's port belongs to another user's program"));
   return owners && !owners->empty() && !foreign;

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <atomic>
 #include <cstddef>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
 
 #include "engine/UrlSession.h"
@@ -21,7 +24,8 @@ class CurlSession final : public UrlSession {
   // What an answer may hold; the engine's are a few kilobytes.
   static constexpr std::size_t maxAnswerSize = 16 * 1024 * 1024;
 
-  explicit CurlSession(SystemLog& log);  // Not owned.
+  // `log` is not owned. `user` is whose listeners count as an engine; none means ours.
+  explicit CurlSession(SystemLog& log, std::optional<uid_t> user = std::nullopt);
   ~CurlSession() override;
 
   std::variant<UrlResponse, UrlError> dataTask(const UrlRequest& request) override;
@@ -31,6 +35,7 @@ class CurlSession final : public UrlSession {
   bool peerIsEngine(const UrlRequest& request);
 
   SystemLog& log_;
+  const uid_t user_;
   std::mutex mutex_;
   std::set<CurlTransfer*> transfers_;  // Under way, for invalidateAndCancel.
   bool invalidated_ = false;

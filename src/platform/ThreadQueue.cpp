@@ -8,6 +8,8 @@
 namespace tavin {
 
 struct ThreadQueue::State {
+  explicit State(std::size_t limit) : maxThreads(limit) {}
+
   const std::size_t maxThreads;
   std::mutex mutex;
   std::condition_variable wake;
@@ -17,7 +19,7 @@ struct ThreadQueue::State {
   bool stopped = false;
 };
 
-ThreadQueue::ThreadQueue(std::size_t maxThreads) : state_(new State{.maxThreads = maxThreads}) {}
+ThreadQueue::ThreadQueue(std::size_t maxThreads) : state_(std::make_shared<State>(maxThreads)) {}
 
 ThreadQueue::~ThreadQueue() {
   std::deque<std::function<void()>> dropped;
