@@ -16,6 +16,9 @@ from tavin.stream import OutputError
 from tavin.synthesis import Synthesis, SynthesisError
 
 
+PATIENCE_AT_START = 1.0
+
+
 class Refusal(Exception):
     """A request that cannot be met; nothing was changed. The text says why."""
 
@@ -30,6 +33,14 @@ class Engine:
         self._task = None
         self._chars = 0
         self._error = None
+
+    async def know_voices(self):
+        """Wait for the voices a little, so that the first status names the right one."""
+        try:
+            async with asyncio.timeout(PATIENCE_AT_START):
+                await self._synth().start()
+        except (SynthesisError, TimeoutError):
+            pass  # told when it matters
 
     async def warm_up(self):
         """Have the helpers running, so that the first speech starts at once."""

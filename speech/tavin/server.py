@@ -65,6 +65,8 @@ async def serve():
     runner = web.AppRunner(application(engine), access_log=None)
     await runner.setup()
     listener = await listen()
+    # Requests wait in the listener's queue until the voices are known.
+    await engine.know_voices()
     await web.SockSite(runner, listener).start()
     log.info("serving on port %d", PORT)
     await engine.warm_up()

@@ -27,8 +27,9 @@ def sound_server():
 
 
 @pytest.fixture
-def new_engine(sound_server, tmp_path):
+def new_engine(sound_server, quiet_engine, tmp_path):
     """Makes engines that share settings; all are ended after the test."""
+    quiet_engine.kill()
     made = []
 
     def make(environment=None, **options):
@@ -44,6 +45,24 @@ def new_engine(sound_server, tmp_path):
 @pytest.fixture
 def engine(new_engine):
     return new_engine().start()
+
+
+@pytest.fixture(scope="session")
+def quiet_engine(sound_server, tmp_path_factory):
+    """One engine for all tests that only have requests refused or answered."""
+    engine = EngineProcess(sound_server.environment, tmp_path_factory.mktemp("quiet"))
+    yield engine
+    engine.kill()
+
+
+@pytest.fixture
+def shared(quiet_engine):
+    """The quiet engine, if need be started again: only one engine has the port at a time."""
+    if not quiet_engine.running():
+        quiet_engine.start()
+    yield quiet_engine
+    assert quiet_engine.running(), quiet_engine.log()
+    quiet_engine.post("/stop")
 
 
 @pytest.fixture

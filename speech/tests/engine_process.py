@@ -51,9 +51,12 @@ class EngineProcess:
         return code, time.monotonic() - begin
 
     def kill(self):
-        if self.process and self.process.poll() is None:
+        if self.running():
             self.process.kill()
             self.process.wait()
+
+    def running(self):
+        return self.process is not None and self.process.poll() is None
 
     def log(self):
         return self._log.read_text("utf-8")

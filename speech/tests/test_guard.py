@@ -1,0 +1,85 @@
+"""Who may use the port: Tavin, and no web page."""
+
+import socket
+
+import pytest
+from engine_process import PORT, raw
+
+GOOD = {"X-Tavin": "1"}
+
+
+@pytest.mark.parametrize("path", ["/speak", "/stop", "/toggle-pause", "/config", "/key", "/nowhere"])
+@pytest.mark.parametrize("headers", [{}, {"X-Tavin": ""}, {"X-Tavin": "0"}, {"X-Tavin": "11"}])
+def test_a_post_needs_the_header(shared, path, headers):
+    code, answer = shared.request("POST", path, '{"text": "no"}', headers)
+    assert code == 403
+    assert answer["error"]
+    assert shared.status()["state"] == "idle"
+
+
+@pytest.mark.parametrize("host", ["evil.example", f"evil.example:{PORT}", "127.0.0.1", "127.0.0.1:80", "", "[::1]:47632"])
+def test_a_foreign_host_is_refused(shared, host):
+    assert shared.request("GET", "/status", headers={"Host": host})[0] == 403
+    assert shared.request("POST", "/stop", "{}", {"Host": host, **GOOD})[0] == 403
+
+
+@pytest.mark.parametrize("host", [f"127.0.0.1:{PORT}", f"localhost:{PORT}", f"LocalHost:{PORT}"])
+def test_the_own_host_is_served(shared, host):
+    assert shared.request("GET", "/status", headers={"Host": host})[0] == 200
+
+
+@pytest.mark.parametrize(
+    "name, value",
+    [
+        ("Origin", "https://evil.example"),
+        ("Origin", f"http://127.0.0.1:{PORT}"),
+        ("origin", "null"),
+        ("Sec-Fetch-Site", "cross-site"),
+        ("sec-fetch-mode", "no-cors"),
+    ],
+)
+def test_what_a_browser_sends_is_refused(shared, name, value):
+    for method, path in (("GET", "/status"), ("GET", "/voices?engine=espeak"), ("POST", "/stop"), ("OPTIONS", "/speak")):
+        assert shared.request(method, path, "{}", {**GOOD, name: value})[0] == 403
+
+
+def test_no_answer_invites_web_pages(shared):
+    answer = raw(f"GET /status HTTP/1.1\r\nHost: 127.0.0.1:{PORT}\r\nConnection: close\r\n\r\n".encode())
+    assert answer.startswith(b"HTTP/1.1 200")
+    assert b"access-control" not in answer.lower()
+
+
+@pytest.mark.parametrize(
+    "request_bytes",
+    [
+        b"GET /status HTTP/1.1\r\n\r\n",
+        b"GET /status HTTP/1.1\r\nHost: evil\r\nHost: 127.0.0.1:47632\r\n\r\n",
+        b"GET /status HTTP/1.0\r\n\r\n",
+        b"\x00\x01\x02\r\n\r\n",
+        b"GET " + b"/a" * 10000 + b" HTTP/1.1\r\n\r\n",
+    ],
+)
+def test_broken_requests_are_refused(shared, request_bytes):
+    assert raw(request_bytes)[:12] in (b"HTTP/1.1 403", b"HTTP/1.0 403", b"HTTP/1.1 400", b"HTTP/1.0 400")
+    assert shared.status()["state"] == "idle"
+
+
+def test_only_the_loopback_interface_is_served(shared):
+    with open(f"/proc/{shared.process.pid}/net/tcp", encoding="ascii") as table:
+        listening = [line.split()[1] for line in table if line.split()[3] == "0A"]
+    assert f"0100007F:{PORT:04X}" in listening
+    assert not [address for address in listening if address.startswith("00000000:")]
+
+
+def test_idle_and_half_open_connections_keep_nobody_out(shared):
+    held = []
+    try:
+        for index in range(200):
+            connection = socket.create_connection(("127.0.0.1", PORT), 5)
+            if index % 2:
+                connection.sendall(b"POST /speak HTTP/1.1\r\nHost: 127.0.0.1:47632\r\nX-Tavin: 1\r\nContent-Length: 99\r\n\r\n{")
+            held.append(connection)
+        assert shared.status()["state"] == "idle"
+    finally:
+        for connection in held:
+            connection.close()
