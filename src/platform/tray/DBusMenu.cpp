@@ -1,6 +1,7 @@
 #include "platform/tray/DBusMenu.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "platform/tray/DBusMenuTypes.h"
 #include "platform/tray/Introspection.h"
@@ -9,6 +10,10 @@
 namespace tavin::tray {
 
 namespace {
+
+using namespace std::chrono_literals;
+constexpr std::chrono::milliseconds firstSettling = 1s;
+constexpr std::chrono::milliseconds lastSettling = 8s;
 
 // An empty list of names asks for all.
 QVariantMap named(const QVariantMap& properties, const QStringList& names) {
@@ -42,6 +47,8 @@ DBusMenu::DBusMenu(const QDBusConnection& bus, MenuSource& source)
                 QLatin1String(dbusMenuDescription)),
       source_(source) {
   registerDBusMenuTypes();
+  settling_.setSingleShot(true);
+  connect(&settling_, &QTimer::timeout, this, [this] { settle(); });
   addMethod("GetLayout", "iias", [this](const auto& arguments) { return getLayout(arguments); });
   addMethod("GetGroupProperties", "aias",
             [this](const auto& arguments) { return getGroupProperties(arguments); });
@@ -112,8 +119,11 @@ bool DBusMenu::handleEvent(int id, const QString& name) {
     return false;
   const bool offered =
       node->properties.value("visible").toBool() && node->properties.value("enabled").toBool();
-  if (name == QLatin1String("clicked") && offered)
-    source_.choose(node->item);
+  if (name != QLatin1String("clicked") || !offered)
+    return true;
+  source_.choose(node->item);
+  if (toggleOf(node->item) != Toggle::none)
+    keepFresh();  // A line of the root is about to name what was chosen.
   return true;
 }
 
@@ -135,13 +145,34 @@ DBusMenu::Answer DBusMenu::aboutToShowGroup(const QVariantList& arguments) {
   return QVariantList{QVariant::fromValue(changed), QVariant::fromValue(unknown)};
 }
 
+void DBusMenu::prepare() {
+  refresh();
+  keepFresh();
+}
+
 bool DBusMenu::refresh() {
   const Menu* menu = source_.refresh();
   if (menu == nullptr)
     return false;
   const MenuLayout::Changes changes = layout_.update(*menu);
+  if (changes.rootSize)
+    keepFresh();
   announce(changes);
   return std::find(changes.children.begin(), changes.children.end(), 0) != changes.children.end();
+}
+
+void DBusMenu::keepFresh() {
+  if (!settling_.isActive())
+    settling_.start(firstSettling);
+}
+
+void DBusMenu::settle() {
+  const auto next = 2 * settling_.intervalAsDuration();
+  refresh();
+  if (next <= lastSettling)
+    settling_.start(next);
+  else
+    settling_.stop();
 }
 
 void DBusMenu::announce(const MenuLayout::Changes& changes) {

@@ -77,6 +77,7 @@ void hide(MenuNode& node, MenuLayout::Changes& changes) {
     return;
   node.properties.insert("visible", false);
   changes.properties.push_back(node.id);
+  changes.rootSize = true;
 }
 
 const MenuNode* findIn(const MenuNode& node, int id) {
@@ -107,6 +108,7 @@ MenuLayout::Changes MenuLayout::update(const Menu& menu) {
       pool.push_back(hiddenNode(nextId_++, kind));
       changes.children = {0};
     }
+    changes.rootSize |= !pool[next].properties.value("visible").toBool();
     show(pool[next++], menu, item, changes);
   }
   for (; next < pool.size(); ++next) hide(pool[next], changes);

@@ -24,6 +24,7 @@ class MenuLayout {
   struct Changes {
     std::vector<int> properties;  // Lines that look different now.
     std::vector<int> children;    // Lines (0 is the root) that hold other lines now.
+    bool rootSize = false;        // Other root lines are shown than before.
   };
 
   MenuLayout();

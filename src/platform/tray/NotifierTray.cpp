@@ -68,8 +68,10 @@ void NotifierTray::findWatcher() {
 void NotifierTray::setWatcher(const QString& owner) {
   known_ = true;
   watcherChanged_(!owner.isEmpty());
-  if (!owner.isEmpty())
-    item_->registerWith(owner);
+  if (owner.isEmpty())
+    return;
+  item_->registerWith(owner);
+  menu_->prepare();
 }
 
 }  // namespace tavin::tray
