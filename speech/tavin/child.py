@@ -13,6 +13,8 @@ from tavin import frames
 
 PACKAGE_PARENT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 
+END_SECONDS = 0.5
+
 
 class Child:
     def __init__(self, process, on_frame, on_death):
@@ -57,8 +59,12 @@ class Child:
                 self._on_frame(*await frames.receive(self._process.stdout))
         except (asyncio.IncompleteReadError, ConnectionError):
             pass
-        self.kill()  # it closed its output: of no more use, even if it lives
-        code = await self._process.wait()
+        try:
+            async with asyncio.timeout(END_SECONDS):
+                code = await self._process.wait()
+        except TimeoutError:
+            self.kill()  # without its output it is of no more use
+            code = await self._process.wait()
         self._process.stdin.close()
         self.alive = False
         self._on_death(describe_exit(code))

@@ -40,7 +40,7 @@ class EngineProcess:
                 stderr=log,
             )
         if wait:
-            until(self._answers, 15, "the engine answers")
+            until(self.answers, 15, "the engine answers")
         return self
 
     def end(self, number=signal.SIGTERM):
@@ -97,7 +97,7 @@ class EngineProcess:
     def helper(self, module):
         return until(lambda: self.helpers(module), 10, module)[0]
 
-    def _answers(self):
+    def answers(self):
         assert self.process.poll() is None, self.log()
         try:
             socket.create_connection(("127.0.0.1", PORT), 1).close()

@@ -1,9 +1,11 @@
 """What is really heard: the sink's monitor is recorded."""
 
+import os
+import signal
 import time
 
-from sound import LOUD, RATE
-from spoken import expected, first_difference, without_silence
+from sound import RATE
+from spoken import expected, first_difference, trimmed, without_silence
 
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
 LIMIT = 0.1
@@ -32,9 +34,9 @@ def test_stop_silences_at_once(engine, recorder):
 
 
 def test_pause_silences_at_once_and_resumes_at_the_same_sample(engine, recorder):
-    text = "One sentence that is long enough to be paused in the very middle of it, and then resumed. " * 2
+    text = "One sentence that is long enough to be paused in the very middle of it, and then resumed."
     engine.speak(text)
-    for _ in range(3):
+    for _ in range(2):
         recorder.loud_for(0.5)
         asked = time.monotonic()
         engine.post("/toggle-pause")
@@ -47,3 +49,96 @@ def test_pause_silences_at_once_and_resumes_at_the_same_sample(engine, recorder)
     recorder.quiet_for(0.5)
     # The pauses add silence and nothing else.
     assert first_difference(without_silence(recorder.samples), without_silence(expected(text))) is None
+
+
+def test_a_new_text_replaces_the_old_one(engine, recorder):
+    engine.speak(LONG)
+    recorder.loud_for(0.3)
+    engine.speak("Something else.")
+    assert engine.status()["chars"] == len("Something else.")
+    begin = time.monotonic()
+    engine.wait_for("idle")
+    assert time.monotonic() - begin < 4
+    assert engine.status()["error"] is None
+
+
+def test_presses_in_quick_succession_leave_the_last_text(engine, recorder):
+    for _ in range(20):
+        engine.speak(LONG)
+        engine.post("/toggle-pause")
+        engine.post("/stop")
+        engine.speak(LONG)
+    engine.speak("The last one.")
+    status = engine.wait_for("idle")
+    assert status["error"] is None
+    recorder.quiet_for(0.3)
+    assert recorder.last_loud
+
+
+def test_a_pause_before_the_first_sound_holds_it_back(engine, recorder):
+    worker = engine.helper("tavin.worker")
+    os.kill(worker, signal.SIGSTOP)
+    engine.speak("This is said after the pause.")
+    assert engine.status()["state"] == "loading"
+    engine.post("/toggle-pause")
+    assert engine.status()["state"] == "paused"
+    os.kill(worker, signal.SIGCONT)
+    time.sleep(0.7)
+    assert recorder.last_loud is None
+    engine.post("/toggle-pause")
+    engine.wait_for("idle")
+    recorder.quiet_for(0.3)
+    wanted = expected("This is said after the pause.")
+    assert first_difference(recorder.samples, wanted) is None
+
+
+def test_speed_and_voice_act_from_the_next_sentence_on(engine, recorder):
+    sentence = "This sentence is spoken again and again."
+    engine.speak(" ".join([sentence] * 6))
+    recorder.loud_for(0.3)
+    engine.post("/config", speed=3)
+    engine.wait_for("idle", 30)
+    recorder.quiet_for(0.3)
+    heard = len(trimmed(recorder.samples)) / RATE
+    normal = len(expected(sentence)) / RATE
+    fast = len(expected(sentence, speed=3.0)) / RATE
+    # The first one at the old speed, all others at the new one.
+    assert abs(heard - (normal + 5 * fast)) < 0.5 * (normal - fast)
+
+
+def test_a_long_text_starts_at_once_with_constant_memory(engine, recorder):
+    text = "The quick brown fox jumps over the lazy dog again. " * 200_000  # 10 MB
+    engine.speak("Warm.")
+    engine.wait_for("idle")
+    before = memory(engine)
+    engine.speak(text)
+    asked = time.monotonic()
+    engine.wait_for("speaking")
+    assert time.monotonic() - asked < 1
+    assert engine.status()["chars"] == len(text)
+    recorder.loud_for(2)
+    # The text itself, its JSON and room for a few sentences of sound.
+    assert memory(engine) - before < 64 * 1024 * 1024
+
+
+def memory(engine):
+    total = 0
+    for pid in [engine.process.pid, *engine.helpers("tavin.worker"), *engine.helpers("tavin.player")]:
+        with open(f"/proc/{pid}/status", encoding="ascii") as status:
+            total += next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmRSS"))
+    return total
+
+
+def test_status_answers_at_once_while_speaking(engine, recorder):
+    engine.post("/config", speed=3)
+    engine.speak(LONG)
+    engine.wait_for("speaking")
+    times = []
+    for _ in range(200):
+        begin = time.monotonic()
+        assert engine.status()["state"] == "speaking"
+        times.append(time.monotonic() - begin)
+        time.sleep(0.005)
+    times.sort()
+    print("status: median", times[100], "99th percentile", times[198])
+    assert times[198] < 0.1

@@ -1,0 +1,108 @@
+"""Start, port, signals and the end of the engine, in every state."""
+
+import os
+import signal
+import socket
+import time
+
+import pytest
+from engine_process import PORT, exists
+from sound import until
+
+LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
+STATES = ["idle", "loading", "speaking", "paused"]
+
+
+def bring_to(engine, state):
+    if state != "idle":
+        engine.speak(LONG)
+    if state in ("speaking", "paused"):
+        engine.wait_for("speaking")
+    if state == "paused":
+        engine.post("/toggle-pause")
+
+
+@pytest.mark.parametrize("state", STATES)
+@pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGINT])
+def test_a_signal_ends_everything_soon(engine, sound_server, state, number):
+    helpers = [engine.helper("tavin.worker"), engine.helper("tavin.player")]
+    bring_to(engine, state)
+    code, seconds = engine.end(number)
+    assert code == 0
+    assert seconds < 0.5
+    until(lambda: not any(exists(pid) for pid in helpers), 1, "the helpers' end")
+    until(lambda: not sound_server.streams(), 1, "the stream's end")
+
+
+@pytest.mark.parametrize("state", STATES)
+def test_a_killed_engine_leaves_nothing_behind(engine, sound_server, state):
+    helpers = [engine.helper("tavin.worker"), engine.helper("tavin.player")]
+    bring_to(engine, state)
+    engine.end(signal.SIGKILL)
+    until(lambda: not any(exists(pid) for pid in helpers), 1, "the helpers' end")
+    until(lambda: not sound_server.streams(), 1, "the stream's end")
+
+
+def test_a_worker_that_cannot_read_ends_with_the_engine(engine):
+    assert engine.status()["voice"]  # the worker is up
+    worker = engine.helper("tavin.worker")
+    os.kill(worker, signal.SIGSTOP)  # sees no end of input
+    engine.end(signal.SIGKILL)
+    until(lambda: not exists(worker), 1, "the worker's end")
+
+
+def test_sound_ends_with_the_engine(engine, recorder):
+    engine.speak(LONG)
+    recorder.loud_for(0.3)
+    asked = time.monotonic()
+    engine.end()
+    recorder.quiet_for(0.5)
+    assert recorder.last_loud - asked < 0.5
+
+
+def test_a_second_signal_changes_nothing(engine):
+    bring_to(engine, "speaking")
+    engine.process.send_signal(signal.SIGTERM)
+    engine.process.send_signal(signal.SIGTERM)
+    assert engine.process.wait(timeout=5) == 0
+
+
+def test_a_taken_port_is_told_once_and_tried_again(new_engine):
+    with socket.socket() as holder:
+        holder.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
+        holder.bind(("127.0.0.1", PORT))
+        holder.listen()
+        engine = new_engine().start(wait=False)
+        until(lambda: str(PORT) in engine.log(), 10, "the log line")
+        time.sleep(2.5)  # one more try
+        assert engine.process.poll() is None
+        assert engine.log().count("\n") == 1
+    until(lambda: engine.answers(), 5, "the engine answers")
+    assert engine.status()["state"] == "idle"
+
+
+def test_while_it_waits_for_the_port_a_signal_ends_it(new_engine):
+    with socket.socket() as holder:
+        holder.bind(("127.0.0.1", PORT))
+        holder.listen()
+        engine = new_engine().start(wait=False)
+        until(lambda: str(PORT) in engine.log(), 10, "the log line")
+        code, seconds = engine.end()
+        assert code == 0
+        assert seconds < 0.5
+
+
+def test_a_restart_at_once_gets_the_port(engine, new_engine):
+    assert engine.status()
+    engine.end()
+    second = new_engine().start()
+    assert second.status()["state"] == "idle"
+    assert "cannot be had" not in second.log()
+
+
+def test_every_log_line_is_one_line_with_a_time(engine):
+    engine.request("POST", "/speak", b"\xff")
+    engine.end()
+    lines = engine.log().splitlines()
+    assert lines
+    assert all(line[:4].isdigit() and " tavin: " in line for line in lines)

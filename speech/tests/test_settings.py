@@ -1,0 +1,66 @@
+"""The user's choices over a restart, and files that are not as they should be."""
+
+import json
+import signal
+import stat
+
+import pytest
+
+
+def test_choices_are_kept_over_a_restart(engine, new_engine):
+    engine.post("/config", voice="gmw/de")
+    engine.post("/config", speed=2.5)
+    engine.end(signal.SIGKILL)
+    status = new_engine().start().status()
+    assert (status["engine"], status["voice"], status["speed"]) == ("espeak", "gmw/de", 2.5)
+
+
+def test_the_file_is_whole_whenever_the_engine_is_killed(new_engine):
+    for round_number in range(3):
+        engine = new_engine().start()
+        for step in range(5 + round_number):
+            engine.post("/config", speed=0.5 + step / 10)
+        engine.end(signal.SIGKILL)
+        stored = json.loads(engine.settings.read_text("utf-8"))
+        assert stored["speed"] == pytest.approx(0.5 + (4 + round_number) / 10)
+    assert [path.name for path in engine.settings.parent.iterdir()] == ["engine.json"]
+    assert stat.S_IMODE(engine.settings.parent.stat().st_mode) == 0o700
+
+
+@pytest.mark.parametrize(
+    "content",
+    [
+        b"",
+        b"{",
+        b"[]",
+        b"\xff\xfe",
+        b"[" * 100000,
+        b'{"engine": "nobody", "voices": {"espeak": "nobody"}, "speed": 99}',
+        b'{"engine": ["espeak"], "voices": {"espeak": 7, "x": "y"}, "speed": NaN}',
+        b'{"engine": {}, "voices": [], "speed": true}',
+    ],
+)
+def test_a_bad_file_reads_as_the_defaults(new_engine, content):
+    engine = new_engine()
+    engine.settings.parent.mkdir(parents=True)
+    engine.settings.write_bytes(content)
+    status = engine.start().status()
+    assert (status["engine"], status["voice"], status["speed"]) == ("espeak", "gmw/en-US", 1.0)
+
+
+def test_one_bad_value_does_not_cost_the_others(new_engine):
+    engine = new_engine()
+    engine.settings.parent.mkdir(parents=True)
+    engine.settings.write_text('{"engine": "nobody", "voices": {"espeak": "gmw/de"}, "speed": 2}')
+    status = engine.start().status()
+    assert (status["engine"], status["voice"], status["speed"]) == ("espeak", "gmw/de", 2.0)
+
+
+def test_a_place_that_cannot_be_written_costs_only_the_memory(new_engine):
+    engine = new_engine()
+    engine.settings.parent.parent.mkdir()
+    engine.settings.parent.write_text("a file where a folder should be")
+    engine.start()
+    assert engine.post("/config", speed=2)[0] == 200
+    assert engine.status()["speed"] == 2.0
+    assert "settings could not be stored" in engine.log()

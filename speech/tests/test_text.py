@@ -1,0 +1,80 @@
+"""How a text is cut into pieces."""
+
+import time
+import tracemalloc
+
+import pytest
+from tavin.text import STEP, pieces
+
+
+def cut(text, longest=600, language="en-us"):
+    return [piece for piece in pieces(text, language, longest) if piece]
+
+
+@pytest.mark.parametrize(
+    "text, wanted",
+    [
+        ("One. Two! Three?", ["One.", "Two!", "Three?"]),
+        ("Dr. Smith met Mr. Jones. They left.", ["Dr. Smith met Mr. Jones.", "They left."]),
+        ("J. R. Smith wrote it. Good.", ["J. R. Smith wrote it.", "Good."]),
+        ("It costs 3.50 today. Fine.", ["It costs 3.50 today.", "Fine."]),
+        ("Hello 😀. Again 😀!", ["Hello 😀.", "Again 😀!"]),
+        ("你好。再见。", ["你好。", "再见。"]),
+        ("A heading\n\nA text.", ["A heading", "A text."]),
+        ("A heading\r\n\r\nA text.", ["A heading", "A text."]),
+        ("milk\nbread\neggs", ["milk bread eggs"]),
+        ("Milk\nBread\nEggs", ["Milk", "Bread", "Eggs"]),
+        (
+            "This line of a page was wrapped at its\nright border and goes on. And so\non.",
+            ["This line of a page was wrapped at its right border and goes on.", "And so on."],
+        ),
+        ("A hyphen-\nated word.", ["A hyphenated word."]),
+        ("zero\u200bwidth \ufffcobject \x01mark\x7f.", ["zerowidth object mark ."]),
+        ("lone \ud800 half", ["lone half"]),
+        ("", []),
+        (" \n\t\u00a0\n ", []),
+    ],
+)
+def test_sentences(text, wanted):
+    assert cut(text) == wanted
+
+
+def test_an_overlong_sentence_is_cut_after_a_clause_or_a_word():
+    sentence = "some words, " * 100
+    parts = cut(sentence, 50)
+    assert all(len(part) <= 50 and part.endswith(",") for part in parts)
+    assert " ".join(parts) == sentence.strip()
+    words = cut("word " * 100, 50)
+    assert set(" ".join(words).split()) == {"word"}
+
+
+def test_an_endless_word_is_cut_at_the_limit():
+    parts = cut("x" * 10_000, 600)
+    assert "".join(parts) == "x" * 10_000
+    assert max(map(len, parts)) == 600
+
+
+@pytest.mark.parametrize("filler", ["", "x", "😀", "ab\r\n", "word ", "A sentence, and more. "])
+def test_nothing_is_lost_or_doubled_where_portions_meet(filler):
+    text = filler * (STEP // max(1, len(filler)) - 3)
+    text += " ".join(f"Sentence number {index} ends here." for index in range(500))
+    joined = " ".join(cut(text))
+    for index in range(500):
+        assert joined.count(f"Sentence number {index} ends here.") == 1, index
+
+
+@pytest.mark.parametrize("unit", ["Short sentence here. ", "x", " ", "\u200b", "\n", "😀", "؟ مرحبا ", "a\n"])
+def test_a_huge_text_costs_little_at_once(unit):
+    text = unit * (2_000_000 // len(unit))
+    tracemalloc.start()
+    longest_step = 0
+    begin = time.monotonic()
+    for count, _ in enumerate(pieces(text, "en-us", 600)):
+        now = time.monotonic()
+        longest_step, begin = max(longest_step, now - begin), now
+        if count > 2000:
+            break
+    _, peak = tracemalloc.get_traced_memory()
+    tracemalloc.stop()
+    assert peak < 2_000_000
+    assert longest_step < 0.25
