@@ -75,12 +75,15 @@ class Desktop:
     def select_until(self, text, action, seconds=10.0):
         """Repeats the selecting `action` until the display has `text` selected: a window takes
         keys a moment after it is shown."""
+        self.select_until_matching(lambda selected: selected == text, action, seconds)
+
+    def select_until_matching(self, matches, action, seconds=10.0):
         def selected():
             action()
             with contextlib.suppress(SessionError):
-                return wait_until(lambda: self.primary() == text, 0.5)
+                return wait_until(lambda: matches(self.primary() or ""), 0.5)
             return False
-        wait_until(selected, seconds, f"selection of {text!r}")
+        wait_until(selected, seconds, f"selection (it is {self.primary()!r})")
 
     def clipboard(self):
         """The clipboard's targets in order with their bytes; None where it is empty."""
@@ -142,10 +145,10 @@ class Tavin:
         self.call("org.freedesktop.Application", "ActivateAction",
                   GLib.Variant("(sava{sv})", (name, [], {})))
 
-    def press(self):
+    def press(self, keys=SPEAK):
         """The speak shortcut. Returns the texts that the engine was then asked to speak."""
         since = self.engine.mark()
-        self.desktop.key(SPEAK)
+        self.desktop.key(keys)
         # The second question comes from the item that captures and posts; the pause is handled
         # after it, on the same queue.
         self.engine.wait_for("/status", count=2, since=since)

@@ -1,0 +1,71 @@
+"""Selections in big editors, an office suite and document viewers."""
+
+import pytest
+
+LINES = ["First paragraph, Grüße.", "Second paragraph.", "Third and last."]
+TEXT = "\n".join(LINES)
+EDITORS = {
+    "gedit": ["gedit", "--standalone"],
+    "kate": ["kate", "--new", "--block"],
+    "writer": ["soffice", "--writer", "--norestore", "--nologo", "--nofirststartwizard"],
+}
+
+
+def words(text):
+    return " ".join(text.split())
+
+
+def pdf(lines):
+    """A one-page document with each line in 18 point Helvetica."""
+    drawn = "".join(f"1 0 0 1 60 {700 - 40 * n} Tm ({line}) Tj " for n, line in enumerate(lines))
+    stream = f"BT /F1 18 Tf {drawn}ET"
+    objects = [
+        "<</Type/Catalog/Pages 2 0 R>>",
+        "<</Type/Pages/Kids[3 0 R]/Count 1>>",
+        "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 4 0 R"
+        "/Resources<</Font<</F1 5 0 R>>>>>>",
+        f"<</Length {len(stream)}>>stream\n{stream}\nendstream",
+        "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>",
+    ]
+    out, offsets = "%PDF-1.4\n", []
+    for number, content in enumerate(objects, 1):
+        offsets.append(len(out))
+        out += f"{number} 0 obj{content}endobj\n"
+    table = "".join(f"{offset:010} 00000 n \n" for offset in offsets)
+    return (f"{out}xref\n0 6\n0000000000 65535 f \n{table}trailer<</Size 6/Root 1 0 R>>\n"
+            f"startxref\n{len(out)}\n%%EOF\n").encode("latin-1")
+
+
+@pytest.mark.parametrize("editor", sorted(EDITORS))
+def test_editor_with_several_paragraphs(tavin, desktop, tmp_path, editor):
+    path = tmp_path / "letter.txt"
+    path.write_text(TEXT, encoding="utf-8")
+    desktop.open([*EDITORS[editor], str(path)], "letter.txt", seconds=90)
+    desktop.select_until_matching(lambda text: words(text) == words(TEXT),
+                                  lambda: desktop.key("ctrl+a"), seconds=30)
+    assert [words(text) for text in tavin.press()] == [words(TEXT)]
+
+
+def test_evince(tavin, desktop, tmp_path):
+    path = tmp_path / "paper.pdf"
+    path.write_bytes(pdf(["First line", "Second line"]))
+    desktop.open(["evince", str(path)], "paper.pdf", seconds=60)
+    desktop.select_until_matching(lambda text: words(text) == "First line Second line",
+                                  lambda: desktop.key("ctrl+a"), seconds=30)
+    assert [words(text) for text in tavin.press()] == ["First line Second line"]
+
+
+def test_zathura(tavin, desktop, tmp_path):
+    path = tmp_path / "paper.pdf"
+    path.write_bytes(pdf(["First line", "Second line"]))
+    window = desktop.open(["zathura", "--mode=fullscreen", str(path)], "paper.pdf", seconds=60)
+
+    def drag():
+        # Over the whole page: everything between the corners is selected.
+        desktop.session.run(["xdotool", "mousemove", "--sync", "--window", window, "30", "30",
+                             "mousedown", "1", "mousemove", "--sync", "--window", window, "800",
+                             "600", "mousemove", "--sync", "--window", window, "1500", "1150",
+                             "mouseup", "1"])
+    desktop.select_until_matching(lambda text: words(text) == "First line Second line", drag,
+                                  seconds=30)
+    assert [words(text) for text in tavin.press()] == ["First line Second line"]
