@@ -14,6 +14,8 @@ namespace {
 constexpr int textWidth = 400;
 // Longer texts, such as an engine's whole traceback, scroll: the buttons must stay on the screen.
 constexpr int longText = 600;
+// Laying out more than this would hold up the program; nobody reads so far.
+constexpr int longestText = 10000;
 
 QLabel* makeLabel(const QString& text) {
   auto* label = new QLabel;
@@ -36,7 +38,8 @@ QWidget* makeHeading(const QString& text) {
 QWidget* makeText(const QString& text) {
   if (text.size() <= longText)
     return makeLabel(text);
-  auto* view = new QPlainTextEdit(text);
+  auto* view = new QPlainTextEdit(
+      text.size() <= longestText ? text : text.left(longestText) + QChar(0x2026));
   view->setReadOnly(true);
   view->setTabChangesFocus(true);
   view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

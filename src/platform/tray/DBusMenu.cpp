@@ -177,8 +177,10 @@ void DBusMenu::settle() {
 
 void DBusMenu::announce(const MenuLayout::Changes& changes) {
   if (!changes.properties.empty()) {
+    static const QStringList changeable{"visible", "label", "enabled", "toggle-state"};
     QList<ItemProperties> updated;
-    for (const int id : changes.properties) updated.append({id, layout_.find(id)->properties});
+    for (const int id : changes.properties)
+      updated.append({id, named(layout_.find(id)->properties, changeable)});
     emitSignal("ItemsPropertiesUpdated",
                {QVariant::fromValue(updated), QVariant::fromValue(QList<RemovedProperties>())});
   }
