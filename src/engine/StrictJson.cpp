@@ -1,6 +1,5 @@
 #include "engine/StrictJson.h"
 
-#include <QVariant>
 #include <utility>
 
 namespace tavin {
@@ -31,11 +30,8 @@ double StrictObject::number(const QString& key) {
 
 std::int64_t StrictObject::integer(const QString& key) {
   const QJsonValue value = require(key, QJsonValue::Double);
-  // A value that is no 64-bit integer gives back whatever default it is asked with. An integer
-  // beyond the lower end is kept as the nearest double, which is that end itself.
-  const bool beyond =
-      value.toVariant().typeId() == QMetaType::Double && value.toDouble() <= -0x1p63;
-  if (beyond || value.toInteger(0) != value.toInteger(1))
+  // A value that is no 64-bit integer gives back whatever default it is asked with.
+  if (value.toInteger(0) != value.toInteger(1))
     valid_ = false;
   return value.toInteger();
 }

@@ -16,8 +16,8 @@ class RawServer {
   // A connection whose request has been read.
   class Peer {
    public:
-    Peer(int socket, QByteArray request, const std::atomic<bool>& stopping)
-        : request(std::move(request)), socket_(socket), stopping_(stopping) {}
+    Peer(int socket, QByteArray received, const std::atomic<bool>& stopping)
+        : request(std::move(received)), socket_(socket), stopping_(stopping) {}
     // False when the other side is gone.
     bool send(const QByteArray& bytes) const;
     void answer(const QByteArray& body, const QByteArray& status = "200 OK") const;
