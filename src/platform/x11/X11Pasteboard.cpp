@@ -22,11 +22,12 @@ constexpr std::pair<const char*, bool> kTextTargets[] = {
 
 }  // namespace
 
-X11Pasteboard::X11Pasteboard(std::unique_ptr<SelectionReader> reader, ClipboardServer& server)
-    : reader_(std::move(reader)), server_(server) {}
+X11Pasteboard::X11Pasteboard(std::unique_ptr<SelectionReader> reader,
+                             std::shared_ptr<ClipboardServer> server)
+    : reader_(std::move(reader)), server_(std::move(server)) {}
 
 std::optional<std::vector<PasteboardItem>> X11Pasteboard::pasteboardItems() {
-  server_.changeCount();  // A clipboard that was just cleared is given up before it is read.
+  server_->changeCount();  // A clipboard that was just cleared is given up before it is read.
   encodings_.clear();
   auto snapshot = readClipboard(*reader_, Deadline::in(kSecondsForSnapshot));
   if (!snapshot)
@@ -46,7 +47,7 @@ std::optional<std::vector<PasteboardItem>> X11Pasteboard::pasteboardItems() {
   return std::vector{std::move(item)};
 }
 
-std::int64_t X11Pasteboard::changeCount() { return server_.changeCount(); }
+std::int64_t X11Pasteboard::changeCount() { return server_->changeCount(); }
 
 std::optional<QString> X11Pasteboard::string() {
   const Connection& connection = reader_->connection();
@@ -62,7 +63,7 @@ std::optional<QString> X11Pasteboard::string() {
   return std::nullopt;
 }
 
-void X11Pasteboard::clearContents() { server_.clear(); }
+void X11Pasteboard::clearContents() { server_->clear(); }
 
 void X11Pasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
   // A selection has one item only; of several, the first to have a type gives it.
@@ -77,7 +78,7 @@ void X11Pasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
       contents.push_back({target, type, format, bytes});
     }
   }
-  server_.serve(std::move(contents));
+  server_->serve(std::move(contents));
 }
 
 X11Pasteboard::Encoding X11Pasteboard::encodingOf(const QString& name, xcb_atom_t target,

@@ -12,8 +12,7 @@ namespace tavin::x11 {
 // The CLIPBOARD selection, read and given back byte for byte. A type's name is its target's.
 class X11Pasteboard final : public Pasteboard {
  public:
-  // `server` must outlive it.
-  X11Pasteboard(std::unique_ptr<SelectionReader> reader, ClipboardServer& server);
+  X11Pasteboard(std::unique_ptr<SelectionReader> reader, std::shared_ptr<ClipboardServer> server);
 
   std::optional<std::vector<PasteboardItem>> pasteboardItems() override;
   std::int64_t changeCount() override;
@@ -28,8 +27,8 @@ class X11Pasteboard final : public Pasteboard {
   };
   Encoding encodingOf(const QString& name, xcb_atom_t target, const QByteArray& bytes) const;
 
-  std::unique_ptr<SelectionReader> reader_;
-  ClipboardServer& server_;
+  const std::unique_ptr<SelectionReader> reader_;
+  const std::shared_ptr<ClipboardServer> server_;
   // How the targets of the last snapshot were delivered, which an item has no place for.
   std::map<QString, Encoding> encodings_;
 };

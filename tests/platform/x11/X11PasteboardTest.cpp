@@ -43,7 +43,7 @@ Targets pictureAlone() { return {{"image/png", test::picture(5000)}}; }
 class X11PasteboardTest : public testing::Test {
  protected:
   X11PasteboardTest() : server_(ClipboardServer::create()) {
-    pasteboard_ = std::make_unique<X11Pasteboard>(SelectionReader::create(), *server_);
+    pasteboard_ = std::make_unique<X11Pasteboard>(SelectionReader::create(), server_);
   }
   Targets read() {
     const auto items = pasteboard_->pasteboardItems();
@@ -68,7 +68,7 @@ class X11PasteboardTest : public testing::Test {
               QStringList({"TARGETS", "TIMESTAMP", "MULTIPLE", "SAVE_TARGETS"}) + names);
   }
 
-  std::unique_ptr<ClipboardServer> server_;
+  std::shared_ptr<ClipboardServer> server_;
   std::unique_ptr<X11Pasteboard> pasteboard_;
 };
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include "platform/Accessibility.h"
+#include "platform/SystemLog.h"
+#include "platform/atspi/FocusTracker.h"
+
+namespace tavin::atspi {
+
+// Accessibility through AT-SPI: the system-wide element, the focused one, its selected text.
+class AtspiAccessibility final : public Accessibility {
+ public:
+  // `canCopy` tells whether a synthetic copy can be made, which counts where the session has no
+  // accessibility. `log` must outlive it.
+  AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, SystemLog& log,
+                     std::function<bool()> canCopy);
+
+  bool isProcessTrusted(bool prompt) override;
+  std::shared_ptr<UIElement> createSystemWideElement() override;
+
+ private:
+  bool turnOn(const char* reason);
+
+  const std::shared_ptr<FocusTracker> tracker_;
+  SystemLog& log_;
+  const std::function<bool()> canCopy_;
+  std::atomic<bool> wasOn_ = false;
+  std::atomic<bool> turnedOnAgain_ = false;
+};
+
+}  // namespace tavin::atspi

@@ -1,0 +1,128 @@
+#include "platform/atspi/Bus.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/atspi/BusAddress.h"
+
+namespace tavin::atspi {
+namespace {
+
+const ObjectRef kRoot{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
+
+QDBusMessage messageFor(const Question& question) {
+  const QString interface = QLatin1String(question.interface);
+  auto message = QDBusMessage::createMethodCall(
+      question.object.service, question.object.path,
+      interface.contains('.') ? interface : "org.a11y.atspi." + interface,
+      QLatin1String(question.member));
+  message.setArguments(question.arguments);
+  return message;
+}
+
+}  // namespace
+
+Question property(const ObjectRef& object, const char* interface, const char* name) {
+  return {object,
+          "org.freedesktop.DBus.Properties",
+          "Get",
+          {QString("org.a11y.atspi." + QLatin1String(interface)), QString(QLatin1String(name))}};
+}
+
+Bus::~Bus() {
+  if (!name_.isEmpty())
+    QDBusConnection::disconnectFromBus(name_);
+}
+
+bool Bus::connect(Deadline deadline) {
+  const std::lock_guard lock(mutex_);
+  if (!name_.isEmpty() && QDBusConnection(name_).isConnected())
+    return true;
+  if (!name_.isEmpty())
+    QDBusConnection::disconnectFromBus(name_);
+  name_.clear();
+  processIds_.clear();
+  const QString address = busAddress(deadline);
+  if (address.isEmpty() || !busAnswers(address, deadline))
+    return false;
+  name_ = QString("tavin-accessibility-%1-%2").arg(quintptr(this)).arg(++connections_);
+  if (!QDBusConnection::connectToBus(address, name_).isConnected()) {
+    QDBusConnection::disconnectFromBus(name_);
+    name_.clear();
+    return false;
+  }
+  keepListenerRegistered();
+  return true;
+}
+
+// Accessibility may be switched off when its last listener leaves. Being registered costs nothing:
+// without a match rule the bus sends us none of these events.
+void Bus::keepListenerRegistered() {
+  auto message = messageFor({{kRoot.service, "/org/a11y/atspi/registry"},
+                             "Registry",
+                             "RegisterEvent",
+                             {QString("window:activate"), QStringList()}});
+  message.setAutoStartService(true);
+  QDBusConnection(name_).send(message);
+}
+
+QDBusConnection Bus::connection() {
+  const std::lock_guard lock(mutex_);
+  return QDBusConnection(name_);
+}
+
+QDBusPendingCall Bus::send(const QDBusMessage& message, Deadline deadline) {
+  const int limit = static_cast<int>(std::lround(messageSeconds_ * 1000));
+  return connection().asyncCall(message, std::clamp(deadline.remainingMs(), 1, limit));
+}
+
+QDBusPendingCall Bus::send(const Question& question, Deadline deadline) {
+  return send(messageFor(question), deadline);
+}
+
+QDBusMessage Bus::ask(const Question& question, Deadline deadline) {
+  QDBusPendingCall call = send(question, deadline);
+  call.waitForFinished();
+  return call.reply();
+}
+
+std::vector<QDBusMessage> Bus::ask(const std::vector<Question>& questions, Deadline deadline) {
+  std::vector<QDBusPendingCall> calls;
+  for (const auto& question : questions) calls.push_back(send(question, deadline));
+  std::vector<QDBusMessage> answers;
+  for (auto& call : calls) {
+    call.waitForFinished();
+    answers.push_back(call.reply());
+  }
+  return answers;
+}
+
+std::vector<ObjectRef> Bus::programs(Deadline deadline) {
+  return objectsIn(ask({kRoot, "Accessible", "GetChildren"}, deadline));
+}
+
+std::vector<std::int64_t> Bus::processIds(const std::vector<ObjectRef>& programs,
+                                          Deadline deadline) {
+  const ObjectRef daemon{"org.freedesktop.DBus", "/org/freedesktop/DBus"};
+  std::vector<Question> questions;
+  for (const auto& program : programs) {
+    const std::lock_guard lock(mutex_);
+    if (!processIds_.contains(program.service))
+      questions.push_back(
+          {daemon, "org.freedesktop.DBus", "GetConnectionUnixProcessID", {program.service}});
+  }
+  const auto answers = ask(questions, deadline);
+  const std::lock_guard lock(mutex_);
+  for (std::size_t i = 0; i < answers.size(); ++i) {
+    if (isAnswer(answers[i]))
+      processIds_[questions[i].arguments.first().toString()] = valueIn(answers[i]).toUInt();
+  }
+  std::vector<std::int64_t> ids;
+  for (const auto& program : programs) {
+    const auto known = processIds_.find(program.service);
+    ids.push_back(known == processIds_.end() ? 0 : known->second);
+  }
+  return ids;
+}
+
+}  // namespace tavin::atspi

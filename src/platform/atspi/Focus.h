@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/atspi/FocusFinder.h"
+#include "platform/atspi/WindowSystem.h"
+
+namespace tavin::atspi {
+
+// What has the keyboard: the window in front and, where its program is on the accessibility bus,
+// the object in it.
+struct Focus {
+  FrontWindow window;
+  std::optional<ObjectRef> program;
+  std::optional<FocusedObject> object;
+  // The program shows its windows to accessibility, and there is no text that one could select.
+  bool showsNoText = false;
+
+  bool isTerminal() const { return window.terminal || (object && object->role == Role::terminal); }
+  bool isPassword() const { return object && object->password; }
+};
+
+}  // namespace tavin::atspi

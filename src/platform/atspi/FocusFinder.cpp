@@ -1,0 +1,137 @@
+#include "platform/atspi/FocusFinder.h"
+
+#include <algorithm>
+
+#include "platform/atspi/MatchRule.h"
+
+namespace tavin::atspi {
+namespace {
+
+// Enough for any window that shows text; a larger tree is cut off there.
+constexpr std::size_t kMostObjects = 20'000;
+
+std::vector<QDBusMessage> askEach(Bus& bus, const std::vector<ObjectRef>& objects,
+                                  const char* interface, const char* member, Deadline deadline,
+                                  const QVariantList& arguments = {}) {
+  std::vector<Question> questions;
+  for (const auto& object : objects) questions.push_back({object, interface, member, arguments});
+  return bus.ask(questions, deadline);
+}
+
+void append(std::vector<ObjectRef>& list, const std::vector<ObjectRef>& more) {
+  list.insert(list.end(), more.begin(), more.end());
+}
+
+// Goes down level by level, all objects of a level at once. Below a level where some object has
+// the focus only their own descendants are of interest.
+std::vector<ObjectRef> walkToFocus(Bus& bus, const ObjectRef& window, Deadline deadline) {
+  std::vector<ObjectRef> found;
+  std::vector<ObjectRef> level{window};
+  std::size_t seen = 0;
+  while (!level.empty() && seen < kMostObjects && !deadline.passed()) {
+    seen += level.size();
+    const auto states = askEach(bus, level, "Accessible", "GetState", deadline);
+    std::vector<ObjectRef> focused;
+    std::vector<ObjectRef> visible;
+    for (std::size_t i = 0; i < level.size(); ++i) {
+      const States state = statesIn(states[i]);
+      if (state.has(States::focused) && level[i] != window)
+        focused.push_back(level[i]);
+      if (state.has(States::visible) || state.has(States::showing))
+        visible.push_back(level[i]);
+    }
+    append(found, focused);
+    const auto answers =
+        askEach(bus, focused.empty() ? visible : focused, "Accessible", "GetChildren", deadline);
+    level.clear();
+    for (const auto& answer : answers) append(level, objectsIn(answer));
+  }
+  return found;
+}
+
+std::vector<ObjectRef> focusedBelow(Bus& bus, const std::vector<ObjectRef>& windows,
+                                    FocusSearch& search, Deadline deadline) {
+  std::vector<ObjectRef> found;
+  const auto answers = askEach(bus, windows, "Collection", "GetMatches", deadline,
+                               matchesWithState(States::focused));
+  for (std::size_t i = 0; i < windows.size(); ++i) {
+    if (isAnswer(answers[i])) {
+      append(found, objectsIn(answers[i]));
+    } else if (answers[i].errorName() != "org.freedesktop.DBus.Error.NoReply") {
+      search.walked = true;  // The program has no Collection.
+      append(found, walkToFocus(bus, windows[i], deadline));
+    }
+  }
+  return found;
+}
+
+// The mark of a hidden text: it has characters, but they are not told.
+bool hidesItsText(Bus& bus, const FocusedObject& focus, Deadline deadline) {
+  const auto first = bus.ask(Question{focus.object, "Text", "GetText", {0, 1}}, deadline);
+  return isAnswer(first) && valueIn(first).toString().isEmpty();
+}
+
+bool isPassword(Bus& bus, const FocusedObject& focus, Deadline deadline) {
+  if (focus.role == Role::passwordText)
+    return true;
+  if (!focus.hasText || focus.characters == 0)
+    return false;
+  const auto parent = objectIn(bus.ask(property(focus.object, "Accessible", "Parent"), deadline));
+  const bool partOfPasswordField =
+      !parent.isNull() &&
+      roleIn(bus.ask(Question{parent, "Accessible", "GetRole"}, deadline)) == Role::passwordText;
+  return partOfPasswordField || hidesItsText(bus, focus, deadline);
+}
+
+std::vector<FocusedObject> describe(Bus& bus, const std::vector<ObjectRef>& objects,
+                                    Deadline deadline) {
+  std::vector<Question> questions;
+  for (const auto& object : objects) {
+    questions.push_back({object, "Accessible", "GetRole"});
+    questions.push_back({object, "Accessible", "GetState"});
+    questions.push_back({object, "Text", "GetNSelections"});
+    questions.push_back(property(object, "Text", "CharacterCount"));
+  }
+  const auto answers = bus.ask(questions, deadline);
+  std::vector<FocusedObject> described;
+  for (std::size_t i = 0; i < objects.size(); ++i) {
+    const auto* answer = &answers[4 * i];
+    described.push_back({objects[i], roleIn(answer[0]), statesIn(answer[1]), isAnswer(answer[2]),
+                         valueIn(answer[3]).toInt(), valueIn(answer[2]).toInt()});
+  }
+  return described;
+}
+
+// A later one is deeper.
+std::optional<FocusedObject> choose(const std::vector<FocusedObject>& objects) {
+  const auto score = [](const FocusedObject& object) {
+    return object.characters > 0 || object.selections > 0 ? 2 : object.hasText ? 1 : 0;
+  };
+  std::optional<FocusedObject> best;
+  for (const auto& object : objects) {
+    if (!best || score(object) >= score(*best))
+      best = object;
+  }
+  return best;
+}
+
+}  // namespace
+
+FocusSearch findFocus(Bus& bus, const ObjectRef& program, Deadline deadline) {
+  FocusSearch search;
+  const auto windows = objectsIn(bus.ask(Question{program, "Accessible", "GetChildren"}, deadline));
+  const auto states = askEach(bus, windows, "Accessible", "GetState", deadline);
+  std::vector<ObjectRef> others;
+  for (std::size_t i = 0; i < windows.size(); ++i)
+    (statesIn(states[i]).has(States::active) ? search.windows : others).push_back(windows[i]);
+  auto found = focusedBelow(bus, search.windows, search, deadline);
+  if (found.empty())
+    found = focusedBelow(bus, others, search, deadline);
+  append(search.windows, others);
+  search.focus = choose(describe(bus, found, deadline));
+  if (search.focus)
+    search.focus->password = isPassword(bus, *search.focus, deadline);
+  return search;
+}
+
+}  // namespace tavin::atspi

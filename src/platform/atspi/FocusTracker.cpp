@@ -1,0 +1,64 @@
+#include "platform/atspi/FocusTracker.h"
+
+#include <algorithm>
+
+#include "platform/atspi/MatchRule.h"
+#include "platform/atspi/ProgramFinder.h"
+
+namespace tavin::atspi {
+namespace {
+
+constexpr double kSecondsToFind = 0.6;
+// A copy follows the look at accessibility after at most half a second of waiting for the
+// modifier keys, and the text that was read in between.
+constexpr double kSecondsFresh = 3;
+// Enough objects to see whether a text is among them.
+constexpr int kMostTexts = 50;
+
+}  // namespace
+
+Focus FocusTracker::look() { return lookInto(windows_->frontWindow()); }
+
+Focus FocusTracker::lookInto(const FrontWindow& window) {
+  const Deadline deadline = Deadline::in(kSecondsToFind);
+  last_ = {};
+  last_.window = window;
+  if (window.id != 0 && bus_.connect(deadline)) {
+    if (const auto found = findProgram(bus_, *windows_, window, deadline)) {
+      last_.program = found->program;
+      last_.object = found->search.focus;
+      const bool text = last_.object && last_.object->hasText;
+      last_.showsNoText = !text && showsNoText(found->search, deadline);
+    }
+  }
+  lastIsFresh_ = Deadline::in(kSecondsFresh);
+  return last_;
+}
+
+// Asked only where Collection can answer; labels do not count.
+bool FocusTracker::showsNoText(const FocusSearch& search, Deadline deadline) {
+  if (search.walked || search.windows.empty())
+    return false;
+  const auto answer = bus_.ask(Question{search.windows.front(), "Collection", "GetMatches",
+                                        matchesWithInterface("Text", kMostTexts)},
+                               deadline);
+  if (!isAnswer(answer))
+    return false;
+  std::vector<Question> questions;
+  for (const auto& object : objectsIn(answer))
+    questions.push_back({object, "Accessible", "GetRole"});
+  const auto roles = bus_.ask(questions, deadline);
+  return std::all_of(roles.begin(), roles.end(),
+                     [](const QDBusMessage& role) { return roleIn(role) == Role::label; });
+}
+
+bool FocusTracker::mayReceiveCopy() {
+  const FrontWindow window = windows_->frontWindow();
+  if (window.id == 0 || window.terminal || window.withoutCopyKey)
+    return false;
+  if (lastIsFresh_.passed() || last_.window.id != window.id)
+    lookInto(window);
+  return !last_.isTerminal() && !last_.isPassword();
+}
+
+}  // namespace tavin::atspi

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/atspi/FocusFinder.h"
+#include "platform/atspi/WindowSystem.h"
+
+namespace tavin::atspi {
+
+struct FoundProgram {
+  ObjectRef program;
+  FocusSearch search;
+};
+
+// Finds the program in front on the accessibility bus, and what has the keyboard in it: by its
+// process, else by its sandbox, else as the first of the programs without windows of their own
+// (their messages come through a proxy) that says it has the focus. None where it is not there.
+std::optional<FoundProgram> findProgram(Bus& bus, WindowSystem& windows, const FrontWindow& front,
+                                        Deadline deadline);
+
+}  // namespace tavin::atspi

@@ -1,0 +1,37 @@
+#include "platform/atspi/Switch.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+
+#include "platform/atspi/Object.h"
+
+namespace tavin::atspi {
+namespace {
+
+QDBusMessage askProperties(const char* member, QVariantList arguments, Deadline deadline) {
+  auto message = QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus",
+                                                "org.freedesktop.DBus.Properties", member);
+  arguments.prepend(QString("IsEnabled"));
+  arguments.prepend(QString("org.a11y.Status"));
+  message.setArguments(arguments);
+  return QDBusConnection::sessionBus().call(message, QDBus::Block, deadline.remainingMs());
+}
+
+}  // namespace
+
+SwitchState readSwitch(Deadline deadline) {
+  if (!QDBusConnection::sessionBus().isConnected())
+    return SwitchState::missing;
+  const auto answer = askProperties("Get", {}, deadline);
+  if (!isAnswer(answer))
+    return SwitchState::missing;
+  return valueIn(answer).toBool() ? SwitchState::on : SwitchState::off;
+}
+
+bool turnSwitchOn(Deadline deadline) {
+  askProperties("Set", {QVariant::fromValue(QDBusVariant(true))}, deadline);
+  return readSwitch(deadline) == SwitchState::on;
+}
+
+}  // namespace tavin::atspi

@@ -1,0 +1,177 @@
+#include "platform/atspi/TextGatherer.h"
+
+#include <algorithm>
+#include <set>
+
+namespace tavin::atspi {
+namespace {
+
+constexpr QChar kObjectMark(0xfffc);
+constexpr QChar kFiller(0xfeff);
+// Selections of one object; beyond this a program is making fun of us.
+constexpr int kMostSelections = 1000;
+
+// Whether an object of that role stands within a line of text.
+bool isInline(Role role) {
+  static const std::set<Role> roles{Role::link,  Role::staticText,      Role::label,
+                                    Role::text,  Role::subscript,       Role::superscript,
+                                    Role::image, Role::contentDeletion, Role::contentInsertion,
+                                    Role::mark,  Role::suggestion};
+  return roles.contains(role);
+}
+
+}  // namespace
+
+QString withoutMarks(const QString& text) {
+  QString clean;
+  clean.reserve(text.size());
+  for (const QChar c : text) {
+    const bool filler = c == kFiller && !clean.isEmpty() && clean.back().isLowSurrogate();
+    if (c != kObjectMark && !filler)
+      clean += c;
+  }
+  return clean;
+}
+
+GatheredText TextGatherer::gather(const ObjectRef& object) {
+  nodes_.clear();
+  nodes_.push_back({object, Role::unknown, {}, {}});
+  result_ = {};
+  std::vector<std::size_t> level{0};
+  while (!level.empty()) level = resolve(readSelections(level));
+  result_.text = assemble(0);
+  result_.complete = result_.complete && !deadline_.passed();
+  return result_;
+}
+
+// Reads the selected text of the nodes and returns the marks in it.
+std::vector<TextGatherer::Mark> TextGatherer::readSelections(
+    const std::vector<std::size_t>& nodes) {
+  std::vector<Question> counts;
+  for (const std::size_t node : nodes)
+    counts.push_back({nodes_[node].object, "Text", "GetNSelections"});
+  const auto countAnswers = bus_.ask(counts, deadline_);
+  std::vector<Question> ranges;
+  std::vector<std::size_t> owners;
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    const int count = std::min(valueIn(countAnswers[i]).toInt(), kMostSelections);
+    for (int selection = 0; selection < count; ++selection) {
+      ranges.push_back({nodes_[nodes[i]].object, "Text", "GetSelection", {selection}});
+      owners.push_back(nodes[i]);
+    }
+  }
+  const auto rangeAnswers = bus_.ask(ranges, deadline_);
+  std::vector<Question> texts;
+  for (std::size_t i = 0; i < ranges.size(); ++i)
+    texts.push_back({ranges[i].object, "Text", "GetText", rangeAnswers[i].arguments()});
+  const auto textAnswers = bus_.ask(texts, deadline_);
+  std::vector<Mark> marks;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    result_.complete = result_.complete && isAnswer(textAnswers[i]);
+    auto& pieces = nodes_[owners[i]].pieces;
+    if (!pieces.empty())
+      pieces.push_back({"\n"});
+    split(owners[i], valueIn(textAnswers[i]).toString(), texts[i].arguments.value(0).toInt(),
+          marks);
+  }
+  return marks;
+}
+
+// Offsets count code points here: the toolkits that leave marks in a text all do.
+void TextGatherer::split(std::size_t node, const QString& text, int start,
+                         std::vector<Mark>& marks) {
+  QString stretch;
+  int offset = start;
+  const auto endStretch = [&] {
+    if (!stretch.isEmpty())
+      nodes_[node].pieces.push_back({stretch});
+    const QString clean = withoutMarks(stretch);
+    if (!clean.trimmed().isEmpty())
+      result_.parts << clean;
+    stretch.clear();
+  };
+  for (const QChar c : text) {
+    if (c == kObjectMark) {
+      endStretch();
+      marks.push_back({node, nodes_[node].pieces.size(), offset});
+      nodes_[node].pieces.push_back({});
+    } else {
+      stretch += c;
+    }
+    offset += c.isLowSurrogate() ? 0 : 1;
+  }
+  endStretch();
+}
+
+// Finds the objects that the marks stand for and returns their nodes.
+std::vector<std::size_t> TextGatherer::resolve(const std::vector<Mark>& allMarks) {
+  const std::size_t room = mostObjects_ - std::min(mostObjects_, nodes_.size() - 1);
+  const std::size_t count = deadline_.passed() ? 0 : std::min(room, allMarks.size());
+  result_.complete = result_.complete && count == allMarks.size();
+  std::vector<Question> questions;
+  for (std::size_t i = 0; i < count; ++i) {
+    const Mark& mark = allMarks[i];
+    questions.push_back({nodes_[mark.node].object, "Hypertext", "GetLinkIndex", {mark.offset}});
+  }
+  auto answers = bus_.ask(questions, deadline_);
+  for (std::size_t i = 0; i < count; ++i)
+    questions[i] = {questions[i].object, "Hypertext", "GetLink", {valueIn(answers[i]).toInt()}};
+  answers = bus_.ask(questions, deadline_);
+  std::vector<Mark> marks;
+  questions.clear();
+  for (std::size_t i = 0; i < count; ++i) {
+    const ObjectRef link = objectIn(answers[i]);
+    if (link.isNull())
+      continue;  // A mark that the author typed, or a list's bullet.
+    marks.push_back(allMarks[i]);
+    questions.push_back({link, "Hyperlink", "GetObject", {0}});
+  }
+  answers = bus_.ask(questions, deadline_);
+  std::vector<std::size_t> level;
+  questions.clear();
+  for (std::size_t i = 0; i < marks.size(); ++i) {
+    const ObjectRef object = objectIn(answers[i]);
+    result_.complete = result_.complete && !object.isNull();
+    if (object.isNull())
+      continue;
+    nodes_[marks[i].node].pieces[marks[i].piece].child = nodes_.size();
+    level.push_back(nodes_.size());
+    nodes_.push_back({object, Role::unknown, {}, {}});
+    questions.push_back({object, "Accessible", "GetRole"});
+    questions.push_back(property(object, "Accessible", "Name"));
+  }
+  answers = bus_.ask(questions, deadline_);
+  for (std::size_t i = 0; i < level.size(); ++i) {
+    nodes_[level[i]].role = roleIn(answers[2 * i]);
+    nodes_[level[i]].name = valueIn(answers[2 * i + 1]).toString();
+  }
+  return level;
+}
+
+QString TextGatherer::assemble(std::size_t index) {
+  const Node& node = nodes_[index];
+  if (node.role == Role::image)
+    return node.name;
+  QString text;
+  bool lineEnds = false;
+  bool afterCell = false;
+  for (const Piece& piece : node.pieces) {
+    const QString part = piece.child == 0 ? withoutMarks(piece.text) : assemble(piece.child);
+    if (part.isEmpty())
+      continue;
+    const Role role = piece.child == 0 ? Role::text : nodes_[piece.child].role;
+    const bool cell = role == Role::tableCell;
+    const bool block = !isInline(role) && !cell;
+    if (cell && afterCell)
+      text += '\t';
+    else if ((block || lineEnds) && !text.isEmpty() && !text.endsWith('\n') &&
+             !part.startsWith('\n'))
+      text += '\n';
+    text += part;
+    lineEnds = block;
+    afterCell = cell;
+  }
+  return text;
+}
+
+}  // namespace tavin::atspi

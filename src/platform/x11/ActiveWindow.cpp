@@ -1,0 +1,85 @@
+#include "platform/x11/ActiveWindow.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "platform/x11/WindowProperties.h"
+
+namespace tavin::x11 {
+namespace {
+
+constexpr int kDeepestWindow = 64;
+
+bool exists(const Connection& connection, xcb_window_t window) {
+  xcb_connection_t* c = connection.get();
+  xcb_generic_error_t* error = nullptr;
+  const Reply<xcb_get_geometry_reply_t> reply(
+      xcb_get_geometry_reply(c, xcb_get_geometry(c, window), &error));
+  const Reply<xcb_generic_error_t> released(error);
+  return reply != nullptr;
+}
+
+}  // namespace
+
+ActiveWindow::ActiveWindow(const Connection& connection)
+    : connection_(connection),
+      probe_(xcb_generate_id(connection.get())),
+      activeWindow_(connection.atom("_NET_ACTIVE_WINDOW")),
+      windowType_(connection.atom("_NET_WM_WINDOW_TYPE")),
+      passingTypes_{connection.atom("_NET_WM_WINDOW_TYPE_DOCK"),
+                    connection.atom("_NET_WM_WINDOW_TYPE_MENU"),
+                    connection.atom("_NET_WM_WINDOW_TYPE_POPUP_MENU"),
+                    connection.atom("_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"),
+                    connection.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION")} {
+  xcb_create_window(connection.get(), 0, probe_, connection.root(), -1, -1, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+}
+
+xcb_window_t ActiveWindow::find() const {
+  const auto active = unitsProperty(connection_, connection_.root(), activeWindow_);
+  if (active.empty())
+    return focused();
+  // A window manager that ended leaves its last word behind.
+  return active[0] != XCB_WINDOW_NONE && exists(connection_, active[0])
+             ? active[0]
+             : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+xcb_window_t ActiveWindow::focused() const {
+  xcb_connection_t* c = connection_.get();
+  const Reply<xcb_get_input_focus_reply_t> focus(
+      xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+  if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == connection_.root())
+    return XCB_WINDOW_NONE;
+  xcb_window_t window = focus->focus;
+  for (int i = 0; i < kDeepestWindow && windowClass(connection_, window).empty(); ++i) {
+    const Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(c, xcb_query_tree(c, window), nullptr));
+    if (!tree || tree->parent == connection_.root() || tree->parent == XCB_WINDOW_NONE)
+      break;
+    window = tree->parent;
+  }
+  return window;
+}
+
+bool ActiveWindow::isPassing(xcb_window_t window) const {
+  const auto types = unitsProperty(connection_, window, windowType_);
+  const bool passing = std::any_of(types.begin(), types.end(), [this](std::uint32_t type) {
+    return std::find(std::begin(passingTypes_), std::end(passingTypes_), type) !=
+           std::end(passingTypes_);
+  });
+  return passing || clientProcess(connection_, window) == getpid();
+}
+
+bool ActiveWindow::keyboardIsGrabbed() const {
+  // A window that is not shown cannot grab, so this asks without doing anything.
+  xcb_connection_t* c = connection_.get();
+  const Reply<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(
+      c,
+      xcb_grab_keyboard(c, 0, probe_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+      nullptr));
+  return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+}
+
+}  // namespace tavin::x11

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "platform/x11/Connection.h"
+
+namespace tavin::x11 {
+
+// The keyboard at one moment: which keys are down, and what the layout has put on them.
+class KeyState {
+ public:
+  explicit KeyState(const Connection& connection);
+
+  // The modifiers held down, as EventFlags. Locks (CapsLock, NumLock) are none.
+  std::uint64_t flags() const;
+  // The keys that hold them.
+  std::vector<xcb_keycode_t> heldModifierKeys() const;
+  // The key that has this symbol without any modifier, in the first layout that has it.
+  std::optional<xcb_keycode_t> keyFor(std::uint32_t symbol) const;
+
+ private:
+  bool isDown(xcb_keycode_t key) const;
+  std::uint64_t flagOf(xcb_keycode_t key) const;
+
+  Reply<xcb_query_keymap_reply_t> down_;
+  Reply<xcb_get_keyboard_mapping_reply_t> symbols_;
+  xcb_keycode_t first_;
+  int keys_ = 0;
+  int columns_ = 0;
+};
+
+}  // namespace tavin::x11

@@ -1,0 +1,82 @@
+#include "platform/x11/PrimaryWatch.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <xcb/xfixes.h>
+
+#include "platform/x11/WindowProperties.h"
+
+namespace tavin::x11 {
+
+std::unique_ptr<PrimaryWatch> PrimaryWatch::create() {
+  auto connection = Connection::open();
+  if (!connection)
+    return nullptr;
+  xcb_connection_t* c = connection->get();
+  const auto* fixes = xcb_get_extension_data(c, &xcb_xfixes_id);
+  if (!fixes || !fixes->present)
+    return nullptr;
+  Reply<xcb_xfixes_query_version_reply_t>(
+      xcb_xfixes_query_version_reply(c, xcb_xfixes_query_version(c, 5, 0), nullptr));
+  return std::unique_ptr<PrimaryWatch>(new PrimaryWatch(std::move(connection), fixes->first_event));
+}
+
+PrimaryWatch::PrimaryWatch(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent)
+    : connection_(std::move(connection)),
+      fixesEvent_(fixesEvent),
+      activeWindow_(*connection_),
+      activeWindowAtom_(connection_->atom("_NET_ACTIVE_WINDOW")),
+      wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+  xcb_connection_t* c = connection_->get();
+  xcb_xfixes_select_selection_input(c, connection_->root(), XCB_ATOM_PRIMARY,
+                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+  const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  xcb_change_window_attributes(c, connection_->root(), XCB_CW_EVENT_MASK, &mask);
+  current_ = activeWindow_.find();
+  thread_ = std::thread([this] { run(); });
+}
+
+PrimaryWatch::~PrimaryWatch() {
+  stopping_ = true;
+  eventfd_write(wake_.get(), 1);
+  thread_.join();
+}
+
+void PrimaryWatch::run() {
+  xcb_connection_t* c = connection_->get();
+  while (!stopping_ && xcb_connection_has_error(c) == 0) {
+    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(c)}) handle(*event);
+    pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {wake_.get(), POLLIN, 0}};
+    poll(descriptors, 2, -1);
+  }
+}
+
+void PrimaryWatch::handle(const xcb_generic_event_t& event) {
+  const std::uint8_t kind = event.response_type & 0x7f;
+  if (kind == fixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY) {
+    const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+    const bool owned = change.owner != XCB_WINDOW_NONE && current_ != XCB_WINDOW_NONE;
+    const std::int64_t owner = owned ? clientProcess(*connection_, change.owner) : 0;
+    const bool sameProgram =
+        owned && (sameClient(*connection_, change.owner, current_) ||
+                  (owner != 0 && owner == clientProcess(*connection_, current_)));
+    madeIn_ = sameProgram ? current_ : xcb_window_t{XCB_WINDOW_NONE};
+  } else if (kind == XCB_PROPERTY_NOTIFY &&
+             reinterpret_cast<const xcb_property_notify_event_t&>(event).atom ==
+                 activeWindowAtom_) {
+    activeWindowChanged();
+  }
+}
+
+void PrimaryWatch::activeWindowChanged() {
+  // A menu that opens and closes takes the keyboard away for a moment, which changes no selection.
+  const xcb_window_t active = activeWindow_.find();
+  if (active == current_ || active == XCB_WINDOW_NONE || activeWindow_.isPassing(active))
+    return;
+  current_ = active;
+  madeIn_ = XCB_WINDOW_NONE;
+}
+
+}  // namespace tavin::x11

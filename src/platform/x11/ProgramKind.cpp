@@ -1,0 +1,114 @@
+#include "platform/x11/ProgramKind.h"
+
+#include <algorithm>
+
+#include "platform/posix/ProcessInfo.h"
+
+namespace tavin::x11 {
+namespace {
+
+using Names = std::vector<std::string>;
+
+// The process tells most terminals, but not one that runs on another machine or whose open files
+// are hidden from us, as those of a program that writes the login records are.
+const std::set<std::string> kTerminals{
+    "alacritty",
+    "aterm",
+    "blackbox",
+    "com.mitchellh.ghostty",
+    "contour",
+    "cool-retro-term",
+    "deepin-terminal",
+    "eterm",
+    "foot",
+    "gnome-terminal",
+    "gnome-terminal-server",
+    "guake",
+    "hyper",
+    "io.elementary.terminal",
+    "kgx",
+    "kitty",
+    "konsole",
+    "kterm",
+    "lilyterm",
+    "lxterminal",
+    "mate-terminal",
+    "mlterm",
+    "org.gnome.console",
+    "org.gnome.ptyxis",
+    "org.kde.konsole",
+    "org.wezfurlong.wezterm",
+    "pantheon-terminal",
+    "qterminal",
+    "rio",
+    "roxterm",
+    "rxvt",
+    "sakura",
+    "st",
+    "st-256color",
+    "tabby",
+    "termit",
+    "terminator",
+    "terminology",
+    "terminus",
+    "tilda",
+    "tilix",
+    "urxvt",
+    "uxterm",
+    "warp",
+    "wezterm",
+    "x-terminal-emulator",
+    "xfce4-terminal",
+    "xterm",
+    "yakuake",
+    "zutty",
+};
+const std::set<std::string> kBrowsers{
+    "brave-browser", "chromium",      "chromium-browser", "epiphany",       "falkon",    "firefox",
+    "firefox-esr",   "google-chrome", "librewolf",        "microsoft-edge", "navigator", "opera",
+    "qutebrowser",   "seamonkey",     "thunderbird",      "vivaldi-stable",
+};
+const std::set<std::string> kWithoutCopyKey{"katarakt", "llpp", "mupdf",  "org.pwmt.zathura",
+                                            "sioyek",   "xpdf", "zathura"};
+
+bool anyOf(const Names& names, const std::set<std::string>& known) {
+  return std::any_of(names.begin(), names.end(),
+                     [&](const std::string& name) { return known.contains(name); });
+}
+
+// A browser engine shows its pages in processes of its own and tells them so.
+bool rendersForBrowser(pid_t pid) {
+  const auto words = posix::commandLine(pid);
+  return std::any_of(words.begin(), words.end(), [](const std::string& word) {
+    return word == "-contentproc" || word == "--type=zygote" || word == "--type=renderer" ||
+           word.find("WebKitWebProcess") != std::string::npos;
+  });
+}
+
+}  // namespace
+
+bool isTerminal(const Names& classNames, std::int64_t pid,
+                const std::set<std::int64_t>& windowProcesses) {
+  if (anyOf(classNames, kTerminals))
+    return true;
+  if (pid == 0)
+    return false;
+  const auto process = static_cast<pid_t>(pid);
+  if (posix::ptyMasterOf(process) != posix::PtyMaster::none)
+    return true;
+  const auto children = posix::childrenOf(process);
+  return std::any_of(children.begin(), children.end(), [&](pid_t child) {
+    return !windowProcesses.contains(child) && posix::ptyMasterOf(child) == posix::PtyMaster::held;
+  });
+}
+
+bool isBrowser(const Names& classNames, std::int64_t pid) {
+  if (anyOf(classNames, kBrowsers))
+    return true;
+  const auto children = posix::childrenOf(static_cast<pid_t>(pid));
+  return pid != 0 && std::any_of(children.begin(), children.end(), rendersForBrowser);
+}
+
+bool lacksCopyKey(const Names& classNames) { return anyOf(classNames, kWithoutCopyKey); }
+
+}  // namespace tavin::x11

@@ -1,0 +1,113 @@
+#include "platform/x11/X11Keyboard.h"
+
+#include <xcb/xtest.h>
+
+#include <utility>
+
+#include "platform/x11/KeyState.h"
+
+namespace tavin::x11 {
+namespace {
+
+constexpr std::uint16_t kKeyInPositionC = 8;
+constexpr std::uint32_t kControlSymbol = 0xffe3;
+constexpr std::uint32_t kInsertSymbol = 0xff63;
+
+bool hasTestExtension(xcb_connection_t* c) {
+  const auto* extension = xcb_get_extension_data(c, &xcb_test_id);
+  return extension && extension->present;
+}
+
+}  // namespace
+
+struct X11Keyboard::Keys {
+  const Connection& connection;
+  xcb_keycode_t control = 0;
+  xcb_keycode_t insert = 0;
+  bool down = false;
+
+  void fake(std::uint8_t type, xcb_keycode_t key) const {
+    xcb_test_fake_input(connection.get(), type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+  }
+
+  void press() {
+    // A modifier that is still held would make another key of it. It is not pressed again
+    // afterwards: the user may have let go meanwhile, and then it would hang.
+    for (const xcb_keycode_t key : KeyState(connection).heldModifierKeys())
+      fake(XCB_KEY_RELEASE, key);
+    fake(XCB_KEY_PRESS, control);
+    fake(XCB_KEY_PRESS, insert);
+    xcb_flush(connection.get());
+    down = true;
+  }
+
+  void release() {
+    if (!std::exchange(down, false))
+      return;
+    fake(XCB_KEY_RELEASE, insert);
+    fake(XCB_KEY_RELEASE, control);
+    xcb_flush(connection.get());
+  }
+};
+
+class X11Keyboard::CopyEvent final : public KeyboardEvent {
+ public:
+  CopyEvent(std::shared_ptr<Keys> keys, bool down) : keys_(std::move(keys)), down_(down) {}
+
+  void setFlags(std::uint64_t flags) override { flags_ = flags; }
+  void post() override {
+    if (!down_)
+      keys_->release();
+    else if (flags_ == EventFlags::command)  // Else it is no copy command, and types nothing.
+      keys_->press();
+  }
+
+ private:
+  std::shared_ptr<Keys> keys_;
+  bool down_;
+  std::uint64_t flags_ = 0;
+};
+
+std::unique_ptr<X11Keyboard> X11Keyboard::create(std::function<bool()> mayCopy) {
+  auto connection = Connection::open();
+  if (!connection)
+    return nullptr;
+  return std::unique_ptr<X11Keyboard>(new X11Keyboard(std::move(connection), std::move(mayCopy)));
+}
+
+X11Keyboard::X11Keyboard(std::unique_ptr<Connection> connection, std::function<bool()> mayCopy)
+    : connection_(std::move(connection)),
+      mayCopy_(std::move(mayCopy)),
+      activeWindow_(*connection_),
+      canType_(hasTestExtension(connection_->get())) {}
+
+X11Keyboard::~X11Keyboard() {
+  if (chord_)
+    chord_->release();
+}
+
+std::uint64_t X11Keyboard::flagsState() { return KeyState(*connection_).flags(); }
+
+std::unique_ptr<KeyboardEvent> X11Keyboard::createKeyboardEvent(std::uint16_t keyCode, bool down) {
+  if (keyCode != kKeyInPositionC)
+    return nullptr;
+  if (!down) {
+    const auto keys = std::exchange(chord_, nullptr);
+    return keys ? std::make_unique<CopyEvent>(keys, false) : nullptr;
+  }
+  return prepareChord() ? std::make_unique<CopyEvent>(chord_, true) : nullptr;
+}
+
+bool X11Keyboard::prepareChord() {
+  chord_.reset();
+  const KeyState state(*connection_);
+  const auto control = state.keyFor(kControlSymbol);
+  const auto insert = state.keyFor(kInsertSymbol);
+  // While a menu or a screen lock holds the keyboard, the keys would go there.
+  if (!canType_ || !control || !insert || activeWindow_.keyboardIsGrabbed() || !mayCopy_())
+    return false;
+  chord_ = std::make_shared<Keys>(Keys{*connection_, *control, *insert});
+  return true;
+}
+
+}  // namespace tavin::x11

@@ -1,0 +1,79 @@
+#include "platform/x11/X11WindowSystem.h"
+
+#include <thread>
+
+#include "platform/x11/ProgramKind.h"
+#include "platform/x11/WindowProperties.h"
+
+namespace tavin::x11 {
+namespace {
+
+constexpr double kSecondsForMenu = 0.5;
+constexpr auto kMenuInterval = std::chrono::milliseconds(5);
+
+}  // namespace
+
+X11WindowSystem::X11WindowSystem(std::unique_ptr<SelectionReader> reader,
+                                 std::unique_ptr<PrimaryWatch> watch)
+    : reader_(std::move(reader)), watch_(std::move(watch)), activeWindow_(reader_->connection()) {}
+
+atspi::FrontWindow X11WindowSystem::frontWindow() {
+  if (menuIsClosing_.exchange(false))
+    waitForMenu();
+  const xcb_window_t window = activeWindow_.find();
+  if (window == XCB_WINDOW_NONE)
+    return {};
+  const auto classNames = windowClass(reader_->connection(), window);
+  atspi::FrontWindow front;
+  front.id = window;
+  front.processId = clientProcess(reader_->connection(), window);
+  front.terminal = isTerminal(classNames, front.processId, windowProcesses());
+  front.browser = isBrowser(classNames, front.processId);
+  front.withoutCopyKey = lacksCopyKey(classNames);
+  return front;
+}
+
+void X11WindowSystem::waitForMenu() {
+  const Deadline deadline = Deadline::in(kSecondsForMenu);
+  while (!deadline.passed()) {
+    const xcb_window_t window = activeWindow_.find();
+    if (window != XCB_WINDOW_NONE && !activeWindow_.isPassing(window) &&
+        !activeWindow_.keyboardIsGrabbed())
+      return;
+    std::this_thread::sleep_for(kMenuInterval);
+  }
+}
+
+std::set<std::int64_t> X11WindowSystem::windowProcesses() {
+  const auto processes = clientProcesses(reader_->connection());
+  return {processes.begin(), processes.end()};
+}
+
+bool X11WindowSystem::primaryIsFrom(const atspi::FrontWindow& window) {
+  const Connection& connection = reader_->connection();
+  const xcb_window_t owner = reader_->owner(XCB_ATOM_PRIMARY);
+  if (owner == XCB_WINDOW_NONE)
+    return false;
+  return sameClient(connection, owner, static_cast<xcb_window_t>(window.id)) ||
+         (window.processId != 0 && clientProcess(connection, owner) == window.processId);
+}
+
+std::optional<QString> X11WindowSystem::primaryText(const atspi::FrontWindow& window,
+                                                    PrimaryProof proof, Deadline deadline) {
+  if (window.id == 0 || !primaryIsFrom(window))
+    return std::nullopt;
+  if (proof == PrimaryProof::takenInFront && (!watch_ || watch_->madeInWindow() != window.id))
+    return std::nullopt;
+  const auto text =
+      reader_->convert(XCB_ATOM_PRIMARY, reader_->connection().atom("UTF8_STRING"), deadline);
+  if (text.outcome == Conversion::Outcome::converted && text.format == 8)
+    return QString::fromUtf8(text.bytes);
+  if (text.outcome != Conversion::Outcome::refused)
+    return std::nullopt;
+  const auto plain = reader_->convert(XCB_ATOM_PRIMARY, XCB_ATOM_STRING, deadline);
+  if (plain.outcome == Conversion::Outcome::converted && plain.format == 8)
+    return QString::fromLatin1(plain.bytes);
+  return std::nullopt;
+}
+
+}  // namespace tavin::x11

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+
+#include "platform/atspi/WindowSystem.h"
+#include "platform/x11/ActiveWindow.h"
+#include "platform/x11/PrimaryWatch.h"
+#include "platform/x11/SelectionReader.h"
+
+namespace tavin::x11 {
+
+// The front window and the PRIMARY selection on X11. Work queue only, save menuCommandChosen().
+class X11WindowSystem final : public atspi::WindowSystem {
+ public:
+  X11WindowSystem(std::unique_ptr<SelectionReader> reader, std::unique_ptr<PrimaryWatch> watch);
+
+  // The next look at the front window waits, for half a second at most, until the menu has closed
+  // and another window is active again. Any thread.
+  void menuCommandChosen() { menuIsClosing_ = true; }
+
+  atspi::FrontWindow frontWindow() override;
+  std::set<std::int64_t> windowProcesses() override;
+  std::optional<QString> primaryText(const atspi::FrontWindow& window, PrimaryProof proof,
+                                     Deadline deadline) override;
+
+ private:
+  void waitForMenu();
+  bool primaryIsFrom(const atspi::FrontWindow& window);
+
+  const std::unique_ptr<SelectionReader> reader_;
+  const std::unique_ptr<PrimaryWatch> watch_;
+  const ActiveWindow activeWindow_;
+  std::atomic<bool> menuIsClosing_ = false;
+};
+
+}  // namespace tavin::x11
