@@ -2,8 +2,9 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
-#include <QEventLoop>
+#include <chrono>
 #include <functional>
+#include <thread>
 
 namespace tavin {
 
@@ -13,7 +14,8 @@ inline bool eventually(const std::function<bool()>& condition, int milliseconds 
   while (!condition()) {
     if (deadline.hasExpired())
       return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
+    QCoreApplication::processEvents();
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   return true;
 }

@@ -2,38 +2,21 @@
 
 #include <xcb/xinput.h>
 
-#include "platform/x11/XkbRequests.h"
-
 namespace tavin::x11 {
 namespace {
 
 constexpr std::uint16_t neededMajor = 2;
 constexpr std::uint16_t neededMinor = 1;  // Raw events pass by grabs from there on.
 
-// Without it each repeat of a grabbed key comes with a release of its own.
-void askForDetectableRepeat(xcb_connection_t* c) {
-  const xcb_query_extension_reply_t* xkb = xcb_get_extension_data(c, &xcb_xkb_id);
-  if (xkb == nullptr || xkb->present == 0)
-    return;
-  xcb_discard_reply(
-      c, xcb_xkb_use_extension(c, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION).sequence);
-  constexpr std::uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-  xcb_discard_reply(
-      c, xcb_xkb_per_client_flags(c, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0).sequence);
-}
-
 }  // namespace
 
 bool HeldKeys::prepare() {
   xcb_connection_t* c = connection_.get();
-  xcb_prefetch_extension_data(c, &xcb_input_id);
-  xcb_prefetch_extension_data(c, &xcb_xkb_id);
   const xcb_query_extension_reply_t* input = xcb_get_extension_data(c, &xcb_input_id);
   if (input == nullptr || input->present == 0)
     return false;
   inputExtension_ = input->major_opcode;
   const auto cookie = xcb_input_xi_query_version(c, neededMajor, neededMinor);
-  askForDetectableRepeat(c);
   const Reply<xcb_input_xi_query_version_reply_t> version(
       xcb_input_xi_query_version_reply(c, cookie, nullptr));
   return version &&

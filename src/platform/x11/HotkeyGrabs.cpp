@@ -29,6 +29,7 @@ std::unique_ptr<HotkeyGrabs> HotkeyGrabs::create() {
   if (!connection)
     return nullptr;
   std::unique_ptr<HotkeyGrabs> service(new HotkeyGrabs(std::move(connection)));
+  service->keyboard_.announceTo(*service->connection_);
   if (!service->heldKeys_.prepare())
     return nullptr;
   service->mapping_ = HotkeyMapping::read(*service->connection_);
@@ -113,10 +114,9 @@ void HotkeyGrabs::readEvents() {
 }
 
 void HotkeyGrabs::handle(const xcb_generic_event_t& event) {
-  const int type = event.response_type & 0x7f;
-  if (type == XCB_KEY_PRESS)
+  if ((event.response_type & 0x7f) == XCB_KEY_PRESS)
     handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event));
-  else if (type == XCB_MAPPING_NOTIFY)
+  else if (keyboard_.isChange(event))
     keyboardChanged_ = true;
   else
     heldKeys_.observe(event);

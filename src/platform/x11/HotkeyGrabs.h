@@ -9,6 +9,7 @@
 #include "platform/x11/HeldKeys.h"
 #include "platform/x11/HotkeyMapping.h"
 #include "platform/x11/KeyGrab.h"
+#include "platform/x11/KeyboardExtension.h"
 
 namespace tavin::x11 {
 
@@ -38,6 +39,7 @@ class HotkeyGrabs final : public HotkeyService {
   void followKeyboard();
 
   std::unique_ptr<Connection> connection_;
+  KeyboardExtension keyboard_;
   HeldKeys heldKeys_;
   HotkeyMapping mapping_;
   std::vector<std::shared_ptr<HotKey>> hotKeys_;

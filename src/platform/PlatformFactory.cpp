@@ -1,0 +1,98 @@
+#include "platform/PlatformFactory.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+#include <utility>
+
+#include "engine/CurlSession.h"
+#include "platform/ThreadQueue.h"
+#include "platform/desktop/AutostartLoginItem.h"
+#include "platform/desktop/DesktopWorkspace.h"
+#include "platform/desktop/NoHotkeys.h"
+#include "platform/desktop/QtApplication.h"
+#include "platform/desktop/QtMainQueue.h"
+#include "platform/desktop/SessionBusControl.h"
+#include "platform/desktop/SettingsUserDefaults.h"
+#include "platform/posix/PosixProcessLauncher.h"
+#include "platform/posix/PosixSystemLog.h"
+#include "platform/tray/ModalAlerts.h"
+#include "platform/tray/Tray.h"
+#include "platform/x11/Capture.h"
+#include "platform/x11/DisplayBell.h"
+#include "platform/x11/HotkeyGrabs.h"
+
+namespace tavin {
+namespace {
+
+// A hung request keeps its thread; it must not keep the next one waiting.
+constexpr std::size_t globalQueueThreads = 64;
+
+StartedPlatform cannotStart(const QByteArray& reason) {
+  std::fprintf(stderr, "tavin: %s\n", reason.constData());
+  return {.platform = nullptr, .exitCode = 1};
+}
+
+std::unique_ptr<HotkeyService> chooseHotkeys() {
+  if (auto grabs = x11::HotkeyGrabs::create())
+    return grabs;
+  return std::make_unique<desktop::NoHotkeys>(
+      QStringLiteral("the X display has no XInput 2.1 or later"));
+}
+
+// What every desktop has in the same way.
+void addCommonParts(Platform& platform) {
+  platform.bundle = Bundle::main();
+  platform.mainQueue = std::make_unique<desktop::QtMainQueue>();
+  platform.globalQueue = std::make_unique<ThreadQueue>(globalQueueThreads);
+  platform.makeSerialQueue = [] { return std::make_unique<ThreadQueue>(1); };
+  platform.userDefaults = std::make_unique<desktop::SettingsUserDefaults>();
+  platform.urlSession = std::make_unique<CurlSession>(*platform.log);
+  platform.processLauncher = std::make_unique<posix::PosixProcessLauncher>();
+  platform.loginItem =
+      std::make_unique<desktop::AutostartLoginItem>(QCoreApplication::applicationFilePath());
+  platform.alerts = createAlertPresenter();
+}
+
+void addX11Parts(Platform& platform, x11::Capture capture) {
+  platform.accessibility = std::move(capture.accessibility);
+  platform.keyboard = std::move(capture.keyboard);
+  platform.pasteboard = std::move(capture.pasteboard);
+  platform.lastDuties.push_back(std::move(capture.handOverClipboard));
+  platform.statusItem = createStatusItem(std::move(capture.menuCommandChosen));
+  platform.hotkeys = chooseHotkeys();
+  platform.workspace = std::make_unique<desktop::DesktopWorkspace>(x11::ringDisplayBell);
+}
+
+}  // namespace
+
+StartedPlatform startPlatform(int& argc, char** argv) {
+  // Qt would end the process with a paragraph about its plug-ins.
+  if (!x11::Connection::open())
+    return cannotStart(qEnvironmentVariableIsEmpty("DISPLAY")
+                           ? QByteArray("no X display: DISPLAY is not set")
+                           : "no X display: cannot connect to " + qgetenv("DISPLAY"));
+  auto platform = std::make_unique<Platform>();
+  platform->log = std::make_unique<posix::PosixSystemLog>();
+  platform->application =
+      std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin", "xcb");
+
+  const QDBusConnection bus = QDBusConnection::sessionBus();
+  auto remoteControl = std::make_unique<desktop::SessionBusControl>(bus);
+  if (!remoteControl->takeName()) {
+    remoteControl->activateOther();
+    return {.platform = nullptr, .exitCode = 0};
+  }
+  platform->remoteControl = std::move(remoteControl);
+
+  auto capture = x11::createCapture(*platform->log);
+  if (!capture)
+    return cannotStart("the X display refuses another connection");
+  addCommonParts(*platform);
+  addX11Parts(*platform, std::move(*capture));
+  platform->log->write(QStringLiteral("Tavin: X11, %1")
+                           .arg(bus.isConnected() ? QStringLiteral("with the session bus")
+                                                  : QStringLiteral("without a session bus")));
+  return {.platform = std::move(platform), .exitCode = 0};
+}
+
+}  // namespace tavin
