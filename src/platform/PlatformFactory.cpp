@@ -58,7 +58,9 @@ void addX11Parts(Platform& platform, x11::Capture capture) {
   platform.keyboard = std::move(capture.keyboard);
   platform.pasteboard = std::move(capture.pasteboard);
   platform.lastDuties.push_back(std::move(capture.handOverClipboard));
-  platform.statusItem = createStatusItem(std::move(capture.menuCommandChosen));
+  platform.makeStatusItem = [commandChosen = std::move(capture.menuCommandChosen)] {
+    return createStatusItem(commandChosen);
+  };
   platform.hotkeys = chooseHotkeys();
   platform.workspace = std::make_unique<desktop::DesktopWorkspace>(x11::ringDisplayBell);
 }
