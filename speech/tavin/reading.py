@@ -13,7 +13,7 @@ from tavin.text import pieces
 
 AHEAD_SECONDS = 5.0  # sound kept ready, and always at least one sentence
 AHEAD_SENTENCES = 32  # the bound for sentences that make no sound
-FAILURES_IN_A_ROW = 10  # then the text is given up
+FAILURES_IN_A_ROW = 5  # then the text is given up
 
 
 class Clip:

@@ -4,7 +4,7 @@ import asyncio
 
 from tavin import frames
 
-ANSWER_SECONDS = 8.0  # for the sound server to take the next piece of sound
+ANSWER_SECONDS = 5.0  # for the sound server to take the next piece of sound
 
 
 class OutputError(Exception):

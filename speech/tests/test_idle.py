@@ -5,7 +5,7 @@ from pathlib import Path
 
 from sound import until
 
-WATCHED_SECONDS = 3
+WATCHED_SECONDS = 2
 
 
 def switches(pid):

@@ -5,6 +5,7 @@ import signal
 import stat
 
 import pytest
+from tavin.settings import Settings, default_path
 
 
 def test_choices_are_kept_over_a_restart(engine, new_engine):
@@ -40,20 +41,34 @@ def test_the_file_is_whole_whenever_the_engine_is_killed(new_engine):
         b'{"engine": {}, "voices": [], "speed": true}',
     ],
 )
-def test_a_bad_file_reads_as_the_defaults(new_engine, content):
-    engine = new_engine()
-    engine.settings.parent.mkdir(parents=True)
-    engine.settings.write_bytes(content)
-    status = engine.start().status()
-    assert (status["engine"], status["voice"], status["speed"]) == ("espeak", "gmw/en-US", 1.0)
+def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
+    path = tmp_path / "engine.json"
+    path.write_bytes(content)
+    settings = Settings(path)
+    assert (settings.engine, settings.speed) == ("espeak", 1.0)
+    assert settings.voices in ({}, {"espeak": "nobody"})  # which voices there are is not known here
 
 
-def test_one_bad_value_does_not_cost_the_others(new_engine):
+def test_a_stored_voice_that_is_gone_gives_way_to_the_default(new_engine):
     engine = new_engine()
     engine.settings.parent.mkdir(parents=True)
-    engine.settings.write_text('{"engine": "nobody", "voices": {"espeak": "gmw/de"}, "speed": 2}')
+    engine.settings.write_text('{"engine": "nobody", "voices": {"espeak": "nobody"}, "speed": 2}')
     status = engine.start().status()
-    assert (status["engine"], status["voice"], status["speed"]) == ("espeak", "gmw/de", 2.0)
+    assert (status["engine"], status["voice"], status["speed"]) == ("espeak", "gmw/en-US", 2.0)
+
+
+def test_one_bad_value_does_not_cost_the_others(tmp_path):
+    path = tmp_path / "engine.json"
+    path.write_text('{"engine": "nobody", "voices": {"espeak": "gmw/de", "nobody": "x"}, "speed": 2}')
+    settings = Settings(path)
+    assert (settings.engine, settings.voices, settings.speed) == ("espeak", {"espeak": "gmw/de"}, 2.0)
+
+
+@pytest.mark.parametrize("base, wanted", [("/x", "/x"), ("", "/h/.config"), ("not/absolute", "/h/.config")])
+def test_the_place_follows_the_desktop_standard(monkeypatch, base, wanted):
+    monkeypatch.setenv("HOME", "/h")
+    monkeypatch.setenv("XDG_CONFIG_HOME", base)
+    assert str(default_path()) == f"{wanted}/tavin/engine.json"
 
 
 def test_a_place_that_cannot_be_written_costs_only_the_memory(new_engine):
