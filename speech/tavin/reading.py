@@ -45,7 +45,10 @@ class Reading:
     async def run(self):
         """Read to the end; the caller cancels it to stop."""
         await self._synthesis.start()
-        self._stream = await self._output.open(self._synthesis.rate, self.paused, self._started)
+        paused = self.paused
+        self._stream = await self._output.open(self._synthesis.rate, paused, self._started)
+        if self.paused != paused:  # changed while the player was started
+            self._stream.pause(self.paused)
         synthesise = asyncio.create_task(self._synthesise())
         play = asyncio.create_task(self._play())
         try:
