@@ -22,42 +22,48 @@ void append(std::vector<ObjectRef>& list, const std::vector<ObjectRef>& more) {
   list.insert(list.end(), more.begin(), more.end());
 }
 
-// Goes down level by level, all objects of a level at once. Below a level where some object has
-// the focus only their own descendants are of interest.
+// Goes down level by level, all objects of a level at once. The whole window: toolkits give the
+// focus to objects beside the one that is meant.
 std::vector<ObjectRef> walkToFocus(Bus& bus, const ObjectRef& window, Deadline deadline) {
   std::vector<ObjectRef> found;
   std::vector<ObjectRef> level{window};
   std::size_t seen = 0;
   while (!level.empty() && seen < kMostObjects && !deadline.passed()) {
     seen += level.size();
-    const auto states = askEach(bus, level, "Accessible", "GetState", deadline);
-    std::vector<ObjectRef> focused;
+    const auto answers = askEach(bus, level, "Accessible", "GetState", deadline);
     std::vector<ObjectRef> visible;
     for (std::size_t i = 0; i < level.size(); ++i) {
-      const States state = statesIn(states[i]);
-      if (state.has(States::focused) && level[i] != window)
-        focused.push_back(level[i]);
-      if (state.has(States::visible) || state.has(States::showing))
+      const States states = statesIn(answers[i]);
+      if (states.has(States::focused) && level[i] != window)
+        found.push_back(level[i]);
+      if (states.has(States::visible) || states.has(States::showing))
         visible.push_back(level[i]);
     }
-    append(found, focused);
-    const auto answers =
-        askEach(bus, focused.empty() ? visible : focused, "Accessible", "GetChildren", deadline);
     level.clear();
-    for (const auto& answer : answers) append(level, objectsIn(answer));
+    for (const auto& children : askEach(bus, visible, "Accessible", "GetChildren", deadline))
+      append(level, objectsIn(children));
   }
   return found;
+}
+
+bool isLate(const QDBusMessage& answer) {
+  return answer.errorName() == "org.freedesktop.DBus.Error.NoReply";
 }
 
 std::vector<ObjectRef> focusedBelow(Bus& bus, const std::vector<ObjectRef>& windows,
                                     FocusSearch& search, Deadline deadline) {
   std::vector<ObjectRef> found;
-  const auto answers = askEach(bus, windows, "Collection", "GetMatches", deadline,
-                               matchesWithState(States::focused));
+  auto answers = askEach(bus, windows, "Collection", "GetMatches", deadline,
+                         matchesWithState(States::focused));
   for (std::size_t i = 0; i < windows.size(); ++i) {
+    // A browser that has just opened a page takes its time; a second message may still make it.
+    if (isLate(answers[i]) && !deadline.passed())
+      answers[i] = bus.ask(
+          Question{windows[i], "Collection", "GetMatches", matchesWithState(States::focused)},
+          deadline);
     if (isAnswer(answers[i])) {
       append(found, objectsIn(answers[i]));
-    } else if (answers[i].errorName() != "org.freedesktop.DBus.Error.NoReply") {
+    } else if (!isLate(answers[i])) {
       search.walked = true;  // The program has no Collection.
       append(found, walkToFocus(bus, windows[i], deadline));
     }

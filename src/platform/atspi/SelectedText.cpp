@@ -1,6 +1,7 @@
 #include "platform/atspi/SelectedText.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/atspi/TextGatherer.h"
 
@@ -14,6 +15,7 @@ constexpr double kSecondsForText = 1.5;
 constexpr std::size_t kFewObjects = 24;
 constexpr std::size_t kManyObjects = 20'000;
 constexpr int kDeepestObject = 40;
+constexpr int kPanesAroundDocument = 2;
 
 // One reading of one focused object's selection.
 class Reading {
@@ -27,6 +29,7 @@ class Reading {
   std::optional<QString> readObject();
   std::optional<QString> readPage(const ObjectRef& object);
   std::optional<QString> readParagraphs(const ObjectRef& document);
+  std::optional<ObjectRef> documentIn(const ObjectRef& pane);
   std::optional<QString> primaryWith(const QStringList& parts);
   std::optional<QString> primary(PrimaryProof proof);
   std::vector<ObjectRef> ancestors(std::vector<Role>& roles);
@@ -77,6 +80,10 @@ std::optional<QString> Reading::readObject() {
                        object.role == Role::documentWeb;
   if (ownText && object.role != Role::paragraph)
     return object.selections > 0 ? readPage(object.object) : std::nullopt;
+  if (!object.hasText) {
+    if (const auto document = documentIn(object.object))
+      return readParagraphs(*document);
+  }
   std::vector<Role> roles;
   const auto above = ancestors(roles);
   if (object.role == Role::paragraph && !above.empty() && roles.front() == Role::documentText)
@@ -90,6 +97,29 @@ std::optional<QString> Reading::readObject() {
       return readPage(above[i]);
   }
   return object.selections > 0 ? readPage(object.object) : std::nullopt;
+}
+
+// A word processor whose cursor is out of view gives the focus to a pane around its document.
+std::optional<ObjectRef> Reading::documentIn(const ObjectRef& pane) {
+  std::vector<ObjectRef> level{pane};
+  for (int depth = 0; depth < kPanesAroundDocument; ++depth) {
+    std::vector<Question> questions;
+    for (const auto& object : level) questions.push_back({object, "Accessible", "GetChildren"});
+    level.clear();
+    for (const auto& answer : bus_.ask(questions, deadline_)) {
+      const auto children = objectsIn(answer);
+      level.insert(level.end(), children.begin(),
+                   children.begin() + std::min<std::ptrdiff_t>(std::ssize(children), kFewObjects));
+    }
+    questions.clear();
+    for (const auto& object : level) questions.push_back({object, "Accessible", "GetRole"});
+    const auto roles = bus_.ask(questions, deadline_);
+    for (std::size_t i = 0; i < roles.size(); ++i) {
+      if (roleIn(roles[i]) == Role::documentText)
+        return level[i];
+    }
+  }
+  return std::nullopt;
 }
 
 // From the parent up to the window, which is left out.

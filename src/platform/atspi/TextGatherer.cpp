@@ -145,6 +145,7 @@ std::vector<std::size_t> TextGatherer::resolve(const std::vector<Mark>& allMarks
     nodes_[level[i]].role = roleIn(answers[2 * i]);
     nodes_[level[i]].name = valueIn(answers[2 * i + 1]).toString();
   }
+  std::erase_if(level, [&](std::size_t node) { return nodes_[node].role == Role::passwordText; });
   return level;
 }
 
