@@ -73,6 +73,7 @@ MenuNode hiddenNode(int id, Kind kind) {
 
 void hide(MenuNode& node, MenuLayout::Changes& changes) {
   node.item = {};
+  node.children.clear();
   if (!node.properties.value("visible").toBool())
     return;
   node.properties.insert("visible", false);
