@@ -63,14 +63,14 @@ class Desktop:
         self.session.run(["xdotool", "key", *keys])
 
     def click(self, wid, x, y, times=1):
-        self.session.run(["xdotool", "mousemove", "--sync", "--window", wid, str(x), str(y),
+        self.session.run(["xdotool", "mousemove", "--window", wid, str(x), str(y),
                           "click", "--repeat", str(times), "--delay", "60", "1"])
 
     def primary(self):
         """The selected text as the display knows it, or None."""
         result = subprocess.run(["xclip", "-o", "-selection", "primary", "-t", "UTF8_STRING"],
                                 env=self.session.env, capture_output=True, timeout=10)
-        return result.stdout.decode() if result.returncode == 0 else None
+        return result.stdout.decode(errors="replace") if result.returncode == 0 else None
 
     def select_until(self, text, action, seconds=10.0):
         """Repeats the selecting `action` until the display has `text` selected: a window takes

@@ -8,10 +8,11 @@ WORD = "Wörterbuch"
 
 
 class Watched:
-    """`command` opens a terminal with the title "watched" and ends where a program follows."""
+    """`command` opens a terminal with the title "watched" and ends where a program follows; `row`
+    is where its first line of text stands."""
 
-    def __init__(self, desktop, programs, command, record):
-        self.desktop, self.record = desktop, record
+    def __init__(self, desktop, programs, command, record, row=12):
+        self.desktop, self.record, self.row = desktop, record, row
         self.window = desktop.open(
             [*command, "/usr/bin/python3", os.path.join(programs, "byte_watch.py"), record,
              WORD + " and more"], "watched")
@@ -24,4 +25,5 @@ class Watched:
             return f.read().split("\n")[:-1]
 
     def select_word(self):
-        self.desktop.select_until(WORD, lambda: self.desktop.click(self.window, 30, 12, times=2))
+        self.desktop.select_until(
+            WORD, lambda: self.desktop.click(self.window, 30, self.row, times=2))

@@ -8,7 +8,7 @@ from terminal import WORD, Watched
 def terminal(desktop, programs, tmp_path):
     return Watched(desktop, programs, ["konsole", "--nofork", "--hide-menubar", "-p",
                                        "LocalTabTitleFormat=watched", "-e"],
-                   str(tmp_path / "record"))
+                   str(tmp_path / "record"), row=48)
 
 
 def test_selection_is_read_and_nothing_typed(tavin, desktop, terminal):
