@@ -14,6 +14,7 @@ CLONE_NEWUSER = 0x10000000
 CLONE_NEWNET = 0x40000000
 SIOCSIFFLAGS = 0x8914
 IFF_UP = 1
+PORT = 47632
 
 
 def enter():
@@ -36,6 +37,8 @@ def enter():
     with socket.socket() as any_socket:
         request = struct.pack("16sh14x", b"lo", IFF_UP)
         fcntl.ioctl(any_socket, SIOCSIFFLAGS, request)
+    with open("/proc/sys/net/ipv4/ip_local_reserved_ports", "w", encoding="ascii") as file:
+        file.write(str(PORT))  # no client may get it by chance
     return True
 
 

@@ -66,15 +66,17 @@ def test_nothing_is_lost_or_doubled_where_portions_meet(filler):
 @pytest.mark.parametrize("unit", ["Short sentence here. ", "x", " ", "\u200b", "\n", "😀", "؟ مرحبا ", "a\n"])
 def test_a_huge_text_costs_little_at_once(unit):
     text = unit * (2_000_000 // len(unit))
-    tracemalloc.start()
-    longest_step = 0
-    begin = time.monotonic()
+    longest_step = measured = 0
+    begin = time.thread_time()
     for count, _ in enumerate(pieces(text, "en-us", 600)):
-        now = time.monotonic()
+        now = time.thread_time()
         longest_step, begin = max(longest_step, now - begin), now
-        if count > 2000:
+        if count == 100:
+            tracemalloc.start()  # slows everything down, so not while the time is taken
+            longest_step, measured = 0, longest_step
+        if count > 400:
             break
     _, peak = tracemalloc.get_traced_memory()
     tracemalloc.stop()
     assert peak < 2_000_000
-    assert longest_step < 0.25
+    assert measured < 0.05
