@@ -30,6 +30,13 @@ struct X11Keyboard::Keys {
     xcb_test_fake_input(connection.get(), type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
   }
 
+  // When this returns, the display has done it all.
+  void finish() const {
+    xcb_connection_t* c = connection.get();
+    Reply<xcb_get_input_focus_reply_t>(
+        xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+  }
+
   void press() {
     // A modifier that is still held would make another key of it. It is not pressed again
     // afterwards: the user may have let go meanwhile, and then it would hang.
@@ -37,7 +44,7 @@ struct X11Keyboard::Keys {
       fake(XCB_KEY_RELEASE, key);
     fake(XCB_KEY_PRESS, control);
     fake(XCB_KEY_PRESS, insert);
-    xcb_flush(connection.get());
+    finish();
     down = true;
   }
 
@@ -46,7 +53,7 @@ struct X11Keyboard::Keys {
       return;
     fake(XCB_KEY_RELEASE, insert);
     fake(XCB_KEY_RELEASE, control);
-    xcb_flush(connection.get());
+    finish();
   }
 };
 

@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+
+#include "platform/x11/KeyState.h"
+#include "platform/x11/TestKeyboard.h"
+#include "platform/x11/TestWindow.h"
+#include "platform/x11/X11Keyboard.h"
+
+namespace tavin::x11 {
+namespace {
+
+namespace key = test::key;
+
+constexpr xcb_keycode_t kInsertKey = 118;
+constexpr std::uint16_t kCopyKey = 8;
+constexpr std::uint32_t kInsertSymbol = 0xff63;
+
+class X11KeyboardTest : public testing::Test {
+ protected:
+  X11KeyboardTest() { test::activate(user_.connection(), window_.id()); }
+
+  // True where both events could be made.
+  bool copy(std::uint64_t flags = EventFlags::command) {
+    bool made = true;
+    for (const bool down : {true, false}) {
+      const auto event = keyboard_->createKeyboardEvent(kCopyKey, down);
+      made = made && event;
+      if (!event)
+        continue;
+      event->setFlags(flags);
+      event->post();
+    }
+    return made;
+  }
+  // The keys that reached the window since the last call, told by one more key.
+  QStringList keysSoFar() {
+    user_.type({key::t});
+    QStringList keys;
+    while (keys.isEmpty() || !keys.last().startsWith(QString("release %1 ").arg(key::t))) {
+      const QStringList next = window_.keys(1);
+      if (next.isEmpty())
+        return {"(nothing comes)"};
+      keys += next;
+    }
+    return keys.mid(0, keys.size() - 2);
+  }
+
+  bool allowed_ = true;
+  test::TestKeyboard user_;
+  test::TestWindow window_{"editor"};
+  std::unique_ptr<X11Keyboard> keyboard_ = X11Keyboard::create([this] { return allowed_; });
+};
+
+TEST_F(X11KeyboardTest, TellsTheModifiersThatAreHeld) {
+  const std::pair<xcb_keycode_t, std::uint64_t> modifiers[] = {
+      {key::leftShift, EventFlags::shift},
+      {key::leftControl, EventFlags::control},
+      {key::leftAlt, EventFlags::option},
+      {key::leftSuper, EventFlags::command},
+  };
+  EXPECT_EQ(keyboard_->flagsState(), 0u);
+  for (const auto& [code, flag] : modifiers) {
+    user_.press(code);
+    EXPECT_EQ(keyboard_->flagsState(), flag);
+    user_.release(code);
+  }
+  user_.press(key::leftAlt);
+  user_.press(key::leftShift);
+  EXPECT_EQ(keyboard_->flagsState(), EventFlags::option | EventFlags::shift);
+}
+
+TEST_F(X11KeyboardTest, LocksAndOtherKeysAreNoModifiers) {
+  for (const auto lock : {key::capsLock, key::numLock}) {
+    user_.type({lock});
+    EXPECT_EQ(keyboard_->flagsState(), 0u);
+    user_.press(lock);
+    EXPECT_EQ(keyboard_->flagsState(), 0u);
+    user_.release(lock);  // Pressed twice it is off again.
+  }
+  user_.press(key::r);
+  EXPECT_EQ(keyboard_->flagsState(), 0u);
+}
+
+TEST_F(X11KeyboardTest, TheCopyCommandArrivesAsControlInsert) {
+  EXPECT_TRUE(copy());
+  EXPECT_EQ(keysSoFar(),
+            (QStringList{"press 37 0", "press 118 4", "release 118 4", "release 37 4"}));
+}
+
+TEST_F(X11KeyboardTest, HeldModifiersAreLetGoOfFirstAndNotPressedAgain) {
+  user_.press(key::leftAlt);
+  user_.press(key::leftShift);
+  keysSoFar();
+  EXPECT_TRUE(copy());
+  EXPECT_EQ(keysSoFar(), (QStringList{"release 50 9", "release 64 8", "press 37 0", "press 118 4",
+                                      "release 118 4", "release 37 4"}));
+  EXPECT_EQ(keyboard_->flagsState(), 0u);
+}
+
+TEST_F(X11KeyboardTest, NothingIsTypedWhereTheProgramMustNotGetIt) {
+  allowed_ = false;
+  EXPECT_FALSE(copy());
+  EXPECT_EQ(keysSoFar(), QStringList());
+}
+
+TEST_F(X11KeyboardTest, OtherKeysAndOtherModifiersTypeNothing) {
+  EXPECT_EQ(keyboard_->createKeyboardEvent(9, true), nullptr);
+  EXPECT_EQ(keyboard_->createKeyboardEvent(kCopyKey, false), nullptr) << "an up without a down";
+  copy(0);
+  copy(EventFlags::command | EventFlags::shift);
+  EXPECT_EQ(keysSoFar(), QStringList());
+}
+
+TEST_F(X11KeyboardTest, NothingIsTypedIntoAMenuOrALock) {
+  ASSERT_TRUE(window_.command("grab"));
+  EXPECT_FALSE(copy());
+  ASSERT_TRUE(window_.command("ungrab"));
+  EXPECT_TRUE(copy());
+}
+
+TEST_F(X11KeyboardTest, WithoutAnInsertKeyThereIsNoCopy) {
+  xcb_connection_t* c = user_.connection().get();
+  const xcb_keysym_t none = XCB_NO_SYMBOL;
+  const xcb_keysym_t insert = kInsertSymbol;
+  xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &none);
+  user_.sync();
+  EXPECT_FALSE(copy());
+  xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &insert);
+  user_.sync();
+  EXPECT_TRUE(copy());
+}
+
+TEST_F(X11KeyboardTest, TheInsertKeyIsFoundWhereverTheLayoutHasIt) {
+  constexpr xcb_keycode_t other = 96;
+  xcb_connection_t* c = user_.connection().get();
+  const xcb_keysym_t none = XCB_NO_SYMBOL;
+  const xcb_keysym_t insert = kInsertSymbol;
+  const auto before = KeyState(user_.connection()).keyFor(kInsertSymbol);
+  xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &none);
+  xcb_change_keyboard_mapping(c, 1, other, 1, &insert);
+  user_.sync();
+  EXPECT_TRUE(copy());
+  EXPECT_TRUE(keysSoFar().contains("press 96 4"));
+  xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &insert);
+  xcb_change_keyboard_mapping(c, 1, other, 1, &none);
+  user_.sync();
+  EXPECT_EQ(KeyState(user_.connection()).keyFor(kInsertSymbol), before);
+}
+
+}  // namespace
+}  // namespace tavin::x11
