@@ -33,6 +33,12 @@ class Desktop:
     def open(self, command, name, seconds=30.0, **kwargs):
         """Starts a program and returns its window, found by title or class, once it is shown
         and has the keyboard."""
+        wid = self.show(command, name, seconds, **kwargs)
+        self.focus(wid)
+        return wid
+
+    def show(self, command, name, seconds=30.0, **kwargs):
+        """The same for a window that takes no focus."""
         program = self.start(command, **kwargs)
 
         def window():
@@ -40,9 +46,7 @@ class Desktop:
                 raise SessionError(f"{command[0]} ended with {program.returncode}")
             found = self.windows(name)
             return found[-1] if found else None
-        wid = wait_until(window, seconds, f"window of {command[0]}")
-        self.focus(wid)
-        return wid
+        return wait_until(window, seconds, f"window of {command[0]}")
 
     def windows(self, name):
         out = self.session.run(["xdotool", "search", "--onlyvisible", "--name", name], check=False)
@@ -54,9 +58,9 @@ class Desktop:
         self.session.run(["xdotool", "windowactivate", "--sync", wid])
 
         def focused():
-            active = self.session.run(["xdotool", "getactivewindow"], check=False).strip()
-            holder = self.session.run(["xdotool", "getwindowfocus"], check=False).strip()
-            return active == wid and holder not in ("", "0", "1")
+            asked = ["xdotool", "getactivewindow", "getwindowfocus"]
+            answer = self.session.run(asked, check=False, stderr=subprocess.DEVNULL).split()
+            return len(answer) == 2 and answer[0] == wid and answer[1] != "1"
         wait_until(focused, 10, "focus")
 
     def key(self, *keys):

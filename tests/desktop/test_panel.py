@@ -38,8 +38,7 @@ def test_the_icon_goes_with_tavin(desktop, tavin):
 @pytest.fixture
 def trayer(desktop):
     """An XEmbed tray; its window."""
-    return desktop.open(["trayer", "--edge", "bottom", "--widthtype", "request",
-                         "--SetPartialStrut", "true"], "trayer")
+    return desktop.show(["trayer", "--edge", "bottom", "--widthtype", "request"], "trayer")
 
 
 def embedded(desktop, wid):

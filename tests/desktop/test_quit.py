@@ -35,7 +35,7 @@ def with_real_engine(session, build):
     wait_until(listening, 30, "the engine's port")
     yield tavin
     desktop.close()
-    wait_until(lambda: not engines(), 10, "end of the engine")
+    wait_until(lambda: not engines() and not listening(), 10, "end of the engine")
 
 
 @pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGINT])
