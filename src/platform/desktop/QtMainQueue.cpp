@@ -1,5 +1,6 @@
 #include "platform/desktop/QtMainQueue.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QObject>
@@ -62,6 +63,9 @@ class QtMainQueue::Receiver final : public QObject {
     const std::lock_guard lock(mutex_);
     auto task = std::move(tasks_.front());
     tasks_.pop_front();
+    // A nested event loop of this task would not see by itself that more events were posted.
+    if (!tasks_.empty())
+      QAbstractEventDispatcher::instance()->wakeUp();
     return task;
   }
 

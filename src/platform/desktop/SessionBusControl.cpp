@@ -98,11 +98,17 @@ QString SessionBusControl::introspect(const QString&) const { return QLatin1Stri
 
 bool SessionBusControl::handleMessage(const QDBusMessage& message,
                                       const QDBusConnection& connection) {
-  const QString signature = signatureOf(message.member());
   // Callers may leave the interface out.
-  if (signature.isEmpty() ||
-      (!message.interface().isEmpty() && message.interface() != applicationInterface))
+  const QString signature = signatureOf(message.member());
+  const bool isOurs = message.interface() == applicationInterface ||
+                      (message.interface().isEmpty() && !signature.isEmpty());
+  if (!isOurs)
     return false;
+  if (signature.isEmpty()) {
+    connection.send(message.createErrorReply(QDBusError::UnknownMethod,
+                                             QStringLiteral("There is no such method")));
+    return true;
+  }
   const auto request = requestIn(message);
   if (message.signature() != signature)
     connection.send(message.createErrorReply(
