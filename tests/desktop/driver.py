@@ -57,10 +57,12 @@ class Desktop:
     def focus(self, wid):
         self.session.run(["xdotool", "windowactivate", "--sync", wid])
 
+        def asked(what):
+            return self.session.run(["xdotool", what], check=False,
+                                    stderr=subprocess.DEVNULL).strip()
+
         def focused():
-            asked = ["xdotool", "getactivewindow", "getwindowfocus"]
-            answer = self.session.run(asked, check=False, stderr=subprocess.DEVNULL).split()
-            return len(answer) == 2 and answer[0] == wid and answer[1] != "1"
+            return asked("getactivewindow") == wid and asked("getwindowfocus") not in ("", "1")
         wait_until(focused, 10, "focus")
 
     def key(self, *keys):
