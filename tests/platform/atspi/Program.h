@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+namespace tavin::test {
+
+// A real program that runs for as long as this object lives.
+class Program {
+ public:
+  explicit Program(const QStringList& command) {
+    process_.setStandardOutputFile(QProcess::nullDevice());
+    process_.setStandardErrorFile(QProcess::nullDevice());
+    process_.start(command.first(), command.mid(1));
+    process_.waitForStarted(10'000);
+  }
+  ~Program() {
+    process_.kill();
+    process_.waitForFinished(10'000);
+  }
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  pid_t id() const { return static_cast<pid_t>(process_.processId()); }
+
+ private:
+  QProcess process_;
+};
+
+}  // namespace tavin::test

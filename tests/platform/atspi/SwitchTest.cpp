@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QElapsedTimer>
+#include <csignal>
+
+#include "platform/atspi/BusAddress.h"
+#include "platform/atspi/CaptureTest.h"
+#include "platform/atspi/Object.h"
+#include "platform/atspi/Program.h"
+#include "platform/atspi/Switch.h"
+
+namespace tavin::test {
+namespace {
+
+using atspi::SwitchState;
+
+class SwitchTest : public CaptureTest {
+ protected:
+  static SwitchState state() { return atspi::readSwitch(Deadline::in(5)); }
+  static void turnOff() {
+    auto message = QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus",
+                                                  "org.freedesktop.DBus.Properties", "Set");
+    message << "org.a11y.Status"
+            << "IsEnabled" << QVariant::fromValue(QDBusVariant(false));
+    QDBusConnection::sessionBus().call(message);
+    ASSERT_EQ(state(), SwitchState::off);
+  }
+  bool trusted(bool prompt = false) { return capture_->accessibility->isProcessTrusted(prompt); }
+};
+
+TEST_F(SwitchTest, TrustedMeansThatAccessibilityIsOn) {
+  EXPECT_TRUE(trusted());
+  EXPECT_EQ(log_.lines(), QStringList());
+}
+
+TEST_F(SwitchTest, OffIsNotTrustedAndAskingTurnsItOn) {
+  turnOff();
+  EXPECT_FALSE(trusted());
+  EXPECT_EQ(state(), SwitchState::off) << "looking alone changes nothing";
+  EXPECT_TRUE(trusted(true));
+  EXPECT_EQ(state(), SwitchState::on);
+  EXPECT_EQ(log_.lines().size(), 1);
+  EXPECT_TRUE(trusted());
+  EXPECT_EQ(log_.lines().size(), 1);
+}
+
+TEST_F(SwitchTest, TurnedOffUnderUsItIsTurnedOnAgainOnce) {
+  EXPECT_TRUE(trusted());
+  turnOff();
+  EXPECT_TRUE(trusted());
+  EXPECT_EQ(log_.lines().size(), 1);
+  turnOff();
+  EXPECT_FALSE(trusted()) << "whoever turns it off twice means it";
+  EXPECT_TRUE(trusted(true));
+}
+
+// Runs last in this file: it ends the session's accessibility bus.
+class BusTest : public SwitchTest {
+ protected:
+  static pid_t busProcess() {
+    const QString address = atspi::busAddress(Deadline::in(5));
+    const auto bus = QDBusConnection::connectToBus(address, "test");
+    const auto question =
+        QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                       "org.freedesktop.DBus", "GetConnectionUnixProcessID");
+    auto message = question;
+    message << "org.freedesktop.DBus";
+    const auto answer = bus.call(message);
+    QDBusConnection::disconnectFromBus("test");
+    return static_cast<pid_t>(atspi::valueIn(answer).toUInt());
+  }
+};
+
+TEST_F(BusTest, ABusThatHangsIsGivenUpInTimeAndOneThatRestartsIsFoundAgain) {
+  const QString file = fileWith("a text");
+  const QStringList command{"mousepad", "--disable-server", file};
+  const pid_t bus = busProcess();
+  ASSERT_GT(bus, 1);
+  {
+    const Program editor(command);
+    EXPECT_TRUE(becomesSelected("a text", [this] { selectAll(); }));
+    kill(bus, SIGSTOP);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(selectedText(), std::nullopt);
+    EXPECT_LT(timer.elapsed(), 1500);
+    const auto fresh = x11::createCapture(log_);
+    timer.restart();
+    fresh->accessibility->isProcessTrusted(false);
+    EXPECT_LT(timer.elapsed(), 1500) << "nor does connecting to it hang";
+  }
+  kill(bus, SIGKILL);
+  const Program editor(command);
+  EXPECT_TRUE(becomesSelected("a text", [this] { selectAll(); }));
+}
+
+using NoBusTest = SwitchTest;
+
+TEST_F(NoBusTest, WithoutASessionBusACopyIsEnough) {
+  EXPECT_EQ(state(), SwitchState::missing);
+  EXPECT_TRUE(trusted());
+  EXPECT_EQ(selectedText(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tavin::test
