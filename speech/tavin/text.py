@@ -12,7 +12,9 @@ import icu
 STEP = 2000  # code points taken from the text at once
 # Invisible marks, toolkit placeholders, control characters and lone surrogates:
 # nothing of that is spoken, and synthesisers take some of it for commands.
-UNSPOKEN = re.compile("[\u00ad\u200b\u200e\u200f\u202a-\u202e\u2060-\u2064\u2066-\u2069\ufeff\ufff9-\ufffc\ud800-\udfff]")
+UNSPOKEN = re.compile(
+    "[\u00ad\u200b\u200e\u200f\u202a-\u202e\u2060-\u2064\u2066-\u2069\ufeff\ufff9-\ufffc\ud800-\udfff]"
+)
 CONTROL = re.compile("[\x00-\x08\x0e-\x1f\x7f-\x9f]")
 LINE_ENDS = re.compile("\r\n?|[\x0b\x0c\x85\u2028\u2029]")
 BLANKS = re.compile(r"[^\S\n]+")

@@ -9,7 +9,7 @@ import sys
 import time
 from pathlib import Path
 
-from sound import until
+from sound import WITH_US, until
 
 FOLDER = Path(__file__).resolve().parent.parent
 PORT = 47632
@@ -32,7 +32,7 @@ class EngineProcess:
     def start(self, wait=True):
         with open(self._log, "ab") as log:
             self.process = subprocess.Popen(
-                [sys.executable, "-m", "tavin.server"],
+                [*WITH_US, sys.executable, "-m", "tavin.server"],
                 cwd=FOLDER,
                 env=self._environment,
                 stdin=subprocess.DEVNULL,

@@ -9,6 +9,8 @@ import time
 
 RATE = 22050
 LOUD = 200  # speech is far above, rounding far below
+# What a killed test run leaves behind must not live on.
+WITH_US = ("setpriv", "--pdeathsig", "KILL")
 
 
 def until(condition, seconds, what):
@@ -42,6 +44,7 @@ class SoundServer:
     def start(self):
         self._process = subprocess.Popen(
             [
+                *WITH_US,
                 *("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1"),
                 *("--use-pid-file=no", "--disable-shm=yes"),
                 *("-L", f"module-null-sink sink_name=test rate={RATE} channels=1 format=s16le norewinds=1"),
