@@ -53,7 +53,7 @@ DBusMenu::DBusMenu(const QDBusConnection& bus, MenuSource& source)
   addMethod("GetGroupProperties", "aias",
             [this](const auto& arguments) { return getGroupProperties(arguments); });
   addMethod("GetProperty", "is", [this](const auto& arguments) { return getProperty(arguments); });
-  addMethod("Event", "isvu", [this](const auto& arguments) { return event(arguments); });
+  addMethod("Event", "isvu", [this](const auto& arguments) { return singleEvent(arguments); });
   addMethod("EventGroup", "a(isvu)",
             [this](const auto& arguments) { return eventGroup(arguments); });
   addMethod("AboutToShow", "i", [this](const auto& arguments) { return aboutToShow(arguments); });
@@ -96,7 +96,7 @@ DBusMenu::Answer DBusMenu::getProperty(const QVariantList& arguments) const {
   return QVariantList{QVariant::fromValue(QDBusVariant(value))};
 }
 
-DBusMenu::Answer DBusMenu::event(const QVariantList& arguments) {
+DBusMenu::Answer DBusMenu::singleEvent(const QVariantList& arguments) {
   if (!handleEvent(arguments.at(0).toInt(), arguments.at(1).toString()))
     return std::nullopt;
   return QVariantList{};

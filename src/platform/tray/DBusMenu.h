@@ -35,7 +35,7 @@ class DBusMenu final : public BusObject {
   Answer getLayout(const QVariantList& arguments) const;
   Answer getGroupProperties(const QVariantList& arguments) const;
   Answer getProperty(const QVariantList& arguments) const;
-  Answer event(const QVariantList& arguments);
+  Answer singleEvent(const QVariantList& arguments);
   Answer eventGroup(const QVariantList& arguments);
   Answer aboutToShow(const QVariantList& arguments);
   Answer aboutToShowGroup(const QVariantList& arguments);
