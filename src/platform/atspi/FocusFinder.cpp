@@ -34,7 +34,7 @@ std::vector<ObjectRef> walkToFocus(Bus& bus, const ObjectRef& window, Deadline d
     std::vector<ObjectRef> visible;
     for (std::size_t i = 0; i < level.size(); ++i) {
       const States states = statesIn(answers[i]);
-      if (states.has(States::focused) && level[i] != window)
+      if (states.has(States::focused))
         found.push_back(level[i]);
       if (states.has(States::visible) || states.has(States::showing))
         visible.push_back(level[i]);

@@ -5,6 +5,7 @@
 #include <csignal>
 
 #include "platform/atspi/CaptureTest.h"
+#include "platform/atspi/FocusTracker.h"
 #include "platform/atspi/Program.h"
 #include "platform/atspi/TextGatherer.h"
 #include "platform/x11/ActiveWindow.h"
