@@ -39,6 +39,7 @@ test-all: build-tests
 	$(CTEST) $(if $(ONLY),-L $(ONLY))
 
 bench: build-tests
+	@tools/setup bench
 	cmake --build $(BUILD) -j$(JOBS) --target bench
 
 format:

@@ -1,0 +1,153 @@
+"""From the key's press to the request to speak, on each road that a selection can come by."""
+
+import os
+import time
+from dataclasses import dataclass
+from typing import Callable
+
+from gi.repository import Gio, GLib
+from session import SessionError, stop, wait_until
+
+TEXT = "These two sentences stand in an editor. They are what is read aloud, umlauts included: äöü."
+WORD = "Zeichenkettenverarbeitung"
+TAVIN_KEYS, PIPE_KEYS = ("Alt_L", "Escape"), ("Alt_L", "F8")
+PIPE = ("xsel -o | curl -s -o /dev/null -H 'X-Tavin: 1' --data-binary @- "
+        "http://127.0.0.1:47632/speak")
+REST = 0.15  # Programs draw what was selected, and the engine's last answers are through.
+
+
+@dataclass
+class Road:
+    """A window with `text` selected by `select`. `piped`: the selection can be piped too."""
+    name: str
+    text: str
+    window: str
+    select: Callable[[], None]
+    piped: bool = True
+
+
+def start_hotkey_daemon(desktop):
+    """The usual way without Tavin: a key bound to a pipe."""
+    config = os.path.join(desktop.session.folder, "sxhkdrc")
+    with open(config, "w", encoding="utf-8") as f:
+        f.write(f"alt + F8\n\t{PIPE}\n")
+    env = {**desktop.session.env, "SXHKD_SHELL": "/bin/sh"}
+    return desktop.start(["sxhkd", "-c", config], env=env)
+
+
+def open_programs(desktop, build, programs, count=10):
+    """Fills the accessibility bus, beside the roads' own programs, with `count` or more; returns
+    how many there are."""
+    for number in range(3):
+        desktop.start(["/usr/bin/python3", os.path.join(programs, "gtk4_field.py"), TEXT])
+        desktop.start([os.path.join(build, "bin/qt6_field"), TEXT])
+    for number in range(2):
+        path = os.path.join(desktop.session.folder, f"other{number}.txt")
+        with open(path, "w", encoding="utf-8") as f:
+            f.write(TEXT)
+        desktop.start(["mousepad", "--disable-server", path])
+    # All at rest before the first press: a window that opens late takes the keyboard.
+    for title, windows in (("GTK 4 field", 3), ("Qt 6 field", 4), ("other", 2)):
+        wait_until(lambda: len(desktop.windows(title)) >= windows, 60, f"windows {title}")
+    return wait_until(lambda: _on_the_bus(desktop, count), 60, "programs on the accessibility bus")
+
+
+def _on_the_bus(desktop, least):
+    def connect(address):
+        return Gio.DBusConnection.new_for_address_sync(
+            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+
+    def call(bus, *arguments):
+        return bus.call_sync(*arguments, None, None, Gio.DBusCallFlags.NONE, 5000, None).unpack()[0]
+    session = connect(desktop.session.env["DBUS_SESSION_BUS_ADDRESS"])
+    bus = connect(call(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"))
+    try:
+        found = call(bus, "org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root",
+                     "org.a11y.atspi.Accessible", "GetChildren")
+    finally:
+        bus.close_sync(None)
+        session.close_sync(None)
+    return len(found) if len(found) >= least else None
+
+
+def roads(desktop, build):
+    folder = desktop.session.folder
+    path = os.path.join(folder, "letter.txt")
+    with open(path, "w", encoding="utf-8") as f:
+        f.write(TEXT)
+    editor = desktop.open(["mousepad", "--disable-server", path], "letter.txt")
+    xterm = desktop.open(["xterm", "-T", "watched", "-e", "sh", "-c",
+                          f"echo {WORD}; exec sleep 10000"], "watched")
+    off_the_bus = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
+    toy = desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
+                       env=off_the_bus)
+    return [
+        Road("accessibility", TEXT, editor,
+             lambda: desktop.select_until(TEXT, lambda: desktop.key("ctrl+a"))),
+        Road("primary", WORD, xterm,
+             lambda: desktop.select_until(WORD, lambda: desktop.click(xterm, 30, 12, times=2))),
+        Road("copy", TEXT, toy, lambda: None, piped=False),
+    ]
+
+
+def press_tavin(keyboard, engine, text, seconds=10.0):
+    """One press; seconds until each of the three requests that it leads to."""
+    since = engine.mark()
+    begun = keyboard.tap(*TAVIN_KEYS)
+    spoken = engine.wait_for("/speak", since=since, seconds=seconds)[0]
+    asked = engine.requests("/status", since)
+    if spoken.text() != text:
+        raise SessionError(f"Tavin asked to speak {spoken.text()[:80]!r}")
+    # The watch over the playback asks once more and finds the engine idle.
+    engine.wait_for("/status", count=3, since=since)
+    return {"speak": spoken.head - begun, "complete": spoken.complete - begun,
+            "first status": asked[0].head - begun, "second status": asked[1].head - begun}
+
+
+def press_pipe(keyboard, engine, text, seconds=10.0):
+    since = engine.mark()
+    begun = keyboard.tap(*PIPE_KEYS)
+    spoken = engine.wait_for("/speak", since=since, seconds=seconds)[0]
+    if spoken.body.decode().rstrip("\n") != text.rstrip("\n"):
+        raise SessionError(f"the pipe sent {spoken.body[:80]!r}")
+    return {"speak": spoken.head - begun, "complete": spoken.complete - begun}
+
+
+def measure(desktop, keyboard, engine, all_roads, count):
+    """`count` presses on each road, road after road in turn, Tavin and the pipe taking turns in
+    being first. Returns {road: {"tavin": [...], "pipe": [...]}}."""
+    results = {road.name: {"tavin": [], "pipe": []} for road in all_roads}
+    for number in range(count):
+        for road in all_roads:
+            desktop.focus(road.window)
+            road.select()
+            turns = [("tavin", press_tavin)] + ([("pipe", press_pipe)] if road.piped else [])
+            for name, press in turns if number % 2 else reversed(turns):
+                time.sleep(REST)
+                try:
+                    results[road.name][name].append(press(keyboard, engine, road.text))
+                except SessionError as error:
+                    raise SessionError(f"{road.name} road, {name}, press {number + 1}: {error}; "
+                                       f"selected: {desktop.primary()!r}") from None
+    return results
+
+
+def measure_long(desktop, keyboard, engine, megabytes, count):
+    """Seconds until a long selection in an editor is in the engine's hands."""
+    line = "A line of the long text, counted among many others of its kind.\n"
+    text = line * (megabytes * 1024 * 1024 // len(line))
+    path = os.path.join(desktop.session.folder, "long.txt")
+    with open(path, "w", encoding="utf-8") as f:
+        f.write(text)
+    editor = desktop.start(["mousepad", "--disable-server", path])
+    window = wait_until(lambda: (desktop.windows("long.txt") or [None])[-1], 60, "the long text")
+    desktop.focus(window)
+    desktop.select_until(text, lambda: desktop.key("ctrl+a"), seconds=120)
+    results = {"tavin": [], "pipe": [], "bytes": len(text)}
+    for _ in range(count):
+        for name, press in (("tavin", press_tavin), ("pipe", press_pipe)):
+            time.sleep(1)
+            results[name].append(press(keyboard, engine, text, seconds=60))
+    stop(editor)
+    return results
