@@ -214,6 +214,19 @@ class Session(Programs):
             out = self.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"])
             return "window id" in out
         wait_until(managed, 20, command[0])
+        # It may announce itself before it holds its keys, and lose a window that comes meanwhile.
+        wait_until(self._shows_windows, 30, f"a window under {command[0]}")
+
+    def _shows_windows(self):
+        name = "first window"
+        window = self.spawn(["xev", "-name", name, "-event", "button"], stdout=subprocess.DEVNULL)
+        with contextlib.suppress(SessionError):
+            try:
+                return wait_until(lambda: self.run(
+                    ["xdotool", "search", "--onlyvisible", "--name", name], check=False), 1)
+            finally:
+                stop(window)
+        return False
 
     def _start_sound(self):
         server = os.path.join(self.folder, "run/sound")

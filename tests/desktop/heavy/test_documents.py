@@ -66,11 +66,12 @@ def test_zathura(tavin, desktop, tmp_path):
     desktop.open(["zathura", "--mode=fullscreen", str(path)], "paper.pdf", seconds=60)
 
     def drag():
-        # Over the whole page: everything between the corners is selected.
-        desktop.session.run(["xdotool", "mousemove", "--window", window, "30", "30",
-                             "mousedown", "1", "mousemove", "--window", window, "800",
-                             "600", "mousemove", "--window", window, "1500", "1150",
-                             "mouseup", "1"])
+        # Over the page in the middle: everything between the corners is selected. The viewer
+        # follows a drag only step by step.
+        steps = ["mousemove", "400", "100", "mousedown", "1"]
+        for right, down in ((500, 200), (800, 500), (1200, 1000)):
+            steps += ["sleep", "0.1", "mousemove", str(right), str(down)]
+        desktop.session.run(["xdotool", *steps, "sleep", "0.1", "mouseup", "1"])
     desktop.select_until_matching(lambda text: words(text) == "First line Second line", drag,
                                   seconds=30)
     assert [words(text) for text in tavin.press()] == ["First line Second line"]
