@@ -32,9 +32,9 @@ class HotkeyTest : public testing::Test {
   // still on its way: the display keeps their order.
   std::vector<std::uint32_t> presses() {
     constexpr std::uint32_t last = 1000;
-    const auto fence = add(last, mac::r, HotkeyModifiers::cmdKey | HotkeyModifiers::controlKey);
+    const auto fence = add(last, mac::r, HotkeyModifiers::shiftKey | HotkeyModifiers::controlKey);
     EXPECT_EQ(fence.status, 0);
-    keyboard_.type({key::leftSuper, key::leftControl, key::r});
+    keyboard_.type({key::leftShift, key::leftControl, key::r});
     EXPECT_TRUE(eventually([this] { return !pressed_.empty() && pressed_.back() == last; }));
     service_->unregisterEventHotKey(fence.ref);
     std::erase(pressed_, last);

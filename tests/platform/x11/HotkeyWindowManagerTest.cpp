@@ -1,4 +1,4 @@
-// Runs under a window manager that holds Alt+Escape: openbox as it comes.
+// Runs under a window manager that holds Alt+Escape.
 
 #include "platform/x11/HotkeyTest.h"
 
