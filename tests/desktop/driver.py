@@ -54,6 +54,11 @@ class Desktop:
                                       check=False)
         return out.split()
 
+    def menus(self):
+        """How many windows without a frame are shown, such as menus."""
+        out = self.session.run(["xdotool", "search", "--onlyvisible", "--name", ""], check=False)
+        return len(out.split())
+
     def focus(self, wid):
         self.session.run(["xdotool", "windowactivate", "--sync", wid])
 

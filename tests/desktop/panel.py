@@ -46,6 +46,47 @@ def start_xfce4_panel(desktop):
     return process
 
 
+LXQT_PANEL = """[General]
+panels=panel1
+[panel1]
+alignment=-1
+plugins=spacer, statusnotifier
+position=Bottom
+width=100
+width-percent=true
+panelSize=32
+iconSize=22
+[spacer]
+type=spacer
+expandable=true
+size=2000
+[statusnotifier]
+type=statusnotifier
+"""
+
+
+def start_lxqt_panel(desktop):
+    """The same with lxqt-panel."""
+    folder = os.path.join(desktop.session.env["XDG_CONFIG_HOME"], "lxqt")
+    os.makedirs(folder, exist_ok=True)
+    path = os.path.join(folder, "panel.conf")
+    with open(path, "w", encoding="utf-8") as f:
+        f.write(LXQT_PANEL)
+    process = desktop.start(["lxqt-panel", "-c", path])
+    wait_until(lambda: tray_items(desktop) is not None, 30, "tray of lxqt-panel")
+    return process
+
+
+def choose_first_item(desktop, engine, button):
+    """Opens the menu under the icon at the panel's right end and takes "Speak Selection"."""
+    since = engine.mark()
+    windows = desktop.menus()
+    desktop.session.run(["xdotool", "mousemove", "1588", "1184", "click", button])
+    wait_until(lambda: desktop.menus() > windows, 10, "the menu")
+    engine.wait_for("/status", since=since)
+    desktop.key("Down", "Return")
+
+
 def tray_items(desktop):
     """The services registered with the session's tray; None where there is no tray."""
     out = desktop.session.run(
