@@ -229,6 +229,18 @@ class Session(Programs):
         return False
 
     def _start_sound(self):
+        """PulseAudio, or PipeWire on a machine that has that in its place: the two packages
+        exclude each other."""
+        if shutil.which("pulseaudio"):
+            self._start_pulseaudio()
+        else:
+            self._start_pipewire()
+        wait_until(lambda: "tavin" in self._pactl("list", "short", "sinks"), 20, "sound server")
+
+    def _pactl(self, *arguments):
+        return self.run(["pactl", *arguments], check=False, stderr=subprocess.DEVNULL)
+
+    def _start_pulseaudio(self):
         server = os.path.join(self.folder, "run/sound")
         self.env["PULSE_SERVER"] = "unix:" + server
         self._start_service(
@@ -236,11 +248,17 @@ class Session(Programs):
              "--high-priority=no", "--realtime=no", "--disable-shm=yes", "--log-target=stderr",
              "-L", f"module-native-protocol-unix socket={server} auth-anonymous=1",
              "-L", "module-null-sink sink_name=tavin rate=48000"])
+        wait_until(lambda: os.path.exists(server), 20, "pulseaudio")
 
-        def answers():
-            return os.path.exists(server) and "tavin" in self.run(
-                ["pactl", "list", "short", "sinks"], check=False, stderr=subprocess.DEVNULL)
-        wait_until(answers, 20, "pulseaudio")
+    def _start_pipewire(self):
+        run = self.env["XDG_RUNTIME_DIR"]
+        self._start_service(["pipewire"])
+        wait_until(lambda: os.path.exists(os.path.join(run, "pipewire-0")), 20, "pipewire")
+        self._start_service(["wireplumber"])
+        self._start_service(["pipewire-pulse"])
+        self.env["PULSE_SERVER"] = f"unix:{run}/pulse/native"
+        wait_until(lambda: self._pactl("info"), 20, "pipewire-pulse")
+        self._pactl("load-module", "module-null-sink", "sink_name=tavin", "rate=48000")
 
 
 def _readable(fd):
