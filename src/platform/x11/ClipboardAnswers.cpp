@@ -18,9 +18,9 @@ ClipboardTarget listOf(xcb_atom_t type, const std::vector<Unit>& units) {
 
 }  // namespace
 
-ClipboardAnswers::ClipboardAnswers(const Connection& connection)
+ClipboardAnswers::ClipboardAnswers(const Connection& connection, double transferIdleSeconds)
     : connection_(connection.get()),
-      transfers_(connection),
+      transfers_(connection, transferIdleSeconds),
       targetsAtom_(connection.atom("TARGETS")),
       timestamp_(connection.atom("TIMESTAMP")),
       multiple_(connection.atom("MULTIPLE")),

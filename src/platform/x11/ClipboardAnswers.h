@@ -8,7 +8,7 @@ namespace tavin::x11 {
 // clipboard's thread alone.
 class ClipboardAnswers {
  public:
-  explicit ClipboardAnswers(const Connection& connection);
+  ClipboardAnswers(const Connection& connection, double transferIdleSeconds);
 
   // `since` is the server's time at which the selection was claimed.
   void offer(ClipboardContents contents, xcb_timestamp_t since);

@@ -31,7 +31,7 @@ const Event& as(const xcb_generic_event_t& event) {
 
 }  // namespace
 
-std::unique_ptr<ClipboardServer> ClipboardServer::create() {
+std::unique_ptr<ClipboardServer> ClipboardServer::create(double transferIdleSeconds) {
   auto connection = Connection::open();
   if (!connection)
     return nullptr;
@@ -42,10 +42,11 @@ std::unique_ptr<ClipboardServer> ClipboardServer::create() {
   Reply<xcb_xfixes_query_version_reply_t>(
       xcb_xfixes_query_version_reply(c, xcb_xfixes_query_version(c, 5, 0), nullptr));
   return std::unique_ptr<ClipboardServer>(
-      new ClipboardServer(std::move(connection), fixes->first_event));
+      new ClipboardServer(std::move(connection), fixes->first_event, transferIdleSeconds));
 }
 
-ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent)
+ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent,
+                                 double transferIdleSeconds)
     : connection_(std::move(connection)),
       fixesEvent_(fixesEvent),
       window_(createWindow(*connection_)),
@@ -53,7 +54,7 @@ ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::ui
       manager_(connection_->atom("CLIPBOARD_MANAGER")),
       saveTargets_(connection_->atom("SAVE_TARGETS")),
       scratch_(connection_->atom("TAVIN_CLIPBOARD")),
-      answers_(*connection_),
+      answers_(*connection_, transferIdleSeconds),
       wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
   xcb_xfixes_select_selection_input(connection_->get(), window_, clipboard_,
                                     XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |

@@ -19,7 +19,8 @@ namespace tavin::x11 {
 class ClipboardServer {
  public:
   // Null without a display or its XFixes extension.
-  static std::unique_ptr<ClipboardServer> create();
+  // `transferIdleSeconds`: when a program that takes no more of a large transfer is given up.
+  static std::unique_ptr<ClipboardServer> create(double transferIdleSeconds = 10);
   // Ends the thread; what it served is gone.
   ~ClipboardServer();
 
@@ -33,7 +34,8 @@ class ClipboardServer {
   bool handOver(Deadline deadline);
 
  private:
-  explicit ClipboardServer(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent);
+  ClipboardServer(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent,
+                  double transferIdleSeconds);
   // Runs `task` on the thread and waits for it; false when it did not run to its end in time.
   bool perform(std::function<void()> task);
 

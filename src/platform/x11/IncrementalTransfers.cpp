@@ -3,15 +3,8 @@
 #include <algorithm>
 
 namespace tavin::x11 {
-namespace {
-
-// A requestor that took nothing for this long has forgotten the transfer.
-constexpr double kIdleSeconds = 10;
-
-}  // namespace
-
-IncrementalTransfers::IncrementalTransfers(const Connection& connection)
-    : connection_(connection.get()), incr_(connection.atom("INCR")) {}
+IncrementalTransfers::IncrementalTransfers(const Connection& connection, double idleSeconds)
+    : connection_(connection.get()), idleSeconds_(idleSeconds), incr_(connection.atom("INCR")) {}
 
 void IncrementalTransfers::begin(xcb_window_t requestor, xcb_atom_t property,
                                  const ClipboardTarget& target) {
@@ -20,7 +13,7 @@ void IncrementalTransfers::begin(xcb_window_t requestor, xcb_atom_t property,
   const auto size = static_cast<std::uint32_t>(target.bytes.size());
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, incr_, 32, 1, &size);
   transfers_.insert_or_assign(Key{requestor, property},
-                              Transfer{target, 0, Deadline::in(kIdleSeconds)});
+                              Transfer{target, 0, Deadline::in(idleSeconds_)});
 }
 
 void IncrementalTransfers::propertyDeleted(xcb_window_t requestor, xcb_atom_t property) {
@@ -35,7 +28,7 @@ void IncrementalTransfers::propertyDeleted(xcb_window_t requestor, xcb_atom_t pr
                       static_cast<std::uint32_t>(size / (format / 8)),
                       bytes.constData() + transfer.sent);
   transfer.sent += size;
-  transfer.idleUntil = Deadline::in(kIdleSeconds);
+  transfer.idleUntil = Deadline::in(idleSeconds_);
   if (size == 0) {
     transfers_.erase(found);
     stopListening(requestor);

@@ -14,7 +14,8 @@ namespace tavin::x11 {
 // dropped. Used by the clipboard's thread alone, which hands in the events.
 class IncrementalTransfers {
  public:
-  explicit IncrementalTransfers(const Connection& connection);
+  // `idleSeconds`: a requestor that took nothing for so long has forgotten its transfer.
+  IncrementalTransfers(const Connection& connection, double idleSeconds);
 
   // The largest data that goes in one piece, in bytes.
   static constexpr qsizetype kPiece = 256 << 10;
@@ -37,6 +38,7 @@ class IncrementalTransfers {
   void stopListening(xcb_window_t requestor);
 
   xcb_connection_t* connection_;
+  const double idleSeconds_;
   xcb_atom_t incr_;
   std::map<Key, Transfer> transfers_;
 };

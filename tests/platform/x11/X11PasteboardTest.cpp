@@ -3,8 +3,8 @@
 
 #include <QElapsedTimer>
 #include <QStringList>
-#include <future>
 #include <optional>
+#include <thread>
 
 #include "platform/x11/ClipboardOwner.h"
 #include "platform/x11/X11Pasteboard.h"
@@ -68,6 +68,7 @@ class X11PasteboardTest : public testing::Test {
               QStringList({"TARGETS", "TIMESTAMP", "MULTIPLE", "SAVE_TARGETS"}) + names);
   }
 
+  std::unique_ptr<Connection> connection_ = Connection::open();
   std::shared_ptr<ClipboardServer> server_;
   std::unique_ptr<X11Pasteboard> pasteboard_;
 };
@@ -217,20 +218,61 @@ TEST_F(X11PasteboardTest, AnItemWithoutTypesIsServedAsOneWithoutTypes) {
   EXPECT_EQ(pasteboard_->pasteboardItems(), std::vector{PasteboardItem{}});
 }
 
-// Asks for everything and never takes the pieces.
+// A program that asks for targets and takes the pieces of large ones only when it is told to.
+class SlowRequestor {
+ public:
+  SlowRequestor() : window_(xcb_generate_id(connection_->get())) {
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_create_window(connection_->get(), 0, window_, connection_->root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+  }
+  // Returns when the answer is there; how often the property of that name was set until then.
+  int ask(const char* target, const char* property) {
+    xcb_connection_t* c = connection_->get();
+    xcb_convert_selection(c, window_, connection_->atom("CLIPBOARD"), connection_->atom(target),
+                          connection_->atom(property), XCB_CURRENT_TIME);
+    xcb_flush(c);
+    int pieces = 0;
+    while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(c)}) {
+      const int kind = event->response_type & 0x7f;
+      const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
+      if (kind == XCB_SELECTION_NOTIFY)
+        break;
+      pieces += kind == XCB_PROPERTY_NOTIFY && change.state == XCB_PROPERTY_NEW_VALUE &&
+                change.atom == connection_->atom("LARGE");
+    }
+    return pieces;
+  }
+  void take(const char* property) {
+    xcb_delete_property(connection_->get(), window_, connection_->atom(property));
+    xcb_flush(connection_->get());
+  }
+
+ private:
+  std::unique_ptr<Connection> connection_ = Connection::open();
+  xcb_window_t window_;
+};
+
 TEST_F(X11PasteboardTest, ARequestorThatTakesNothingHoldsUpNobody) {
   const auto image = test::picture(2'000'000);
   pasteboard_->writeObjects({{{{"image/png", image}}}});
-  const auto stuck = Connection::open();
-  const xcb_window_t window = xcb_generate_id(stuck->get());
-  xcb_create_window(stuck->get(), 0, window, stuck->root(), 0, 0, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-  xcb_convert_selection(stuck->get(), window, stuck->atom("CLIPBOARD"), stuck->atom("image/png"),
-                        stuck->atom("DATA"), XCB_CURRENT_TIME);
-  xcb_flush(stuck->get());
-  const Reply<xcb_generic_event_t> answer(xcb_wait_for_event(stuck->get()));
-  ASSERT_TRUE(answer);
+  SlowRequestor stuck;
+  EXPECT_EQ(stuck.ask("image/png", "LARGE"), 1);
   EXPECT_TRUE(test::pasted("image/png") == image);
+}
+
+TEST_F(X11PasteboardTest, ATransferGoesOnForAsLongAsPiecesAreTakenAndIsDroppedThen) {
+  pasteboard_.reset();
+  server_ = ClipboardServer::create(0.3);
+  server_->serve({{connection_->atom("image/png"), connection_->atom("image/png"), 8,
+                   test::picture(2'000'000)}});
+  SlowRequestor requestor;
+  EXPECT_EQ(requestor.ask("image/png", "LARGE"), 1);
+  requestor.take("LARGE");
+  EXPECT_EQ(requestor.ask("TARGETS", "SMALL"), 1) << "the next piece";
+  std::this_thread::sleep_for(std::chrono::milliseconds(600));
+  requestor.take("LARGE");
+  EXPECT_EQ(requestor.ask("TARGETS", "SMALL"), 0) << "forgotten";
 }
 
 TEST_F(X11PasteboardTest, ARequestorThatDiesMeanwhileHarmsNothing) {
