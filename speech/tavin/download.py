@@ -28,13 +28,17 @@ class Cut(Exception):
     """One transfer ended too early; the next may get further. The text says why."""
 
 
+def part_of(file):
+    return file.path.with_name(file.name + ".part")
+
+
 def is_whole(path, file):
     return size_of(path) == file.size and digest(path) == file.sha256
 
 
 def fetch(file, on_size, stall=STALL_SECONDS, pause=PAUSE_SECONDS):
     """Get `file` to its path. `on_size(bytes)` tells how much of it is there."""
-    part = file.path.with_name(file.name + ".part")
+    part = part_of(file)
     try:
         file.path.parent.mkdir(mode=0o700, parents=True, exist_ok=True)
     except OSError as failure:
