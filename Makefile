@@ -6,10 +6,11 @@ CTEST = ctest --test-dir $(BUILD) --output-on-failure --no-tests=error -j$(JOBS)
 CXX_FILES = $(shell git ls-files '*.cpp' '*.h')
 
 .DEFAULT_GOAL := help
-.PHONY: help run test test-all bench format lint build build-tests
+.PHONY: help run kokoro test test-all bench format lint build build-tests
 
 help:
 	@echo "make run       build Tavin and start it (without a desktop: a demonstration)"
+	@echo "make kokoro    install the neural voice's libraries from PyPI"
 	@echo "make test      build and run the tests with light programs"
 	@echo "make test-all  the tests with browsers, further panels and window managers as well"
 	@echo "make bench     build and print the measurements"
@@ -29,6 +30,9 @@ build-tests:
 
 run: build
 	@tools/run $(BUILD)
+
+kokoro:
+	@tools/install-kokoro
 
 test: build-tests
 	$(CTEST) -LE heavy
