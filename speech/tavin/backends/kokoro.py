@@ -1,0 +1,62 @@
+"""Kokoro, the local neural voice, on onnxruntime. Loaded in a worker process only.
+
+The libraries come from PyPI into the engine's site-packages; the model's files
+were verified before the worker is started.
+"""
+
+import os
+
+from tavin import model
+
+os.environ.setdefault("OPENBLAS_NUM_THREADS", "1")  # numpy's threads would only wait
+model.use_libraries()
+
+import espeakng_loader  # noqa: E402
+import kokoro_onnx  # noqa: E402
+import numpy  # noqa: E402
+import onnxruntime  # noqa: E402
+
+from tavin.phonemes import Phonemizer  # noqa: E402
+from tavin.text import cut  # noqa: E402
+from tavin.voicefile import language_of, voices_in  # noqa: E402
+
+MOST_PHONEMES = 500  # the model takes 510
+FASTEST = 2.0  # what the model can be asked for
+# The silence that the model leaves at a piece's end is cut off: one more even takes its place.
+PAUSES = {".": 0.3, "!": 0.3, "?": 0.3, "…": 0.3, ",": 0.12, ";": 0.2, ":": 0.2, "—": 0.12}
+PAUSE_AT_END = 0.2  # a heading or the like
+
+
+def session(path):
+    options = onnxruntime.SessionOptions()
+    # One core stays free for the sound, the status and everybody else.
+    options.intra_op_num_threads = max(1, len(os.sched_getaffinity(0)) - 1)
+    options.inter_op_num_threads = 1
+    options.add_session_config_entry("session.intra_op.allow_spinning", "0")
+    return onnxruntime.InferenceSession(str(path), options, providers=["CPUExecutionProvider"])
+
+
+class Synthesizer:
+    rate = 24000
+
+    def __init__(self):
+        model_file, voice_file = model.files()
+        self._voice_file = voice_file.path
+        self._kokoro = kokoro_onnx.Kokoro.from_session(session(model_file.path), str(voice_file.path))
+        self._phonemizer = Phonemizer(espeakng_loader.get_library_path(), espeakng_loader.get_data_path())
+
+    def voices(self):
+        return voices_in(self._voice_file)
+
+    def say(self, text, voice, speed, emit):
+        phonemes = self._phonemizer.phonemes(text, language_of(voice))
+        for part in cut(phonemes, MOST_PHONEMES):
+            if any(letter.isalpha() for letter in part):
+                emit(self._sound(part, voice, speed))
+
+    def _sound(self, phonemes, voice, speed):
+        samples, _ = self._kokoro.create(phonemes, voice, min(speed, FASTEST), is_phonemes=True)
+        pause = PAUSES.get(phonemes.rstrip()[-1], PAUSE_AT_END) / speed
+        silence = numpy.zeros(round(pause * self.rate), numpy.int16)
+        loud = (numpy.clip(samples, -1.0, 1.0) * 32767).astype(numpy.int16)
+        return numpy.concatenate([loud, silence]).tobytes()
