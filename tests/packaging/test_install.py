@@ -46,8 +46,14 @@ def test_the_installed_program_brings_its_engine(prefix):
     assert os.access(prefix / "bin/tavin", os.X_OK)
 
 
-def test_no_bytecode_is_installed(prefix):
-    assert not list(prefix.rglob("*.pyc"))
+def test_the_installed_engine_carries_its_compiled_modules(prefix):
+    package = prefix / "share/tavin/engine/tavin"
+    sources = {path.relative_to(package).with_suffix("") for path in package.rglob("*.py")}
+    compiled = {
+        path.parent.parent.relative_to(package) / path.name.split(".")[0]
+        for path in package.rglob("__pycache__/*.pyc")
+    }
+    assert sources and compiled == sources
 
 
 def test_icons_are_installed(prefix):
