@@ -8,15 +8,16 @@ import asyncio
 
 from tavin import voices
 from tavin.backends import BACKENDS
+from tavin.keys import KeyringError, Keys
 from tavin.log import log
 from tavin.output import Output
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
 from tavin.stream import OutputError
-from tavin.synthesis import Synthesis, SynthesisError
-
+from tavin.synthesis import BackendError, Synthesis, SynthesisError
 
 PATIENCE_AT_START = 1.0
+LONGEST_KEY = 1000
 
 
 class Refusal(Exception):
@@ -27,7 +28,11 @@ class Engine:
     def __init__(self, settings):
         self._settings = settings
         self._language = voices.user_language()
-        self._synths = {name: Synthesis(backend) for name, backend in BACKENDS.items()}
+        self._keys = Keys([name for name, backend in BACKENDS.items() if backend.takes_key])
+        self._synths = {
+            name: Synthesis(backend, lambda backend=backend: self._key(backend))
+            for name, backend in BACKENDS.items()
+        }
         self._output = Output()
         self._reading = None
         self._task = None
@@ -49,6 +54,10 @@ class Engine:
                 await helper.start()
             except (SynthesisError, OutputError) as failure:
                 log.info("%s", failure)
+        try:
+            await self._keys.look()
+        except KeyringError as failure:
+            log.info("no stored keys: %s", failure)
 
     def end(self):
         """Silence, and no helper left."""
@@ -71,7 +80,7 @@ class Engine:
                 {
                     "name": backend.name,
                     "label": backend.label,
-                    "available": self._synths[backend.name].missing is None,
+                    "available": self._available(backend),
                 }
                 for backend in BACKENDS.values()
             ],
@@ -79,7 +88,7 @@ class Engine:
 
     async def voices(self, name):
         synth = self._synth_named(name)
-        await self._load_voices(synth)
+        await self._load_voices(synth, fresh=True)
         listed = voices.ordered(synth.voices, self._language)
         return [{"id": voice["id"], "name": voice["name"]} for voice in listed]
 
@@ -89,9 +98,9 @@ class Engine:
         self._chars = len(text)
         self._reading = Reading(
             text,
-            lambda: (self._voice(), self._settings.speed),
+            self._choose,
             self._voice_language(),
-            self._synth(),
+            self._synth().backend.longest_piece,
             self._output,
             self._fail,
         )
@@ -125,13 +134,26 @@ class Engine:
         self._settings.save()
         if self._reading:
             self._reading.voice_changed()
+        await self.know_voices()
 
-    def store_key(self, name, key):
-        backend = self._synth_named(name).backend
+    async def store_key(self, name, key):
+        """An empty key removes the stored one. A new one can be used at once."""
+        synth = self._synth_named(name)
+        label = synth.backend.label
         if not isinstance(key, str):
             raise Refusal("The key must be a text.")
-        if not backend.takes_key:
-            raise Refusal(f"{backend.label} takes no key.")
+        if not synth.backend.takes_key:
+            raise Refusal(f"{label} takes no key.")
+        key = key.strip()  # what a copy from a web page brings along
+        if len(key) > LONGEST_KEY or not (key.isascii() and key.isprintable()):
+            raise Refusal("This is no key.")
+        if synth.backend.voices_of_account:
+            synth.voices = []
+        try:
+            await self._keys.keep(name, label, key)
+        except KeyringError as failure:
+            kept = "is kept only until Tavin ends" if key else "could not be removed"
+            self._fail(f"The key for {label} {kept}: {failure}")
 
     async def _read(self, reading):
         try:
@@ -164,16 +186,43 @@ class Engine:
             raise Refusal("There is no such engine.")
         return self._synths[name]
 
-    async def _load_voices(self, synth):
-        if not synth.voices:
-            try:
-                await synth.start()
-            except SynthesisError as failure:
-                raise Refusal(str(failure)) from None
+    def _available(self, backend):
+        if backend.takes_key:
+            return self._keys.known(backend.name)
+        return self._synths[backend.name].missing is None
 
-    def _voice(self):
+    async def _key(self, backend):
+        try:
+            key = await self._keys.key(backend.name)
+        except KeyringError as failure:
+            raise BackendError(f"The key for {backend.label} cannot be read: {failure}") from None
+        if not key:
+            raise BackendError(f"{backend.label} needs a key: choose “Set API Key” in Tavin's menu.")
+        return key
+
+    async def _choose(self):
+        """What the next sentence is spoken with; BackendError when that cannot be."""
         synth = self._synth()
-        chosen = self._settings.voices.get(self._settings.engine)
+        if not synth.voices and not self._settings.voices.get(synth.backend.name):
+            await synth.start()
+            if synth.backend.voices_of_account:
+                await synth.fetch_voices()
+        return synth, self._voice(synth), self._settings.speed
+
+    async def _load_voices(self, synth, fresh=False):
+        """Know the back-end's voices; none of a back-end whose key is missing."""
+        try:
+            if not synth.voices:
+                await synth.start()
+            if synth.backend.voices_of_account and (fresh or not synth.voices):
+                if self._keys.known(synth.backend.name):
+                    await synth.fetch_voices()
+        except SynthesisError as failure:
+            raise Refusal(str(failure)) from None
+
+    def _voice(self, synth=None):
+        synth = synth or self._synth()
+        chosen = self._settings.voices.get(synth.backend.name)
         known = [voice["id"] for voice in synth.voices]
         if chosen and (not known or chosen in known):
             return chosen
@@ -183,5 +232,5 @@ class Engine:
         """The language that decides where sentences end."""
         for voice in self._synth().voices:
             if voice["id"] == self._voice():
-                return voice["language"]
+                return voice["language"] or self._language
         return self._language

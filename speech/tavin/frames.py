@@ -10,8 +10,8 @@ import struct
 HEADER = struct.Struct(">cII")
 
 # To a worker, and its answers.
-SAY = b"s"  # JSON: text, voice, speed
-VOICES = b"v"  # JSON: rate, voices; the worker's first frame
+SAY = b"s"  # JSON: text, voice, speed; key, where the back-end takes one
+VOICES = b"v"  # JSON: rate, voices; the worker's first frame. Asked for again: JSON: key
 MISSING = b"m"  # text: why the worker cannot work; in place of VOICES
 AUDIO = b"a"  # 16-bit mono samples, native byte order; to the player as well
 DONE = b"d"  # the request is finished
@@ -26,7 +26,7 @@ READY = b"R"  # the player's first frame, unless it is MISSING
 NEED = b"n"  # decimal number: bytes of audio that can be taken
 STARTED = b"S"  # sound goes out
 ENDED = b"E"  # all audio was heard
-FAILED = b"f"  # text: why the stream ended early
+FAILED = b"f"  # text: why the stream, or a worker's request, ended early
 CLOSED = b"C"  # answer to CLOSE: silence
 
 

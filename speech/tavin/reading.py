@@ -1,15 +1,15 @@
 """One text being read aloud: sentences are synthesised ahead while earlier ones play.
 
 Runs on the event loop. Little is handed to the player in advance, so that a
-pause or a stop acts at once and a change of voice or speed acts from the next
-sentence on: what was synthesised ahead is then made anew.
+pause or a stop acts at once and a change of back-end, voice or speed acts from
+the next sentence on: what was synthesised ahead is then made anew.
 """
 
 import asyncio
 from collections import deque
 
-from tavin.synthesis import SynthesisError
-from tavin.text import pieces
+from tavin.synthesis import BackendError, SynthesisError
+from tavin.text import cut, pieces
 
 AHEAD_SECONDS = 5.0  # sound kept ready, and always at least one sentence
 AHEAD_SENTENCES = 32  # the bound for sentences that make no sound
@@ -22,33 +22,35 @@ class Clip:
     def __init__(self, text):
         self.text = text
         self.sound = bytearray()
+        self.rate = None
         self.complete = False
         self.started = False
 
 
 class Reading:
-    def __init__(self, text, voice_now, language, synthesis, output, on_error):
-        """`voice_now()` gives the voice and speed for the next sentence."""
-        self._voice_now = voice_now
-        self._synthesis = synthesis
+    def __init__(self, text, choose, language, longest_piece, output, on_error):
+        """`choose()` waits for the synthesis, the voice and the speed for the next sentence."""
+        self._choose = choose
         self._output = output
         self._on_error = on_error
-        self._pieces = pieces(text, language, synthesis.backend.longest_piece)
+        self._pieces = pieces(text, language, longest_piece)
         self._again = deque()  # texts to be synthesised anew, before `_pieces`
         self._clips = deque()  # in the order of playing
         self._exhausted = False
+        self._choices = 0  # how often the user chose something else
+        self._making = None
+        self._label = "The voice"
         self._changed = asyncio.Event()
         self._stream = None
+        self._rate = None
         self.paused = False
         self.sounding = False
 
     async def run(self):
         """Read to the end; the caller cancels it to stop."""
-        await self._synthesis.start()
-        paused = self.paused
-        self._stream = await self._output.open(self._synthesis.rate, paused, self._started)
-        if self.paused != paused:  # changed while the player was started
-            self._stream.pause(self.paused)
+        synthesis, _, _ = await self._choose()
+        await synthesis.start()
+        await self._open(synthesis.rate)
         synthesise = asyncio.create_task(self._synthesise())
         play = asyncio.create_task(self._play())
         try:
@@ -73,10 +75,20 @@ class Reading:
 
     def voice_changed(self):
         """Have the sentences that nobody has heard of made anew."""
+        self._choices += 1
         while self._clips and not self._clips[-1].started:
+            if not self._clips[-1].complete:
+                self._making.cancel()  # it may be what the user turns away from
             self._again.appendleft(self._clips.pop().text)
         self._exhausted = False
         self._changed.set()
+
+    async def _open(self, rate):
+        paused = self.paused
+        self._stream = await self._output.open(rate, paused, self._started)
+        self._rate = rate
+        if self.paused != paused:  # changed while the player was started
+            self._stream.pause(self.paused)
 
     def _started(self):
         self.sounding = True
@@ -95,24 +107,48 @@ class Reading:
             else:
                 failures = 0 if await self._make(Clip(text)) else failures + 1
             if failures >= FAILURES_IN_A_ROW:
-                raise SynthesisError(f"{self._synthesis.backend.label} cannot read this text.")
+                raise SynthesisError(f"{self._label} cannot read this text.")
 
     async def _make(self, clip):
+        """Whether the sentence was made, or need not be made any more."""
         self._clips.append(clip)
+        choices = self._choices
+        self._making = asyncio.create_task(self._say(clip))
+        try:
+            await asyncio.wait([self._making])
+            if not self._making.cancelled():
+                self._making.result()
+            return True
+        except SynthesisError as failure:
+            self._on_error(str(failure))
+            if isinstance(failure, BackendError) and choices == self._choices:
+                self._give_up(clip)
+            return False
+        finally:
+            self._making.cancel()
+            clip.complete = True
+            self._changed.set()
+
+    async def _say(self, clip):
+        synthesis, voice, speed = await self._choose()
+        await synthesis.start()
+        self._label = synthesis.backend.label
+        clip.rate = synthesis.rate
+        clip.text, *rest = cut(clip.text, synthesis.backend.longest_piece)
+        self._again.extendleft(reversed(rest))
 
         def hear(samples):
             clip.sound += samples
             self._changed.set()
 
-        try:
-            await self._synthesis.say(clip.text, *self._voice_now(), hear)
-            return True
-        except SynthesisError as failure:
-            self._on_error(str(failure))
-            return False
-        finally:
-            clip.complete = True
-            self._changed.set()
+        await synthesis.say(clip.text, voice, speed, hear)
+
+    def _give_up(self, clip):
+        """Play what there is and end, unless the user chooses something else by then."""
+        if not clip.started:
+            self._clips.remove(clip)
+            self._again.appendleft(clip.text)
+        self._exhausted = True
 
     def _next_text(self):
         return self._again.popleft() if self._again else next(self._pieces, None)
@@ -122,31 +158,35 @@ class Reading:
             return False
         waiting = sum(len(clip.sound) for clip in self._clips)
         one_ready = any(not clip.started for clip in self._clips)
-        return not one_ready or waiting < AHEAD_SECONDS * self._bytes_per_second()
-
-    def _bytes_per_second(self):
-        return 2 * self._synthesis.rate
+        return not one_ready or waiting < AHEAD_SECONDS * 2 * self._rate
 
     async def _play(self):
         while True:
-            samples = await self._next_samples(await self._stream.room())
-            if samples is None:
+            most = await self._stream.room()
+            clip = await self._next_clip()
+            if clip is None:
                 break
-            self._stream.play(samples)
+            if clip.rate != self._rate:  # of another back-end
+                await self._play_out()
+                await self._open(clip.rate)
+                continue
+            clip.started = True
+            self._stream.play(bytes(clip.sound[:most]))
+            del clip.sound[:most]
+        await self._play_out()
+
+    async def _play_out(self):
         self._stream.end()
         await self._stream.heard()
 
-    async def _next_samples(self, most):
+    async def _next_clip(self):
+        """Wait for sound that is to be played; None when there will be none."""
         while True:
             await self._until(self._has_next)
             if not self._clips:
                 return None
-            clip = self._clips[0]
-            if clip.sound:
-                clip.started = True
-                samples = bytes(clip.sound[:most])
-                del clip.sound[:most]
-                return samples
+            if self._clips[0].sound:
+                return self._clips[0]
             self._clips.popleft()
             self._changed.set()
 

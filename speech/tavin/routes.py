@@ -56,7 +56,7 @@ class Routes:
 
     async def key(self, request):
         body = await json_body(request)
-        self._engine.store_key(body.get("engine"), body.get("key"))
+        await self._engine.store_key(body.get("engine"), body.get("key"))
         return done()
 
 

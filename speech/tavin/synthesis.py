@@ -1,11 +1,14 @@
 """One back-end's worker as the engine sees it: start it, have it speak, survive its death.
 
 Runs on the event loop. Requests are answered in order; a cancelled one is
-finished by the worker, which stays warm, and its sound is thrown away.
+finished by the worker, which stays warm, and its sound is thrown away. Only a
+cloud's worker is ended with it: nobody pays or waits for what nobody hears.
 """
 
 import asyncio
 import json
+from dataclasses import dataclass
+from typing import Callable
 
 from tavin import frames
 from tavin.child import Child
@@ -18,18 +21,29 @@ class SynthesisError(Exception):
     """Text for the user: why a sentence could not be turned into sound."""
 
 
+class BackendError(SynthesisError):
+    """The same will happen to every sentence."""
+
+
+@dataclass
+class Request:
+    done: asyncio.Future
+    on_audio: Callable
+
+
 class Synthesis:
-    def __init__(self, backend):
+    def __init__(self, backend, key=None):
+        """`key()` waits for the user's key, where the back-end takes one; BackendError without."""
         self.backend = backend
         self.rate = None
         self.voices = []  # dictionaries with id, name, language
         self.missing = None  # why the back-end cannot work, for the user
+        self._key = key
         self._child = None
         self._starting = asyncio.Lock()
         self._hello = None
         self._number = 0
-        self._on_audio = None
-        self._done = None
+        self._requests = {}  # by number
         self._heard_at = 0.0
 
     async def start(self):
@@ -46,34 +60,53 @@ class Synthesis:
                 raise SynthesisError(f"{self.backend.label} could not be started.") from None
 
     async def _launch(self):
-        self._hello = asyncio.get_running_loop().create_future()
+        self._hello = hello = asyncio.get_running_loop().create_future()
+
+        def while_current(react):
+            return lambda *what: react(*what) if self._hello is hello else None
+
         self._child = await Child.start(
             "tavin.worker",
             self.backend.name,
-            on_frame=self._frame,
-            on_death=self._death,
+            on_frame=while_current(self._frame),
+            on_death=while_current(self._death),
             quiet=True,  # libraries may print what they were given to say
         )
 
     async def say(self, text, voice, speed, on_audio):
         """Turn one piece of text into sound, handed to `on_audio` as it comes."""
-        await self.start()
-        self._number = (self._number + 1) % 2**32
-        self._on_audio = on_audio
-        loop = asyncio.get_running_loop()
-        done = self._done = loop.create_future()
-        request = {"text": text, "voice": voice, "speed": speed}
-        self._child.send(frames.SAY, self._number, json.dumps(request).encode())
-        self._heard_at = loop.time()
-        try:
-            await self._await_with_patience(done)
-        finally:
-            if self._done is done:
-                self._on_audio = self._done = None
+        await self._request(frames.SAY, {"text": text, "voice": voice, "speed": speed}, on_audio)
+
+    async def fetch_voices(self):
+        """Ask a back-end that takes a key for the voices of its owner."""
+        self.voices = json.loads(await self._request(frames.VOICES, {}, lambda samples: None))
 
     def kill(self):
         if self._child:
             self._child.kill()
+
+    async def _request(self, kind, content, on_audio):
+        if self.backend.takes_key:
+            content["key"] = await self._key()
+        await self.start()
+        self._number = self._number % (2**32 - 1) + 1
+        number = self._number
+        loop = asyncio.get_running_loop()
+        request = self._requests[number] = Request(loop.create_future(), on_audio)
+        self._child.send(kind, number, json.dumps(content).encode())
+        self._heard_at = loop.time()
+        try:
+            return await self._await_with_patience(request.done)
+        finally:
+            self._requests.pop(number, None)
+            if self.backend.takes_key and not request.done.done():
+                self._abandon()
+
+    def _abandon(self):
+        """End the worker in the middle of a request; the next one gets a new worker."""
+        self.kill()
+        self._child = self._hello = None
+        self._refuse_requests(f"{self.backend.label} was interrupted.")
 
     async def _await_with_patience(self, done):
         loop = asyncio.get_running_loop()
@@ -83,18 +116,22 @@ class Synthesis:
                 self.kill()
                 left = None  # its death ends the wait
             await asyncio.wait([done], timeout=left)
-        done.result()
+        return done.result()
 
     def _frame(self, kind, number, payload):
         self._heard_at = asyncio.get_running_loop().time()
-        if kind in (frames.VOICES, frames.MISSING):
+        if number == 0:
             self._greet(kind, payload)
-        elif number != self._number or self._done is None:
-            return  # of a request that was given up
-        elif kind == frames.AUDIO:
-            self._on_audio(payload)
-        elif kind == frames.DONE and not self._done.done():
-            self._done.set_result(None)
+            return
+        request = self._requests.get(number)
+        if request is None or request.done.done():
+            return  # it was given up
+        if kind == frames.AUDIO:
+            request.on_audio(payload)
+        elif kind in (frames.DONE, frames.VOICES):
+            request.done.set_result(payload)
+        elif kind == frames.FAILED:
+            self._refuse(request.done, payload.decode(errors="replace"), BackendError)
 
     def _greet(self, kind, payload):
         if kind == frames.MISSING:
@@ -103,18 +140,22 @@ class Synthesis:
             self._refuse(self._hello, self.missing)
             return
         hello = json.loads(payload)
-        self.missing, self.rate, self.voices = None, hello["rate"], hello["voices"]
+        self.missing, self.rate = None, hello["rate"]
+        self.voices = hello["voices"] or self.voices  # a cloud's are known only to who has a key
         if not self._hello.done():
             self._hello.set_result(None)
 
     def _death(self, how):
         log.info("the %s worker ended (%s)", self.backend.name, how)
-        text = f"{self.backend.label} stopped unexpectedly ({how}) and was started again."
         self._refuse(self._hello, f"{self.backend.label} could not be started ({how}).")
-        self._refuse(self._done, text)
+        self._refuse_requests(f"{self.backend.label} stopped unexpectedly ({how}) and was started again.")
+
+    def _refuse_requests(self, text):
+        for request in self._requests.values():
+            self._refuse(request.done, text)
 
     @staticmethod
-    def _refuse(future, text):
+    def _refuse(future, text, error=SynthesisError):
         if future and not future.done():
-            future.set_exception(SynthesisError(text))
+            future.set_exception(error(text))
             future.exception()  # looked at, so that an unawaited one is not logged

@@ -10,6 +10,7 @@ import json
 import sys
 
 from tavin import frames, lifetime
+from tavin.backends import Failure
 
 
 def main():
@@ -25,15 +26,19 @@ def main():
     hello = {"rate": synthesizer.rate, "voices": synthesizer.voices()}
     frames.write(output, frames.VOICES, 0, json.dumps(hello).encode())
     while frame := frames.read(sys.stdin.buffer):
-        _, number, payload = frame
-        request = json.loads(payload)
-        synthesizer.say(
-            request["text"],
-            request["voice"],
-            request["speed"],
-            lambda samples, number=number: frames.write(output, frames.AUDIO, number, samples),
-        )
-        frames.write(output, frames.DONE, number)
+        kind, number, payload = frame
+        try:
+            answer(synthesizer, kind, number, json.loads(payload), output)
+        except Failure as failure:
+            frames.write(output, frames.FAILED, number, str(failure).encode())
+
+
+def answer(synthesizer, kind, number, request, output):
+    if kind == frames.VOICES:
+        frames.write(output, frames.VOICES, number, json.dumps(synthesizer.voices(**request)).encode())
+        return
+    synthesizer.say(**request, emit=lambda samples: frames.write(output, frames.AUDIO, number, samples))
+    frames.write(output, frames.DONE, number)
 
 
 if __name__ == "__main__":

@@ -41,6 +41,7 @@ def test_a_request_that_is_given_up_leaves_the_worker_warm():
         )
         await asyncio.sleep(0.01)
         given_up.cancel()
+        await asyncio.wait([given_up])
         before = len(lost)
         sound = bytearray()
         await synthesis.say("Hello.", "gmw/en-US", 1.0, sound.extend)

@@ -1,0 +1,102 @@
+"""The user's keys for cloud voices: kept by the desktop's Secret Service, never in a file of ours.
+
+Runs on the event loop. The service may have to ask the user for a password and
+may not answer at all, so it is talked to by a process (`secret_service.py`) that is
+ended at a deadline. A key that was given or used stays in this process's memory.
+"""
+
+import asyncio
+import contextlib
+import json
+import os
+import sys
+
+from tavin.child import PACKAGE_PARENT
+
+LOOK_SECONDS = 10.0
+PROMPT_SECONDS = 50.0  # for a password dialog; Tavin waits a little longer
+
+
+class KeyringError(Exception):
+    """Text for the user: why the Secret Service did not do its part."""
+
+
+class Keys:
+    def __init__(self, names, patience=PROMPT_SECONDS):
+        self._names = names
+        self._patience = patience
+        self._memory = {}
+        self._stored = set()  # names in the Secret Service, as far as known
+        self._storing = asyncio.Lock()  # the last one given wins
+
+    def known(self, name):
+        return name in self._memory or name in self._stored
+
+    async def look(self):
+        """Find out which keys are stored. Unlocks nothing."""
+        self._stored = set((await ask(LOOK_SECONDS, do="search", names=self._names))["names"])
+
+    async def key(self, name):
+        """A key to use, None without one. May have the user asked to unlock the keyring."""
+        if name not in self._memory and name in self._stored:
+            key = (await ask(self._patience, do="get", name=name))["key"]
+            if key:
+                self._memory.setdefault(name, key)
+            else:
+                self._stored.discard(name)
+        return self._memory.get(name)
+
+    async def keep(self, name, label, key):
+        """Store a key, remove it when empty. Where that fails, memory has it as was wished."""
+        if key:
+            self._memory[name] = key
+        else:
+            self._memory.pop(name, None)
+        async with self._storing:
+            if key:
+                await ask(self._patience, do="store", name=name, label=label, key=key)
+                self._stored.add(name)
+            else:
+                await self._remove(name)
+
+    async def _remove(self, name):
+        try:
+            await ask(self._patience, do="remove", name=name)
+        except KeyringError:
+            if name in self._stored:
+                raise
+        self._stored.discard(name)
+
+
+async def ask(seconds, **request):
+    """One question to the Secret Service, in a process of its own."""
+    process = None
+    try:
+        async with asyncio.timeout(seconds):
+            process = await start()
+            output, _ = await process.communicate(json.dumps(request).encode())
+        answer = json.loads(output)
+    except TimeoutError:
+        raise KeyringError("The keyring does not answer.") from None
+    except (OSError, ValueError):
+        raise KeyringError("The keyring could not be asked.") from None
+    finally:
+        if process and process.returncode is None:
+            with contextlib.suppress(ProcessLookupError):
+                process.kill()
+    if "failure" in answer:
+        raise KeyringError(answer["failure"])
+    return answer
+
+
+def start():
+    return asyncio.create_subprocess_exec(
+        sys.executable,
+        "-m",
+        "tavin.secret_service",
+        str(os.getpid()),
+        cwd=PACKAGE_PARENT,
+        stdin=asyncio.subprocess.PIPE,
+        stdout=asyncio.subprocess.PIPE,
+        stderr=asyncio.subprocess.DEVNULL,
+    )
