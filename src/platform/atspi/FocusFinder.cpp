@@ -121,6 +121,19 @@ std::optional<FocusedObject> choose(const std::vector<FocusedObject>& objects) {
   return best;
 }
 
+// A program that is busy laying out a large text is late in telling who has the focus. Then the one
+// editable text of its active window that has a selection is meant.
+std::optional<FocusedObject> soleSelection(Bus& bus, const FocusSearch& search, Deadline deadline) {
+  if (search.walked || search.windows.empty())
+    return std::nullopt;
+  const auto editable = bus.ask(Question{search.windows.front(), "Collection", "GetMatches",
+                                         matchesWithState(States::editable)},
+                                deadline);
+  auto texts = describe(bus, objectsIn(editable), deadline);
+  std::erase_if(texts, [](const FocusedObject& text) { return text.selections == 0; });
+  return texts.size() == 1 ? std::optional(texts.front()) : std::nullopt;
+}
+
 }  // namespace
 
 FocusSearch findFocus(Bus& bus, const ObjectRef& program, Deadline deadline) {
@@ -131,10 +144,12 @@ FocusSearch findFocus(Bus& bus, const ObjectRef& program, Deadline deadline) {
   for (std::size_t i = 0; i < windows.size(); ++i)
     (statesIn(states[i]).has(States::active) ? search.windows : others).push_back(windows[i]);
   auto found = focusedBelow(bus, search.windows, search, deadline);
+  search.inActiveWindow = !found.empty();
   if (found.empty())
     found = focusedBelow(bus, others, search, deadline);
+  search.focus =
+      found.empty() ? soleSelection(bus, search, deadline) : choose(describe(bus, found, deadline));
   append(search.windows, others);
-  search.focus = choose(describe(bus, found, deadline));
   if (search.focus)
     search.focus->password = isPassword(bus, *search.focus, deadline);
   return search;

@@ -21,6 +21,7 @@ struct FocusedObject {
 struct FocusSearch {
   std::optional<FocusedObject> focus;
   std::vector<ObjectRef> windows;  // Of the program, the active ones first.
+  bool inActiveWindow = false;     // The focus is in a window that says it is the active one.
   bool walked = false;             // Searched without the help of Collection.
 };
 

@@ -11,8 +11,8 @@ namespace {
 // How often the answers of many programs are looked at while some are missing.
 constexpr auto kInterval = std::chrono::microseconds(500);
 
-// Of the programs that are asked all at once, the first to answer with a focused object; one that
-// hangs keeps nobody waiting.
+// Of the programs that are asked all at once, the first to answer with a focused object in an
+// active window; one that hangs keeps nobody waiting.
 std::optional<FoundProgram> firstWithFocus(Bus& bus, const std::vector<ObjectRef>& programs,
                                            Deadline deadline) {
   std::vector<std::pair<ObjectRef, QDBusPendingCall>> waiting;
@@ -30,7 +30,7 @@ std::optional<FoundProgram> firstWithFocus(Bus& bus, const std::vector<ObjectRef
       if (!answered)
         continue;
       found.search = findFocus(bus, found.program, deadline);
-      if (found.search.focus)
+      if (found.search.focus && found.search.inActiveWindow)
         return found;
     }
     std::this_thread::sleep_for(kInterval);

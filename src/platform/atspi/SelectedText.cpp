@@ -67,8 +67,10 @@ std::optional<QString> Reading::read() {
     if (focus_.object->hasText)  // It can tell, and there is none.
       return std::nullopt;
   }
+  // A terminal that is on the bus but did not answer in time may well have nothing selected now.
+  const bool silent = focus_.program && !focus_.object;
   if (focus_.isTerminal())
-    return focus_.program ? std::nullopt : primary(PrimaryProof::sameProgram);
+    return silent ? std::nullopt : primary(PrimaryProof::sameProgram);
   if (!focus_.window.browser && (focus_.window.withoutCopyKey || focus_.showsNoText))
     return primary(PrimaryProof::takenInFront);
   return std::nullopt;
@@ -174,7 +176,7 @@ std::optional<QString> Reading::readParagraphs(const ObjectRef& document) {
     if (valueIn(counts[i]).toInt() == 0)
       continue;
     const auto text = TextGatherer(bus_, kFewObjects, deadline_).gather(paragraphs[i]);
-    if (!text.text.isEmpty() || texts.isEmpty())
+    if (!text.text.isEmpty())
       texts << text.text;
   }
   if (texts.size() > 1) {

@@ -23,6 +23,8 @@ bool isInline(Role role) {
 }  // namespace
 
 QString withoutMarks(const QString& text) {
+  if (!text.contains(kObjectMark) && !text.contains(kFiller))
+    return text;  // As nearly always; a text may be long.
   QString clean;
   clean.reserve(text.size());
   for (const QChar c : text) {
@@ -80,27 +82,24 @@ std::vector<TextGatherer::Mark> TextGatherer::readSelections(
 // Offsets count code points here: the toolkits that leave marks in a text all do.
 void TextGatherer::split(std::size_t node, const QString& text, int start,
                          std::vector<Mark>& marks) {
-  QString stretch;
+  auto& pieces = nodes_[node].pieces;
   int offset = start;
-  const auto endStretch = [&] {
-    if (!stretch.isEmpty())
-      nodes_[node].pieces.push_back({stretch});
-    const QString clean = withoutMarks(stretch);
-    if (!clean.trimmed().isEmpty())
-      result_.parts << clean;
-    stretch.clear();
-  };
-  for (const QChar c : text) {
-    if (c == kObjectMark) {
-      endStretch();
-      marks.push_back({node, nodes_[node].pieces.size(), offset});
-      nodes_[node].pieces.push_back({});
-    } else {
-      stretch += c;
+  for (qsizetype from = 0; from < text.size();) {
+    const qsizetype mark = text.indexOf(kObjectMark, from);
+    const QString stretch = text.sliced(from, (mark < 0 ? text.size() : mark) - from);
+    if (!stretch.isEmpty()) {
+      pieces.push_back({stretch});
+      result_.parts << withoutMarks(stretch);
     }
-    offset += c.isLowSurrogate() ? 0 : 1;
+    if (mark < 0)
+      break;
+    offset += static_cast<int>(
+        std::count_if(stretch.begin(), stretch.end(), [](QChar c) { return !c.isLowSurrogate(); }));
+    marks.push_back({node, pieces.size(), offset});
+    pieces.push_back({});
+    ++offset;
+    from = mark + 1;
   }
-  endStretch();
 }
 
 // Finds the objects that the marks stand for and returns their nodes.
