@@ -13,9 +13,11 @@ STEP = 2000  # code points taken from the text at once
 # Invisible marks, toolkit placeholders, control characters and lone surrogates:
 # nothing of that is spoken, and synthesisers take some of it for commands.
 UNSPOKEN = re.compile(
-    "[\u00ad\u200b\u200e\u200f\u202a-\u202e\u2060-\u2064\u2066-\u2069\ufeff\ufff9-\ufffc\ud800-\udfff]"
+    "[\u00ad\u061c\u180e\u200b\u200e\u200f\u202a-\u202e\u2060-\u2064\u2066-\u2069\ufeff\ufff9-\ufffc"
+    "\ud800-\udfff\U000e0000-\U000e007f]"
 )
-CONTROL = re.compile("[\x00-\x08\x0e-\x1f\x7f-\x9f]")
+# Control characters, and the pictures that terminals' fonts put among the letters.
+CONTROL = re.compile("[\x00-\x08\x0e-\x1f\x7f-\x9f\ue000-\uf8ff\U000f0000-\U0010ffff]")
 LINE_ENDS = re.compile("\r\n?|[\x0b\x0c\x85\u2028\u2029]")
 BLANKS = re.compile(r"[^\S\n]+")
 PARAGRAPH_END = re.compile(r"\n[ \t]*\n\s*")
@@ -25,15 +27,47 @@ HYPHENATED = re.compile(rf"(?<=\w\w)-\n\s*(?={LOWER})")
 WRAPPED = re.compile(
     rf"(?<=[^\n]{{40}})(?<![.!?:;…。！？])\n\s*(?=\w)|(?<=[\w,;])\n\s*(?={LOWER})"
 )
+CLAUSE_END = re.compile(r"[,;:)—–、，；：]\s*")
 # The segmenter knows few of these; a single capital before a stop is an initial.
 ABBREVIATION = re.compile(r"(?:\b(?:Dr|Mr|Mrs|Ms|Prof|St|Fig|No|vs|Nr|Hr|Fr)|(?:^|[\s.])[A-Z])\.\s*$")
 
 
-def pieces(text, language, longest):
+# Where a line may end is between words, also in scripts without blanks; but in some of these within
+# words as well.
+LINE_BREAKS = icu.BreakIterator.createLineInstance(icu.Locale.getRoot())
+WORD_BREAKS = icu.BreakIterator.createWordInstance(icu.Locale.getRoot())
+# Never within a character of several code points.
+CHARACTER_BREAKS = icu.BreakIterator.createCharacterInstance(icu.Locale.getRoot())
+
+
+class Limit:
+    """How long a piece may be. The first ones are short, where a synthesiser gives nothing before it
+    has all: sound starts soon, and each piece is made while those before it are heard."""
+
+    def __init__(self, longest, first):
+        self._longest = longest
+        self._first = first
+        self._given = 0
+
+    def now(self):
+        return max(self._first, min(self._longest, self._given))
+
+    def suits(self, length):
+        """Whether it may stay whole: a word or two alone would sound worse than they cost."""
+        return length <= min(self._longest, self.now() * 4 // 3)
+
+    def give(self, piece):
+        self._given += len(piece)
+        return piece
+
+
+def pieces(text, language, longest, first=None):
     """Yield pieces of at most `longest` code points; empty ones where nothing is to say.
 
-    An empty piece gives the caller the chance to let others run.
+    An empty piece gives the caller the chance to let others run. With `first`, the first pieces
+    have about so many code points where a sentence is longer.
     """
+    limit = Limit(longest, min(first or longest, longest))
     segmenter = icu.BreakIterator.createSentenceInstance(icu.Locale(f"{language}@ss=standard"))
     rest = ""
     for portion in portions(text):
@@ -46,9 +80,9 @@ def pieces(text, language, longest):
         if len(rest) > STEP:  # no end in sight
             *parts, rest = cut(rest, longest)
             whole += parts
-        yield from speakable(whole, longest)
+        yield from speakable(whole, limit)
         yield ""
-    yield from speakable([rest], longest)
+    yield from speakable([rest], limit)
 
 
 def portions(text):
@@ -61,11 +95,15 @@ def portions(text):
         start = end
 
 
-def speakable(whole, longest):
-    for sentence in whole:
-        for part in cut(sentence, longest):
-            if part := part.strip():
-                yield part
+def speakable(whole, limit):
+    for rest in whole:
+        while not limit.suits(len(rest)):
+            end = best_end(rest, limit.now())
+            if part := rest[:end].strip():
+                yield limit.give(part)
+            rest = rest[end:]
+        if part := rest.strip():
+            yield limit.give(part)
 
 
 def clean(text):
@@ -106,10 +144,25 @@ def cut(sentence, longest):
 
 
 def best_end(sentence, longest):
-    """The last clause's end in reach, else the last blank, else the limit."""
+    """The last clause's end in reach, else the last place where a line might end, else the limit."""
     window = sentence[:longest]
-    for pattern in (r"[,;:)—–、，；：]\s*", r"\s+"):
-        ends = [match.end() for match in re.finditer(pattern, window)]
-        if ends and ends[-1] > longest // 4:
-            return ends[-1]
+    clauses = [match.end() for match in CLAUSE_END.finditer(window)]
+    if clauses and clauses[-1] > longest // 4:
+        return clauses[-1]
+    reach = sentence[: longest + 1]
+    for breaks, also in ((LINE_BREAKS, WORD_BREAKS), (CHARACTER_BREAKS, CHARACTER_BREAKS)):
+        end = last_break(breaks, also, reach, longest)
+        if end > longest // 4:
+            return end
     return longest
+
+
+def last_break(breaks, also, text, longest):
+    """The last place at `longest` code points or before that both find; 0 when there is none."""
+    units = text.encode("utf-16-le")  # breaks are counted in these
+    breaks.setText(text)
+    also.setText(text)
+    end = breaks.preceding(len(text[:longest].encode("utf-16-le")) // 2 + 1)
+    while end > 0 and not also.isBoundary(end):
+        end = breaks.preceding(end)
+    return len(units[: 2 * max(0, end)].decode("utf-16-le"))

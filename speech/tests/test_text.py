@@ -31,6 +31,9 @@ def cut(text, longest=600, language="en-us"):
         ("A hyphen-\nated word.", ["A hyphenated word."]),
         ("zero\u200bwidth \ufffcobject \x01mark\x7f.", ["zerowidth object mark ."]),
         ("lone \ud800 half", ["lone half"]),
+        ("icon \ue0b0 of a terminal\U000f0001", ["icon of a terminal"]),
+        ("left\u061c right\U000e0041", ["left right"]),
+        ("مرحبا Hello 你好。שלום!", ["مرحبا Hello 你好。", "שלום!"]),
         ("", []),
         (" \n\t\u00a0\n ", []),
     ],
@@ -52,6 +55,63 @@ def test_an_endless_word_is_cut_at_the_limit():
     parts = cut("x" * 10_000, 600)
     assert "".join(parts) == "x" * 10_000
     assert max(map(len, parts)) == 600
+
+
+@pytest.mark.parametrize(
+    "unit, whole",
+    [
+        ("👨‍👩‍👧‍👦", "👨‍👩‍👧‍👦"),  # joined by invisible marks
+        ("🇩🇪", "🇩🇪"),
+        ("👍🏽", "👍🏽"),
+        ("e\u0301\u0323", "e\u0301\u0323"),
+        ("森林に住んでいる", "森林"),
+        ("北京大学生活动中心", "北京"),
+        ("ภาษาไทย", "ไทย"),
+    ],
+)
+def test_what_belongs_together_is_not_cut_apart(unit, whole):
+    text = unit * 500
+    parts = cut(text, 100)
+    assert "".join(parts) == text
+    assert max(map(len, parts)) <= 100
+    assert sum(part.count(whole) for part in parts) == 500
+
+
+def first_cut(text, longest=300, first=60):
+    return [piece for piece in pieces(text, "en-us", longest, first) if piece]
+
+
+def test_the_first_pieces_are_short_and_grow():
+    lengths = [len(piece) for piece in first_cut("some more words and " * 100)]
+    assert lengths[0] <= 60
+    for index, length in enumerate(lengths[1:-1], 1):
+        assert length <= max(60, sum(lengths[:index]))
+    assert max(lengths) > 280
+
+
+def test_a_short_first_piece_ends_where_a_clause_does():
+    sentence = "When the fox came out of the wood, it saw a dog that was far too lazy to move at all."
+    assert first_cut(sentence)[0] == "When the fox came out of the wood,"
+    assert " ".join(first_cut(sentence)) == sentence
+
+
+def test_a_sentence_a_little_longer_stays_whole():
+    sentence = "This sentence is longer than the sixty that would be good."
+    assert first_cut(sentence, first=len(sentence) - 10) == [sentence]
+    assert first_cut("One. Two. Three.") == ["One.", "Two.", "Three."]
+
+
+@pytest.mark.parametrize("unit", ["This sentence goes on for long, but like any other it ends. ", "x"])
+def test_ten_megabytes_come_to_their_end_whole(unit):
+    count = 10_000_000 // len(unit.encode())
+    last, length, steps = "", 0, 0
+    for piece in pieces(unit * count + " The end.", "en-us", 600):
+        steps += 1
+        length += len(piece.replace(" ", ""))
+        last = piece or last
+    assert last.endswith("The end.")
+    assert length == count * len(unit.replace(" ", "")) + len("Theend.")
+    assert steps < 2 * count
 
 
 @pytest.mark.parametrize("filler", ["", "x", "😀", "ab\r\n", "word ", "A sentence, and more. "])
