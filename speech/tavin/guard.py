@@ -5,6 +5,7 @@ cannot leave out Origin or Sec-Fetch-*, nor, without a preflight that is never
 answered, add X-Tavin; and a name that it made resolve to 127.0.0.1 shows in Host.
 """
 
+import asyncio
 import json
 
 from aiohttp import web
@@ -15,6 +16,7 @@ from tavin.log import log
 PORT = 47632
 HOSTS = {f"127.0.0.1:{PORT}", f"localhost:{PORT}"}
 LARGEST_BODY = 64 * 1024 * 1024
+BODY_SECONDS = 30.0
 
 
 def refused(status, text):
@@ -55,7 +57,11 @@ async def guard(request, handler):
 
 async def json_body(request):
     """The request's body, a JSON object; Refusal for anything else."""
-    data = await request.read()
+    try:
+        async with asyncio.timeout(BODY_SECONDS):
+            data = await request.read()
+    except TimeoutError:
+        raise web.HTTPRequestTimeout from None
     try:
         body = json.loads(data, parse_constant=_no_constant)
     except (ValueError, RecursionError):

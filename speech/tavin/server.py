@@ -14,6 +14,7 @@ from aiohttp import web
 from tavin.engine import Engine
 from tavin.guard import PORT
 from tavin.log import log, set_up
+from tavin.peer import Doorkeeper
 from tavin.routes import application
 from tavin.settings import Settings, default_path
 
@@ -59,6 +60,11 @@ def allow_many_connections():
     resource.setrlimit(resource.RLIMIT_NOFILE, (wanted, most))
 
 
+def keep_memory_private():
+    """A crash must not write keys and texts to a file."""
+    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+
+
 async def serve():
     engine = Engine(Settings(default_path()))
     leave_on_signals(engine)
@@ -67,15 +73,18 @@ async def serve():
     listener = await listen()
     # Requests wait in the listener's queue until the voices are known.
     await engine.know_voices()
-    await web.SockSite(runner, listener).start()
+    serving = await asyncio.get_running_loop().create_server(
+        lambda: Doorkeeper(runner.server), sock=listener, backlog=128
+    )
     log.info("serving on port %d", PORT)
     await engine.warm_up()
-    await asyncio.Event().wait()
+    await serving.serve_forever()
 
 
 def main():
     set_up()
     allow_many_connections()
+    keep_memory_private()
     asyncio.run(serve())
 
 

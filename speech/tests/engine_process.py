@@ -16,7 +16,7 @@ PORT = 47632
 
 
 class EngineProcess:
-    def __init__(self, environment, folder, language="en_US.UTF-8"):
+    def __init__(self, environment, folder, language="en_US.UTF-8", command=("-m", "tavin.server")):
         self.folder = folder
         self.settings = folder / "config" / "tavin" / "engine.json"
         self._environment = {
@@ -26,13 +26,14 @@ class EngineProcess:
             "XDG_DATA_HOME": str(folder / "data"),
             "PYTHONDONTWRITEBYTECODE": "1",
         }
+        self._command = command
         self._log = folder / "engine.log"
         self.process = None
 
     def start(self, wait=True):
         with open(self._log, "ab") as log:
             self.process = subprocess.Popen(
-                [*WITH_US, sys.executable, "-m", "tavin.server"],
+                [*WITH_US, sys.executable, *self._command],
                 cwd=FOLDER,
                 env=self._environment,
                 stdin=subprocess.DEVNULL,
