@@ -6,13 +6,14 @@ returns at once.
 
 import asyncio
 
-from tavin import voices
+from tavin import language, voices
 from tavin.backends import BACKENDS
 from tavin.keys import KeyringError, Keys
 from tavin.log import log
 from tavin.output import Output
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
+from tavin.setup import Setup
 from tavin.stream import OutputError
 from tavin.synthesis import BackendError, Synthesis, SynthesisError
 
@@ -33,14 +34,21 @@ class Engine:
             name: Synthesis(backend, lambda backend=backend: self._key(backend))
             for name, backend in BACKENDS.items()
         }
+        self._setups = {
+            name: Setup(synth) for name, synth in self._synths.items() if synth.backend.needs_setup
+        }
         self._output = Output()
         self._reading = None
         self._task = None
+        self._written_in = None
         self._chars = 0
         self._error = None
 
     async def know_voices(self):
         """Wait for the voices a little, so that the first status names the right one."""
+        if self._setup():
+            self._setup().begin()
+            return
         try:
             async with asyncio.timeout(PATIENCE_AT_START):
                 await self._synth().start()
@@ -49,7 +57,8 @@ class Engine:
 
     async def warm_up(self):
         """Have the helpers running, so that the first speech starts at once."""
-        for helper in (self._synth(), self._output):
+        helpers = [self._output] if self._setup() else [self._synth(), self._output]
+        for helper in helpers:
             try:
                 await helper.start()
             except (SynthesisError, OutputError) as failure:
@@ -66,6 +75,7 @@ class Engine:
             synth.kill()
 
     def status(self):
+        setup = self._setup()
         return {
             "state": self._state(),
             "chars": self._chars,
@@ -73,9 +83,9 @@ class Engine:
             "engine": self._settings.engine,
             "voice": self._voice(),
             "speed": self._settings.speed,
-            "ready": self._synth().missing is None,
-            "download": None,
-            "setup_error": self._synth().missing,
+            "ready": setup.ready if setup else self._synth().missing is None,
+            "download": setup.download if setup else None,
+            "setup_error": setup.error if setup else self._synth().missing,
             "engines": [
                 {
                     "name": backend.name,
@@ -96,11 +106,12 @@ class Engine:
         self.stop()
         self._error = None
         self._chars = len(text)
+        self._written_in = language.Written(text)
         self._reading = Reading(
             text,
             self._choose,
-            self._voice_language(),
-            self._synth().backend.longest_piece,
+            self._sentence_language(),
+            self._synth().backend,
             self._output,
             self._fail,
         )
@@ -134,7 +145,8 @@ class Engine:
         self._settings.save()
         if self._reading:
             self._reading.voice_changed()
-        await self.know_voices()
+        if "engine" in changes:
+            await self.know_voices()
 
     async def store_key(self, name, key):
         """An empty key removes the stored one. A new one can be used at once."""
@@ -181,6 +193,9 @@ class Engine:
     def _synth(self):
         return self._synths[self._settings.engine]
 
+    def _setup(self):
+        return self._setups.get(self._settings.engine)
+
     def _synth_named(self, name):
         if not isinstance(name, str) or name not in self._synths:
             raise Refusal("There is no such engine.")
@@ -189,7 +204,7 @@ class Engine:
     def _available(self, backend):
         if backend.takes_key:
             return self._keys.known(backend.name)
-        return self._synths[backend.name].missing is None
+        return backend.needs_setup or self._synths[backend.name].missing is None
 
     async def _key(self, backend):
         try:
@@ -200,17 +215,22 @@ class Engine:
             raise BackendError(f"{backend.label} needs a key: choose “Set API Key” in Tavin's menu.")
         return key
 
-    async def _choose(self):
-        """What the next sentence is spoken with; BackendError when that cannot be."""
+    async def _choose(self, sentence):
+        """What a sentence is spoken with; BackendError when that cannot be."""
         synth = self._synth()
+        if self._setup() and self._setup().refusal():
+            raise BackendError(self._setup().refusal())
         if not synth.voices and not self._settings.voices.get(synth.backend.name):
             await synth.start()
             if synth.backend.voices_of_account:
                 await synth.fetch_voices()
-        return synth, self._voice(synth), self._settings.speed
+        return synth, self._voice_for(sentence, synth), self._settings.speed
 
     async def _load_voices(self, synth, fresh=False):
         """Know the back-end's voices; none of a back-end whose key is missing."""
+        if synth.backend.needs_setup:
+            self._setups[synth.backend.name].know_voices()
+            return
         try:
             if not synth.voices:
                 await synth.start()
@@ -228,9 +248,24 @@ class Engine:
             return chosen
         return voices.default(synth.voices, self._language) or ""
 
-    def _voice_language(self):
+    def _voice_for(self, sentence, synth):
+        """The user's voice, or one for the sentence's language where there is one."""
+        voice = self._voice(synth)
+        if not synth.backend.follows_language:
+            return voice
+        own = self._voice_language(synth)
+        written = self._written_in.of(sentence, own)
+        if language.primary(written) == language.primary(own):
+            return voice
+        return voices.of_language(synth.voices, written, self._language) or voice
+
+    def _sentence_language(self):
         """The language that decides where sentences end."""
-        for voice in self._synth().voices:
-            if voice["id"] == self._voice():
+        own = self._voice_language(self._synth())
+        return self._written_in.of("", own) if self._synth().backend.follows_language else own
+
+    def _voice_language(self, synth):
+        for voice in synth.voices:
+            if voice["id"] == self._voice(synth):
                 return voice["language"] or self._language
         return self._language

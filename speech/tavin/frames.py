@@ -10,11 +10,13 @@ import struct
 HEADER = struct.Struct(">cII")
 
 # To a worker, and its answers.
+ABANDON = b"x"  # the request with this number is not wanted any more
 SAY = b"s"  # JSON: text, voice, speed; key, where the back-end takes one
 VOICES = b"v"  # JSON: rate, voices; the worker's first frame. Asked for again: JSON: key
 MISSING = b"m"  # text: why the worker cannot work; in place of VOICES
 AUDIO = b"a"  # 16-bit mono samples, native byte order; to the player as well
 DONE = b"d"  # the request is finished
+PROGRESS = b"P"  # decimal fraction, from the set-up's process
 
 # To the player, and its answers.
 OPEN = b"o"  # JSON: rate, paused

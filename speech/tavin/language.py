@@ -60,6 +60,19 @@ SHARE = 0.15  # of all words
 LEAD = 1.4  # over the next language
 
 
+class Written:
+    """The language of a text, sentence by sentence."""
+
+    def __init__(self, text):
+        self._sample = text[:SAMPLE]
+        self._known = {}
+
+    def of(self, sentence, expected):
+        if expected not in self._known:
+            self._known[expected] = of_text(self._sample, expected)
+        return of_script(sentence, self._known[expected])
+
+
 def of_text(text, expected):
     """The language of the text's beginning."""
     sample = text[:SAMPLE]

@@ -11,7 +11,6 @@ from collections import deque
 from tavin.synthesis import BackendError, SynthesisError
 from tavin.text import cut, pieces
 
-AHEAD_SECONDS = 5.0  # sound kept ready, and always at least one sentence
 AHEAD_SENTENCES = 32  # the bound for sentences that make no sound
 FAILURES_IN_A_ROW = 5  # then the text is given up
 
@@ -28,18 +27,18 @@ class Clip:
 
 
 class Reading:
-    def __init__(self, text, choose, language, longest_piece, output, on_error):
-        """`choose()` waits for the synthesis, the voice and the speed for the next sentence."""
+    def __init__(self, text, choose, language, backend, output, on_error):
+        """`choose(sentence)` waits for the synthesis, the voice and the speed to speak it with."""
         self._choose = choose
         self._output = output
         self._on_error = on_error
-        self._pieces = pieces(text, language, longest_piece)
+        self._pieces = pieces(text, language, backend.longest_piece, backend.first_piece)
         self._again = deque()  # texts to be synthesised anew, before `_pieces`
         self._clips = deque()  # in the order of playing
         self._exhausted = False
         self._choices = 0  # how often the user chose something else
         self._making = None
-        self._label = "The voice"
+        self._backend = backend
         self._changed = asyncio.Event()
         self._stream = None
         self._rate = None
@@ -48,7 +47,7 @@ class Reading:
 
     async def run(self):
         """Read to the end; the caller cancels it to stop."""
-        synthesis, _, _ = await self._choose()
+        synthesis, _, _ = await self._choose("")
         await synthesis.start()
         await self._open(synthesis.rate)
         synthesise = asyncio.create_task(self._synthesise())
@@ -107,7 +106,7 @@ class Reading:
             else:
                 failures = 0 if await self._make(Clip(text)) else failures + 1
             if failures >= FAILURES_IN_A_ROW:
-                raise SynthesisError(f"{self._label} cannot read this text.")
+                raise SynthesisError(f"{self._backend.label} cannot read this text.")
 
     async def _make(self, clip):
         """Whether the sentence was made, or need not be made any more."""
@@ -130,9 +129,9 @@ class Reading:
             self._changed.set()
 
     async def _say(self, clip):
-        synthesis, voice, speed = await self._choose()
+        synthesis, voice, speed = await self._choose(clip.text)
         await synthesis.start()
-        self._label = synthesis.backend.label
+        self._backend = synthesis.backend
         clip.rate = synthesis.rate
         clip.text, *rest = cut(clip.text, synthesis.backend.longest_piece)
         self._again.extendleft(reversed(rest))
@@ -158,7 +157,8 @@ class Reading:
             return False
         waiting = sum(len(clip.sound) for clip in self._clips)
         one_ready = any(not clip.started for clip in self._clips)
-        return not one_ready or waiting < AHEAD_SECONDS * 2 * self._rate
+        # Always a sentence, and so much sound that a slow one is made while it is heard.
+        return not one_ready or waiting < self._backend.ahead * 2 * self._rate
 
     async def _play(self):
         while True:

@@ -9,6 +9,7 @@ import json
 import os
 from pathlib import Path
 
+from tavin import model
 from tavin.backends import BACKENDS, FIRST_CHOICE
 from tavin.log import log
 
@@ -25,7 +26,7 @@ def default_path():
 class Settings:
     def __init__(self, path):
         self._path = path
-        self.engine = FIRST_CHOICE
+        self.engine = "kokoro" if model.present() else FIRST_CHOICE
         self.voices = {}  # back-end's name -> voice id
         self.speed = 1.0
         self._take(self._read())

@@ -14,9 +14,6 @@ from tavin import frames
 from tavin.child import Child
 from tavin.log import log
 
-START_SECONDS = 15.0
-
-
 class SynthesisError(Exception):
     """Text for the user: why a sentence could not be turned into sound."""
 
@@ -45,6 +42,7 @@ class Synthesis:
         self._number = 0
         self._requests = {}  # by number
         self._heard_at = 0.0
+        self._idle = None  # timer that gives the worker's memory back
 
     async def start(self):
         """Have a worker running; SynthesisError when that cannot be."""
@@ -52,9 +50,10 @@ class Synthesis:
             try:
                 if not (self._child and self._child.alive):
                     await self._launch()
-                async with asyncio.timeout(START_SECONDS):
+                async with asyncio.timeout(self.backend.start_seconds):
                     # Shielded: one caller that gives up must not end it for the next.
                     await asyncio.shield(self._hello)
+                self._rest()
             except (OSError, TimeoutError):
                 self.kill()
                 raise SynthesisError(f"{self.backend.label} could not be started.") from None
@@ -99,14 +98,36 @@ class Synthesis:
             return await self._await_with_patience(request.done)
         finally:
             self._requests.pop(number, None)
-            if self.backend.takes_key and not request.done.done():
-                self._abandon()
+            if not request.done.done():
+                self._abandon(number)
+            self._rest()
 
-    def _abandon(self):
-        """End the worker in the middle of a request; the next one gets a new worker."""
+    def _abandon(self, number):
+        """Have the next request begin soon, with a cloud in a new worker."""
+        if self.backend.takes_key:
+            self._leave()
+            self._refuse_requests(f"{self.backend.label} was interrupted.")
+        elif self._child:
+            self._child.send(frames.ABANDON, number)
+
+    def _leave(self):
+        """End the worker; the next request gets a new one."""
         self.kill()
         self._child = self._hello = None
-        self._refuse_requests(f"{self.backend.label} was interrupted.")
+
+    def _rest(self):
+        """Give the worker's memory back when nothing is asked of it for long."""
+        if self._idle:
+            self._idle.cancel()
+        if self.backend.idle_seconds:
+            loop = asyncio.get_running_loop()
+            self._idle = loop.call_later(self.backend.idle_seconds, self._give_back)
+
+    def _give_back(self):
+        self._idle = None
+        if not self._requests and not self._starting.locked() and self._child:
+            log.info("%s was not used for long: its memory is given back", self.backend.name)
+            self._leave()
 
     async def _await_with_patience(self, done):
         loop = asyncio.get_running_loop()

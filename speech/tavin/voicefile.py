@@ -18,6 +18,8 @@ LANGUAGES = {
     "p": ("pt-br", "Brazilian Portuguese"),
     "z": ("cmn", "Mandarin Chinese"),
 }
+# Those with the best grades of their makers.
+BEST = {"af_heart", "bf_emma", "ef_dora", "ff_siwis", "hf_alpha", "if_sara", "jf_alpha", "pf_dora", "zf_xiaobei"}
 SEXES = {"f": "female", "m": "male"}
 OTHER = ("en-us", None)
 
@@ -27,13 +29,16 @@ def language_of(voice):
 
 
 def voices_in(path):
-    """The voices as dictionaries with id, name and language; none when the file cannot be read."""
+    """The voices as `Synthesizer.voices` tells them; none when the file cannot be read."""
     try:
         with zipfile.ZipFile(path) as archive:
             names = [name.removesuffix(".npy") for name in archive.namelist() if name.endswith(".npy")]
     except (OSError, zipfile.BadZipFile):
         return []
-    return [{"id": name, "name": readable(name), "language": language_of(name)} for name in names]
+    return [
+        {"id": name, "name": readable(name), "language": language_of(name), "best": name in BEST}
+        for name in names
+    ]
 
 
 def readable(voice):

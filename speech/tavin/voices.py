@@ -5,6 +5,7 @@ import os
 # Where a locale's language has another name among the voices.
 VOICE_LANGUAGE = {"zh": "cmn", "no": "nb", "nn": "nb", "iw": "he", "in": "id"}
 WITHOUT_LANGUAGE = "en-us"
+REGIONS = {"en": "en-us", "fr": "fr-fr"}
 
 
 def user_language():
@@ -22,17 +23,32 @@ def user_language():
 
 
 def ordered(voices, language):
-    """The user's language first, then all others by name."""
-    return sorted(voices, key=lambda voice: (distance(voice["language"], language), voice["name"].casefold()))
+    """The user's language first and in it the best voices, then all others by name."""
+
+    def place(voice):
+        far = distance(voice["language"], language)
+        return far, far == FOREIGN or not voice.get("best"), voice["name"].casefold()
+
+    return sorted(voices, key=place)
 
 
 def default(voices, language):
     """The voice for a user who has not chosen one; None when there is no voice."""
-    best = ordered(voices, language)
-    if best and distance(best[0]["language"], language) < FOREIGN:
-        return best[0]["id"]
-    best = ordered(voices, WITHOUT_LANGUAGE)
-    return best[0]["id"] if best else None
+    for wanted in (language, WITHOUT_LANGUAGE):
+        if voice := of_language(voices, wanted, language):
+            return voice
+    return ordered(voices, WITHOUT_LANGUAGE)[0]["id"] if voices else None
+
+
+def of_language(voices, wanted, users):
+    """The best voice for a language, if need be for another region's; None when there is none.
+
+    Where the region is open, it is the user's, else the best known one.
+    """
+    if wanted == users.split("-")[0]:
+        wanted = users
+    best = ordered(voices, REGIONS.get(wanted, wanted))
+    return best[0]["id"] if best and distance(best[0]["language"], wanted) < FOREIGN else None
 
 
 FOREIGN = 3

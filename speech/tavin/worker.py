@@ -7,7 +7,9 @@ abort takes down this process only.
 
 import importlib
 import json
+import queue
 import sys
+import threading
 
 from tavin import frames, lifetime
 from tavin.backends import Failure
@@ -25,12 +27,55 @@ def main():
         return
     hello = {"rate": synthesizer.rate, "voices": synthesizer.voices()}
     frames.write(output, frames.VOICES, 0, json.dumps(hello).encode())
-    while frame := frames.read(sys.stdin.buffer):
+    inbox = Inbox(getattr(synthesizer, "abandon", lambda now: None))
+    while frame := inbox.next():
         kind, number, payload = frame
         try:
             answer(synthesizer, kind, number, json.loads(payload), output)
         except Failure as failure:
             frames.write(output, frames.FAILED, number, str(failure).encode())
+
+
+class Inbox:
+    """Reads requests on a thread of its own, to hear at once that one is not wanted any more."""
+
+    def __init__(self, abandon):
+        self._abandon = abandon
+        self._waiting = queue.SimpleQueue()
+        self._lock = threading.Lock()
+        self._current = None
+        self._last = 0
+        self._unwanted = set()
+        threading.Thread(target=self._read, daemon=True).start()
+
+    def next(self):
+        """Wait for the next request; None at the end."""
+        with self._lock:
+            self._current = None
+            self._abandon(False)
+        while frame := self._waiting.get():
+            with self._lock:
+                self._last = frame[1]
+                if self._last not in self._unwanted:
+                    self._current = self._last
+                    return frame
+                self._unwanted.discard(self._last)
+        return None
+
+    def _read(self):
+        while frame := frames.read(sys.stdin.buffer):
+            if frame[0] == frames.ABANDON:
+                self._forget(frame[1])
+            else:
+                self._waiting.put(frame)
+        self._waiting.put(None)
+
+    def _forget(self, number):
+        with self._lock:
+            if number > self._last:
+                self._unwanted.add(number)
+            elif number == self._current:
+                self._abandon(True)
 
 
 def answer(synthesizer, kind, number, request, output):

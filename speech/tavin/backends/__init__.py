@@ -2,7 +2,8 @@
 
 The module named `tavin.backends.NAME` is loaded in the worker process only. Its
 class `Synthesizer` has `rate`, `voices()` and `say(text, voice, speed, emit)`; that
-of a back-end which takes a key takes it in both, as `key`.
+of a back-end which takes a key takes it in both, as `key`. One whose `say` takes
+long has `abandon(now)`, called on another thread to have it return soon, or no more.
 """
 
 from dataclasses import dataclass
@@ -20,12 +21,37 @@ class Backend:
     longest_piece: int  # code points given to the synthesiser at once
     patience: float  # seconds without a sign of life before the worker is ended
     voices_of_account: bool = False  # they depend on the key
+    needs_setup: bool = False  # files must be got and loaded before it can speak
+    follows_language: bool = False  # has a voice for the language of any text
+    first_piece: int | None = None  # code points at the beginning, where sound comes only at the end
+    ahead: float = 5.0  # seconds of sound kept ready
+    start_seconds: float = 15.0  # the longest that a worker's start may take
+    idle_seconds: float | None = None  # without use, then the worker's memory is given back
 
 
 BACKENDS = {
     backend.name: backend
     for backend in (
-        Backend("espeak", "eSpeak NG", takes_key=False, longest_piece=600, patience=10.0),
+        Backend(
+            "kokoro",
+            "Kokoro",
+            takes_key=False,
+            longest_piece=300,
+            patience=60.0,
+            needs_setup=True,
+            first_piece=80,
+            ahead=30.0,
+            start_seconds=60.0,
+            idle_seconds=15 * 60.0,
+        ),
+        Backend(
+            "espeak",
+            "eSpeak NG",
+            takes_key=False,
+            longest_piece=600,
+            patience=10.0,
+            follows_language=True,
+        ),
         Backend(
             "elevenlabs",
             "ElevenLabs",

@@ -36,23 +36,56 @@ def session(path):
     return onnxruntime.InferenceSession(str(path), options, providers=["CPUExecutionProvider"])
 
 
+class Session:
+    """The model, for a run that can be ended in its midst."""
+
+    def __init__(self, path):
+        self._session = session(path)
+        self._options = onnxruntime.RunOptions()
+
+    def __getattr__(self, name):
+        return getattr(self._session, name)
+
+    def run(self, outputs, inputs):
+        return self._session.run(outputs, inputs, self._options)
+
+    @property
+    def abandoned(self):
+        return self._options.terminate
+
+    @abandoned.setter
+    def abandoned(self, now):
+        self._options.terminate = now
+
+
 class Synthesizer:
     rate = 24000
 
     def __init__(self):
         model_file, voice_file = model.files()
         self._voice_file = voice_file.path
-        self._kokoro = kokoro_onnx.Kokoro.from_session(session(model_file.path), str(voice_file.path))
+        try:
+            self._session = Session(model_file.path)
+            self._kokoro = kokoro_onnx.Kokoro.from_session(self._session, str(voice_file.path))
+        except Exception as failure:
+            raise RuntimeError(f"Choose Kokoro again: its files cannot be loaded ({failure}).") from None
         self._phonemizer = Phonemizer(espeakng_loader.get_library_path(), espeakng_loader.get_data_path())
 
     def voices(self):
         return voices_in(self._voice_file)
 
+    def abandon(self, now):
+        """On another thread: have `say` return."""
+        self._session.abandoned = now
+
     def say(self, text, voice, speed, emit):
-        phonemes = self._phonemizer.phonemes(text, language_of(voice))
-        for part in cut(phonemes, MOST_PHONEMES):
-            if any(letter.isalpha() for letter in part):
-                emit(self._sound(part, voice, speed))
+        try:
+            for part in cut(self._phonemizer.phonemes(text, language_of(voice)), MOST_PHONEMES):
+                if any(letter.isalpha() for letter in part):
+                    emit(self._sound(part, voice, speed))
+        except Exception:
+            if not self._session.abandoned:
+                raise
 
     def _sound(self, phonemes, voice, speed):
         samples, _ = self._kokoro.create(phonemes, voice, min(speed, FASTEST), is_phonemes=True)
