@@ -1,0 +1,273 @@
+"""The cloud back-ends in a whole engine, against a local server."""
+
+import os
+import signal
+import time
+
+import pytest
+from cloud_service import KEY, CloudService
+from sound import RATE, until
+
+CLOUDS = ["elevenlabs", "openai"]
+LABELS = {"elevenlabs": "ElevenLabs", "openai": "OpenAI"}
+SENTENCES = [f"This is sentence number {number} of the whole text." for number in range(1, 9)]
+TEXT = " ".join(SENTENCES)
+
+
+@pytest.fixture
+def service():
+    server = CloudService()
+    yield server
+    server.end()
+
+
+@pytest.fixture
+def cloud_engine(new_engine, service):
+    return new_engine(service.environment).start()
+
+
+def use(engine, name):
+    assert engine.post("/key", engine=name, key=KEY)[0] == 200
+    assert engine.post("/config", engine=name)[0] == 200
+
+
+def info(engine, name):
+    return next(entry for entry in engine.status()["engines"] if entry["name"] == name)
+
+
+def finish(engine, text):
+    engine.speak(text)
+    return engine.wait_for("idle")
+
+
+@pytest.mark.parametrize("name", CLOUDS)
+def test_without_a_key_it_may_be_chosen_but_does_not_speak(cloud_engine, service, name):
+    assert cloud_engine.post("/config", engine=name)[0] == 200
+    status = cloud_engine.status()
+    assert (status["engine"], status["ready"], status["setup_error"]) == (name, True, None)
+    assert info(cloud_engine, name) == {"name": name, "label": LABELS[name], "available": False}
+    code, voices = cloud_engine.request("GET", f"/voices?engine={name}")
+    assert code == 200
+    assert bool(voices) == (name == "openai")
+    error = finish(cloud_engine, TEXT)["error"]
+    assert f"{LABELS[name]} needs a key" in error
+    assert service.requests == []
+    assert cloud_engine.post("/config", engine="espeak")[0] == 200
+    assert finish(cloud_engine, "Hello.")["error"] is None
+
+
+@pytest.mark.parametrize("name", CLOUDS)
+def test_it_speaks_with_a_key(cloud_engine, service, recorder, name):
+    use(cloud_engine, name)
+    assert info(cloud_engine, name)["available"]
+    cloud_engine.speak("One. Two, and more.")
+    status = cloud_engine.wait_for("speaking")
+    assert (status["error"], status["chars"]) == (None, 19)
+    assert cloud_engine.wait_for("idle")["error"] is None
+    assert service.texts() == ["One.", "Two, and more."]
+    recorder.quiet_for(0.5)
+    loud = [index for index, sample in enumerate(recorder.samples) if abs(sample) > 50]
+    assert (loud[-1] - loud[0]) / RATE == pytest.approx(2 * service.seconds, abs=0.03)
+
+
+@pytest.mark.parametrize("name", CLOUDS)
+def test_without_a_keyring_the_error_says_so(cloud_engine, name):
+    use(cloud_engine, name)
+    error = cloud_engine.status()["error"]
+    assert LABELS[name] in error and "only until" in error
+    assert cloud_engine.post("/key", engine=name, key="")[0] == 200
+    assert not info(cloud_engine, name)["available"]
+    assert "needs a key" in finish(cloud_engine, TEXT)["error"]
+
+
+def test_voices_are_listed_and_remembered_for_each_back_end(cloud_engine, new_engine, service):
+    use(cloud_engine, "elevenlabs")
+    voices = cloud_engine.request("GET", "/voices?engine=elevenlabs")[1]
+    assert [voice["name"] for voice in voices] == ["Ada", "Kim", "Zed (male, british)"]
+    assert cloud_engine.status()["voice"] == "ada2"
+    assert cloud_engine.post("/config", voice="nobody")[0] == 400
+    assert cloud_engine.post("/config", voice="zed/1")[0] == 200
+    use(cloud_engine, "openai")
+    assert cloud_engine.status()["voice"] == "alloy"
+    assert cloud_engine.post("/config", voice="nova")[0] == 200
+    assert cloud_engine.post("/config", engine="elevenlabs")[0] == 200
+    assert cloud_engine.status()["voice"] == "zed/1"
+    cloud_engine.end(signal.SIGKILL)
+    engine = new_engine(service.environment).start()
+    assert engine.status()["voice"] == "zed/1"
+    use(engine, "elevenlabs")
+    assert finish(engine, "Hello.")["error"] is None
+    assert service.requests[-1][0].startswith("/v1/text-to-speech/zed%2F1/stream")
+    assert engine.post("/config", engine="openai")[0] == 200
+    assert engine.status()["voice"] == "nova"
+
+
+def test_the_first_of_the_accounts_voices_is_used_when_none_was_chosen(cloud_engine, service):
+    use(cloud_engine, "elevenlabs")
+    assert finish(cloud_engine, "Hello.")["error"] is None
+    assert [path for path, _ in service.requests][-1].startswith("/v1/text-to-speech/ada2/")
+
+
+@pytest.mark.parametrize("name", CLOUDS)
+@pytest.mark.parametrize("trouble", [401, 402, 429, 500, "cut", "page"])
+def test_an_error_ends_the_text_and_blocks_nobody(cloud_engine, service, name, trouble):
+    use(cloud_engine, name)
+    assert cloud_engine.request("GET", f"/voices?engine={name}")[0] == 200
+    service.trouble = trouble
+    error = finish(cloud_engine, TEXT)["error"]
+    assert error.startswith(LABELS[name])
+    if isinstance(trouble, int):
+        assert str(trouble) in error
+    assert KEY not in error
+    assert len(service.texts()) == 1
+    cloud_engine.post("/config", engine="espeak")
+    assert finish(cloud_engine, "Hello.")["error"] is None
+    service.trouble = None
+    cloud_engine.post("/config", engine=name)
+    assert finish(cloud_engine, "Hello.")["error"] is None
+
+
+def test_what_is_ready_is_heard_before_an_error_ends_the_text(cloud_engine, service, recorder):
+    service.seconds = 2
+    use(cloud_engine, "openai")
+    cloud_engine.speak(TEXT)
+    cloud_engine.wait_for("speaking")
+    until(lambda: len(service.texts()) == 2, 5, "the second sentence")
+    service.trouble = 500
+    until(lambda: cloud_engine.status()["error"], 10, "the error")
+    assert cloud_engine.status()["state"] == "speaking"
+    spoken = len(service.texts()) - 1
+    cloud_engine.wait_for("idle", 20)
+    recorder.quiet_for(0.5)
+    loud = [index for index, sample in enumerate(recorder.samples) if abs(sample) > 50]
+    assert (loud[-1] - loud[0]) / RATE == pytest.approx(2 * spoken, abs=0.1)
+
+
+def test_voices_that_cannot_be_had(cloud_engine, service):
+    use(cloud_engine, "elevenlabs")
+    service.trouble = 500
+    code, answer = cloud_engine.request("GET", "/voices?engine=elevenlabs")
+    assert code == 400
+    assert "ElevenLabs" in answer["error"]
+    assert "ElevenLabs" in finish(cloud_engine, "Hello.")["error"]
+
+
+def test_a_stop_while_the_service_stalls_frees_the_next_text(cloud_engine, service):
+    use(cloud_engine, "openai")
+    service.trouble = "stall"
+    cloud_engine.speak(TEXT)
+    until(lambda: service.texts(), 5, "the request")
+    assert cloud_engine.status()["state"] == "loading"
+    cloud_engine.post("/stop")
+    assert cloud_engine.status()["state"] == "idle"
+    service.trouble = None
+    begin = time.monotonic()
+    cloud_engine.speak("Hello.")
+    cloud_engine.wait_for("speaking")
+    assert time.monotonic() - begin < 4
+    assert cloud_engine.wait_for("idle")["error"] is None
+
+
+def test_a_service_that_stalls_becomes_an_error(cloud_engine, service):
+    use(cloud_engine, "openai")
+    service.trouble = "stall"
+    assert "OpenAI is too slow" in finish(cloud_engine, TEXT)["error"]
+
+
+def test_another_back_end_takes_over_from_a_stalled_one(cloud_engine, service):
+    use(cloud_engine, "openai")
+    service.trouble = "stall"
+    cloud_engine.speak(TEXT)
+    until(lambda: service.texts(), 5, "the request")
+    begin = time.monotonic()
+    assert cloud_engine.post("/config", engine="espeak")[0] == 200
+    cloud_engine.wait_for("speaking")
+    assert time.monotonic() - begin < 4
+    assert cloud_engine.wait_for("idle", 60)["error"] is None
+
+
+def test_a_change_to_the_cloud_acts_from_the_next_sentence_on(cloud_engine, service, recorder):
+    cloud_engine.post("/key", engine="openai", key=KEY)
+    cloud_engine.speak(TEXT)
+    recorder.loud_for(0.3)
+    cloud_engine.post("/config", engine="openai")
+    assert cloud_engine.wait_for("idle", 60)["error"] is None
+    texts = service.texts()
+    assert 4 <= len(texts) < len(SENTENCES)
+    assert texts == SENTENCES[-len(texts) :]
+    recorder.quiet_for(0.5)
+    assert recorder.samples  # the last of them is the tone of the service
+    loud = max(index for index, sample in enumerate(recorder.samples) if abs(sample) > 50)
+    tail = recorder.samples[loud - int(0.3 * RATE) : loud]
+    assert min(max(abs(sample) for sample in tail[start : start + 200]) for start in range(0, len(tail), 200)) > 5000
+
+
+def test_a_change_from_the_cloud_acts_from_the_next_sentence_on(cloud_engine, service):
+    service.seconds = 1
+    use(cloud_engine, "openai")
+    cloud_engine.speak(TEXT)
+    cloud_engine.wait_for("speaking")
+    cloud_engine.post("/config", engine="espeak")
+    count = len(service.texts())
+    assert cloud_engine.wait_for("idle", 60)["error"] is None
+    assert len(service.texts()) == count < len(SENTENCES)
+
+
+def test_after_an_error_another_back_end_can_read_on(cloud_engine, service):
+    service.seconds = 2
+    use(cloud_engine, "openai")
+    cloud_engine.speak(TEXT)
+    cloud_engine.wait_for("speaking")
+    service.trouble = 402
+    until(lambda: "402" in (cloud_engine.status()["error"] or ""), 10, "the error")
+    asked = len(service.texts())
+    cloud_engine.post("/key", engine="elevenlabs", key=KEY)
+    service.trouble = None
+    cloud_engine.post("/config", engine="elevenlabs")
+    cloud_engine.wait_for("idle", 60)
+    assert service.texts()[asked - 1 :][-1] == SENTENCES[-1]
+    assert set(SENTENCES) == set(service.texts())
+
+
+def test_a_killed_worker_costs_a_sentence_at_most(cloud_engine, service):
+    service.seconds = 1
+    use(cloud_engine, "openai")
+    cloud_engine.speak(TEXT)
+    cloud_engine.wait_for("speaking")
+    for worker in cloud_engine.helpers("openai"):
+        os.kill(worker, signal.SIGKILL)
+    cloud_engine.wait_for("idle", 60)
+    assert service.texts()[-1] == SENTENCES[-1]
+
+
+@pytest.mark.parametrize("key", ["k" * 5000, "line\nbreak", "tab\tbed", "schlüssel", "\ud800", None, 7, ["k"]])
+def test_what_is_no_key_is_refused(shared, key):
+    code, answer = shared.post("/key", engine="openai", key=key)
+    assert code == 400
+    assert "k" * 20 not in answer["error"]
+    assert not info(shared, "openai")["available"]
+
+
+def test_a_key_is_taken_without_blanks_around_it(cloud_engine):
+    cloud_engine.post("/key", engine="openai", key=f"  {KEY}\n")
+    cloud_engine.post("/config", engine="openai")
+    assert finish(cloud_engine, "Hello.")["error"] is None
+
+
+def test_the_key_is_nowhere_to_be_seen(cloud_engine, service):
+    answers = [cloud_engine.post("/key", engine=name, key=KEY) for name in CLOUDS]
+    cloud_engine.post("/config", engine="elevenlabs")
+    answers.append(cloud_engine.request("GET", "/voices?engine=elevenlabs"))
+    service.trouble = 401
+    answers.append(finish(cloud_engine, "Hello."))
+    service.trouble = "stall"
+    cloud_engine.speak("Hello.")
+    until(lambda: len(service.texts()) == 2, 5, "the request")
+    for pid in [cloud_engine.process.pid, *cloud_engine.helpers("tavin.worker")]:
+        for name in ("cmdline", "environ"):
+            with open(f"/proc/{pid}/{name}", "rb") as file:
+                assert KEY.encode() not in file.read()
+    cloud_engine.request("POST", "/key", '{"engine": "openai", "key": "' + KEY)
+    assert KEY not in repr(answers) + repr(cloud_engine.status())
+    for path in cloud_engine.folder.rglob("*"):
+        assert path.is_dir() or KEY.encode() not in path.read_bytes(), path
