@@ -31,6 +31,8 @@ class ScriptedEngine(RecordingEngine):
         engine = self
 
         class Handler(BaseHTTPRequestHandler):
+            protocol_version = "HTTP/1.1"  # With it, who asks whether to send a body is told yes.
+
             def setup(self):
                 self.begun = time.monotonic()
                 super().setup()
@@ -51,11 +53,12 @@ class ScriptedEngine(RecordingEngine):
 
             def _answer(self, content, arrival):
                 body = json.dumps(content).encode()
-                head = f"HTTP/1.0 200 OK\r\nContent-Type: application/json\r\n" \
-                       f"Content-Length: {len(body)}\r\n\r\n"
+                head = f"HTTP/1.1 200 OK\r\nContent-Type: application/json\r\n" \
+                       f"Connection: close\r\nContent-Length: {len(body)}\r\n\r\n"
                 time.sleep(max(0.0, self.begun + ANSWER_SECONDS - time.monotonic()))
                 self.wfile.write(head.encode() + body)
                 arrival.took = time.monotonic() - self.begun
+                self.close_connection = True
 
             def log_message(self, *_):
                 pass
