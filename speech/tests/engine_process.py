@@ -16,8 +16,11 @@ PORT = 47632
 
 
 class EngineProcess:
-    def __init__(self, environment, folder, language="en_US.UTF-8", command=("-m", "tavin.server")):
+    def __init__(
+        self, environment, folder, language="en_US.UTF-8", command=("-m", "tavin.server"), tree=FOLDER
+    ):
         self.folder = folder
+        self._tree = tree
         self.settings = folder / "config" / "tavin" / "engine.json"
         self._environment = {
             **environment,
@@ -34,7 +37,7 @@ class EngineProcess:
         with open(self._log, "ab") as log:
             self.process = subprocess.Popen(
                 [*WITH_US, sys.executable, *self._command],
-                cwd=FOLDER,
+                cwd=self._tree,
                 env=self._environment,
                 stdin=subprocess.DEVNULL,
                 stdout=log,

@@ -11,10 +11,15 @@ from tavin import model
 os.environ.setdefault("OPENBLAS_NUM_THREADS", "1")  # numpy's threads would only wait
 model.use_libraries()
 
-import espeakng_loader  # noqa: E402
-import kokoro_onnx  # noqa: E402
-import numpy  # noqa: E402
-import onnxruntime  # noqa: E402
+try:
+    import espeakng_loader
+    import kokoro_onnx
+    import numpy
+    import onnxruntime
+except ImportError as failure:
+    raise RuntimeError(
+        f"{model.INSTALL} again: Kokoro's libraries cannot be loaded ({failure}). Then choose Kokoro again."
+    ) from None
 
 from tavin.phonemes import Phonemizer  # noqa: E402
 from tavin.text import cut  # noqa: E402
