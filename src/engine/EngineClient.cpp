@@ -20,7 +20,7 @@ bool isSerialisable(const QJsonValue& value);
 
 template <typename Container>
 bool allSerialisable(const Container& values) {
-  for (const QJsonValue value : values)
+  for (const auto& value : values)
     if (!isSerialisable(value))
       return false;
   return true;

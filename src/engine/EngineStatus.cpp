@@ -24,7 +24,7 @@ EngineInfo decodeInfo(const QJsonValue& value, StrictObject& enclosing) {
 
 std::vector<EngineInfo> decodeEngines(StrictObject& status) {
   std::vector<EngineInfo> engines;
-  for (const QJsonValue& value : status.array(QStringLiteral("engines")))
+  for (const auto& value : status.array(QStringLiteral("engines")))
     engines.push_back(decodeInfo(value, status));
   return engines;
 }
@@ -70,7 +70,7 @@ std::optional<std::vector<Voice>> Voice::decodeList(const QByteArray& json) {
   if (!document.isArray())
     return std::nullopt;
   std::vector<Voice> voices;
-  for (const QJsonValue& value : document.array()) {
+  for (const auto& value : document.array()) {
     StrictObject object(value.toObject());
     voices.push_back({object.string(QStringLiteral("id")), object.string(QStringLiteral("name"))});
     if (!object.valid())
