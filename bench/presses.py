@@ -5,7 +5,7 @@ import time
 from dataclasses import dataclass
 from typing import Callable
 
-from gi.repository import Gio, GLib
+from gi.repository import Gio
 from session import SessionError, stop, wait_until
 
 TEXT = "Two sentences stand in an editor. They are what is read aloud, umlauts included: äöü."
