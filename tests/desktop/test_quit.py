@@ -9,16 +9,19 @@ from isolation import ENGINE_PORT
 from session import wait_until
 
 
-def engines():
-    """The processes that run the engine's server module."""
+def engines(session):
+    """The processes of the session that run the engine."""
+    home = f"HOME={session.env['HOME']}".encode()
     found = []
     for entry in filter(str.isdigit, os.listdir("/proc")):
         try:
             with open(f"/proc/{entry}/cmdline", "rb") as f:
                 arguments = f.read().split(b"\0")
+            with open(f"/proc/{entry}/environ", "rb") as f:
+                environment = f.read().split(b"\0")
         except OSError:
             continue
-        if b"tavin.server" in arguments:
+        if home in environment and any(a.startswith(b"tavin.") for a in arguments):
             found.append(int(entry))
     return found
 
@@ -35,22 +38,22 @@ def with_real_engine(session, build):
     wait_until(listening, 30, "the engine's port")
     yield tavin
     desktop.close()
-    wait_until(lambda: not engines() and not listening(), 10, "end of the engine")
+    wait_until(lambda: not engines(session) and not listening(), 10, "end of the engine")
 
 
 @pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGINT])
-def test_a_signal_ends_both(with_real_engine, number):
-    assert len(engines()) == 1
+def test_a_signal_ends_both(with_real_engine, session, number):
+    assert engines(session)
     code, seconds = with_real_engine.quit(number)
     assert code == 0
     assert seconds < 1
-    wait_until(lambda: not engines(), 5, "end of the engine")
+    wait_until(lambda: not engines(session), 5, "end of the engine")
 
 
-def test_the_engine_ends_when_tavin_is_killed(with_real_engine):
-    assert len(engines()) == 1
+def test_the_engine_ends_when_tavin_is_killed(with_real_engine, session):
+    assert engines(session)
     with_real_engine.quit(signal.SIGKILL)
-    wait_until(lambda: not engines(), 5, "end of the engine")
+    wait_until(lambda: not engines(session), 5, "end of the engine")
 
 
 def test_quit_with_a_recording_engine_ends_at_once(tavin):
