@@ -1,3 +1,4 @@
+#include <malloc.h>
 #include <unistd.h>
 
 #include <memory>
@@ -8,6 +9,8 @@
 
 int main(int argc, char** argv) {
   using namespace tavin;
+  // Left to itself, the allocator keeps the memory of one long selection for good.
+  ::mallopt(M_MMAP_THRESHOLD, 1 << 20);
   const StartedPlatform started = startPlatform(argc, argv);
   if (!started.platform)
     return started.exitCode;
