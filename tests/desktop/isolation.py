@@ -190,6 +190,8 @@ def enter():
         bring_loopback_up()
     main = os.fork()
     if main == 0:
+        # What it signals to its own group goes no further.
+        os.setsid()
         return
     for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
         signal.signal(number, _exit_on)

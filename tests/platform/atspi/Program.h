@@ -3,6 +3,7 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <csignal>
 
 namespace tavin::test {
 
@@ -22,7 +23,11 @@ class Program {
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  pid_t id() const { return static_cast<pid_t>(process_.processId()); }
+  // False where it has ended: the signal would then go to the test's own group.
+  bool suspend() const {
+    const auto id = static_cast<pid_t>(process_.processId());
+    return id > 0 && kill(id, SIGSTOP) == 0;
+  }
 
  private:
   QProcess process_;

@@ -72,8 +72,8 @@ TEST_F(SelectedTextTest, StoppedProgramsSlowNothing) {
   EXPECT_TRUE(becomesSelected("two", [this] { selectAll(); }));
   const Program editor(showing("mousepad", fileWith(kText)));
   EXPECT_TRUE(becomesSelected(kText, [this] { selectAll(); }));
-  kill(one.id(), SIGSTOP);
-  kill(two.id(), SIGSTOP);
+  ASSERT_TRUE(one.suspend());
+  ASSERT_TRUE(two.suspend());
   QElapsedTimer timer;
   timer.start();
   EXPECT_EQ(selectedText(), kText);
@@ -83,7 +83,7 @@ TEST_F(SelectedTextTest, StoppedProgramsSlowNothing) {
 TEST_F(SelectedTextTest, AStoppedProgramInFrontIsGivenUpInTime) {
   const Program editor(showing("mousepad", fileWith(kText)));
   EXPECT_TRUE(becomesSelected(kText, [this] { selectAll(); }));
-  kill(editor.id(), SIGSTOP);
+  ASSERT_TRUE(editor.suspend());
   QElapsedTimer timer;
   timer.start();
   EXPECT_EQ(selectedText(), std::nullopt);
