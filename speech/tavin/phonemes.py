@@ -12,21 +12,34 @@ AUDIO_OUTPUT_SYNCHRONOUS = 2
 DONT_EXIT = 0x8000
 CHARACTERS_UTF8 = 1
 IPA = 0x02
+FALLBACK = "en-us"
 
-# A mark that stands in a number or a word is part of it.
-MARK = re.compile(r'((?:^|(?<=\s))[("“«¡¿]+|[,;:.!?…)"”»—、，；：。！？]+(?=\s|$)|[、，；：。！？…—]+)')
+# A mark that stands in a number or a word is part of it, and a stop within a sentence belongs to an
+# abbreviation.
+MARK = re.compile(r'((?:^|(?<=\s))[("“«¡¿]+|(?!\.\s+\S)[,;:.!?…)"”»—、，；：。！？]+(?=\s|$)|[、，；：。！？…—]+)')
 ASCII_MARKS = {ord(mark): plain + " " for mark, plain in zip("、，；：。！？", ",,;:.!?")}
 LANGUAGE_SWITCH = re.compile(r"\([a-z-]+\)")
 
 
+class Wish(ctypes.Structure):
+    """What a voice must be like; the rest of the library's record is left open."""
+
+    _fields_ = [
+        ("name", ctypes.c_char_p),
+        ("languages", ctypes.c_char_p),
+        ("identifier", ctypes.c_char_p),
+        ("others", ctypes.c_ubyte * 24),
+    ]
+
+
 class Phonemizer:
-    def __init__(self, library, data):
-        """RuntimeError when the library or its data cannot be used."""
+    def __init__(self, library, data=None):
+        """`data` is its folder, where the library does not know it; RuntimeError without either."""
         try:
             self._library = ctypes.CDLL(library)
         except OSError as failure:
             raise RuntimeError(f"eSpeak NG cannot be loaded: {failure}") from None
-        data = str(data).encode()
+        data = str(data).encode() if data else None
         if self._library.espeak_Initialize(AUDIO_OUTPUT_SYNCHRONOUS, 0, data, DONT_EXIT) <= 0:
             raise RuntimeError("eSpeak NG's data cannot be loaded.")
         self._library.espeak_TextToPhonemes.restype = ctypes.c_char_p
@@ -38,14 +51,23 @@ class Phonemizer:
         self._language = None
 
     def phonemes(self, text, language):
-        if language != self._language:
-            self._library.espeak_SetVoiceByName(language.encode())
-            self._language = language
+        self._speak_as(language)
         parts = MARK.split(text)
         for index, part in enumerate(parts):
             # Every second part is a mark; the blanks around it separate words.
             parts[index] = part.translate(ASCII_MARKS) if index % 2 else self._spoken(part)
         return " ".join("".join(parts).split())
+
+    def _speak_as(self, language):
+        """Without a voice the library would crash at the first text."""
+        if language == self._language:
+            return
+        for name in (language, FALLBACK):
+            wish = Wish(languages=name.encode())
+            if self._library.espeak_SetVoiceByProperties(ctypes.byref(wish)) == 0:
+                self._language = language
+                return
+        raise RuntimeError("eSpeak NG has no voices.")
 
     def _spoken(self, text):
         words = text.strip()

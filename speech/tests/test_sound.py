@@ -142,3 +142,26 @@ def test_status_answers_at_once_while_speaking(engine, recorder):
     times.sort()
     print("status: median", times[100], "99th percentile", times[198])
     assert times[198] < 0.1
+
+
+GERMAN = "Das ist ein Satz in deutscher Sprache, und er ist nicht der einzige."
+
+
+def test_a_text_in_another_language_is_read_by_a_voice_of_that(engine, recorder):
+    engine.speak(GERMAN)
+    engine.wait_for("speaking")
+    assert engine.status()["voice"] == "gmw/en-US"  # the choice stays
+    engine.wait_for("idle")
+    recorder.quiet_for(0.5)
+    assert first_difference(recorder.samples, expected(GERMAN, voice="gmw/de")) is None
+
+
+def test_a_sentence_in_another_script_is_read_by_a_voice_that_knows_it(engine, recorder):
+    engine.speak("This is English. Это русский язык.")
+    engine.wait_for("idle", 30)
+    recorder.quiet_for(0.5)
+    english = len(expected("This is English."))
+    russian = len(expected("Это русский язык.", voice="zle/ru"))
+    spelled = len(expected("Это русский язык."))
+    assert spelled > russian + RATE
+    assert abs(len(trimmed(recorder.samples)) - english - russian) < RATE / 2

@@ -59,3 +59,28 @@ def test_the_users_language_comes_first_and_the_rest_by_name():
 
 def test_no_voices_at_all():
     assert voices.default([], "en-us") is None
+
+
+@pytest.mark.parametrize(
+    "wanted, users, voice",
+    [
+        ("de", "en-us", "German"),
+        ("en", "de", "English (America)"),
+        ("en", "en-gb", "English (Great Britain)"),
+        ("fr", "de", "French (France)"),
+        ("pt", "de", "Portuguese (Portugal)"),
+        ("ko", "de", None),
+    ],
+)
+def test_a_voice_for_a_texts_language(wanted, users, voice):
+    assert voices.of_language(VOICES, wanted, users) == voice
+
+
+def test_the_best_voice_of_the_users_language_comes_first():
+    graded = [
+        {"id": name, "name": name, "language": "en-us", "best": name == "Heart"}
+        for name in ("Adam", "Heart", "Sky")
+    ]
+    assert [voice["name"] for voice in voices.ordered(graded, "en-us")] == ["Heart", "Adam", "Sky"]
+    assert [voice["name"] for voice in voices.ordered(graded, "de")] == ["Adam", "Heart", "Sky"]
+    assert voices.default(graded, "de") == "Heart"

@@ -1,0 +1,289 @@
+"""The neural voice with its real libraries and a tiny model, from the download to the sound."""
+
+import os
+import signal
+import time
+from pathlib import Path
+
+import file_server as does
+import pytest
+import tiny_model
+from engine_process import exists
+from sound import RATE, until
+from spoken import trimmed
+from tree import Tree
+
+LIBRARIES = os.environ["TAVIN_KOKORO_LIBRARIES"]
+LONG = "The quick brown fox jumps over the lazy dog, again and again and again, and then once more. "
+WORK = 60  # products of matrices: seconds for each piece
+
+
+@pytest.fixture
+def server():
+    made = does.FileServer()
+    yield made
+    made.end()
+
+
+@pytest.fixture
+def tree(tmp_path, server):
+    made = Tree(tmp_path / "tree", server)
+    made.use_libraries(LIBRARIES)
+    made.offer(model=tiny_model.model(), voices=tiny_model.voice_file())
+    return made
+
+
+@pytest.fixture
+def engine(tree, new_engine):
+    return new_engine(tree=tree.folder)
+
+
+def choose(engine):
+    assert engine.post("/config", engine="kokoro") == (200, {"ok": True})
+
+
+def ready(engine):
+    return until(lambda: (s := engine.status())["ready"] and s, 60, "the voice is ready")
+
+
+def neural_worker(engine):
+    """The process id of the worker that has the model."""
+    return until(lambda: workers(engine), 10, "the neural worker")[0]
+
+
+def workers(engine):
+    return [pid for pid in engine.helpers("tavin.worker") if b"kokoro" in command(pid)]
+
+
+def command(pid):
+    return Path(f"/proc/{pid}/cmdline").read_bytes()
+
+
+def speaks(engine, recorder, text="Hello there, world!"):
+    begin = len(recorder.samples)
+    engine.speak(text)
+    assert engine.status()["state"] in ("loading", "speaking")
+    engine.wait_for("speaking", 30)
+    status = engine.wait_for("idle", 60)
+    recorder.quiet_for(0.3)
+    assert status["error"] is None
+    return trimmed(recorder.samples[begin:])
+
+
+def test_from_the_choice_to_the_sound(engine, recorder):
+    engine.start()
+    choose(engine)
+    status = ready(engine)
+    assert (status["engine"], status["voice"]) == ("kokoro", "af_heart")
+    assert (status["download"], status["setup_error"]) == (None, None)
+    code, voices = engine.request("GET", "/voices?engine=kokoro")
+    assert code == 200
+    assert [voice["name"] for voice in voices] == [
+        "Heart (American English, female)",
+        "Adam (American English, male)",
+        "Emma (British English, female)",
+        "Siwis (French, female)",
+    ]
+    heard = speaks(engine, recorder)
+    assert max(heard) > 0.2 * 32767
+    # Each phoneme lasts so long; some make no sound at their ends.
+    phonemes = len("həlˈoʊ ðˈɛɹ, wˈɜːld!")
+    assert len(heard) / RATE == pytest.approx(phonemes * tiny_model.SAMPLES / 24000, abs=0.15)
+
+
+def test_speed_and_voice(engine, recorder):
+    engine.start()
+    choose(engine)
+    ready(engine)
+    normal = len(speaks(engine, recorder))
+    assert engine.post("/config", voice="bf_emma")[0] == 200
+    assert engine.post("/config", speed=2)[0] == 200
+    assert engine.post("/config", voice="nobody")[0] == 400
+    assert engine.status()["voice"] == "bf_emma"
+    assert len(speaks(engine, recorder)) == pytest.approx(normal / 2, rel=0.15)
+
+
+def test_after_the_download_no_network_is_needed(engine, server, new_engine, tree, recorder):
+    engine.start()
+    choose(engine)
+    ready(engine)
+    engine.end()
+    server.end()
+    second = new_engine(tree=tree.folder).start()
+    assert ready(second)["voice"] == "af_heart"
+    assert speaks(second, recorder)
+    assert [name for name, _ in server.requests] == ["model", "voices"]
+
+
+def test_a_bad_way_to_a_good_voice(engine, server, recorder):
+    server.plans = [
+        does.cut_after(500),
+        does.claim_length(200),
+        does.garbage,
+        does.refuse(503),
+        does.serve,
+        does.cut_after(1_000_000),
+        does.ignore_range,
+    ]
+    engine.start()
+    choose(engine)
+    ready(engine)
+    assert server.plans == []
+    assert speaks(engine, recorder)
+
+
+def test_wrong_bytes_are_told_and_choosing_again_mends_it(engine, server, recorder):
+    server.plans = [does.serve, does.wrong_bytes]
+    engine.start()
+    choose(engine)
+    error = until(lambda: engine.status()["setup_error"], 20, "a failure")
+    assert "Kokoro again" in error
+    assert not workers(engine)
+    choose(engine)
+    ready(engine)
+    assert server.requests == [("model", 0), ("voices", 0), ("voices", 0)]
+    assert speaks(engine, recorder)
+
+
+def test_a_model_that_is_none_is_told(engine, tree):
+    tree.offer(model=b"no model at all", voices=tiny_model.voice_file())
+    engine.start()
+    choose(engine)
+    assert "cannot be loaded" in until(lambda: engine.status()["setup_error"], 30, "a failure")
+    assert engine.status()["ready"] is False
+
+
+def test_a_killed_worker_is_an_error_that_names_it_and_the_text_goes_on(engine, recorder):
+    engine.start()
+    choose(engine)
+    ready(engine)
+    first = neural_worker(engine)
+    os.kill(first, signal.SIGSTOP)  # dies with the sentence in its hands
+    engine.speak("First sentence. Second sentence. Third sentence.")
+    time.sleep(0.3)
+    os.kill(first, signal.SIGKILL)
+    engine.wait_for("speaking", 30)
+    status = engine.wait_for("idle", 30)
+    assert "Kokoro" in status["error"]
+    assert "SIGKILL" in status["error"]
+    assert status["ready"] is True
+    assert neural_worker(engine) != first
+    assert speaks(engine, recorder)
+
+
+def test_the_memory_is_given_back_and_the_next_speech_loads_again(engine, tree, recorder):
+    tree.change("backends/__init__.py", "idle_seconds=15 * 60.0", "idle_seconds=1.0")
+    engine.start()
+    choose(engine)
+    ready(engine)
+    worker = neural_worker(engine)
+    until(lambda: not exists(worker), 10, "the worker's end")
+    assert engine.status()["ready"] is True
+    engine.speak("Hello there.")
+    assert engine.status()["state"] == "loading"
+    engine.wait_for("speaking", 30)
+    assert engine.wait_for("idle", 30)["error"] is None
+    recorder.quiet_for(0.3)
+    assert recorder.last_loud
+
+
+@pytest.fixture
+def slow(tree, engine):
+    """An engine whose voice computes long for each piece."""
+    tree.offer(model=tiny_model.model(WORK), voices=tiny_model.voice_file())
+    engine.start()
+    choose(engine)
+    ready(engine)
+    return engine
+
+
+def test_status_answers_at_once_while_the_voice_computes(slow):
+    slow.speak(LONG * 10)
+    times = []
+    for _ in range(200):
+        begin = time.monotonic()
+        assert slow.status()["state"] in ("loading", "speaking")
+        times.append(time.monotonic() - begin)
+        time.sleep(0.005)
+    times.sort()
+    print("status: median", times[100], "99th percentile", times[198])
+    assert times[198] < 0.05  # room for other programs that run beside the tests
+
+
+def test_a_stop_abandons_the_synthesis_and_keeps_the_model(slow):
+    worker = neural_worker(slow)
+    slow.speak(LONG * 10)
+    slow.wait_for("speaking", 60)
+    for _ in range(3):
+        slow.speak(LONG * 10)
+        slow.post("/stop")
+    assert slow.status()["state"] == "idle"
+    until(lambda: computed(worker, 0.5) < 0.1, 2, "the worker rests")
+    assert neural_worker(slow) == worker
+
+
+def computed(pid, seconds):
+    """The processor's seconds that a process uses in so much time."""
+    before = processor_seconds(pid)
+    time.sleep(seconds)
+    return processor_seconds(pid) - before
+
+
+def processor_seconds(task):
+    ticks = Path(f"/proc/{task}/stat").read_text().rpartition(")")[2].split()[11:13]
+    return sum(map(int, ticks)) / os.sysconf("SC_CLK_TCK")
+
+
+def test_one_core_is_left_to_others(slow):
+    cores = len(os.sched_getaffinity(0))
+    slow.speak(LONG * 10)
+    slow.wait_for("speaking", 60)
+    threads = [f"{neural_worker(slow)}/task/{name}" for name in os.listdir(f"/proc/{neural_worker(slow)}/task")]
+    before = {thread: processor_seconds(thread) for thread in threads}
+    time.sleep(1)
+    running = [thread for thread in threads if processor_seconds(thread) - before[thread] > 0.1]
+    assert 1 <= len(running) <= max(1, cores - 1)
+
+
+@pytest.mark.parametrize("text", ["", "   ", "...", "😀", "\u200b", "؟ مرحبا", "你好。再见。", "\x00"])
+def test_texts_with_little_to_say_end(engine, text):
+    engine.start()
+    choose(engine)
+    ready(engine)
+    engine.speak(text)
+    assert engine.wait_for("idle", 30)["error"] is None
+
+
+def test_ten_megabytes_start_soon_with_constant_memory(engine, recorder):
+    engine.start()
+    choose(engine)
+    ready(engine)
+    speaks(engine, recorder)
+    before = memory(engine)
+    engine.speak(LONG * (10_000_000 // len(LONG)))
+    begin = time.monotonic()
+    engine.wait_for("speaking", 10)
+    assert time.monotonic() - begin < 2
+    recorder.loud_for(2)
+    assert memory(engine) - before < 96 * 1024 * 1024
+    engine.post("/stop")
+    assert engine.status()["state"] == "idle"
+
+
+def memory(engine):
+    total = 0
+    for pid in [engine.process.pid, *engine.helpers("tavin.worker"), *engine.helpers("tavin.player")]:
+        with open(f"/proc/{pid}/status", encoding="ascii") as status:
+            total += next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmRSS"))
+    return total
+
+
+def test_it_follows_no_other_language_than_its_voices(engine, recorder):
+    engine.start()
+    choose(engine)
+    ready(engine)
+    assert engine.post("/config", voice="ff_siwis")[0] == 200
+    engine.speak("This is a text in English, and that is what it is for the voice as well.")
+    engine.wait_for("speaking", 30)
+    assert engine.status()["voice"] == "ff_siwis"
+    assert engine.wait_for("idle", 30)["error"] is None
