@@ -102,6 +102,7 @@ TEST_F(AppDelegateTest, IconIsTheIdleSymbolAgainAfterActiveAndIdle) {
 TEST_F(AppDelegateTest, ShortcutHandlersDoNothingOnceTheControllerIsGone) {
   launch();
   app.reset();
+  fakes.work = nullptr;  // It went with the controller.
   fakes.hotkeys.press(1);
   fakes.hotkeys.press(2);
   fakes.settle();
