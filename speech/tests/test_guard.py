@@ -67,8 +67,8 @@ def test_broken_requests_are_refused(shared, request_bytes):
 def test_only_the_loopback_interface_is_served(shared):
     with open(f"/proc/{shared.process.pid}/net/tcp", encoding="ascii") as table:
         listening = [line.split()[1] for line in table if line.split()[3] == "0A"]
-    assert f"0100007F:{PORT:04X}" in listening
-    assert not [address for address in listening if address.startswith("00000000:")]
+    # Other services may share the network where the tests get none of their own.
+    assert [a for a in listening if a.endswith(f":{PORT:04X}")] == [f"0100007F:{PORT:04X}"]
 
 
 def test_idle_and_half_open_connections_keep_nobody_out(shared):
