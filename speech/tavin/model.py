@@ -13,7 +13,8 @@ from pathlib import Path
 ENGINE_FOLDER = Path(__file__).resolve().parent.parent
 LIBRARIES = ENGINE_FOLDER / "site-packages"
 PINS = Path(__file__).resolve().parent / "backends" / "kokoro.json"
-INSTALL = 'Run "make kokoro" in Tavin\'s source folder'
+IN_SOURCE_TREE = (ENGINE_FOLDER / "requirements-kokoro.txt").exists()
+INSTALL = 'Run "make kokoro" in Tavin\'s source folder' + ("" if IN_SOURCE_TREE else " and install Tavin")
 
 
 @dataclass(frozen=True)

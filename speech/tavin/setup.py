@@ -33,6 +33,7 @@ class Setup:
         """Set up, or try again; nothing when it is ready or under way."""
         if not self.ready and (self._task is None or self._task.done()):
             self._error = self._synthesis.missing = None
+            self.know_voices()
             self._task = asyncio.get_running_loop().create_task(self._run())
 
     def refusal(self):

@@ -22,6 +22,7 @@ except ImportError as failure:
     ) from None
 
 from tavin.phonemes import Phonemizer  # noqa: E402
+from tavin.tempo import faster  # noqa: E402
 from tavin.text import cut  # noqa: E402
 from tavin.voicefile import language_of, voices_in  # noqa: E402
 
@@ -93,7 +94,9 @@ class Synthesizer:
                 raise
 
     def _sound(self, phonemes, voice, speed):
-        samples, _ = self._kokoro.create(phonemes, voice, min(speed, FASTEST), is_phonemes=True)
+        own_speed = min(speed, FASTEST)
+        samples, _ = self._kokoro.create(phonemes, voice, own_speed, is_phonemes=True)
+        samples = faster(samples, speed / own_speed, self.rate)
         pause = PAUSES.get(phonemes.rstrip()[-1], PAUSE_AT_END) / speed
         silence = numpy.zeros(round(pause * self.rate), numpy.int16)
         loud = (numpy.clip(samples, -1.0, 1.0) * 32767).astype(numpy.int16)

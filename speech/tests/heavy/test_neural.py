@@ -101,6 +101,8 @@ def test_speed_and_voice(engine, recorder):
     assert engine.post("/config", voice="nobody")[0] == 400
     assert engine.status()["voice"] == "bf_emma"
     assert len(speaks(engine, recorder)) == pytest.approx(normal / 2, rel=0.15)
+    assert engine.post("/config", speed=3)[0] == 200
+    assert len(speaks(engine, recorder)) == pytest.approx(normal / 3, rel=0.2)
 
 
 def test_after_the_download_no_network_is_needed(engine, server, new_engine, tree, recorder):
