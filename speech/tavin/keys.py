@@ -84,6 +84,7 @@ async def ask(seconds, **request):
         if process and process.returncode is None:
             with contextlib.suppress(ProcessLookupError):
                 process.kill()
+            await process.wait()
     if "failure" in answer:
         raise KeyringError(answer["failure"])
     return answer
