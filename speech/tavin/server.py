@@ -68,7 +68,8 @@ def keep_memory_private():
 async def serve():
     engine = Engine(Settings(default_path()))
     leave_on_signals(engine)
-    runner = web.AppRunner(application(engine), access_log=None)
+    # A compressed body is no JSON, and nobody can send a small one that becomes huge.
+    runner = web.AppRunner(application(engine), access_log=None, auto_decompress=False)
     await runner.setup()
     listener = await listen()
     # Requests wait in the listener's queue until the voices are known.
