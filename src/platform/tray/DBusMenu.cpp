@@ -177,7 +177,8 @@ void DBusMenu::settle() {
 
 void DBusMenu::announce(const MenuLayout::Changes& changes) {
   if (!changes.properties.empty()) {
-    static const QStringList changeable{"visible", "label", "enabled", "toggle-state"};
+    static const QStringList changeable{"visible", "label", "accessible-desc", "enabled",
+                                        "toggle-state"};
     QList<ItemProperties> updated;
     for (const int id : changes.properties)
       updated.append({id, named(layout_.find(id)->properties, changeable)});

@@ -57,6 +57,8 @@ QVariantMap drawnProperties(const Menu& menu, const MenuItem& item) {
     return properties;
   // A single underscore marks an access key.
   properties.insert("label", QString(item.title).replace('_', QLatin1String("__")));
+  // GTK's panels give a screen reader the first label for good unless they are told.
+  properties.insert("accessible-desc", item.title);
   properties.insert("enabled", isEnabled(menu, item));
   if (kind == Kind::checkmark || kind == Kind::radio)
     properties.insert("toggle-state", item.state ? 1 : 0);

@@ -8,7 +8,9 @@ namespace tavin::tray {
 XEmbedIcon::XEmbedIcon(std::function<void()> openMenu) {
   QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
                    [openMenu = std::move(openMenu)](QSystemTrayIcon::ActivationReason reason) {
-                     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context)
+                     // The second of two quick clicks comes as a double click.
+                     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context ||
+                         reason == QSystemTrayIcon::DoubleClick)
                        openMenu();
                    });
 }

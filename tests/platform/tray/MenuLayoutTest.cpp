@@ -117,6 +117,7 @@ TEST(MenuLayout, EscapesUnderscoresAndKeepsTheRest) {
   menu.items = {command("snake_case & <b>\t⌥ Esc")};
   layout.update(menu);
   EXPECT_EQ(labels(shown(layout)), QStringList({"snake__case & <b>\t⌥ Esc"}));
+  EXPECT_EQ(shown(layout)[0]->properties.value("accessible-desc"), "snake_case & <b>\t⌥ Esc");
 }
 
 TEST(MenuLayout, EnablesByTheMenusRule) {
