@@ -1,0 +1,145 @@
+"""What a screen reader is told: the menu that is open, whoever draws it."""
+
+import contextlib
+from dataclasses import dataclass, field
+
+from gi.repository import Gio, GLib
+from session import SessionError, wait_until
+
+ACCESSIBLE = "org.a11y.atspi.Accessible"
+MENUS = {"menu", "popup menu"}
+CHECKED, ENABLED, SHOWING = 4, 8, 25  # of AT-SPI's states
+
+
+@dataclass
+class Entry:
+    """A line of a menu; a separator has no title. `box` is where it stands on the screen."""
+    title: str
+    enabled: bool = True
+    checked: bool = False
+    below: list = field(default_factory=list)
+    box: tuple = field(default=None, compare=False)
+
+
+def bus_connection(address):
+    return Gio.DBusConnection.new_for_address_sync(
+        address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+
+
+class Focus:
+    """Hears on the accessibility bus of `session` where the focus goes."""
+
+    def __init__(self, session):
+        desktop_bus = bus_connection(session.env["DBUS_SESSION_BUS_ADDRESS"])
+        address = desktop_bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus",
+                                        "GetAddress", None, None, 0, 5000, None).unpack()[0]
+        self._bus = bus_connection(address)
+        self._focused = None
+        self._bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", "StateChanged", None, None,
+                                   Gio.DBusSignalFlags.NONE, self._changed)
+        self._call(("org.a11y.atspi.Registry", "/org/a11y/atspi/registry"),
+                   "org.a11y.atspi.Registry", "RegisterEvent",
+                   GLib.Variant("(s)", ("object:state-changed:focused",)))
+
+    def _changed(self, _bus, sender, path, _interface, _name, arguments):
+        what, on = arguments.unpack()[:2]
+        if what == "focused" and on:
+            self._focused = (sender, path)
+
+    def forget(self):
+        """What was heard so far."""
+        self._listen()
+        self._focused = None
+
+    def menu_item(self):
+        """The item that has the focus, once it is one of a menu; else None."""
+        self._listen()
+        if self._focused:
+            with contextlib.suppress(GLib.Error):
+                if "menu item" in self._role(self._focused) or self._is_submenu(self._focused):
+                    return self._focused
+        return None
+
+    def menu_of(self, item):
+        """The lines that are shown in the menu which holds `item`."""
+        return self._entries(self._get(item, "Parent"))
+
+    def _listen(self):
+        while GLib.MainContext.default().iteration(False):
+            pass
+
+    def _call(self, node, interface, method, arguments=None):
+        answer = self._bus.call_sync(*node, interface, method, arguments, None, 0, 3000, None)
+        return answer.unpack()[0] if answer.n_children() else None
+
+    def _get(self, node, name):
+        return self._call(node, "org.freedesktop.DBus.Properties", "Get",
+                          GLib.Variant("(ss)", (ACCESSIBLE, name)))
+
+    def _role(self, node):
+        return self._call(node, ACCESSIBLE, "GetRoleName")
+
+    def _is_submenu(self, node):
+        # GTK calls the item that opens a menu a menu; the menu itself has no name.
+        return self._role(node) == "menu" and self._get(node, "Name") != ""
+
+    def _states(self, node):
+        low, high = self._call(node, ACCESSIBLE, "GetState")
+        return {bit for bit in range(64) if (high << 32 | low) >> bit & 1}
+
+    def _entries(self, menu, shown_only=True):
+        entries = []
+        for node in self._call(menu, ACCESSIBLE, "GetChildren"):
+            states = self._states(node)
+            if shown_only and SHOWING not in states:
+                continue
+            separator = self._role(node) == "separator"
+            entries.append(Entry("" if separator else self._get(node, "Name"),
+                                 separator or ENABLED in states, CHECKED in states,
+                                 self._below(node),
+                                 self._call(node, "org.a11y.atspi.Component", "GetExtents",
+                                            GLib.Variant("(u)", (0,)))))
+        return entries
+
+    def _below(self, item):
+        """What opens from an item: its children in GTK, the children of its one child in Qt."""
+        children = self._call(item, ACCESSIBLE, "GetChildren")
+        if len(children) == 1 and self._role(children[0]) == "popup menu":
+            item = children[0]
+        return self._entries(item, shown_only=False) if children else []
+
+
+class OpenMenu:
+    """The menu that was just opened, with its first item highlighted."""
+
+    def __init__(self, desktop, focus):
+        self._desktop, self._focus = desktop, focus
+        focus.forget()
+        desktop.key("Down")
+        self._item = wait_until(focus.menu_item, 10, "the menu's first item")
+
+    def entries(self):
+        return self._focus.menu_of(self._item)
+
+    def entry(self, title):
+        """The line whose title begins so."""
+        entries = self.entries()
+        for entry in entries:
+            if entry.title.startswith(title):
+                return entry
+        raise SessionError(f"no {title} among {[e.title for e in entries]}")
+
+    def choose_with_keys(self, title):
+        """Goes down to an item of the root that can be chosen, and takes it."""
+        titles = [e.title for e in self.entries() if e.title and e.enabled]
+        place = next(i for i, t in enumerate(titles) if t.startswith(title))
+        self._desktop.key(*["Down"] * place, "Return")
+
+    def click(self, title):
+        x, y, width, height = self.entry(title).box
+        self._desktop.session.run(["xdotool", "mousemove", str(x + width // 2),
+                                   str(y + height // 2), "click", "1"])
+
+    def close(self):
+        self._desktop.key("Escape")

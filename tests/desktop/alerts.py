@@ -1,0 +1,40 @@
+"""Tavin's alerts: what makes them show, and whether they have the keyboard."""
+
+import subprocess
+
+from session import wait_until
+
+FAILED = {"engine": "kokoro", "ready": False, "setup_error": "no space left on <b>this</b> disk"}
+
+
+def shown(desktop):
+    """The alerts on the screen."""
+    out = desktop.session.run(["xdotool", "search", "--onlyvisible", "--name", "^Tavin$"],
+                              check=False, stderr=subprocess.DEVNULL)
+    return out.split()
+
+
+def has_keyboard(desktop, window):
+    return desktop.session.run(["xdotool", "getactivewindow"], check=False,
+                               stderr=subprocess.DEVNULL).strip() == window
+
+
+def wait_for_alert(desktop, other_than=None):
+    """The one alert that is shown, once it has the keyboard."""
+    def found():
+        windows = shown(desktop)
+        return windows[0] if len(windows) == 1 and windows[0] != other_than and has_keyboard(
+            desktop, windows[0]) else None
+    return wait_until(found, 10, "the alert with the keyboard")
+
+
+def take_permission_away(session):
+    """Accessibility is switched off, and off again after Tavin has switched it on once."""
+    def is_on():
+        out = session.run(["dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus",
+                           "/org/a11y/bus", "org.freedesktop.DBus.Properties.Get",
+                           "string:org.a11y.Status", "string:IsEnabled"])
+        return "true" in out
+    session.enable_accessibility(False)
+    wait_until(is_on, 10, "accessibility switched on again")
+    session.enable_accessibility(False)

@@ -1,0 +1,71 @@
+"""Trays at the lower right corner of the screen, and the menu under Tavin's icon in them."""
+
+import subprocess
+
+from accessible import Focus, OpenMenu
+from panel import start_lxqt_panel, start_xfce4_panel
+from pixels import colours
+from session import wait_until
+
+ICON = (1588, 1184)
+
+
+def start_trayer(desktop):
+    """A tray that knows XEmbed alone; returns its process."""
+    process = desktop.start(["trayer", "--edge", "bottom", "--align", "right", "--widthtype",
+                             "request", "--height", "32"])
+    wait_until(lambda: desktop.windows("trayer"), 30, "trayer")
+    return process
+
+
+STARTERS = {"xfce4-panel": start_xfce4_panel, "lxqt-panel": start_lxqt_panel,
+            "trayer": start_trayer}
+
+
+class Tray:
+    def __init__(self, desktop, name):
+        self.desktop, self.name = desktop, name
+        # First: programs ask at their start who wants to hear of the focus.
+        self._focus = Focus(desktop.session)
+        self.process = STARTERS[name](desktop)
+
+    def start_again(self):
+        self.process = STARTERS[self.name](self.desktop)
+
+    def wait_for_icon(self):
+        """Until something is drawn where the icon belongs."""
+        x, y = ICON
+        wait_until(lambda: len(colours(self.desktop, x - 8, y - 8, 16, 16)) > 4, 20, "the icon")
+
+    def click_icon(self, button="1"):
+        """Opens the menu. Returns once the panel has drawn it."""
+        self.wait_for_icon()
+        before = self._windows()
+        self.desktop.session.run(["xdotool", "mousemove", *map(str, ICON), "click", button])
+        wait_until(lambda: any(self._is_high(window) for window in self._windows() - before), 10,
+                   "the menu")
+
+    def _windows(self):
+        return set(self.desktop.session.run(
+            ["xdotool", "search", "--onlyvisible", "--name", ""], check=False).split())
+
+    def _is_high(self, window):
+        """Unlike a hint or an icon."""
+        shape = self.desktop.session.run(["xdotool", "getwindowgeometry", "--shell", window],
+                                         check=False, stderr=subprocess.DEVNULL)
+        return any(int(line[7:]) > 150 for line in shape.splitlines()
+                   if line.startswith("HEIGHT="))
+
+    def open_menu(self, button="1"):
+        self.click_icon(button)
+        return OpenMenu(self.desktop, self._focus)
+
+
+def embedded(desktop):
+    """Whether a tray that knows XEmbed holds the icon."""
+    for wid in desktop.windows("trayer"):
+        tree = desktop.session.run(["xwininfo", "-tree", "-id", wid], check=False,
+                                   stderr=subprocess.DEVNULL)
+        if "tavin" in tree.lower():
+            return True
+    return False
