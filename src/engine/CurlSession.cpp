@@ -45,6 +45,8 @@ bool CurlSession::peerIsEngine(const UrlRequest& request) {
                                              [this](uid_t owner) { return owner != user_; });
   if (!foreignListener_.exchange(foreign) && foreign)
     log_.write(QStringLiteral("Tavin: the engine's port belongs to another user's program"));
+  if (!ownerUnknown_.exchange(!owners) && !owners)
+    log_.write(QStringLiteral("Tavin: the kernel does not tell who owns the engine's port"));
   return owners && !owners->empty() && !foreign;
 }
 

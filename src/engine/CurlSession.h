@@ -21,8 +21,9 @@ class SystemLog;
 // user is no engine: the request fails before its first byte is sent, with one log line.
 class CurlSession final : public UrlSession {
  public:
-  // What an answer may hold; the engine's are a few kilobytes.
-  static constexpr std::size_t maxAnswerSize = 16 * 1024 * 1024;
+  // What an answer may hold; the engine's are a few kilobytes. A larger one would take too long to
+  // decode for the main thread, which waits for it.
+  static constexpr std::size_t maxAnswerSize = 1024 * 1024;
 
   // `log` is not owned. `user` is whose listeners count as an engine; none means ours.
   explicit CurlSession(SystemLog& log, std::optional<uid_t> user = std::nullopt);
@@ -39,7 +40,9 @@ class CurlSession final : public UrlSession {
   std::mutex mutex_;
   std::set<CurlTransfer*> transfers_;  // Under way, for invalidateAndCancel.
   bool invalidated_ = false;
-  std::atomic<bool> foreignListener_ = false;  // Logged once for each time it turns true.
+  // Each is logged once for each time it turns true.
+  std::atomic<bool> foreignListener_ = false;
+  std::atomic<bool> ownerUnknown_ = false;
 };
 
 }  // namespace tavin

@@ -18,6 +18,20 @@ namespace {
 // TCP_LISTEN of the kernel's state numbers.
 constexpr unsigned listenState = 10;
 
+// Whether a listener on this address takes connections to 127.0.0.1.
+bool takesLoopback(std::uint8_t family, const inet_diag_sockid& id) {
+  const auto isOurs = [](std::uint32_t address) {
+    return address == htonl(INADDR_ANY) || address == htonl(INADDR_LOOPBACK);
+  };
+  if (family == AF_INET)
+    return isOurs(id.idiag_src[0]);
+  if (id.idiag_src[0] != 0 || id.idiag_src[1] != 0)
+    return false;
+  // All addresses, or an IPv4 one in IPv6's clothes.
+  const bool any = id.idiag_src[2] == 0 && id.idiag_src[3] == 0;
+  return any || (id.idiag_src[2] == htonl(0xffff) && isOurs(id.idiag_src[3]));
+}
+
 class DiagSocket {
  public:
   DiagSocket() : fd_(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_SOCK_DIAG)) {
@@ -60,7 +74,8 @@ class DiagSocket {
           return false;
         inet_diag_msg message;
         std::memcpy(&message, NLMSG_DATA(header), sizeof message);
-        if (ntohs(message.id.idiag_sport) == port)
+        if (ntohs(message.id.idiag_sport) == port &&
+            takesLoopback(message.idiag_family, message.id))
           owners.push_back(message.idiag_uid);
       }
     }

@@ -219,6 +219,21 @@ TEST(ListenerOwnerTest, OwnerOfAListenerIsTold) {
   EXPECT_EQ(listenerOwners(server.port()), std::vector{::geteuid()});
 }
 
+TEST(ListenerOwnerTest, ListenerOnAnotherAddressOfTheMachineDoesNotCount) {
+  quint16 port = 0;
+  {
+    const RawServer server([](const auto&) {});
+    port = server.port();
+  }
+  const RawServer elsewhere([](const auto&) {}, "127.0.0.2", port);
+  EXPECT_EQ(listenerOwners(port), std::vector<uid_t>());
+}
+
+TEST(ListenerOwnerTest, ListenerOnAllAddressesCounts) {
+  const RawServer everywhere([](const auto&) {}, "0.0.0.0");
+  EXPECT_EQ(listenerOwners(everywhere.port()), std::vector{::geteuid()});
+}
+
 TEST(ListenerOwnerTest, PortWithoutAListenerHasNoOwner) {
   quint16 port = 0;
   {

@@ -38,11 +38,12 @@ void RawServer::Peer::waitForClose() const {
       return;
 }
 
-RawServer::RawServer(std::function<void(const Peer&)> serve)
+RawServer::RawServer(std::function<void(const Peer&)> serve, const char* host, quint16 port)
     : serve_(std::move(serve)), listener_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  address.sin_addr.s_addr = ::inet_addr(host);
+  address.sin_port = htons(port);
   socklen_t length = sizeof address;
   auto* generic = reinterpret_cast<sockaddr*>(&address);
   if (::bind(listener_, generic, length) != 0 || ::listen(listener_, 8) != 0 ||

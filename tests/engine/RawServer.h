@@ -10,7 +10,8 @@
 
 namespace tavin::test {
 
-// A server on a free loopback port that treats each connection as the test says, one at a time.
+// A server on a loopback port, a free one unless told, that treats each connection as the test
+// says, one at a time.
 class RawServer {
  public:
   // A connection whose request has been read.
@@ -30,7 +31,8 @@ class RawServer {
     const std::atomic<bool>& stopping_;
   };
 
-  explicit RawServer(std::function<void(const Peer&)> serve);
+  explicit RawServer(std::function<void(const Peer&)> serve, const char* host = "127.0.0.1",
+                     quint16 port = 0);
   ~RawServer();
 
   quint16 port() const { return port_; }
