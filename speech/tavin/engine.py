@@ -1,7 +1,7 @@
 """The engine behind its HTTP interface: what is being read, and the user's choices.
 
-Runs on the event loop; every method but `voices`, `configure` and the start
-returns at once.
+Runs on the event loop; every method but `voices`, `configure`, `store_key` and
+the start returns at once.
 """
 
 import asyncio
@@ -63,10 +63,7 @@ class Engine:
                 await helper.start()
             except (SynthesisError, OutputError) as failure:
                 log.info("%s", failure)
-        try:
-            await self._keys.look()
-        except KeyringError as failure:
-            log.info("no stored keys: %s", failure)
+        await self._look_for_keys()
 
     def end(self):
         """Silence, and no helper left."""
@@ -147,6 +144,8 @@ class Engine:
             self._reading.voice_changed()
         if "engine" in changes:
             await self.know_voices()
+            if synth.backend.takes_key and not self._keys.known(name):
+                await self._look_for_keys()
 
     async def store_key(self, name, key):
         """An empty key removes the stored one. A new one can be used at once."""
@@ -205,6 +204,13 @@ class Engine:
         if backend.takes_key:
             return self._keys.known(backend.name)
         return backend.needs_setup or self._synths[backend.name].missing is None
+
+    async def _look_for_keys(self):
+        """Who uses no cloud voice needs no keyring started."""
+        try:
+            await self._keys.look(activate=self._synth().backend.takes_key)
+        except KeyringError as failure:
+            log.info("no stored keys: %s", failure)
 
     async def _key(self, backend):
         try:

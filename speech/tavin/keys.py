@@ -18,7 +18,11 @@ PROMPT_SECONDS = 50.0  # for a password dialog; Tavin waits a little longer
 
 
 class KeyringError(Exception):
-    """Text for the user: why the Secret Service did not do its part."""
+    """Text for the user: why the Secret Service did not do its part. `absent`: there is none."""
+
+    def __init__(self, text, absent=False):
+        super().__init__(text)
+        self.absent = absent
 
 
 class Keys:
@@ -32,19 +36,29 @@ class Keys:
     def known(self, name):
         return name in self._memory or name in self._stored
 
-    async def look(self):
-        """Find out which keys are stored. Unlocks nothing."""
-        self._stored = set((await ask(LOOK_SECONDS, do="search", names=self._names))["names"])
+    async def look(self, activate):
+        """Find out which keys are stored. Unlocks nothing; `activate` may start the service."""
+        answer = await ask(LOOK_SECONDS, do="search", names=self._names, activate=activate)
+        self._stored = set(answer["names"])
 
     async def key(self, name):
         """A key to use, None without one. May have the user asked to unlock the keyring."""
-        if name not in self._memory and name in self._stored:
-            key = (await ask(self._patience, do="get", name=name))["key"]
+        if name not in self._memory:
+            key = await self._read(name)
             if key:
+                self._stored.add(name)
                 self._memory.setdefault(name, key)
             else:
                 self._stored.discard(name)
         return self._memory.get(name)
+
+    async def _read(self, name):
+        try:
+            return (await ask(self._patience, do="get", name=name))["key"]
+        except KeyringError as failure:
+            if failure.absent and name not in self._stored:
+                return None
+            raise
 
     async def keep(self, name, label, key):
         """Store a key, remove it when empty. Where that fails, memory has it as was wished."""
@@ -62,8 +76,8 @@ class Keys:
     async def _remove(self, name):
         try:
             await ask(self._patience, do="remove", name=name)
-        except KeyringError:
-            if name in self._stored:
+        except KeyringError as failure:
+            if not failure.absent or name in self._stored:
                 raise
         self._stored.discard(name)
 
@@ -86,7 +100,7 @@ async def ask(seconds, **request):
                 process.kill()
             await process.wait()
     if "failure" in answer:
-        raise KeyringError(answer["failure"])
+        raise KeyringError(answer["failure"], answer.get("absent", False))
     return answer
 
 

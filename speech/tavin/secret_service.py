@@ -20,9 +20,19 @@ def attributes(name):
     return {"application": "tavin", "type": "api-key", "engine": name}
 
 
-def search(service, connection, names):
+def search(service, connection, names, activate):
     """Which keys there are. One by one: a locked keyring finds attributes but does not show them."""
+    if not activate and not is_running(connection):
+        return {"names": []}
     return {"names": [name for name in names if any(service.search_items(connection, attributes(name)))]}
+
+
+def is_running(connection):
+    from jeepney import DBusAddress, new_method_call
+
+    bus = DBusAddress("/org/freedesktop/DBus", "org.freedesktop.DBus", "org.freedesktop.DBus")
+    question = new_method_call(bus, "NameHasOwner", "s", ("org.freedesktop.secrets",))
+    return connection.send_and_get_reply(question).body[0] is True
 
 
 def get(service, connection, name):
@@ -65,11 +75,11 @@ def answer(do, **request):
     try:
         import secretstorage
     except ImportError:
-        return {"failure": "Package python3-secretstorage is not installed."}
+        return absent("Package python3-secretstorage is not installed.")
     try:
         connection = secretstorage.dbus_init()
     except (secretstorage.SecretServiceNotAvailableException, KeyError, OSError, ValueError):
-        return {"failure": "There is no session bus for a keyring."}
+        return absent("There is no session bus for a keyring.")
     try:
         return REQUESTS[do](secretstorage, connection, **request)
     except Failure as failure:
@@ -77,9 +87,13 @@ def answer(do, **request):
     except secretstorage.PromptDismissedException:
         return {"failure": "The keyring was not unlocked."}
     except secretstorage.SecretServiceNotAvailableException:
-        return {"failure": "This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet."}
+        return absent("This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.")
     except Exception as failure:  # its text may quote what was asked
         return {"failure": f"The keyring failed ({type(failure).__name__})."}
+
+
+def absent(text):
+    return {"failure": text, "absent": True}
 
 
 def main():

@@ -126,6 +126,8 @@ def test_a_keyring_that_hangs_holds_nobody_up(start, keyring):
         assert engine.wait_for("idle")["error"] is None
         assert time.monotonic() - begin < 8
         assert exists(helper)
+        for name in ("cmdline", "environ"):
+            assert KEY.encode() not in Path(f"/proc/{helper}/{name}").read_bytes()
     finally:
         keyring.freeze(False)
     post.join(10)
@@ -169,8 +171,9 @@ def test_a_key_that_was_deleted_elsewhere_is_no_longer_available(on_the_bus):
     async def scenario():
         first, second = Keys(["openai"]), Keys(["openai"])
         await first.keep("openai", "OpenAI", KEY)
-        await second.look()
+        await second.look(activate=False)
         assert second.known("openai")
+        assert await Keys(["openai"]).key("openai") == KEY  # found without having looked
         await first.keep("openai", "OpenAI", "")
         assert await second.key("openai") is None
         assert not second.known("openai")
@@ -187,6 +190,20 @@ def test_a_keyring_that_went_away(start, keyring):
     keyring.start_keyring()
     engine.post("/key", engine="openai", key=KEY)
     assert keyring.stored("openai") == [KEY]
+
+
+def test_only_who_uses_a_cloud_voice_has_a_keyring_started(on_the_bus, keyring):
+    keyring.end_keyring()
+    marker = keyring.install_service()
+
+    async def scenario():
+        await Keys(["openai"]).look(activate=False)
+        assert not marker.exists()
+        with pytest.raises(KeyringError):
+            await Keys(["openai"]).look(activate=True)
+        assert marker.exists()
+
+    asyncio.run(scenario())
 
 
 def test_no_file_holds_the_key(start, keyring):
