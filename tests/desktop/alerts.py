@@ -28,13 +28,16 @@ def wait_for_alert(desktop, other_than=None):
     return wait_until(found, 10, "the alert with the keyboard")
 
 
-def take_permission_away(session):
-    """Accessibility is switched off, and off again after Tavin has switched it on once."""
+def take_permission_away(tavin):
+    """Accessibility is switched off for good: Tavin switches it on once, at the next press."""
+    session = tavin.session
+
     def is_on():
         out = session.run(["dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus",
                            "/org/a11y/bus", "org.freedesktop.DBus.Properties.Get",
                            "string:org.a11y.Status", "string:IsEnabled"])
         return "true" in out
     session.enable_accessibility(False)
+    tavin.action("speak")
     wait_until(is_on, 10, "accessibility switched on again")
     session.enable_accessibility(False)

@@ -77,16 +77,6 @@ def start_lxqt_panel(desktop):
     return process
 
 
-def choose_first_item(desktop, engine, button):
-    """Opens the menu under the icon at the panel's right end and takes "Speak Selection"."""
-    since = engine.mark()
-    windows = desktop.menus()
-    desktop.session.run(["xdotool", "mousemove", "1588", "1184", "click", button])
-    wait_until(lambda: desktop.menus() > windows, 10, "the menu")
-    engine.wait_for("/status", since=since)
-    desktop.key("Down", "Return")
-
-
 def tray_items(desktop):
     """The services registered with the session's tray; None where there is no tray."""
     out = desktop.session.run(

@@ -7,31 +7,10 @@ import shutil
 
 from driver import Tavin
 from engine import IDLE
-from isolation import ENGINE_PORT
 from session import wait_until
+from test_quit import engines, listening
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-
-
-def processes(*words):
-    """Those that have one of `words` among their arguments."""
-    found = []
-    for entry in filter(str.isdigit, os.listdir("/proc")):
-        with contextlib.suppress(OSError), open(f"/proc/{entry}/cmdline", "rb") as f:
-            arguments = f.read().split(b"\0")
-            if any(word.encode() in arguments for word in words):
-                found.append(int(entry))
-    return found
-
-
-def engines():
-    """The processes that run the engine's server module."""
-    return processes("tavin.server")
-
-
-def listening():
-    with open("/proc/net/tcp", encoding="ascii") as f:
-        return any(f":{ENGINE_PORT:04X} 00000000:0000 0A" in line for line in f)
 
 
 def make_tree(folder, build):
@@ -52,6 +31,7 @@ class Pair:
     """A Tavin from `tree` and the engine that it started."""
 
     def __init__(self, desktop, tree):
+        self._session = desktop.session
         self._home = desktop.session.env["HOME"]
         with contextlib.suppress(FileNotFoundError):
             os.unlink(os.path.join(self._home, "engine-end"))
@@ -67,7 +47,7 @@ class Pair:
 
     def how_the_engine_ended(self):
         """The signal that asked it to, once it is gone; None where none did."""
-        wait_until(lambda: not engines(), 5, "end of the engine")
+        wait_until(lambda: not engines(self._session), 5, "end of the engine")
         with contextlib.suppress(FileNotFoundError):
             with open(os.path.join(self._home, "engine-end"), encoding="utf-8") as f:
                 return f.read()

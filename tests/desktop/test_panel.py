@@ -4,7 +4,7 @@ import subprocess
 
 import pytest
 from driver import Tavin
-from panel import choose_first_item, start_xfce4_panel, tray_items
+from panel import start_xfce4_panel, tray_items
 from session import stop, wait_until
 
 
@@ -50,15 +50,3 @@ def embedded(desktop, wid):
 def test_an_xembed_tray_shows_it(desktop, trayer, engine, build):
     Tavin(desktop, engine, build)
     wait_until(lambda: embedded(desktop, trayer), 10, "the embedded icon")
-
-
-@pytest.mark.parametrize("button", ["1", "3"], ids=["left", "right"])
-def test_speak_selection_from_the_menu(desktop, engine, build, button):
-    text = "read from the panel's menu"
-    start_xfce4_panel(desktop)
-    Tavin(desktop, engine, build)
-    wait_until(lambda: has_icon(desktop), 10, "the icon")
-    desktop.open([f"{build}/bin/qt6_field", text], "Qt 6 field")
-    desktop.select_until(text, lambda: desktop.key("ctrl+a"))
-    choose_first_item(desktop, engine, button)
-    assert engine.wait_for("/speak") == [{"text": text}]

@@ -43,7 +43,7 @@ def error_alert(desktop, pair, build):
 
 
 def permission_alert(desktop, pair, build):
-    take_permission_away(desktop.session)
+    take_permission_away(pair.tavin)
     desktop.key("alt+Escape")
     wait_for_alert(desktop)
 

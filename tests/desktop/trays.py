@@ -23,10 +23,12 @@ STARTERS = {"xfce4-panel": start_xfce4_panel, "lxqt-panel": start_lxqt_panel,
 
 
 class Tray:
-    def __init__(self, desktop, name):
+    """Without a session bus nobody tells what the menu holds."""
+
+    def __init__(self, desktop, name, has_bus=True):
         self.desktop, self.name = desktop, name
         # First: programs ask at their start who wants to hear of the focus.
-        self._focus = Focus(desktop.session)
+        self._focus = Focus(desktop.session) if has_bus else None
         self.process = STARTERS[name](desktop)
 
     def start_again(self):
@@ -59,13 +61,3 @@ class Tray:
     def open_menu(self, button="1"):
         self.click_icon(button)
         return OpenMenu(self.desktop, self._focus)
-
-
-def embedded(desktop):
-    """Whether a tray that knows XEmbed holds the icon."""
-    for wid in desktop.windows("trayer"):
-        tree = desktop.session.run(["xwininfo", "-tree", "-id", wid], check=False,
-                                   stderr=subprocess.DEVNULL)
-        if "tavin" in tree.lower():
-            return True
-    return False
