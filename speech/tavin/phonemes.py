@@ -16,7 +16,10 @@ FALLBACK = "en-us"
 
 # A mark that stands in a number or a word is part of it, and a stop within a sentence belongs to an
 # abbreviation.
-MARK = re.compile(r'((?:^|(?<=\s))[("“«¡¿]+|(?!\.\s+\S)[,;:.!?…)"”»—、，；：。！？]+(?=\s|$)|[、，；：。！？…—]+)')
+OPENING = r'(?:^|(?<=\s))[("“«¡¿]+'
+CLOSING = r'(?!\.\s+\S)[,;:.!?…)"”»—、，；：。！？]+(?=\s|$)'
+ANYWHERE = r"[、，；：。！？…—]+"
+MARK = re.compile(f"({OPENING}|{CLOSING}|{ANYWHERE})")
 ASCII_MARKS = {ord(mark): plain + " " for mark, plain in zip("、，；：。！？", ",,;:.!?")}
 LANGUAGE_SWITCH = re.compile(r"\([a-z-]+\)")
 

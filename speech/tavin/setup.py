@@ -85,5 +85,5 @@ class Setup:
         def on_death(how):
             fail(f"Getting the voices stopped unexpectedly ({how}). Choose Kokoro again.")
 
-        await Child.start("tavin.preparation", on_frame=on_frame, on_death=on_death)
+        await Child.start("tavin.preparation", on_frame=on_frame, on_death=on_death, quiet=True)
         await ended
