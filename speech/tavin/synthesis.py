@@ -14,6 +14,7 @@ from tavin import frames
 from tavin.child import Child
 from tavin.log import log
 
+
 class SynthesisError(Exception):
     """Text for the user: why a sentence could not be turned into sound."""
 

@@ -16,6 +16,8 @@ VOICES = [
     {"voice_id": "kim3", "name": "Kim", "labels": {"language": "de"}, "description": None},
     {"voice_id": "", "name": "broken"},
 ]
+SENTENCES = [f"This is sentence number {number} of the whole text." for number in range(1, 9)]
+TEXT = " ".join(SENTENCES)
 STREAM = re.compile(r"/v1/text-to-speech/([^/]+)/stream")
 
 
@@ -177,3 +179,17 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
     def log_message(self, *_):
         pass
+
+
+def use(engine, name):
+    assert engine.post("/key", engine=name, key=KEY)[0] == 200
+    assert engine.post("/config", engine=name)[0] == 200
+
+
+def info(engine, name):
+    return next(entry for entry in engine.status()["engines"] if entry["name"] == name)
+
+
+def finish(engine, text):
+    engine.speak(text)
+    return engine.wait_for("idle")

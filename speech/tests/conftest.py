@@ -12,6 +12,7 @@ import pytest
 PORT_LOCK = None if private_network.enter() else private_network.lock_port()
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 
+from cloud_service import CloudService  # noqa: E402
 from engine_process import EngineProcess  # noqa: E402
 from sound import Recorder, SoundServer  # noqa: E402
 
@@ -70,3 +71,15 @@ def recorder(sound_server):
     recording = Recorder(sound_server)
     yield recording
     recording.end()
+
+
+@pytest.fixture
+def service():
+    server = CloudService()
+    yield server
+    server.end()
+
+
+@pytest.fixture
+def cloud_engine(new_engine, service):
+    return new_engine(service.environment).start()

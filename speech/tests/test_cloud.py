@@ -1,43 +1,13 @@
 """The cloud back-ends in a whole engine, against a local server."""
 
-import os
 import signal
-import time
 
 import pytest
-from cloud_service import KEY, CloudService
+from cloud_service import KEY, TEXT, finish, info, use
 from sound import RATE, until
 
 CLOUDS = ["elevenlabs", "openai"]
 LABELS = {"elevenlabs": "ElevenLabs", "openai": "OpenAI"}
-SENTENCES = [f"This is sentence number {number} of the whole text." for number in range(1, 9)]
-TEXT = " ".join(SENTENCES)
-
-
-@pytest.fixture
-def service():
-    server = CloudService()
-    yield server
-    server.end()
-
-
-@pytest.fixture
-def cloud_engine(new_engine, service):
-    return new_engine(service.environment).start()
-
-
-def use(engine, name):
-    assert engine.post("/key", engine=name, key=KEY)[0] == 200
-    assert engine.post("/config", engine=name)[0] == 200
-
-
-def info(engine, name):
-    return next(entry for entry in engine.status()["engines"] if entry["name"] == name)
-
-
-def finish(engine, text):
-    engine.speak(text)
-    return engine.wait_for("idle")
 
 
 @pytest.mark.parametrize("name", CLOUDS)
@@ -58,6 +28,7 @@ def test_without_a_key_it_may_be_chosen_but_does_not_speak(cloud_engine, service
 
 @pytest.mark.parametrize("name", CLOUDS)
 def test_it_speaks_with_a_key(cloud_engine, service, recorder, name):
+    service.seconds = 1  # time to get the next sentence
     use(cloud_engine, name)
     assert info(cloud_engine, name)["available"]
     cloud_engine.speak("One. Two, and more.")
@@ -150,94 +121,6 @@ def test_voices_that_cannot_be_had(cloud_engine, service):
     assert code == 400
     assert "ElevenLabs" in answer["error"]
     assert "ElevenLabs" in finish(cloud_engine, "Hello.")["error"]
-
-
-def test_a_stop_while_the_service_stalls_frees_the_next_text(cloud_engine, service):
-    use(cloud_engine, "openai")
-    service.trouble = "stall"
-    cloud_engine.speak(TEXT)
-    until(lambda: service.texts(), 5, "the request")
-    assert cloud_engine.status()["state"] == "loading"
-    cloud_engine.post("/stop")
-    assert cloud_engine.status()["state"] == "idle"
-    service.trouble = None
-    begin = time.monotonic()
-    cloud_engine.speak("Hello.")
-    cloud_engine.wait_for("speaking")
-    assert time.monotonic() - begin < 4
-    assert cloud_engine.wait_for("idle")["error"] is None
-
-
-def test_a_service_that_stalls_becomes_an_error(cloud_engine, service):
-    use(cloud_engine, "openai")
-    service.trouble = "stall"
-    assert "OpenAI is too slow" in finish(cloud_engine, TEXT)["error"]
-
-
-def test_another_back_end_takes_over_from_a_stalled_one(cloud_engine, service):
-    use(cloud_engine, "openai")
-    service.trouble = "stall"
-    cloud_engine.speak(TEXT)
-    until(lambda: service.texts(), 5, "the request")
-    begin = time.monotonic()
-    assert cloud_engine.post("/config", engine="espeak")[0] == 200
-    cloud_engine.wait_for("speaking")
-    assert time.monotonic() - begin < 4
-    assert cloud_engine.wait_for("idle", 60)["error"] is None
-
-
-def test_a_change_to_the_cloud_acts_from_the_next_sentence_on(cloud_engine, service, recorder):
-    cloud_engine.post("/key", engine="openai", key=KEY)
-    cloud_engine.speak(TEXT)
-    recorder.loud_for(0.3)
-    cloud_engine.post("/config", engine="openai")
-    assert cloud_engine.wait_for("idle", 60)["error"] is None
-    texts = service.texts()
-    assert 4 <= len(texts) < len(SENTENCES)
-    assert texts == SENTENCES[-len(texts) :]
-    recorder.quiet_for(0.5)
-    assert recorder.samples  # the last of them is the tone of the service
-    loud = max(index for index, sample in enumerate(recorder.samples) if abs(sample) > 50)
-    tail = recorder.samples[loud - int(0.3 * RATE) : loud]
-    assert min(max(abs(sample) for sample in tail[start : start + 200]) for start in range(0, len(tail), 200)) > 5000
-
-
-def test_a_change_from_the_cloud_acts_from_the_next_sentence_on(cloud_engine, service):
-    service.seconds = 1
-    use(cloud_engine, "openai")
-    cloud_engine.speak(TEXT)
-    cloud_engine.wait_for("speaking")
-    cloud_engine.post("/config", engine="espeak")
-    count = len(service.texts())
-    assert cloud_engine.wait_for("idle", 60)["error"] is None
-    assert len(service.texts()) == count < len(SENTENCES)
-
-
-def test_after_an_error_another_back_end_can_read_on(cloud_engine, service):
-    service.seconds = 2
-    use(cloud_engine, "openai")
-    cloud_engine.speak(TEXT)
-    cloud_engine.wait_for("speaking")
-    service.trouble = 402
-    until(lambda: "402" in (cloud_engine.status()["error"] or ""), 10, "the error")
-    asked = len(service.texts())
-    cloud_engine.post("/key", engine="elevenlabs", key=KEY)
-    service.trouble = None
-    cloud_engine.post("/config", engine="elevenlabs")
-    cloud_engine.wait_for("idle", 60)
-    assert service.texts()[asked - 1 :][-1] == SENTENCES[-1]
-    assert set(SENTENCES) == set(service.texts())
-
-
-def test_a_killed_worker_costs_a_sentence_at_most(cloud_engine, service):
-    service.seconds = 1
-    use(cloud_engine, "openai")
-    cloud_engine.speak(TEXT)
-    cloud_engine.wait_for("speaking")
-    for worker in cloud_engine.helpers("openai"):
-        os.kill(worker, signal.SIGKILL)
-    cloud_engine.wait_for("idle", 60)
-    assert service.texts()[-1] == SENTENCES[-1]
 
 
 @pytest.mark.parametrize("key", ["k" * 5000, "line\nbreak", "tab\tbed", "schlüssel", "\ud800", None, 7, ["k"]])
