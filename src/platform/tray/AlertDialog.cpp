@@ -12,10 +12,11 @@ namespace tavin::tray {
 namespace {
 
 constexpr int textWidth = 400;
-// Longer texts, such as an engine's whole traceback, scroll: the buttons must stay on the screen.
+// What is longer, such as an engine's whole traceback, scrolls: the buttons must stay on the
+// screen.
 constexpr int longText = 600;
-// Laying out more than this would hold up the program; nobody reads so far.
-constexpr int longestText = 10000;
+constexpr int manyLines = 12;
+constexpr int longWord = 40;  // A label cannot wrap inside a word.
 
 QLabel* makeLabel(const QString& text) {
   auto* label = new QLabel;
@@ -35,11 +36,18 @@ QWidget* makeHeading(const QString& text) {
   return label;
 }
 
+bool fitsALabel(const QString& text) {
+  if (text.size() > longText || text.count('\n') >= manyLines)
+    return false;
+  const QStringList words = text.simplified().split(' ');
+  return std::none_of(words.begin(), words.end(),
+                      [](const QString& word) { return word.size() > longWord; });
+}
+
 QWidget* makeText(const QString& text) {
-  if (text.size() <= longText)
+  if (fitsALabel(text))
     return makeLabel(text);
-  auto* view = new QPlainTextEdit(
-      text.size() <= longestText ? text : text.left(longestText) + QChar(0x2026));
+  auto* view = new QPlainTextEdit(text);
   view->setReadOnly(true);
   view->setTabChangesFocus(true);
   view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

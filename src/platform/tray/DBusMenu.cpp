@@ -117,6 +117,8 @@ bool DBusMenu::handleEvent(int id, const QString& name) {
   const MenuNode* node = layout_.find(id);
   if (node == nullptr)
     return false;
+  if (id == 0 && (name == QLatin1String("opened") || name == QLatin1String("closed")))
+    open_ = name == QLatin1String("opened");
   const bool offered =
       node->properties.value("visible").toBool() && node->properties.value("enabled").toBool();
   if (name != QLatin1String("clicked") || !offered)
@@ -168,7 +170,8 @@ void DBusMenu::keepFresh() {
 
 void DBusMenu::settle() {
   const auto next = 2 * settling_.intervalAsDuration();
-  refresh();
+  if (!open_)  // A menu that is open keeps what it shows.
+    refresh();
   if (next <= lastSettling)
     settling_.start(next);
   else

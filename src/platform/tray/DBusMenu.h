@@ -51,6 +51,7 @@ class DBusMenu final : public BusObject {
   MenuLayout layout_;
   uint revision_ = 1;
   QTimer settling_;
+  bool open_ = false;  // As far as the panel tells.
 };
 
 }  // namespace tavin::tray

@@ -11,12 +11,25 @@ namespace tavin {
 
 namespace {
 
+// Laying out more than this would hold up the program; nobody reads so far.
+constexpr qsizetype longestText = 4000;
+// An engine that finds another fault every second must not fill the memory of an absent user.
+constexpr std::size_t mostWaiting = 20;
+
+QString readable(const QString& text) {
+  return text.size() <= longestText ? text : text.left(longestText) + QChar(0x2026);
+}
+
 class ModalAlerts final : public QObject, public AlertPresenter {
  public:
   void activateIgnoringOtherApps() override { nextInFront_ = true; }
 
   void runModal(const Alert& alert, std::function<void(AlertResponse)> completion) override {
-    waiting_.push_back({alert, std::exchange(nextInFront_, false), std::move(completion)});
+    const bool inFront = std::exchange(nextInFront_, false);
+    if (waiting_.size() >= mostWaiting)
+      return;
+    waiting_.push_back({alert, inFront, std::move(completion)});
+    waiting_.back().alert.informativeText = readable(alert.informativeText);
     if (!busy_)
       openNext();
   }

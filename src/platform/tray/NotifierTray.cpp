@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <utility>
 
+#include "platform/desktop/SessionBus.h"
 #include "platform/tray/DBusMenu.h"
 #include "platform/tray/MenuSource.h"
 #include "platform/tray/StatusNotifierItem.h"
@@ -26,7 +27,7 @@ QString newConnectionName() {
 NotifierTray::NotifierTray(MenuSource& source, std::function<void(QPoint)> openMenu,
                            std::function<void(bool)> watcherChanged)
     : connectionName_(newConnectionName()),
-      bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName_)),
+      bus_(desktop::connectToSessionBus(connectionName_)),
       watcherChanged_(std::move(watcherChanged)),
       item_(std::make_unique<StatusNotifierItem>(bus_, std::move(openMenu))),
       menu_(std::make_unique<DBusMenu>(bus_, source)),

@@ -140,11 +140,30 @@ TEST_F(ModalAlertsTest, GoesAwayWithAnAlertOpenAndOthersWaiting) {
   EXPECT_TRUE(answers.empty());
 }
 
-TEST_F(ModalAlertsTest, AVeryLongTextLeavesTheButtonsOnTheScreen) {
-  run({"title", QString("x").repeated(1'000'000), {}, false});
-  ASSERT_NE(openAlert(), nullptr);
-  EXPECT_LE(openAlert()->height(), openAlert()->screen()->availableGeometry().height());
-  EXPECT_LE(openAlert()->width(), openAlert()->screen()->availableGeometry().width());
+TEST_F(ModalAlertsTest, NoTextPushesTheButtonsOffTheScreen) {
+  for (const QString& text : {QString("x").repeated(1'000'000), QString("x").repeated(600),
+                              "/path" + QString("/x").repeated(130), QString("\n").repeated(300),
+                              QString("line\n").repeated(45), QString("word ").repeated(110)}) {
+    run({"title", text, {}, false});
+    ASSERT_TRUE(waitFor([&] { return openAlert() != nullptr; }));
+    EXPECT_LE(openAlert()->height(), 600) << text.left(20).toStdString();
+    EXPECT_LE(openAlert()->width(), 600) << text.left(20).toStdString();
+    buttons()[0]->click();
+    ASSERT_TRUE(waitFor([&] { return openAlert() == nullptr; }));
+  }
+}
+
+TEST_F(ModalAlertsTest, AlertsThatNobodyAnswersDoNotPileUpForEver) {
+  for (int i = 0; i < 1000; ++i) run({QString::number(i), "", {}, false});
+  int seen = 0;
+  for (; openAlert() != nullptr; ++seen) {
+    const QString before = texts()[0];
+    buttons()[0]->click();
+    ASSERT_TRUE(waitFor([&] { return openAlert() == nullptr || texts()[0] != before; }));
+    if (openAlert() == nullptr)
+      runEvents();
+  }
+  EXPECT_EQ(seen, 21);  // The open one and those that wait.
 }
 
 }  // namespace
