@@ -59,7 +59,7 @@ def test_voices_are_listed_and_remembered_for_each_back_end(cloud_engine, new_en
     assert cloud_engine.post("/config", voice="nobody")[0] == 400
     assert cloud_engine.post("/config", voice="zed/1")[0] == 200
     use(cloud_engine, "openai")
-    assert cloud_engine.status()["voice"] == "alloy"
+    until(lambda: cloud_engine.status()["voice"] == "alloy", 10, "the voices are known")
     assert cloud_engine.post("/config", voice="nova")[0] == 200
     assert cloud_engine.post("/config", engine="elevenlabs")[0] == 200
     assert cloud_engine.status()["voice"] == "zed/1"

@@ -6,6 +6,7 @@ import time
 
 from cloud_service import KEY, SENTENCES, TEXT, finish, use
 from sound import RATE, until
+from tavin.backends.cloud import SILENCE_SECONDS
 
 
 def test_a_stop_while_the_service_stalls_frees_the_next_text(cloud_engine, service):
@@ -20,14 +21,15 @@ def test_a_stop_while_the_service_stalls_frees_the_next_text(cloud_engine, servi
     begin = time.monotonic()
     cloud_engine.speak("Hello.")
     cloud_engine.wait_for("speaking")
-    assert time.monotonic() - begin < 4
+    assert time.monotonic() - begin < SILENCE_SECONDS - 1
     assert cloud_engine.wait_for("idle")["error"] is None
 
 
 def test_a_service_that_stalls_becomes_an_error(cloud_engine, service):
     use(cloud_engine, "openai")
     service.trouble = "stall"
-    assert "OpenAI is too slow" in finish(cloud_engine, TEXT)["error"]
+    cloud_engine.speak(TEXT)
+    assert "OpenAI is too slow" in cloud_engine.wait_for("idle", 30)["error"]
 
 
 def test_another_back_end_takes_over_from_a_stalled_one(cloud_engine, service):
@@ -38,7 +40,7 @@ def test_another_back_end_takes_over_from_a_stalled_one(cloud_engine, service):
     begin = time.monotonic()
     assert cloud_engine.post("/config", engine="espeak", speed=3)[0] == 200
     cloud_engine.wait_for("speaking")
-    assert time.monotonic() - begin < 4
+    assert time.monotonic() - begin < SILENCE_SECONDS - 1
     assert cloud_engine.wait_for("idle", 60)["error"] is None
 
 
