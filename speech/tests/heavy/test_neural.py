@@ -215,8 +215,8 @@ def test_status_answers_at_once_while_the_voice_computes(slow):
     assert slow.status()["state"] in ("loading", "speaking")
     for what, times in (("idle", idle), ("computing", computing)):
         print(f"status while {what}: median {times[100]:.4f} s, 99th percentile {times[198]:.4f} s")
-    # Other programs that run beside the tests slow both down.
-    assert computing[198] < idle[198] + 0.05
+    # The slowest ones tell more of what else runs beside the tests.
+    assert computing[100] < idle[100] + 0.02
 
 
 def status_times(engine):
