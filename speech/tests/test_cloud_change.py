@@ -4,7 +4,7 @@ import os
 import signal
 import time
 
-from cloud_service import KEY, SENTENCES, TEXT, finish, use
+from cloud_service import KEY, SENTENCES, TEXT, use
 from sound import RATE, until
 from tavin.backends.cloud import SILENCE_SECONDS
 
