@@ -11,6 +11,7 @@
 #include "platform/desktop/NoHotkeys.h"
 #include "platform/desktop/QtApplication.h"
 #include "platform/desktop/QtMainQueue.h"
+#include "platform/desktop/SessionBus.h"
 #include "platform/desktop/SessionBusControl.h"
 #include "platform/desktop/SettingsUserDefaults.h"
 #include "platform/posix/PosixProcessLauncher.h"
@@ -73,6 +74,8 @@ StartedPlatform startPlatform(int& argc, char** argv) {
     return cannotStart(qEnvironmentVariableIsEmpty("DISPLAY")
                            ? QByteArray("no X display: DISPLAY is not set")
                            : "no X display: cannot connect to " + qgetenv("DISPLAY"));
+  // Before Qt is started, which looks for the bus itself.
+  desktop::sessionBusIsUsable();
   auto platform = std::make_unique<Platform>();
   platform->log = std::make_unique<posix::PosixSystemLog>();
   platform->application =

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/atspi/BusAddress.h"
+#include "platform/desktop/BusProbe.h"
 
 namespace tavin::atspi {
 namespace {
@@ -43,7 +44,7 @@ bool Bus::connect(Deadline deadline) {
   name_.clear();
   processIds_.clear();
   const QString address = busAddress(deadline);
-  if (address.isEmpty() || !busAnswers(address, deadline))
+  if (address.isEmpty() || !desktop::busAnswers(address, deadline))
     return false;
   name_ = QString("tavin-accessibility-%1-%2").arg(quintptr(this)).arg(++connections_);
   if (!QDBusConnection::connectToBus(address, name_).isConnected()) {

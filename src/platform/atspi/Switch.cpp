@@ -5,6 +5,7 @@
 #include <QDBusVariant>
 
 #include "platform/atspi/Object.h"
+#include "platform/desktop/SessionBus.h"
 
 namespace tavin::atspi {
 namespace {
@@ -21,7 +22,7 @@ QDBusMessage askProperties(const char* member, QVariantList arguments, Deadline 
 }  // namespace
 
 SwitchState readSwitch(Deadline deadline) {
-  if (!QDBusConnection::sessionBus().isConnected())
+  if (!desktop::sessionBusIsUsable() || !QDBusConnection::sessionBus().isConnected())
     return SwitchState::missing;
   const auto answer = askProperties("Get", {}, deadline);
   if (!isAnswer(answer))
@@ -30,6 +31,8 @@ SwitchState readSwitch(Deadline deadline) {
 }
 
 bool turnSwitchOn(Deadline deadline) {
+  if (!desktop::sessionBusIsUsable())
+    return false;
   askProperties("Set", {QVariant::fromValue(QDBusVariant(true))}, deadline);
   return readSwitch(deadline) == SwitchState::on;
 }
