@@ -20,59 +20,54 @@ bool hasTestExtension(xcb_connection_t* c) {
 
 }  // namespace
 
-struct X11Keyboard::Keys {
+struct X11Keyboard::Chord {
   const Connection& connection;
   xcb_keycode_t control = 0;
   xcb_keycode_t insert = 0;
-  bool down = false;
 
   void fake(std::uint8_t type, xcb_keycode_t key) const {
     xcb_test_fake_input(connection.get(), type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
   }
 
-  // When this returns, the display has done it all.
-  void finish() const {
-    xcb_connection_t* c = connection.get();
-    Reply<xcb_get_input_focus_reply_t>(
-        xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
-  }
-
-  void press() {
+  // All of it reaches the display in one piece, or nothing does: this process may end at any
+  // moment, and a key that it held down then would stay down for the whole session. When this
+  // returns, the display has done it all.
+  void type() const {
     // A modifier that is still held would make another key of it. It is not pressed again
     // afterwards: the user may have let go meanwhile, and then it would hang.
     for (const xcb_keycode_t key : KeyState(connection).heldModifierKeys())
       fake(XCB_KEY_RELEASE, key);
     fake(XCB_KEY_PRESS, control);
     fake(XCB_KEY_PRESS, insert);
-    finish();
-    down = true;
-  }
-
-  void release() {
-    if (!std::exchange(down, false))
-      return;
     fake(XCB_KEY_RELEASE, insert);
     fake(XCB_KEY_RELEASE, control);
-    finish();
+    xcb_connection_t* c = connection.get();
+    Reply<xcb_get_input_focus_reply_t>(
+        xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
   }
 };
 
+// The key going down, which types the whole chord.
 class X11Keyboard::CopyEvent final : public KeyboardEvent {
  public:
-  CopyEvent(std::shared_ptr<Keys> keys, bool down) : keys_(std::move(keys)), down_(down) {}
+  explicit CopyEvent(Chord chord) : chord_(chord) {}
 
   void setFlags(std::uint64_t flags) override { flags_ = flags; }
   void post() override {
-    if (!down_)
-      keys_->release();
-    else if (flags_ == EventFlags::command)  // Else it is no copy command, and types nothing.
-      keys_->press();
+    if (flags_ == EventFlags::command)  // Else it is no copy command, and types nothing.
+      chord_.type();
   }
 
  private:
-  std::shared_ptr<Keys> keys_;
-  bool down_;
+  const Chord chord_;
   std::uint64_t flags_ = 0;
+};
+
+// The key going up. The chord let go of its keys itself, so nothing is left to do.
+class X11Keyboard::ReleasedEvent final : public KeyboardEvent {
+ public:
+  void setFlags(std::uint64_t) override {}
+  void post() override {}
 };
 
 std::unique_ptr<X11Keyboard> X11Keyboard::create(std::function<bool()> mayCopy) {
@@ -88,33 +83,26 @@ X11Keyboard::X11Keyboard(std::unique_ptr<Connection> connection, std::function<b
       activeWindow_(*connection_),
       canType_(hasTestExtension(connection_->get())) {}
 
-X11Keyboard::~X11Keyboard() {
-  if (chord_)
-    chord_->release();
-}
-
 std::uint64_t X11Keyboard::flagsState() { return KeyState(*connection_).flags(); }
 
 std::unique_ptr<KeyboardEvent> X11Keyboard::createKeyboardEvent(std::uint16_t keyCode, bool down) {
   if (keyCode != kKeyInPositionC)
     return nullptr;
-  if (!down) {
-    const auto keys = std::exchange(chord_, nullptr);
-    return keys ? std::make_unique<CopyEvent>(keys, false) : nullptr;
-  }
-  return prepareChord() ? std::make_unique<CopyEvent>(chord_, true) : nullptr;
+  if (!down)
+    return std::exchange(chordMade_, false) ? std::make_unique<ReleasedEvent>() : nullptr;
+  const auto chord = prepareChord();
+  chordMade_ = chord.has_value();
+  return chord ? std::make_unique<CopyEvent>(*chord) : nullptr;
 }
 
-bool X11Keyboard::prepareChord() {
-  chord_.reset();
+std::optional<X11Keyboard::Chord> X11Keyboard::prepareChord() {
   const KeyState state(*connection_);
   const auto control = state.keyFor(kControlSymbol);
   const auto insert = state.keyFor(kInsertSymbol);
   // While a menu or a screen lock holds the keyboard, the keys would go there.
   if (!canType_ || !control || !insert || activeWindow_.keyboardIsGrabbed() || !mayCopy_())
-    return false;
-  chord_ = std::make_shared<Keys>(Keys{*connection_, *control, *insert});
-  return true;
+    return std::nullopt;
+  return Chord{*connection_, *control, *insert};
 }
 
 }  // namespace tavin::x11

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/Keyboard.h"
 #include "platform/x11/ActiveWindow.h"
@@ -9,12 +10,12 @@
 namespace tavin::x11 {
 
 // Types through XTEST. The one event that it makes is the copy command, and it arrives as
-// Control+Insert: Control+C would end what runs in a terminal. Work queue only.
+// Control+Insert: Control+C would end what runs in a terminal. Between two events no key is held,
+// so either of them may stay away. Work queue only.
 class X11Keyboard final : public Keyboard {
  public:
   // `mayCopy` tells whether the program in front may get the keys. Null without a display.
   static std::unique_ptr<X11Keyboard> create(std::function<bool()> mayCopy);
-  ~X11Keyboard() override;
 
   // Whether the display lets us type at all. Any thread.
   bool canType() const { return canType_; }
@@ -23,18 +24,19 @@ class X11Keyboard final : public Keyboard {
   std::unique_ptr<KeyboardEvent> createKeyboardEvent(std::uint16_t keyCode, bool down) override;
 
  private:
+  struct Chord;
   class CopyEvent;
-  struct Keys;
+  class ReleasedEvent;
 
   X11Keyboard(std::unique_ptr<Connection> connection, std::function<bool()> mayCopy);
-  bool prepareChord();
+  std::optional<Chord> prepareChord();
 
   const std::unique_ptr<Connection> connection_;
   const std::function<bool()> mayCopy_;
   const ActiveWindow activeWindow_;
   const bool canType_;
-  // The keys of the chord under way, shared with its events; null while there is none.
-  std::shared_ptr<Keys> chord_;
+  // Whether the last key going down could be made: then one going up belongs to it.
+  bool chordMade_ = false;
 };
 
 }  // namespace tavin::x11

@@ -86,6 +86,29 @@ TEST_F(X11KeyboardTest, TheCopyCommandArrivesAsControlInsert) {
             (QStringList{"press 37 0", "press 118 4", "release 118 4", "release 37 4"}));
 }
 
+// The program may end between the two.
+TEST_F(X11KeyboardTest, NoKeyIsHeldAfterTheEventOfTheKeyGoingDown) {
+  const auto event = keyboard_->createKeyboardEvent(kCopyKey, true);
+  ASSERT_NE(event, nullptr);
+  event->setFlags(EventFlags::command);
+  event->post();
+  const QStringList chord{"press 37 0", "press 118 4", "release 118 4", "release 37 4"};
+  EXPECT_EQ(keysSoFar(), chord);
+  EXPECT_EQ(keyboard_->flagsState(), 0u);
+  const auto up = keyboard_->createKeyboardEvent(kCopyKey, false);
+  ASSERT_NE(up, nullptr);
+  up->post();
+  EXPECT_EQ(keysSoFar(), QStringList());
+}
+
+TEST_F(X11KeyboardTest, TheKeyGoingUpAloneTypesNothing) {
+  ASSERT_NE(keyboard_->createKeyboardEvent(kCopyKey, true), nullptr);
+  const auto up = keyboard_->createKeyboardEvent(kCopyKey, false);
+  ASSERT_NE(up, nullptr);
+  up->post();
+  EXPECT_EQ(keysSoFar(), QStringList());
+}
+
 TEST_F(X11KeyboardTest, HeldModifiersAreLetGoOfFirstAndNotPressedAgain) {
   user_.press(key::leftAlt);
   user_.press(key::leftShift);
