@@ -4,14 +4,13 @@
 #include <sys/eventfd.h>
 #include <xcb/xfixes.h>
 
-#include <atomic>
 #include <future>
 
 namespace tavin::x11 {
 namespace {
 
 // The thread only ever waits for the X server, so this is a guard against a server that hangs.
-constexpr auto kPatience = std::chrono::seconds(1);
+constexpr double kPatienceSeconds = 1;
 // A cleared clipboard stays ours for a moment: a clipboard manager that fills an abandoned
 // clipboard with its own last entry would race with contents that are put there right afterwards.
 constexpr double kSecondsUntilGivenUp = 0.05;
@@ -53,7 +52,8 @@ ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::ui
       clipboard_(connection_->atom("CLIPBOARD")),
       manager_(connection_->atom("CLIPBOARD_MANAGER")),
       saveTargets_(connection_->atom("SAVE_TARGETS")),
-      scratch_(connection_->atom("TAVIN_CLIPBOARD")),
+      kept_(connection_->atom("TAVIN_CLIPBOARD")),
+      clock_(connection_->atom("TAVIN_CLOCK")),
       answers_(*connection_, transferIdleSeconds),
       wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
   xcb_xfixes_select_selection_input(connection_->get(), window_, clipboard_,
@@ -74,21 +74,20 @@ ClipboardServer::~ClipboardServer() {
 }
 
 std::int64_t ClipboardServer::changeCount() {
-  const auto count = std::make_shared<std::atomic<std::int64_t>>(0);
-  perform([this, count] {
+  perform(Deadline::in(kPatienceSeconds), [this] {
     giveUpIfDue(true);
     synchronise();
-    *count = changes_;
   });
-  return *count;
+  return changes_;
 }
 
 void ClipboardServer::serve(ClipboardContents contents) {
-  perform([this, contents = std::move(contents)]() mutable { claim(std::move(contents)); });
+  perform(Deadline::in(kPatienceSeconds),
+          [this, contents = std::move(contents)]() mutable { claim(std::move(contents)); });
 }
 
 void ClipboardServer::clear() {
-  perform([this] {
+  perform(Deadline::in(kPatienceSeconds), [this] {
     if (claim({}))
       giveUpAt_ = Deadline::in(kSecondsUntilGivenUp);
   });
@@ -98,7 +97,7 @@ bool ClipboardServer::handOver(Deadline deadline) {
   const auto result = std::make_shared<std::promise<bool>>();
   auto answer = result->get_future();
   const auto settle = [result](bool kept) { result->set_value(kept); };
-  const bool asked = perform([this, settle] {
+  const bool asked = perform(deadline, [this, settle] {
     giveUpIfDue(true);
     synchronise();
     xcb_connection_t* c = connection_->get();
@@ -107,9 +106,9 @@ bool ClipboardServer::handOver(Deadline deadline) {
     if (owner(manager_) == XCB_WINDOW_NONE)
       return settle(false);
     const auto targets = answers_.targets();
-    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, scratch_, XCB_ATOM_ATOM, 32,
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, kept_, XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(targets.size()), targets.data());
-    xcb_convert_selection(c, window_, manager_, saveTargets_, scratch_, serverTime());
+    xcb_convert_selection(c, window_, manager_, saveTargets_, kept_, serverTime());
     onHandedOver_ = settle;
   });
   return asked &&
@@ -118,7 +117,7 @@ bool ClipboardServer::handOver(Deadline deadline) {
          answer.get();
 }
 
-bool ClipboardServer::perform(std::function<void()> task) {
+bool ClipboardServer::perform(Deadline deadline, std::function<void()> task) {
   const auto done = std::make_shared<std::promise<void>>();
   auto finished = done->get_future();
   {
@@ -131,7 +130,8 @@ bool ClipboardServer::perform(std::function<void()> task) {
     });
   }
   eventfd_write(wake_.get(), 1);
-  return finished.wait_for(kPatience) == std::future_status::ready;
+  return finished.wait_for(std::chrono::milliseconds(deadline.remainingMs())) ==
+         std::future_status::ready;
 }
 
 void ClipboardServer::run() {
@@ -221,16 +221,24 @@ void ClipboardServer::synchronise() {
   handleQueuedEvents();
 }
 
+// The time by the display's clock; "now", which is less exact, where it is not told in time.
 xcb_timestamp_t ClipboardServer::serverTime() {
   xcb_connection_t* c = connection_->get();
-  const xcb_atom_t clock = scratch_;
-  // Appending nothing changes nothing, but its notice carries the time.
-  xcb_change_property(c, XCB_PROP_MODE_APPEND, window_, clock, XCB_ATOM_ATOM, 32, 0, nullptr);
+  const Deadline deadline = Deadline::in(kPatienceSeconds);
+  // The property says nothing, but the notice of its change carries the time.
+  xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, clock_, XCB_ATOM_INTEGER, 32, 0, nullptr);
   xcb_flush(c);
-  while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(c)}) {
+  while (xcb_connection_has_error(c) == 0) {
+    const Reply<xcb_generic_event_t> event{xcb_poll_for_event(c)};
+    if (!event) {
+      pollfd descriptor{xcb_get_file_descriptor(c), POLLIN, 0};
+      if (deadline.passed() || poll(&descriptor, 1, deadline.remainingMs()) == 0)
+        break;
+      continue;
+    }
     if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY) {
       const auto& change = as<xcb_property_notify_event_t>(*event);
-      if (change.window == window_ && change.atom == clock)
+      if (change.window == window_ && change.atom == clock_)
         return change.time;
     }
     handle(*event);

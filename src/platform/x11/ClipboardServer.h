@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -25,7 +26,8 @@ class ClipboardServer {
   ~ClipboardServer();
 
   // The number of times that any program took or cleared the clipboard since the start. Exact: it
-  // holds everything that happened before the call.
+  // holds everything that happened before the call, or is the last one known where the display
+  // does not answer.
   std::int64_t changeCount();
   void serve(ClipboardContents contents);
   void clear();
@@ -37,7 +39,7 @@ class ClipboardServer {
   ClipboardServer(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent,
                   double transferIdleSeconds);
   // Runs `task` on the thread and waits for it; false when it did not run to its end in time.
-  bool perform(std::function<void()> task);
+  bool perform(Deadline deadline, std::function<void()> task);
 
   // The thread's own, all below.
   void run();
@@ -55,10 +57,10 @@ class ClipboardServer {
   const std::unique_ptr<Connection> connection_;
   const std::uint8_t fixesEvent_;
   const xcb_window_t window_;
-  const xcb_atom_t clipboard_, manager_, saveTargets_, scratch_;
+  const xcb_atom_t clipboard_, manager_, saveTargets_, kept_, clock_;
   ClipboardAnswers answers_;
   bool owning_ = false;
-  std::int64_t changes_ = 0;
+  std::atomic<std::int64_t> changes_ = 0;
   std::optional<Deadline> giveUpAt_;
   std::function<void(bool)> onHandedOver_;
 

@@ -21,6 +21,14 @@ std::string atomName(xcb_connection_t* c, xcb_atom_t atom) {
                : std::string();
 }
 
+// As old programs do it: TEXT comes as the kind of text that it is, and an answer that holds
+// nothing has the type NULL.
+std::string typeOf(const std::string& target) {
+  if (target == "TEXT")
+    return "STRING";
+  return target == "SAVE_TARGETS" ? "NULL" : target;
+}
+
 }  // namespace
 
 ClipboardOwner::ClipboardOwner(Targets targets, OwnerManners manners)
@@ -112,8 +120,7 @@ bool ClipboardOwner::put(const xcb_selection_request_event_t& request, const std
   if (found == targets_.end() || manners_.refuses.contains(name))
     return false;
   const QByteArray& bytes = found->second;
-  // As old programs do it: TEXT comes as the kind of text that it is.
-  const xcb_atom_t type = name == "TEXT" ? connection_->atom("STRING") : request.target;
+  const xcb_atom_t type = connection_->atom(typeOf(name));
   if (bytes.size() > kPiece) {
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     const auto size = static_cast<std::uint32_t>(bytes.size());
