@@ -11,14 +11,35 @@ namespace {
 constexpr double kSecondsForSnapshot = 1.0;
 constexpr double kSecondsForText = 1.0;
 
-// The forms of plain text, best first, and whether they are UTF-8.
-constexpr std::pair<const char*, bool> kTextTargets[] = {
-    {"UTF8_STRING", true},
-    {"text/plain;charset=utf-8", true},
-    {"text/plain;charset=UTF-8", true},
-    {"STRING", false},
-    {"text/plain", true},
-};
+// The forms of plain text, best first. TEXT leaves it to the owner which one it gives.
+constexpr const char* kTextTargets[] = {"UTF8_STRING",
+                                        "text/plain;charset=utf-8",
+                                        "text/plain;charset=UTF-8",
+                                        "STRING",
+                                        "text/plain",
+                                        "TEXT",
+                                        "COMPOUND_TEXT"};
+
+// Compound text is Latin-1 but for the parts in other encodings, between escape sequences. Those
+// in UTF-8 are understood; none where there are others, of the age before Unicode.
+std::optional<QString> fromCompoundText(const QByteArray& bytes) {
+  const QByteArray beginUtf8("\x1b%G");
+  const QByteArray endUtf8("\x1b%@");
+  QString text;
+  for (qsizetype at = 0; at < bytes.size();) {
+    const qsizetype begin = bytes.indexOf('\x1b', at);
+    text += QString::fromLatin1(bytes.mid(at, begin < 0 ? -1 : begin - at));
+    if (begin < 0)
+      break;
+    if (bytes.mid(begin, beginUtf8.size()) != beginUtf8)
+      return std::nullopt;
+    const qsizetype from = begin + beginUtf8.size();
+    const qsizetype end = bytes.indexOf(endUtf8, from);
+    text += QString::fromUtf8(bytes.mid(from, end < 0 ? -1 : end - from));
+    at = end < 0 ? bytes.size() : end + endUtf8.size();
+  }
+  return text;
+}
 
 }  // namespace
 
@@ -53,12 +74,19 @@ std::optional<QString> X11Pasteboard::string() {
   const Connection& connection = reader_->connection();
   const xcb_atom_t clipboard = connection.atom("CLIPBOARD");
   const Deadline deadline = Deadline::in(kSecondsForText);
-  for (const auto& [name, utf8] : kTextTargets) {
-    const auto text = reader_->convert(clipboard, connection.atom(name), deadline);
-    if (text.outcome == Conversion::Outcome::converted && text.format == 8)
-      return utf8 ? QString::fromUtf8(text.bytes) : QString::fromLatin1(text.bytes);
+  for (const char* name : kTextTargets) {
+    const xcb_atom_t target = connection.atom(name);
+    const auto text = reader_->convert(clipboard, target, deadline);
     if (text.outcome == Conversion::Outcome::late)
       return std::nullopt;
+    if (text.outcome != Conversion::Outcome::converted || text.format != 8)
+      continue;
+    const bool anyForm = target == connection.atom("TEXT");
+    const xcb_atom_t form = anyForm ? text.type : target;
+    if (form == connection.atom("COMPOUND_TEXT"))
+      return fromCompoundText(text.bytes);
+    return form == connection.atom("STRING") ? QString::fromLatin1(text.bytes)
+                                             : QString::fromUtf8(text.bytes);
   }
   return std::nullopt;
 }

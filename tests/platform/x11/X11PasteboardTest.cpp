@@ -204,6 +204,12 @@ TEST_F(X11PasteboardTest, ReadsTextInEveryPlainForm) {
       {{{"STRING", "no"}, {"text/plain;charset=utf-8", "ä"}}, "ä"},
       {{{"STRING", "\xe4\xf6"}, {"text/plain", "no"}}, "äö"},
       {{{"text/plain", "only"}}, "only"},
+      {{{"TEXT",
+         "Gr\xfc\xdf"
+         "e"}},
+       "Grüße"},
+      {{{"COMPOUND_TEXT", "plain \xe4 \x1b%Gäöü 😀\x1b%@ \xfc"}}, "plain ä äöü 😀 ü"},
+      {{{"COMPOUND_TEXT", "\x1b%Gunended"}}, "unended"},
       {{{"UTF8_STRING", ""}}, ""},
       {{{"UTF8_STRING", QByteArray(10'000'000, 'x')}}, QString(10'000'000, 'x')},
   };
@@ -211,6 +217,11 @@ TEST_F(X11PasteboardTest, ReadsTextInEveryPlainForm) {
     const ClipboardOwner owner(targets);
     EXPECT_TRUE(pasteboard_->string() == text) << targets.front().first;
   }
+}
+
+TEST_F(X11PasteboardTest, TextInAnEncodingFromBeforeUnicodeIsNone) {
+  const ClipboardOwner owner(Targets{{"COMPOUND_TEXT", "\x1b$(B\x46\x7c"}});
+  EXPECT_EQ(pasteboard_->string(), std::nullopt);
 }
 
 TEST_F(X11PasteboardTest, AnItemWithoutTypesIsServedAsOneWithoutTypes) {
@@ -321,12 +332,45 @@ TEST_F(X11PasteboardTest, HandsWhatItServesToTheClipboardManager) {
   {
     const ManagerPlayer manager(true);
     EXPECT_TRUE(server_->handOver(Deadline::in(0.5)));
+    pasteboard_->writeObjects({{{{"UTF8_STRING", "ours again"}}}});
+    EXPECT_EQ(test::pasted("UTF8_STRING"), "ours again");
+    EXPECT_TRUE(server_->handOver(Deadline::in(0.5)));
   }
   const ManagerPlayer manager(false);
   QElapsedTimer timer;
   timer.start();
   EXPECT_FALSE(server_->handOver(Deadline::in(0.5)));
   EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(900)));
+}
+
+// A display that does nothing for any of the other programs while this object lives.
+class GrabbedDisplay {
+ public:
+  GrabbedDisplay() {
+    xcb_grab_server(connection_->get());
+    connection_->atom("a round trip");
+  }
+
+ private:
+  std::unique_ptr<Connection> connection_ = Connection::open();
+};
+
+TEST_F(X11PasteboardTest, ADisplayThatHangsIsGivenUpInTimeAndLooksUnchanged) {
+  pasteboard_->writeObjects({{{{"UTF8_STRING", "ours"}}}});
+  const auto count = pasteboard_->changeCount();
+  {
+    const ManagerPlayer manager(true);
+    const GrabbedDisplay grabbed;
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_FALSE(server_->handOver(Deadline::in(0.5)));
+    EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(900)));
+    timer.restart();
+    EXPECT_EQ(pasteboard_->changeCount(), count);
+    EXPECT_THAT(timer.elapsed(), AllOf(Gt(900), Lt(1400)));
+  }
+  EXPECT_EQ(test::pasted("UTF8_STRING"), "ours");
+  EXPECT_EQ(pasteboard_->changeCount(), count);
 }
 
 }  // namespace
