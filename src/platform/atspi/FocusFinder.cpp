@@ -9,6 +9,12 @@ namespace {
 
 // Enough for any window that shows text; a larger tree is cut off there.
 constexpr std::size_t kMostObjects = 20'000;
+// The others of the program would not be reached otherwise.
+constexpr std::size_t kMostChildren = 2'000;
+constexpr std::size_t kMostWindows = 500;
+constexpr std::size_t kMostFocused = 500;
+// Answers are kept until all of a batch are there, and each of them may be large.
+constexpr std::size_t kBatch = 200;
 
 std::vector<QDBusMessage> askEach(Bus& bus, const std::vector<ObjectRef>& objects,
                                   const char* interface, const char* member, Deadline deadline,
@@ -18,8 +24,25 @@ std::vector<QDBusMessage> askEach(Bus& bus, const std::vector<ObjectRef>& object
   return bus.ask(questions, deadline);
 }
 
-void append(std::vector<ObjectRef>& list, const std::vector<ObjectRef>& more) {
-  list.insert(list.end(), more.begin(), more.end());
+// Adds the first ones of `more`, and of them only as many as make the list `most` long.
+void append(std::vector<ObjectRef>& list, const std::vector<ObjectRef>& more, std::size_t most) {
+  const std::size_t count = std::min(more.size(), most - std::min(most, list.size()));
+  list.insert(list.end(), more.begin(), more.begin() + static_cast<std::ptrdiff_t>(count));
+}
+
+std::vector<ObjectRef> childrenOf(Bus& bus, const std::vector<ObjectRef>& objects, std::size_t most,
+                                  Deadline deadline) {
+  std::vector<ObjectRef> children;
+  for (std::size_t i = 0; i < objects.size() && children.size() < most; i += kBatch) {
+    const auto begin = objects.begin() + static_cast<std::ptrdiff_t>(i);
+    const auto size = std::min(kBatch, objects.size() - i);
+    const std::vector<ObjectRef> batch(begin, begin + static_cast<std::ptrdiff_t>(size));
+    if (deadline.passed())
+      break;
+    for (const auto& answer : askEach(bus, batch, "Accessible", "GetChildren", deadline))
+      append(children, objectsIn(answer), std::min(most, children.size() + kMostChildren));
+  }
+  return children;
 }
 
 // Goes down level by level, all objects of a level at once. The whole window: toolkits give the
@@ -39,15 +62,9 @@ std::vector<ObjectRef> walkToFocus(Bus& bus, const ObjectRef& window, Deadline d
       if (states.has(States::visible) || states.has(States::showing))
         visible.push_back(level[i]);
     }
-    level.clear();
-    for (const auto& children : askEach(bus, visible, "Accessible", "GetChildren", deadline))
-      append(level, objectsIn(children));
+    level = childrenOf(bus, visible, kMostObjects - std::min(kMostObjects, seen), deadline);
   }
   return found;
-}
-
-bool isLate(const QDBusMessage& answer) {
-  return answer.errorName() == "org.freedesktop.DBus.Error.NoReply";
 }
 
 std::vector<ObjectRef> focusedBelow(Bus& bus, const std::vector<ObjectRef>& windows,
@@ -62,10 +79,10 @@ std::vector<ObjectRef> focusedBelow(Bus& bus, const std::vector<ObjectRef>& wind
           Question{windows[i], "Collection", "GetMatches", matchesWithState(States::focused)},
           deadline);
     if (isAnswer(answers[i])) {
-      append(found, objectsIn(answers[i]));
+      append(found, objectsIn(answers[i]), kMostFocused);
     } else if (!isLate(answers[i])) {
       search.walked = true;  // The program has no Collection.
-      append(found, walkToFocus(bus, windows[i], deadline));
+      append(found, walkToFocus(bus, windows[i], deadline), kMostFocused);
     }
   }
   return found;
@@ -138,7 +155,7 @@ std::optional<FocusedObject> soleSelection(Bus& bus, const FocusSearch& search, 
 
 FocusSearch findFocus(Bus& bus, const ObjectRef& program, Deadline deadline) {
   FocusSearch search;
-  const auto windows = objectsIn(bus.ask(Question{program, "Accessible", "GetChildren"}, deadline));
+  const auto windows = childrenOf(bus, {program}, kMostWindows, deadline);
   const auto states = askEach(bus, windows, "Accessible", "GetState", deadline);
   std::vector<ObjectRef> others;
   for (std::size_t i = 0; i < windows.size(); ++i)
@@ -149,7 +166,7 @@ FocusSearch findFocus(Bus& bus, const ObjectRef& program, Deadline deadline) {
     found = focusedBelow(bus, others, search, deadline);
   search.focus =
       found.empty() ? soleSelection(bus, search, deadline) : choose(describe(bus, found, deadline));
-  append(search.windows, others);
+  append(search.windows, others, kMostWindows);
   if (search.focus)
     search.focus->password = isPassword(bus, *search.focus, deadline);
   return search;

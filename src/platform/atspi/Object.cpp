@@ -36,6 +36,10 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, ObjectRef& object
 
 bool isAnswer(const QDBusMessage& answer) { return answer.type() == QDBusMessage::ReplyMessage; }
 
+bool isLate(const QDBusMessage& answer) {
+  return answer.errorName() == "org.freedesktop.DBus.Error.NoReply";
+}
+
 std::vector<ObjectRef> objectsIn(const QDBusMessage& answer) {
   std::vector<ObjectRef> objects;
   if (!holds(answer, "a(so)"))

@@ -67,5 +67,7 @@ Role roleIn(const QDBusMessage& answer);
 // The answer's first value; that of a property is taken out of its variant.
 QVariant valueIn(const QDBusMessage& answer);
 bool isAnswer(const QDBusMessage& answer);
+// Whether the program did not answer in time.
+bool isLate(const QDBusMessage& answer);
 
 }  // namespace tavin::atspi

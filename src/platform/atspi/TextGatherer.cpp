@@ -10,6 +10,9 @@ constexpr QChar kObjectMark(0xfffc);
 constexpr QChar kFiller(0xfeff);
 // Selections of one object; beyond this a program is making fun of us.
 constexpr int kMostSelections = 1000;
+// The same for all objects of a text together, and for the marks in the text of one level.
+constexpr std::size_t kMostRanges = 20'000;
+constexpr std::size_t kMostMarks = 20'000;
 
 // Whether an object of that role stands within a line of text.
 bool isInline(Role role) {
@@ -39,8 +42,9 @@ GatheredText TextGatherer::gather(const ObjectRef& object) {
   nodes_.clear();
   nodes_.push_back({object, Role::unknown, {}, {}});
   result_ = {};
+  ranges_ = 0;
   std::vector<std::size_t> level{0};
-  while (!level.empty()) level = resolve(readSelections(level));
+  while (!level.empty() && !deadline_.passed()) level = resolve(readSelections(level));
   result_.text = assemble(0);
   result_.complete = result_.complete && !deadline_.passed();
   return result_;
@@ -56,8 +60,12 @@ std::vector<TextGatherer::Mark> TextGatherer::readSelections(
   std::vector<Question> ranges;
   std::vector<std::size_t> owners;
   for (std::size_t i = 0; i < nodes.size(); ++i) {
-    const int count = std::min(valueIn(countAnswers[i]).toInt(), kMostSelections);
-    for (int selection = 0; selection < count; ++selection) {
+    const int count = valueIn(countAnswers[i]).toInt();
+    const auto room = static_cast<int>(kMostRanges - std::min(kMostRanges, ranges_));
+    const int asked = std::min({count, kMostSelections, room});
+    result_.complete = result_.complete && asked >= count;
+    ranges_ += static_cast<std::size_t>(std::max(asked, 0));
+    for (int selection = 0; selection < asked; ++selection) {
       ranges.push_back({nodes_[nodes[i]].object, "Text", "GetSelection", {selection}});
       owners.push_back(nodes[i]);
     }
@@ -93,6 +101,10 @@ void TextGatherer::split(std::size_t node, const QString& text, int start,
     }
     if (mark < 0)
       break;
+    if (marks.size() == kMostMarks) {
+      result_.complete = false;
+      break;
+    }
     offset += static_cast<int>(
         std::count_if(stretch.begin(), stretch.end(), [](QChar c) { return !c.isLowSurrogate(); }));
     marks.push_back({node, pieces.size(), offset});

@@ -50,6 +50,7 @@ class TextGatherer {
   const std::size_t mostObjects_;
   const Deadline deadline_;
   std::vector<Node> nodes_;
+  std::size_t ranges_ = 0;  // Asked for so far.
   GatheredText result_;
 };
 
