@@ -162,6 +162,14 @@ bool Reading::losesCharacters(const QString& text) {
                  .toString() == "Chromium";
 }
 
+// Whether the first or the last one of the paragraphs has a part in the selection, by their answers
+// to how many selections they have. What else stands beside them answers with an error.
+bool mayGoOnOutOfView(const std::vector<QDBusMessage>& counts) {
+  const auto first = std::find_if(counts.begin(), counts.end(), isAnswer);
+  const auto last = std::find_if(counts.rbegin(), counts.rend(), isAnswer);
+  return first != counts.end() && (valueIn(*first).toInt() > 0 || valueIn(*last).toInt() > 0);
+}
+
 // A word processor's paragraphs each know their own part only, and those out of view are not shown
 // to accessibility at all.
 std::optional<QString> Reading::readParagraphs(const ObjectRef& document) {
@@ -171,19 +179,23 @@ std::optional<QString> Reading::readParagraphs(const ObjectRef& document) {
   for (const auto& paragraph : paragraphs)
     questions.push_back({paragraph, "Text", "GetNSelections"});
   const auto counts = bus_.ask(questions, deadline_);
+  bool complete = std::none_of(counts.begin(), counts.end(), isLate);
   QStringList texts;
-  for (std::size_t i = 0; i < paragraphs.size(); ++i) {
+  for (std::size_t i = 0; i < paragraphs.size() && !deadline_.passed(); ++i) {
     if (valueIn(counts[i]).toInt() == 0)
       continue;
-    const auto text = TextGatherer(bus_, kFewObjects, deadline_).gather(paragraphs[i]);
+    const auto text = TextGatherer(bus_, kManyObjects, deadline_).gather(paragraphs[i]);
+    complete = complete && text.complete;
     if (!text.text.isEmpty())
       texts << text.text;
   }
-  if (texts.size() > 1) {
+  if (texts.isEmpty() || deadline_.passed())
+    return std::nullopt;
+  if (texts.size() > 1 || !complete || mayGoOnOutOfView(counts)) {
     if (auto whole = primaryWith(texts))
       return whole;
   }
-  return texts.isEmpty() ? std::nullopt : std::optional(texts.join('\n'));
+  return complete ? std::optional(texts.join('\n')) : std::nullopt;
 }
 
 // PRIMARY, where it is the same selection: the focused program's, with all these parts in it.
