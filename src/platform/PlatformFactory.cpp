@@ -33,8 +33,8 @@ StartedPlatform cannotStart(const QByteArray& reason) {
   return {.platform = nullptr, .exitCode = 1};
 }
 
-std::unique_ptr<HotkeyService> chooseHotkeys() {
-  if (auto grabs = x11::HotkeyGrabs::create())
+std::unique_ptr<HotkeyService> chooseHotkeys(SystemLog& log) {
+  if (auto grabs = x11::HotkeyGrabs::create(log))
     return grabs;
   return std::make_unique<desktop::NoHotkeys>(
       QStringLiteral("the X display has no XInput 2.1 or later"));
@@ -62,7 +62,7 @@ void addX11Parts(Platform& platform, x11::Capture capture) {
   platform.makeStatusItem = [commandChosen = std::move(capture.menuCommandChosen)] {
     return createStatusItem(commandChosen);
   };
-  platform.hotkeys = chooseHotkeys();
+  platform.hotkeys = chooseHotkeys(*platform.log);
   platform.workspace = std::make_unique<desktop::DesktopWorkspace>(x11::ringDisplayBell);
 }
 

@@ -24,11 +24,11 @@ struct HotkeyGrabs::HotKey final : EventHotKey {
   std::vector<KeyGrab> grabs;
 };
 
-std::unique_ptr<HotkeyGrabs> HotkeyGrabs::create() {
+std::unique_ptr<HotkeyGrabs> HotkeyGrabs::create(SystemLog& log) {
   auto connection = Connection::open();
   if (!connection)
     return nullptr;
-  std::unique_ptr<HotkeyGrabs> service(new HotkeyGrabs(std::move(connection)));
+  std::unique_ptr<HotkeyGrabs> service(new HotkeyGrabs(std::move(connection), log));
   service->keyboard_.announceTo(*service->connection_);
   if (!service->heldKeys_.prepare())
     return nullptr;
@@ -36,8 +36,9 @@ std::unique_ptr<HotkeyGrabs> HotkeyGrabs::create() {
   return service;
 }
 
-HotkeyGrabs::HotkeyGrabs(std::unique_ptr<Connection> connection)
+HotkeyGrabs::HotkeyGrabs(std::unique_ptr<Connection> connection, SystemLog& log)
     : connection_(std::move(connection)),
+      log_(log),
       heldKeys_(*connection_),
       notifier_(xcb_get_file_descriptor(connection_->get()), QSocketNotifier::Read) {
   QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { readEvents(); });
@@ -146,7 +147,11 @@ void HotkeyGrabs::followKeyboard() {
     return;
   mapping_ = std::move(mapping);
   for (const auto& hotKey : hotKeys_) ungrab(*hotKey);
-  for (const auto& hotKey : hotKeys_) grab(*hotKey);
+  for (const auto& hotKey : hotKeys_) {
+    if (const auto refusal = grab(*hotKey))
+      log_.write(QStringLiteral("Tavin: a shortcut was lost when the keyboard changed: ") +
+                 refusal->reason);
+  }
 }
 
 }  // namespace tavin::x11

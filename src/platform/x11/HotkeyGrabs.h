@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/HotkeyService.h"
+#include "platform/SystemLog.h"
 #include "platform/x11/Connection.h"
 #include "platform/x11/HeldKeys.h"
 #include "platform/x11/HotkeyMapping.h"
@@ -16,8 +17,9 @@ namespace tavin::x11 {
 // Global shortcuts as key grabs on a connection of their own. Main thread only.
 class HotkeyGrabs final : public HotkeyService {
  public:
-  // Null where there is no display, or one without XInput 2.1.
-  static std::unique_ptr<HotkeyGrabs> create();
+  // Null where there is no display, or one without XInput 2.1. `log`, not owned, is told of a
+  // shortcut that another program took while the keyboard changed; the next change tries again.
+  static std::unique_ptr<HotkeyGrabs> create(SystemLog& log);
 
   std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
   // A refusal's status is the X error code.
@@ -28,7 +30,7 @@ class HotkeyGrabs final : public HotkeyService {
  private:
   struct HotKey;
 
-  explicit HotkeyGrabs(std::unique_ptr<Connection> connection);
+  HotkeyGrabs(std::unique_ptr<Connection> connection, SystemLog& log);
   std::optional<GrabRefusal> grab(HotKey& hotKey);
   void ungrab(HotKey& hotKey);
   bool isRegistered(const HotKey& wanted) const;
@@ -39,6 +41,7 @@ class HotkeyGrabs final : public HotkeyService {
   void followKeyboard();
 
   std::unique_ptr<Connection> connection_;
+  SystemLog& log_;
   KeyboardExtension keyboard_;
   HeldKeys heldKeys_;
   HotkeyMapping mapping_;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Eventually.h"
+#include "fake/FakeServices.h"
 #include "platform/x11/HotkeyGrabs.h"
 #include "platform/x11/TestKeyboard.h"
 
@@ -43,7 +44,8 @@ class HotkeyTest : public testing::Test {
 
   int argumentCount_ = 0;
   QCoreApplication application_{argumentCount_, nullptr};
-  std::unique_ptr<HotkeyService> service_ = x11::HotkeyGrabs::create();
+  test::FakeLog log_;
+  std::unique_ptr<HotkeyService> service_ = x11::HotkeyGrabs::create(log_);
   TestKeyboard keyboard_;
   std::vector<std::uint32_t> pressed_;
 };
