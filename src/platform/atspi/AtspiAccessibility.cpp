@@ -9,7 +9,7 @@ namespace tavin::atspi {
 namespace {
 
 // Asking may start the service, which takes longer than an answer.
-constexpr double kSecondsForSwitch = 0.5;
+constexpr double secondsForSwitch = 0.5;
 
 class FocusedElement final : public UIElement {
  public:
@@ -56,7 +56,7 @@ AtspiAccessibility::AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, Sy
     : tracker_(std::move(tracker)), log_(log), canCopy_(std::move(canCopy)) {}
 
 bool AtspiAccessibility::isProcessTrusted(bool prompt) {
-  const Deadline deadline = Deadline::in(kSecondsForSwitch);
+  const Deadline deadline = Deadline::in(secondsForSwitch);
   const SwitchState state = readSwitch(deadline);
   if (state == SwitchState::missing)
     return canCopy_();
@@ -73,7 +73,7 @@ bool AtspiAccessibility::isProcessTrusted(bool prompt) {
 }
 
 bool AtspiAccessibility::turnOn(const char* reason) {
-  if (!turnSwitchOn(Deadline::in(kSecondsForSwitch)))
+  if (!turnSwitchOn(Deadline::in(secondsForSwitch)))
     return false;
   log_.write(reason);
   return true;

@@ -9,7 +9,7 @@
 namespace tavin::atspi {
 namespace {
 
-const ObjectRef kRoot{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
+const ObjectRef registryRoot{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
 
 QDBusMessage messageFor(const Question& question) {
   const QString interface = QLatin1String(question.interface);
@@ -59,7 +59,7 @@ bool Bus::connect(Deadline deadline) {
 // Accessibility may be switched off when its last listener leaves. Being registered costs nothing:
 // without a match rule the bus sends us none of these events.
 void Bus::keepListenerRegistered() {
-  auto message = messageFor({{kRoot.service, "/org/a11y/atspi/registry"},
+  auto message = messageFor({{registryRoot.service, "/org/a11y/atspi/registry"},
                              "Registry",
                              "RegisterEvent",
                              {QString("window:activate"), QStringList()}});
@@ -99,7 +99,7 @@ std::vector<QDBusMessage> Bus::ask(const std::vector<Question>& questions, Deadl
 }
 
 std::vector<ObjectRef> Bus::programs(Deadline deadline) {
-  return objectsIn(ask({kRoot, "Accessible", "GetChildren"}, deadline));
+  return objectsIn(ask({registryRoot, "Accessible", "GetChildren"}, deadline));
 }
 
 std::vector<std::int64_t> Bus::processIds(const std::vector<ObjectRef>& programs,

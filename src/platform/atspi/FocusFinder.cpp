@@ -8,13 +8,13 @@ namespace tavin::atspi {
 namespace {
 
 // Enough for any window that shows text; a larger tree is cut off there.
-constexpr std::size_t kMostObjects = 20'000;
+constexpr std::size_t mostVisited = 20'000;
 // The others of the program would not be reached otherwise.
-constexpr std::size_t kMostChildren = 2'000;
-constexpr std::size_t kMostWindows = 500;
-constexpr std::size_t kMostFocused = 500;
+constexpr std::size_t mostChildren = 2'000;
+constexpr std::size_t mostWindows = 500;
+constexpr std::size_t mostFocused = 500;
 // Answers are kept until all of a batch are there, and each of them may be large.
-constexpr std::size_t kBatch = 200;
+constexpr std::size_t batchSize = 200;
 
 std::vector<QDBusMessage> askEach(Bus& bus, const std::vector<ObjectRef>& objects,
                                   const char* interface, const char* member, Deadline deadline,
@@ -33,14 +33,14 @@ void append(std::vector<ObjectRef>& list, const std::vector<ObjectRef>& more, st
 std::vector<ObjectRef> childrenOf(Bus& bus, const std::vector<ObjectRef>& objects, std::size_t most,
                                   Deadline deadline) {
   std::vector<ObjectRef> children;
-  for (std::size_t i = 0; i < objects.size() && children.size() < most; i += kBatch) {
+  for (std::size_t i = 0; i < objects.size() && children.size() < most; i += batchSize) {
     const auto begin = objects.begin() + static_cast<std::ptrdiff_t>(i);
-    const auto size = std::min(kBatch, objects.size() - i);
+    const auto size = std::min(batchSize, objects.size() - i);
     const std::vector<ObjectRef> batch(begin, begin + static_cast<std::ptrdiff_t>(size));
     if (deadline.passed())
       break;
     for (const auto& answer : askEach(bus, batch, "Accessible", "GetChildren", deadline))
-      append(children, objectsIn(answer), std::min(most, children.size() + kMostChildren));
+      append(children, objectsIn(answer), std::min(most, children.size() + mostChildren));
   }
   return children;
 }
@@ -51,7 +51,7 @@ std::vector<ObjectRef> walkToFocus(Bus& bus, const ObjectRef& window, Deadline d
   std::vector<ObjectRef> found;
   std::vector<ObjectRef> level{window};
   std::size_t seen = 0;
-  while (!level.empty() && seen < kMostObjects && !deadline.passed()) {
+  while (!level.empty() && seen < mostVisited && !deadline.passed()) {
     seen += level.size();
     const auto answers = askEach(bus, level, "Accessible", "GetState", deadline);
     std::vector<ObjectRef> visible;
@@ -62,7 +62,7 @@ std::vector<ObjectRef> walkToFocus(Bus& bus, const ObjectRef& window, Deadline d
       if (states.has(States::visible) || states.has(States::showing))
         visible.push_back(level[i]);
     }
-    level = childrenOf(bus, visible, kMostObjects - std::min(kMostObjects, seen), deadline);
+    level = childrenOf(bus, visible, mostVisited - std::min(mostVisited, seen), deadline);
   }
   return found;
 }
@@ -79,10 +79,10 @@ std::vector<ObjectRef> focusedBelow(Bus& bus, const std::vector<ObjectRef>& wind
           Question{windows[i], "Collection", "GetMatches", matchesWithState(States::focused)},
           deadline);
     if (isAnswer(answers[i])) {
-      append(found, objectsIn(answers[i]), kMostFocused);
+      append(found, objectsIn(answers[i]), mostFocused);
     } else if (!isLate(answers[i])) {
       search.walked = true;  // The program has no Collection.
-      append(found, walkToFocus(bus, windows[i], deadline), kMostFocused);
+      append(found, walkToFocus(bus, windows[i], deadline), mostFocused);
     }
   }
   return found;
@@ -155,7 +155,7 @@ std::optional<FocusedObject> soleSelection(Bus& bus, const FocusSearch& search, 
 
 FocusSearch findFocus(Bus& bus, const ObjectRef& program, Deadline deadline) {
   FocusSearch search;
-  const auto windows = childrenOf(bus, {program}, kMostWindows, deadline);
+  const auto windows = childrenOf(bus, {program}, mostWindows, deadline);
   const auto states = askEach(bus, windows, "Accessible", "GetState", deadline);
   std::vector<ObjectRef> others;
   for (std::size_t i = 0; i < windows.size(); ++i)
@@ -166,7 +166,7 @@ FocusSearch findFocus(Bus& bus, const ObjectRef& program, Deadline deadline) {
     found = focusedBelow(bus, others, search, deadline);
   search.focus =
       found.empty() ? soleSelection(bus, search, deadline) : choose(describe(bus, found, deadline));
-  append(search.windows, others, kMostWindows);
+  append(search.windows, others, mostWindows);
   if (search.focus)
     search.focus->password = isPassword(bus, *search.focus, deadline);
   return search;

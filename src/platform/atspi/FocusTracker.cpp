@@ -8,19 +8,19 @@
 namespace tavin::atspi {
 namespace {
 
-constexpr double kSecondsToFind = 0.6;
+constexpr double secondsToFind = 0.6;
 // A copy follows the look at accessibility after at most half a second of waiting for the
 // modifier keys, and the text that was read in between.
-constexpr double kSecondsFresh = 3;
+constexpr double secondsFresh = 3;
 // Enough objects to see whether a text is among them.
-constexpr int kMostTexts = 50;
+constexpr int mostTexts = 50;
 
 }  // namespace
 
 Focus FocusTracker::look() { return lookInto(windows_->frontWindow()); }
 
 Focus FocusTracker::lookInto(const FrontWindow& window) {
-  const Deadline deadline = Deadline::in(kSecondsToFind);
+  const Deadline deadline = Deadline::in(secondsToFind);
   last_ = {};
   last_.window = window;
   if (window.id != 0 && bus_.connect(deadline)) {
@@ -31,7 +31,7 @@ Focus FocusTracker::lookInto(const FrontWindow& window) {
       last_.showsNoText = !text && showsNoText(found->search, deadline);
     }
   }
-  lastIsFresh_ = Deadline::in(kSecondsFresh);
+  lastIsFresh_ = Deadline::in(secondsFresh);
   return last_;
 }
 
@@ -40,7 +40,7 @@ bool FocusTracker::showsNoText(const FocusSearch& search, Deadline deadline) {
   if (search.walked || search.windows.empty())
     return false;
   const auto answer = bus_.ask(Question{search.windows.front(), "Collection", "GetMatches",
-                                        matchesWithInterface("Text", kMostTexts)},
+                                        matchesWithInterface("Text", mostTexts)},
                                deadline);
   if (!isAnswer(answer))
     return false;

@@ -7,7 +7,7 @@ namespace tavin::atspi {
 namespace {
 
 // No window has more objects side by side; what a hostile program sends beyond is not looked at.
-constexpr std::size_t kLongestList = 20'000;
+constexpr std::size_t longestList = 20'000;
 
 // The answer's first value, where it has that D-Bus type.
 bool holds(const QDBusMessage& answer, const char* signature) {
@@ -46,7 +46,7 @@ std::vector<ObjectRef> objectsIn(const QDBusMessage& answer) {
     return objects;
   const auto list = answer.arguments().first().value<QDBusArgument>();
   list.beginArray();
-  while (!list.atEnd() && objects.size() < kLongestList) {
+  while (!list.atEnd() && objects.size() < longestList) {
     ObjectRef object;
     list >> object;
     if (!object.isNull())

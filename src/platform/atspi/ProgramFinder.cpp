@@ -9,7 +9,7 @@ namespace tavin::atspi {
 namespace {
 
 // How often the answers of many programs are looked at while some are missing.
-constexpr auto kInterval = std::chrono::microseconds(500);
+constexpr auto lookInterval = std::chrono::microseconds(500);
 
 // Of the programs that are asked all at once, the first to answer with a focused object in an
 // active window; one that hangs keeps nobody waiting.
@@ -33,7 +33,7 @@ std::optional<FoundProgram> firstWithFocus(Bus& bus, const std::vector<ObjectRef
       if (found.search.focus && found.search.inActiveWindow)
         return found;
     }
-    std::this_thread::sleep_for(kInterval);
+    std::this_thread::sleep_for(lookInterval);
   }
   return std::nullopt;
 }

@@ -10,12 +10,12 @@ namespace {
 
 using PrimaryProof = WindowSystem::PrimaryProof;
 
-constexpr double kSecondsForText = 1.5;
+constexpr double secondsForText = 1.5;
 // A page with more paragraphs than this in its selection comes faster through PRIMARY.
-constexpr std::size_t kFewObjects = 24;
-constexpr std::size_t kManyObjects = 20'000;
-constexpr int kDeepestObject = 40;
-constexpr int kPanesAroundDocument = 2;
+constexpr std::size_t fewObjects = 24;
+constexpr std::size_t manyObjects = 20'000;
+constexpr int deepestObject = 40;
+constexpr int panesAroundDocument = 2;
 
 // One reading of one focused object's selection.
 class Reading {
@@ -38,7 +38,7 @@ class Reading {
   Bus& bus_;
   WindowSystem& windows_;
   const Focus& focus_;
-  const Deadline deadline_ = Deadline::in(kSecondsForText);
+  const Deadline deadline_ = Deadline::in(secondsForText);
 };
 
 // What is left of a text when line breaks and marks, which differ between the two roads, are out.
@@ -104,14 +104,14 @@ std::optional<QString> Reading::readObject() {
 // A word processor whose cursor is out of view gives the focus to a pane around its document.
 std::optional<ObjectRef> Reading::documentIn(const ObjectRef& pane) {
   std::vector<ObjectRef> level{pane};
-  for (int depth = 0; depth < kPanesAroundDocument; ++depth) {
+  for (int depth = 0; depth < panesAroundDocument; ++depth) {
     std::vector<Question> questions;
     for (const auto& object : level) questions.push_back({object, "Accessible", "GetChildren"});
     level.clear();
     for (const auto& answer : bus_.ask(questions, deadline_)) {
       const auto children = objectsIn(answer);
       level.insert(level.end(), children.begin(),
-                   children.begin() + std::min<std::ptrdiff_t>(std::ssize(children), kFewObjects));
+                   children.begin() + std::min<std::ptrdiff_t>(std::ssize(children), fewObjects));
     }
     questions.clear();
     for (const auto& object : level) questions.push_back({object, "Accessible", "GetRole"});
@@ -128,7 +128,7 @@ std::optional<ObjectRef> Reading::documentIn(const ObjectRef& pane) {
 std::vector<ObjectRef> Reading::ancestors(std::vector<Role>& roles) {
   std::vector<ObjectRef> above;
   ObjectRef object = focus_.object->object;
-  while (above.size() < kDeepestObject && !deadline_.passed()) {
+  while (above.size() < deepestObject && !deadline_.passed()) {
     object = objectIn(bus_.ask(property(object, "Accessible", "Parent"), deadline_));
     if (object.isNull())
       break;
@@ -143,14 +143,14 @@ std::vector<ObjectRef> Reading::ancestors(std::vector<Role>& roles) {
 }
 
 std::optional<QString> Reading::readPage(const ObjectRef& object) {
-  const auto sample = TextGatherer(bus_, kFewObjects, deadline_).gather(object);
+  const auto sample = TextGatherer(bus_, fewObjects, deadline_).gather(object);
   if (sample.complete && !losesCharacters(sample.text))
     return sample.text;
   if (auto whole = primaryWith(sample.parts))
     return whole;
   if (sample.complete)
     return sample.text;
-  const auto text = TextGatherer(bus_, kManyObjects, deadline_).gather(object);
+  const auto text = TextGatherer(bus_, manyObjects, deadline_).gather(object);
   return text.complete ? std::optional(text.text) : std::nullopt;
 }
 
@@ -184,7 +184,7 @@ std::optional<QString> Reading::readParagraphs(const ObjectRef& document) {
   for (std::size_t i = 0; i < paragraphs.size() && !deadline_.passed(); ++i) {
     if (valueIn(counts[i]).toInt() == 0)
       continue;
-    const auto text = TextGatherer(bus_, kManyObjects, deadline_).gather(paragraphs[i]);
+    const auto text = TextGatherer(bus_, manyObjects, deadline_).gather(paragraphs[i]);
     complete = complete && text.complete;
     if (!text.text.isEmpty())
       texts << text.text;

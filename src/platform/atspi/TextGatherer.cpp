@@ -6,13 +6,13 @@
 namespace tavin::atspi {
 namespace {
 
-constexpr QChar kObjectMark(0xfffc);
-constexpr QChar kFiller(0xfeff);
+constexpr QChar objectMark(0xfffc);
+constexpr QChar fillerMark(0xfeff);
 // Selections of one object; beyond this a program is making fun of us.
-constexpr int kMostSelections = 1000;
+constexpr int mostSelections = 1000;
 // The same for all objects of a text together, and for the marks in the text of one level.
-constexpr std::size_t kMostRanges = 20'000;
-constexpr std::size_t kMostMarks = 20'000;
+constexpr std::size_t mostRanges = 20'000;
+constexpr std::size_t mostMarks = 20'000;
 
 // Whether an object of that role stands within a line of text.
 bool isInline(Role role) {
@@ -26,13 +26,13 @@ bool isInline(Role role) {
 }  // namespace
 
 QString withoutMarks(const QString& text) {
-  if (!text.contains(kObjectMark) && !text.contains(kFiller))
+  if (!text.contains(objectMark) && !text.contains(fillerMark))
     return text;  // As nearly always; a text may be long.
   QString clean;
   clean.reserve(text.size());
   for (const QChar c : text) {
-    const bool filler = c == kFiller && !clean.isEmpty() && clean.back().isLowSurrogate();
-    if (c != kObjectMark && !filler)
+    const bool filler = c == fillerMark && !clean.isEmpty() && clean.back().isLowSurrogate();
+    if (c != objectMark && !filler)
       clean += c;
   }
   return clean;
@@ -61,8 +61,8 @@ std::vector<TextGatherer::Mark> TextGatherer::readSelections(
   std::vector<std::size_t> owners;
   for (std::size_t i = 0; i < nodes.size(); ++i) {
     const int count = valueIn(countAnswers[i]).toInt();
-    const auto room = static_cast<int>(kMostRanges - std::min(kMostRanges, ranges_));
-    const int asked = std::min({count, kMostSelections, room});
+    const auto room = static_cast<int>(mostRanges - std::min(mostRanges, ranges_));
+    const int asked = std::min({count, mostSelections, room});
     result_.complete = result_.complete && asked >= count;
     ranges_ += static_cast<std::size_t>(std::max(asked, 0));
     for (int selection = 0; selection < asked; ++selection) {
@@ -93,7 +93,7 @@ void TextGatherer::split(std::size_t node, const QString& text, int start,
   auto& pieces = nodes_[node].pieces;
   int offset = start;
   for (qsizetype from = 0; from < text.size();) {
-    const qsizetype mark = text.indexOf(kObjectMark, from);
+    const qsizetype mark = text.indexOf(objectMark, from);
     const QString stretch = text.sliced(from, (mark < 0 ? text.size() : mark) - from);
     if (!stretch.isEmpty()) {
       pieces.push_back({stretch});
@@ -101,7 +101,7 @@ void TextGatherer::split(std::size_t node, const QString& text, int start,
     }
     if (mark < 0)
       break;
-    if (marks.size() == kMostMarks) {
+    if (marks.size() == mostMarks) {
       result_.complete = false;
       break;
     }

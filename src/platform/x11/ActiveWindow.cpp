@@ -9,7 +9,7 @@
 namespace tavin::x11 {
 namespace {
 
-constexpr int kDeepestWindow = 64;
+constexpr int deepestWindow = 64;
 
 bool exists(const Connection& connection, xcb_window_t window) {
   xcb_connection_t* c = connection.get();
@@ -53,7 +53,7 @@ xcb_window_t ActiveWindow::focused() const {
   if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == connection_.root())
     return XCB_WINDOW_NONE;
   xcb_window_t window = focus->focus;
-  for (int i = 0; i < kDeepestWindow && windowClass(connection_, window).empty(); ++i) {
+  for (int i = 0; i < deepestWindow && windowClass(connection_, window).empty(); ++i) {
     const Reply<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(c, xcb_query_tree(c, window), nullptr));
     if (!tree || tree->parent == connection_.root() || tree->parent == XCB_WINDOW_NONE)

@@ -8,7 +8,7 @@
 namespace tavin::x11 {
 namespace {
 
-constexpr double kSecondsForHandOver = 0.5;
+constexpr double secondsForHandOver = 0.5;
 
 }  // namespace
 
@@ -34,7 +34,7 @@ std::optional<Capture> createCapture(SystemLog& log) {
   capture.pasteboard = std::make_unique<X11Pasteboard>(std::move(clipboardReader), clipboard);
   capture.menuCommandChosen = [tracker, menuWaiter] { menuWaiter->menuCommandChosen(); };
   capture.handOverClipboard = [clipboard] {
-    clipboard->handOver(Deadline::in(kSecondsForHandOver));
+    clipboard->handOver(Deadline::in(secondsForHandOver));
   };
   return capture;
 }

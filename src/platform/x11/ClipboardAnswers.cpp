@@ -6,7 +6,7 @@ namespace tavin::x11 {
 namespace {
 
 // Enough for every form that a program may ask for at once.
-constexpr std::uint32_t kLongestPairList = 4096;
+constexpr std::uint32_t longestPairList = 4096;
 
 template <typename Unit>
 ClipboardTarget listOf(xcb_atom_t type, const std::vector<Unit>& units) {
@@ -92,7 +92,7 @@ bool ClipboardAnswers::convertMultiple(xcb_window_t requestor, xcb_atom_t proper
   const Reply<xcb_get_property_reply_t> reply(
       xcb_get_property_reply(connection_,
                              xcb_get_property(connection_, 0, requestor, property,
-                                              XCB_GET_PROPERTY_TYPE_ANY, 0, kLongestPairList),
+                                              XCB_GET_PROPERTY_TYPE_ANY, 0, longestPairList),
                              nullptr));
   if (!reply || reply->format != 32)
     return false;
@@ -109,7 +109,7 @@ bool ClipboardAnswers::convertMultiple(xcb_window_t requestor, xcb_atom_t proper
 
 void ClipboardAnswers::put(xcb_window_t requestor, xcb_atom_t property,
                            const ClipboardTarget& value) {
-  if (value.bytes.size() > IncrementalTransfers::kPiece) {
+  if (value.bytes.size() > IncrementalTransfers::pieceSize) {
     transfers_.begin(requestor, property, value);
     return;
   }

@@ -10,10 +10,10 @@ namespace tavin::x11 {
 namespace {
 
 // The thread only ever waits for the X server, so this is a guard against a server that hangs.
-constexpr double kPatienceSeconds = 1;
+constexpr double patienceSeconds = 1;
 // A cleared clipboard stays ours for a moment: a clipboard manager that fills an abandoned
 // clipboard with its own last entry would race with contents that are put there right afterwards.
-constexpr double kSecondsUntilGivenUp = 0.05;
+constexpr double secondsUntilGivenUp = 0.05;
 
 xcb_window_t createWindow(const Connection& connection) {
   const xcb_window_t window = xcb_generate_id(connection.get());
@@ -74,7 +74,7 @@ ClipboardServer::~ClipboardServer() {
 }
 
 std::int64_t ClipboardServer::changeCount() {
-  perform(Deadline::in(kPatienceSeconds), [this] {
+  perform(Deadline::in(patienceSeconds), [this] {
     giveUpIfDue(true);
     synchronise();
   });
@@ -82,14 +82,14 @@ std::int64_t ClipboardServer::changeCount() {
 }
 
 void ClipboardServer::serve(ClipboardContents contents) {
-  perform(Deadline::in(kPatienceSeconds),
+  perform(Deadline::in(patienceSeconds),
           [this, contents = std::move(contents)]() mutable { claim(std::move(contents)); });
 }
 
 void ClipboardServer::clear() {
-  perform(Deadline::in(kPatienceSeconds), [this] {
+  perform(Deadline::in(patienceSeconds), [this] {
     if (claim({}))
-      giveUpAt_ = Deadline::in(kSecondsUntilGivenUp);
+      giveUpAt_ = Deadline::in(secondsUntilGivenUp);
   });
 }
 
@@ -224,7 +224,7 @@ void ClipboardServer::synchronise() {
 // The time by the display's clock; "now", which is less exact, where it is not told in time.
 xcb_timestamp_t ClipboardServer::serverTime() {
   xcb_connection_t* c = connection_->get();
-  const Deadline deadline = Deadline::in(kPatienceSeconds);
+  const Deadline deadline = Deadline::in(patienceSeconds);
   // The property says nothing, but the notice of its change carries the time.
   xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, clock_, XCB_ATOM_INTEGER, 32, 0, nullptr);
   xcb_flush(c);

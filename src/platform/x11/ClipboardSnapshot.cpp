@@ -11,7 +11,7 @@ namespace {
 using Outcome = Conversion::Outcome;
 
 // One private type that never comes shall not use up the time of all.
-constexpr double kSecondsForOptionalTarget = 0.3;
+constexpr double secondsForOptionalTarget = 0.3;
 
 // Toolkits encode every image format when asked, so these come last.
 enum class Rank { text, data, png, otherImage };
@@ -84,7 +84,7 @@ Outcome Attempt::readTarget(std::size_t index) {
   const Rank rank = rankOf(names_[index]);
   const bool needed = rank == Rank::text || rank == Rank::png;
   auto value = reader_.convert(clipboard_, targets_[index],
-                               needed ? deadline_ : deadline_.orIn(kSecondsForOptionalTarget));
+                               needed ? deadline_ : deadline_.orIn(secondsForOptionalTarget));
   if (value.outcome == Outcome::converted)
     values_[index] = {targets_[index], value.type, value.format, std::move(value.bytes)};
   if (value.outcome == Outcome::late && !needed)

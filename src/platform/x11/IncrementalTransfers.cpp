@@ -23,7 +23,7 @@ void IncrementalTransfers::propertyDeleted(xcb_window_t requestor, xcb_atom_t pr
   Transfer& transfer = found->second;
   const auto& [target, type, format, bytes] = transfer.target;
   // An empty piece says that this was all.
-  const qsizetype size = std::min(kPiece, bytes.size() - transfer.sent);
+  const qsizetype size = std::min(pieceSize, bytes.size() - transfer.sent);
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, type, format,
                       static_cast<std::uint32_t>(size / (format / 8)),
                       bytes.constData() + transfer.sent);

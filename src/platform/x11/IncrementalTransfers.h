@@ -18,7 +18,7 @@ class IncrementalTransfers {
   IncrementalTransfers(const Connection& connection, double idleSeconds);
 
   // The largest data that goes in one piece, in bytes.
-  static constexpr qsizetype kPiece = 256 << 10;
+  static constexpr qsizetype pieceSize = 256 << 10;
 
   void begin(xcb_window_t requestor, xcb_atom_t property, const ClipboardTarget& target);
   // The requestor has taken a piece.

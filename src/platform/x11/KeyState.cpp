@@ -6,7 +6,7 @@ namespace tavin::x11 {
 namespace {
 
 // The columns of the core mapping that need no modifier: of the first layout and of the second.
-constexpr int kPlainColumns[] = {0, 2};
+constexpr int plainColumns[] = {0, 2};
 
 std::uint64_t flagOfSymbol(std::uint32_t symbol) {
   switch (symbol) {
@@ -75,7 +75,7 @@ std::vector<xcb_keycode_t> KeyState::heldModifierKeys() const {
 }
 
 std::optional<xcb_keycode_t> KeyState::keyFor(std::uint32_t symbol) const {
-  for (const int column : kPlainColumns) {
+  for (const int column : plainColumns) {
     for (int i = 0; i < keys_ && column < columns_; ++i) {
       if (xcb_get_keyboard_mapping_keysyms(symbols_.get())[i * columns_ + column] == symbol)
         return static_cast<xcb_keycode_t>(first_ + i);

@@ -11,7 +11,7 @@ using Names = std::vector<std::string>;
 
 // The process tells most terminals, but not one that runs on another machine or whose open files
 // are hidden from us, as those of a program that writes the login records are.
-const std::set<std::string> kTerminals{
+const std::set<std::string> terminalNames{
     "alacritty",
     "aterm",
     "blackbox",
@@ -63,13 +63,13 @@ const std::set<std::string> kTerminals{
     "yakuake",
     "zutty",
 };
-const std::set<std::string> kBrowsers{
+const std::set<std::string> browserNames{
     "brave-browser", "chromium",      "chromium-browser", "epiphany",       "falkon",    "firefox",
     "firefox-esr",   "google-chrome", "librewolf",        "microsoft-edge", "navigator", "opera",
     "qutebrowser",   "seamonkey",     "thunderbird",      "vivaldi-stable",
 };
-const std::set<std::string> kWithoutCopyKey{"katarakt", "llpp", "mupdf",  "org.pwmt.zathura",
-                                            "sioyek",   "xpdf", "zathura"};
+const std::set<std::string> namesWithoutCopyKey{"katarakt", "llpp", "mupdf",  "org.pwmt.zathura",
+                                                "sioyek",   "xpdf", "zathura"};
 
 bool anyOf(const Names& names, const std::set<std::string>& known) {
   return std::any_of(names.begin(), names.end(),
@@ -89,7 +89,7 @@ bool rendersForBrowser(pid_t pid) {
 
 bool isTerminal(const Names& classNames, std::int64_t pid,
                 const std::set<std::int64_t>& windowProcesses) {
-  if (anyOf(classNames, kTerminals))
+  if (anyOf(classNames, terminalNames))
     return true;
   if (pid == 0)
     return false;
@@ -103,12 +103,12 @@ bool isTerminal(const Names& classNames, std::int64_t pid,
 }
 
 bool isBrowser(const Names& classNames, std::int64_t pid) {
-  if (anyOf(classNames, kBrowsers))
+  if (anyOf(classNames, browserNames))
     return true;
   const auto children = posix::childrenOf(static_cast<pid_t>(pid));
   return pid != 0 && std::any_of(children.begin(), children.end(), rendersForBrowser);
 }
 
-bool lacksCopyKey(const Names& classNames) { return anyOf(classNames, kWithoutCopyKey); }
+bool lacksCopyKey(const Names& classNames) { return anyOf(classNames, namesWithoutCopyKey); }
 
 }  // namespace tavin::x11

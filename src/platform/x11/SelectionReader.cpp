@@ -7,7 +7,7 @@ namespace tavin::x11 {
 namespace {
 
 // No honest owner offers more; a hostile one shall not fill the memory.
-constexpr qsizetype kLargestConversion = 512 << 20;
+constexpr qsizetype largestConversion = 512 << 20;
 
 // A window for one conversion: what an owner sends too late finds it gone and confuses nothing.
 class ConversionWindow {
@@ -132,7 +132,7 @@ Conversion SelectionReader::readIncrementally(xcb_window_t window, Deadline dead
     }
     if (piece.bytes.isEmpty())
       return whole;
-    if (whole.bytes.size() + piece.bytes.size() > kLargestConversion)
+    if (whole.bytes.size() + piece.bytes.size() > largestConversion)
       break;
     whole.bytes += piece.bytes;
   }

@@ -9,13 +9,13 @@
 namespace tavin::x11 {
 namespace {
 
-constexpr std::uint32_t kLongestProperty = 65536;  // In 32-bit units.
+constexpr std::uint32_t longestProperty = 65536;  // In 32-bit units.
 
 Reply<xcb_get_property_reply_t> getProperty(const Connection& connection, xcb_window_t window,
                                             xcb_atom_t property) {
   xcb_connection_t* c = connection.get();
   return Reply<xcb_get_property_reply_t>(xcb_get_property_reply(
-      c, xcb_get_property(c, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, kLongestProperty),
+      c, xcb_get_property(c, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty),
       nullptr));
 }
 

@@ -9,9 +9,9 @@
 namespace tavin::x11 {
 namespace {
 
-constexpr std::uint16_t kKeyInPositionC = 8;
-constexpr std::uint32_t kControlSymbol = 0xffe3;
-constexpr std::uint32_t kInsertSymbol = 0xff63;
+constexpr std::uint16_t keyInPositionC = 8;
+constexpr std::uint32_t controlSymbol = 0xffe3;
+constexpr std::uint32_t insertSymbol = 0xff63;
 
 bool hasTestExtension(xcb_connection_t* c) {
   const auto* extension = xcb_get_extension_data(c, &xcb_test_id);
@@ -86,7 +86,7 @@ X11Keyboard::X11Keyboard(std::unique_ptr<Connection> connection, std::function<b
 std::uint64_t X11Keyboard::flagsState() { return KeyState(*connection_).flags(); }
 
 std::unique_ptr<KeyboardEvent> X11Keyboard::createKeyboardEvent(std::uint16_t keyCode, bool down) {
-  if (keyCode != kKeyInPositionC)
+  if (keyCode != keyInPositionC)
     return nullptr;
   if (!down)
     return std::exchange(chordMade_, false) ? std::make_unique<ReleasedEvent>() : nullptr;
@@ -97,8 +97,8 @@ std::unique_ptr<KeyboardEvent> X11Keyboard::createKeyboardEvent(std::uint16_t ke
 
 std::optional<X11Keyboard::Chord> X11Keyboard::prepareChord() {
   const KeyState state(*connection_);
-  const auto control = state.keyFor(kControlSymbol);
-  const auto insert = state.keyFor(kInsertSymbol);
+  const auto control = state.keyFor(controlSymbol);
+  const auto insert = state.keyFor(insertSymbol);
   // While a menu or a screen lock holds the keyboard, the keys would go there.
   if (!canType_ || !control || !insert || activeWindow_.keyboardIsGrabbed() || !mayCopy_())
     return std::nullopt;

@@ -8,17 +8,17 @@
 namespace tavin::x11 {
 namespace {
 
-constexpr double kSecondsForSnapshot = 1.0;
-constexpr double kSecondsForText = 1.0;
+constexpr double secondsForSnapshot = 1.0;
+constexpr double secondsForText = 1.0;
 
 // The forms of plain text, best first. TEXT leaves it to the owner which one it gives.
-constexpr const char* kTextTargets[] = {"UTF8_STRING",
-                                        "text/plain;charset=utf-8",
-                                        "text/plain;charset=UTF-8",
-                                        "STRING",
-                                        "text/plain",
-                                        "TEXT",
-                                        "COMPOUND_TEXT"};
+constexpr const char* textTargets[] = {"UTF8_STRING",
+                                       "text/plain;charset=utf-8",
+                                       "text/plain;charset=UTF-8",
+                                       "STRING",
+                                       "text/plain",
+                                       "TEXT",
+                                       "COMPOUND_TEXT"};
 
 // Compound text is Latin-1 but for the parts in other encodings, between escape sequences. Those
 // in UTF-8 are understood; none where there are others, of the age before Unicode.
@@ -50,7 +50,7 @@ X11Pasteboard::X11Pasteboard(std::unique_ptr<SelectionReader> reader,
 std::optional<std::vector<PasteboardItem>> X11Pasteboard::pasteboardItems() {
   server_->changeCount();  // A clipboard that was just cleared is given up before it is read.
   encodings_.clear();
-  auto snapshot = readClipboard(*reader_, Deadline::in(kSecondsForSnapshot));
+  auto snapshot = readClipboard(*reader_, Deadline::in(secondsForSnapshot));
   if (!snapshot)
     return std::nullopt;
   if (!snapshot->owned)
@@ -73,8 +73,8 @@ std::int64_t X11Pasteboard::changeCount() { return server_->changeCount(); }
 std::optional<QString> X11Pasteboard::string() {
   const Connection& connection = reader_->connection();
   const xcb_atom_t clipboard = connection.atom("CLIPBOARD");
-  const Deadline deadline = Deadline::in(kSecondsForText);
-  for (const char* name : kTextTargets) {
+  const Deadline deadline = Deadline::in(secondsForText);
+  for (const char* name : textTargets) {
     const xcb_atom_t target = connection.atom(name);
     const auto text = reader_->convert(clipboard, target, deadline);
     if (text.outcome == Conversion::Outcome::late)

@@ -8,8 +8,8 @@
 namespace tavin::x11 {
 namespace {
 
-constexpr double kSecondsForMenu = 0.5;
-constexpr auto kMenuInterval = std::chrono::milliseconds(5);
+constexpr double secondsForMenu = 0.5;
+constexpr auto menuInterval = std::chrono::milliseconds(5);
 
 }  // namespace
 
@@ -34,13 +34,13 @@ atspi::FrontWindow X11WindowSystem::frontWindow() {
 }
 
 void X11WindowSystem::waitForMenu() {
-  const Deadline deadline = Deadline::in(kSecondsForMenu);
+  const Deadline deadline = Deadline::in(secondsForMenu);
   while (!deadline.passed()) {
     const xcb_window_t window = activeWindow_.find();
     if (window != XCB_WINDOW_NONE && !activeWindow_.isPassing(window) &&
         !activeWindow_.keyboardIsGrabbed())
       return;
-    std::this_thread::sleep_for(kMenuInterval);
+    std::this_thread::sleep_for(menuInterval);
   }
 }
 
