@@ -1,16 +1,15 @@
 #include "platform/Fatal.h"
 
-#include <syslog.h>
+#include <sys/syslog.h>
 
-#include <cstdio>
 #include <cstdlib>
+
+#include "platform/posix/LogLine.h"
 
 namespace tavin {
 
 void fatal(const QString& what) {
-  const QByteArray line = QByteArrayLiteral("Tavin: fatal: ") + what.toUtf8();
-  std::fprintf(stderr, "%s\n", line.constData());
-  ::syslog(LOG_CRIT, "%s", line.constData());
+  posix::writeLogLine(QStringLiteral("Tavin: fatal: ") + what, LOG_CRIT);
   std::abort();
 }
 

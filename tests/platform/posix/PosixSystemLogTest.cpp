@@ -64,5 +64,44 @@ TEST_F(PosixSystemLogTest, WritesToStandardErrorWithoutADaemon) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "line\n");
 }
 
+// Standard error as a pipe whose reader has stopped.
+class StoppedReaderTest : public PosixSystemLogTest {
+ protected:
+  void SetUp() override {
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    reader_ = FileDescriptor(ends[0]);
+    const FileDescriptor writer(ends[1]);
+    ASSERT_GE(dup2(writer.get(), STDERR_FILENO), 0);
+  }
+  void TearDown() override { dup2(before_.get(), STDERR_FILENO); }
+
+  std::string piped() {
+    fcntl(reader_.get(), F_SETFL, O_NONBLOCK);
+    std::string text(1 << 20, '\0');
+    const ssize_t size = read(reader_.get(), text.data(), text.size());
+    text.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
+    return text;
+  }
+
+  FileDescriptor before_{fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3)};
+  FileDescriptor reader_;
+};
+
+TEST_F(StoppedReaderTest, IsNotWaitedForAndTheDaemonStillHears) {
+  PosixSystemLog log(path_);
+  const QString line(700, u'x');
+  for (int i = 0; i < 200; ++i) log.write(line);  // More than a pipe holds.
+  EXPECT_THAT(received(), testing::EndsWith(line.toStdString()));
+  EXPECT_THAT(piped(), testing::StartsWith(line.toStdString() + "\n"));
+  log.write(QStringLiteral("after it woke up"));
+  EXPECT_EQ(piped(), "after it woke up\n");
+}
+
+TEST_F(StoppedReaderTest, IsNotWaitedForInOneLongLine) {
+  PosixSystemLog(path_).write(QString(300000, u'x'));
+  EXPECT_THAT(piped(), testing::StartsWith("xxx"));
+}
+
 }  // namespace
 }  // namespace tavin::posix
