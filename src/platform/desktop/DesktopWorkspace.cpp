@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <QUrl>
 #include <atomic>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -42,11 +43,15 @@ void DesktopWorkspace::beep() {
   if (bell_->sounding.exchange(true))
     return;
   // A sound server can take its time to answer, or forever.
-  std::thread([bell = bell_] {
-    if (!playBellSound())
-      bell->display();
-    bell->sounding = false;
-  }).detach();
+  try {
+    std::thread([bell = bell_] {
+      if (!playBellSound())
+        bell->display();
+      bell->sounding = false;
+    }).detach();
+  } catch (const std::system_error&) {  // No thread is to be had: this beep is not heard.
+    bell_->sounding = false;
+  }
 }
 
 }  // namespace tavin::desktop

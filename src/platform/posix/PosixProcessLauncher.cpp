@@ -18,7 +18,7 @@
 namespace tavin::posix {
 namespace {
 
-constexpr int execDeadline = 2000;  // Milliseconds.
+constexpr int execDeadline = 500;  // Milliseconds; the main thread waits.
 
 QString errorText(int error) {
   return QString::fromLocal8Bit(std::generic_category().message(error).c_str());
@@ -134,11 +134,15 @@ std::variant<std::shared_ptr<ChildProcess>, LaunchError> PosixProcessLauncher::l
     child->wait();
     return describe(*failure, description);
   }
-  std::thread([child, onExit = std::move(onExit)] {
-    child->wait();
-    if (onExit)
-      onExit();
-  }).detach();
+  try {
+    std::thread([child, onExit = std::move(onExit)] {
+      child->wait();
+      if (onExit)
+        onExit();
+    }).detach();
+  } catch (const std::system_error& error) {
+    return abandon(pid, error.code().value());
+  }
   return child;
 }
 

@@ -9,7 +9,7 @@ namespace tavin::posix {
 class PosixProcessLauncher final : public ProcessLauncher {
  public:
   // The executable is a path; it is not looked up in PATH. An executable or working directory that
-  // cannot be used is a LaunchError that says which and why. Waits for the exec, 2 s at most.
+  // cannot be used is a LaunchError that says which and why. Waits for the exec, 0.5 s at most.
   std::variant<std::shared_ptr<ChildProcess>, LaunchError> launch(
       const ProcessDescription& description, std::function<void()> onExit) override;
 };

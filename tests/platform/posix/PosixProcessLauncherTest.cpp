@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -225,6 +226,39 @@ TEST_F(PosixProcessLauncherTest, AsksTheChildToEndWhenTheParentIsKilled) {
   kill(parent, SIGKILL);
   EXPECT_TRUE(isWritten("asked"));
   waitpid(parent, nullptr, 0);
+}
+
+// Asks for stacks that no machine has, so that no new thread can be started.
+class NoThreads {
+ public:
+  NoThreads() {
+    pthread_getattr_default_np(&before_);
+    pthread_attr_t none;
+    pthread_attr_init(&none);
+    pthread_attr_setstacksize(&none, std::size_t{1} << 46);
+    EXPECT_EQ(pthread_setattr_default_np(&none), 0);
+    pthread_attr_destroy(&none);
+  }
+  ~NoThreads() {
+    pthread_setattr_default_np(&before_);
+    pthread_attr_destroy(&before_);
+  }
+  NoThreads(const NoThreads&) = delete;
+  NoThreads& operator=(const NoThreads&) = delete;
+
+ private:
+  pthread_attr_t before_;
+};
+
+TEST_F(PosixProcessLauncherTest, WithoutAThreadToWatchItNoChildIsKept) {
+  {
+    const NoThreads here;
+    EXPECT_EQ(errorOf(child({"wait"})), "Resource temporarily unavailable");
+  }
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+  EXPECT_EQ(errno, ECHILD);
+  EXPECT_NE(start(child({"report"})), nullptr);
+  EXPECT_TRUE(hasExited());
 }
 
 }  // namespace
