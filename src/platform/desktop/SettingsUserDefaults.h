@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QSettings>
+#include <QString>
+#include <map>
 
 #include "platform/UserDefaults.h"
 
 namespace tavin::desktop {
 
 // $XDG_CONFIG_HOME/tavin/tavin.conf. A file that cannot be read holds nothing; one that cannot be
-// written loses the change when the program ends.
+// written loses the change when the program ends. Never waits for another program.
 class SettingsUserDefaults final : public UserDefaults {
  public:
   SettingsUserDefaults();
@@ -15,7 +16,10 @@ class SettingsUserDefaults final : public UserDefaults {
   void setString(const QString& key, const QString& value) override;
 
  private:
-  QSettings settings_;
+  bool save() const;
+
+  QString path_;
+  std::map<QString, QString> unsaved_;
 };
 
 }  // namespace tavin::desktop

@@ -1,4 +1,8 @@
+#include <sys/stat.h>
+
 #include <QDir>
+#include <QElapsedTimer>
+#include <QLockFile>
 #include <utility>
 
 #include "platform/desktop/ConfigHome.h"
@@ -57,6 +61,34 @@ TEST_F(SettingsUserDefaultsTest, OnlyATextIsAValue) {
   EXPECT_EQ(SettingsUserDefaults().string(key), std::nullopt);
   home.write(fileName, "\xff\xfe no such thing [[[");
   EXPECT_EQ(SettingsUserDefaults().string(key), std::nullopt);
+}
+
+TEST_F(SettingsUserDefaultsTest, ALockThatAnotherHoldsKeepsNobodyWaiting) {
+  QLockFile held(home.path(fileName) + QStringLiteral(".lock"));
+  ASSERT_TRUE(held.lock());
+  QElapsedTimer time;
+  time.start();
+  SettingsUserDefaults defaults;
+  defaults.setString(key, QStringLiteral("ctrl-esc"));
+  EXPECT_EQ(defaults.string(key), QStringLiteral("ctrl-esc"));
+  EXPECT_LT(time.elapsed(), 2000);
+  EXPECT_EQ(home.read(fileName), "[General]\nshortcut=ctrl-esc\n");
+}
+
+TEST_F(SettingsUserDefaultsTest, AFileThatIsALinkStaysOne) {
+  home.write("elsewhere.conf", "[General]\nother=kept\n");
+  ASSERT_TRUE(QFile::link(home.path("elsewhere.conf"), home.path(fileName)));
+  SettingsUserDefaults().setString(key, QStringLiteral("ctrl-esc"));
+  EXPECT_TRUE(QFileInfo(home.path(fileName)).isSymLink());
+  EXPECT_EQ(home.read("elsewhere.conf"), "[General]\nother=kept\nshortcut=ctrl-esc\n");
+}
+
+TEST_F(SettingsUserDefaultsTest, APipeInItsPlaceHoldsNothingAndIsNotWaitedFor) {
+  ASSERT_EQ(mkfifo(home.path(fileName).toLocal8Bit().constData(), 0600), 0);
+  SettingsUserDefaults defaults;
+  EXPECT_EQ(defaults.string(key), std::nullopt);
+  defaults.setString(key, QStringLiteral("ctrl-esc"));
+  EXPECT_EQ(defaults.string(key), QStringLiteral("ctrl-esc")) << "until the program ends";
 }
 
 }  // namespace
