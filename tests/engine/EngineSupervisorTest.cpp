@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QDir>
@@ -167,6 +169,24 @@ TEST_F(EngineSupervisorTest, OutputIsAppendedToTheLogAndNeverTruncated) {
   EXPECT_EQ(log.readAll(), "first\nsecond\n");
   client->startIfNeeded();
   EXPECT_GE(launched().output, 0);
+}
+
+TEST_F(EngineSupervisorTest, PipeInTheLogsPlaceIsNotWaitedFor) {
+  const QString path = folder.filePath("Library/Logs/Tavin/engine.log");
+  QDir().mkpath(QFileInfo(path).path());
+  ASSERT_EQ(mkfifo(path.toLocal8Bit().constData(), 0600), 0);
+  EXPECT_EQ(EngineLog::open(), -1);
+  const int reader = ::open(path.toLocal8Bit().constData(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(reader, 0);
+  EXPECT_EQ(EngineLog::open(), -1) << "nor is what someone reads a log";
+  ::close(reader);
+}
+
+TEST_F(EngineSupervisorTest, WritingToTheLogWaitsAsForAnyFile) {
+  const int file = EngineLog::open();
+  ASSERT_GE(file, 0);
+  EXPECT_EQ(fcntl(file, F_GETFL) & (O_NONBLOCK | O_APPEND), O_APPEND);
+  ::close(file);
 }
 
 TEST_F(EngineSupervisorTest, LogThatCannotBeOpenedIsNoFailure) {
