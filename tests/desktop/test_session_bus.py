@@ -1,0 +1,94 @@
+"""Sessions whose bus hangs or that have none: Tavin works without it and starts none."""
+
+import contextlib
+import os
+import signal
+import time
+
+import pytest
+from driver import Desktop
+from session import Session, wait_until
+from trays import Tray
+
+WITHOUT = "Tavin: X11, without a session bus"
+
+
+def processes(name):
+    """The process numbers of the programs of that name; this test has a /proc of its own."""
+    found = set()
+    for entry in filter(str.isdigit, os.listdir("/proc")):
+        with contextlib.suppress(OSError):
+            with open(f"/proc/{entry}/comm", encoding="utf-8") as f:
+                if f.read().strip() == name:
+                    found.add(int(entry))
+    return found
+
+
+@pytest.fixture
+def no_bus(tmp_path):
+    with Session(str(tmp_path), bus=False) as session:
+        yield session
+
+
+def launch(desktop, build):
+    """Returns the process once it is launched, and the seconds that took."""
+    start = time.monotonic()
+    tavin = desktop.start([os.path.join(build, "bin/tavin")], log="tavin.log")
+    wait_until(lambda: WITHOUT in desktop.session.log("tavin.log"), 10, "the launch")
+    return tavin, time.monotonic() - start
+
+
+def end(tavin):
+    start = time.monotonic()
+    tavin.send_signal(signal.SIGTERM)
+    assert tavin.wait(10) == 0
+    assert time.monotonic() - start < 1
+
+
+@pytest.fixture
+def hung_bus(tmp_path):
+    with Session(str(tmp_path)) as session:
+        before = processes("dbus-daemon")
+        for daemon in before:
+            os.kill(daemon, signal.SIGSTOP)
+        yield session
+        for daemon in before:
+            os.kill(daemon, signal.SIGCONT)
+
+
+def test_a_bus_that_hangs_is_done_without(hung_bus, engine, build):
+    desktop = Desktop(hung_bus)
+    tavin, seconds = launch(desktop, build)
+    assert seconds < 5
+    engine.wait_for("/status", seconds=5)
+    end(tavin)
+    desktop.close()
+
+
+def test_a_hung_launch_can_be_ended(hung_bus, engine, build):
+    desktop = Desktop(hung_bus)
+    tavin = desktop.start([os.path.join(build, "bin/tavin")])
+    time.sleep(0.2)  # Somewhere in the launch.
+    start = time.monotonic()
+    tavin.send_signal(signal.SIGTERM)
+    tavin.wait(10)
+    assert time.monotonic() - start < 2
+    desktop.close()
+
+
+@pytest.mark.parametrize("given", [None, "", "unix:path=/nowhere", "autolaunch:"])
+def test_no_bus_is_started(no_bus, engine, build, given):
+    no_bus.env.pop("DBUS_SESSION_BUS_ADDRESS")
+    if given is not None:
+        no_bus.env["DBUS_SESSION_BUS_ADDRESS"] = given
+    desktop = Desktop(no_bus)
+    tray = Tray(desktop, "trayer", has_bus=False)
+    before = processes("dbus-daemon") | processes("dbus-launch")
+    tavin, seconds = launch(desktop, build)
+    assert seconds < 5
+    engine.wait_for("/status", seconds=5)
+    tray.click_icon()  # Widgets, for which Qt looks for screen readers.
+    desktop.key("Escape")
+    end(tavin)
+    assert processes("dbus-daemon") | processes("dbus-launch") == before
+    desktop.close()

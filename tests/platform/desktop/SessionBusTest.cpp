@@ -1,0 +1,26 @@
+#include <QTemporaryDir>
+
+#include "platform/desktop/ConfigHome.h"
+#include "platform/desktop/SessionBus.h"
+
+namespace tavin::desktop {
+namespace {
+
+constexpr auto variable = "DBUS_SESSION_BUS_ADDRESS";
+
+// The decision holds for the whole process, so there is one test.
+TEST(SessionBusTest, WithoutABusNoneIsStartedAndTheEnvironmentStays) {
+  const QTemporaryDir empty;
+  const ScopedVariable folder("XDG_RUNTIME_DIR", empty.path().toLocal8Bit());
+  const ScopedVariable address(variable, {});
+  qunsetenv(variable);
+  EXPECT_FALSE(sessionBusIsUsable());
+  EXPECT_FALSE(qEnvironmentVariableIsSet(variable));
+  EXPECT_FALSE(QDBusConnection::sessionBus().isConnected());
+  EXPECT_FALSE(connectToSessionBus(QStringLiteral("other")).isConnected());
+  EXPECT_FALSE(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("third"))
+                   .isConnected());
+}
+
+}  // namespace
+}  // namespace tavin::desktop
