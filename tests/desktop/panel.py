@@ -34,13 +34,13 @@ XFCE4_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 """
 
 
-def start_xfce4_panel(desktop):
+def start_xfce4_panel(desktop, dark=True):
     """A panel with a tray along the lower edge; returns its process."""
     folder = os.path.join(desktop.session.env["XDG_CONFIG_HOME"],
                           "xfce4/xfconf/xfce-perchannel-xml")
     os.makedirs(folder, exist_ok=True)
     with open(os.path.join(folder, "xfce4-panel.xml"), "w", encoding="utf-8") as f:
-        f.write(XFCE4_PANEL)
+        f.write(XFCE4_PANEL if dark else XFCE4_PANEL.replace('"true"', '"false"', 1))
     process = desktop.start(["xfce4-panel", "--disable-wm-check"])
     wait_until(lambda: tray_items(desktop) is not None, 30, "tray of xfce4-panel")
     return process

@@ -25,11 +25,11 @@ STARTERS = {"xfce4-panel": start_xfce4_panel, "lxqt-panel": start_lxqt_panel,
 class Tray:
     """Without a session bus nobody tells what the menu holds."""
 
-    def __init__(self, desktop, name, has_bus=True):
+    def __init__(self, desktop, name, has_bus=True, **look):
         self.desktop, self.name = desktop, name
         # First: programs ask at their start who wants to hear of the focus.
         self._focus = Focus(desktop.session) if has_bus else None
-        self.process = STARTERS[name](desktop)
+        self.process = STARTERS[name](desktop, **look)
 
     def start_again(self):
         self.process = STARTERS[self.name](self.desktop)
