@@ -1,11 +1,14 @@
 #include "platform/tray/AlertDialog.h"
 
 #include <QBoxLayout>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <algorithm>
+
+#include "platform/tray/TrayImage.h"
 
 namespace tavin::tray {
 
@@ -62,6 +65,14 @@ QLineEdit* makeSecureField() {
   return field;
 }
 
+// For title bars and window lists; drawn here, so also where it is not installed in the theme.
+QIcon programIcon() {
+  QIcon icon;
+  for (const QImage& image : trayImage(QStringLiteral("waveform.circle.fill")).pixmaps)
+    icon.addPixmap(QPixmap::fromImage(image));
+  return icon;
+}
+
 // Takes the text and leaves zeros where the field had it.
 QString wipe(QLineEdit& field) {
   const QString shared = field.text();
@@ -75,6 +86,7 @@ QString wipe(QLineEdit& field) {
 
 AlertDialog::AlertDialog(const Alert& alert) {
   setWindowTitle("Tavin");
+  setWindowIcon(programIcon());
   setWindowFlag(Qt::WindowStaysOnTopHint);
   setAttribute(Qt::WA_QuitOnClose, false);
   setAccessibleName(alert.messageText);
