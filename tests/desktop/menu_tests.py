@@ -152,25 +152,31 @@ def test_a_speed_is_chosen_in_its_submenu(tray, desktop, engine, tavin):
     assert engine.wait_for("/config") == [{"speed": 0.9}]
 
 
-def test_a_shortcut_is_chosen_in_its_submenu(tray, desktop, engine, tavin):
+@pytest.fixture
+def settings(desktop):
+    """Reads what Tavin stored. The session's other tests begin without it."""
+    path = os.path.join(desktop.session.env["XDG_CONFIG_HOME"], "tavin/tavin.conf")
+
+    def read():
+        with contextlib.suppress(FileNotFoundError):
+            with open(path, encoding="utf-8") as f:
+                return f.read()
+        return ""
+    yield read
+    os.unlink(path)
+
+
+def test_a_shortcut_is_chosen_in_its_submenu(tray, desktop, engine, tavin, settings):
     menu = tray.open_menu()
     menu.choose_with_keys("Shortcut")
     desktop.key("Down", "Return")
-    wait_until(lambda: "shortcut=ctrl-esc" in settings(desktop), 10, "the new shortcut stored")
+    wait_until(lambda: "shortcut=ctrl-esc" in settings(), 10, "the new shortcut stored")
     since = engine.mark()
     desktop.key("alt+Escape", "ctrl+shift+Escape")
     engine.wait_for("/toggle-pause", since=since)
     assert engine.requests("/status", since) == []
     assert tavin.press("ctrl+Escape") == []
     assert tray.open_menu().entry("Shortcut").title == "Shortcut: ⌃ Esc"
-
-
-def settings(desktop):
-    with contextlib.suppress(FileNotFoundError):
-        with open(os.path.join(desktop.session.env["XDG_CONFIG_HOME"], "tavin/tavin.conf"),
-                  encoding="utf-8") as f:
-            return f.read()
-    return ""
 
 
 def test_the_menu_after_a_restart_of_the_tray(tray, tavin):
