@@ -2,6 +2,7 @@
 
 #include <condition_variable>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -41,9 +42,19 @@ void ThreadQueue::async(std::function<void()> task) {
       ++state_->threads;
   }
   if (needsThread)
-    std::thread([state = state_] { run(state); }).detach();
+    startThread();
   else
     state_->wake.notify_one();
+}
+
+void ThreadQueue::startThread() {
+  try {
+    std::thread([state = state_] { run(state); }).detach();
+  } catch (const std::system_error&) {
+    // The system has no thread to give now: the task waits for a running one or the next attempt.
+    const std::lock_guard lock(state_->mutex);
+    --state_->threads;
+  }
 }
 
 void ThreadQueue::run(const std::shared_ptr<State>& state) {

@@ -25,6 +25,7 @@ class ThreadQueue final : public Executor {
  private:
   struct State;
   static void run(const std::shared_ptr<State>& state);
+  void startThread();
 
   std::shared_ptr<State> state_;
 };

@@ -9,11 +9,10 @@ namespace tavin::desktop {
 namespace {
 
 constexpr double probeSeconds = 1;
-constexpr auto variable = "DBUS_SESSION_BUS_ADDRESS";
 
 // Empty where the D-Bus library would start a bus, which nobody would ever end.
 QString sessionBusAddress() {
-  const QString given = qEnvironmentVariable(variable);
+  const QString given = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
   if (!given.isEmpty())
     return given;
   const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
@@ -23,17 +22,11 @@ QString sessionBusAddress() {
   return QStringLiteral("unix:path=") + QString::fromLatin1(QUrl::toPercentEncoding(socket, "/"));
 }
 
-// Both Qt and the D-Bus library keep the answer to the first question for the bus. Programs that we
-// start find the environment as it was.
+// Takes the name that Qt gives to the bus by default, for a connection that leads nowhere: its own
+// uses of the bus find that one. The environment stays as it is, for us and for what we start.
 void makeSessionBusUnreachable() {
-  const bool given = qEnvironmentVariableIsSet(variable);
-  const QByteArray before = qgetenv(variable);
-  qputenv(variable, "unix:path=/dev/null");
-  QDBusConnection::sessionBus();
-  if (given)
-    qputenv(variable, before);
-  else
-    qunsetenv(variable);
+  static const QDBusConnection nowhere = QDBusConnection::connectToBus(
+      QStringLiteral("unix:path=/dev/null"), QStringLiteral("qt_default_session_bus"));
 }
 
 bool decide() {
