@@ -1,6 +1,7 @@
 """What a user does in a session: windows, keys, selections, and the Tavin that serves them."""
 
 import contextlib
+import ctypes
 import os
 import signal
 import subprocess
@@ -79,7 +80,13 @@ class Desktop:
 
     def primary(self):
         """The selected text as the display knows it, or None."""
-        result = subprocess.run(["xclip", "-o", "-selection", "primary", "-t", "UTF8_STRING"],
+        return self._selection("primary")
+
+    def clipboard_text(self):
+        return self._selection("clipboard")
+
+    def _selection(self, name):
+        result = subprocess.run(["xclip", "-o", "-selection", name, "-t", "UTF8_STRING"],
                                 env=self.session.env, capture_output=True, timeout=10)
         return result.stdout.decode(errors="replace") if result.returncode == 0 else None
 
@@ -95,6 +102,28 @@ class Desktop:
                 return wait_until(lambda: matches(self.primary() or ""), 0.5)
             return False
         wait_until(selected, seconds, f"selection (it is {self.primary()!r})")
+
+    def own(self, selection, text):
+        """A program without a window owns "primary" or "clipboard" with `text` from now on."""
+        path = os.path.join(self.session.folder, f"own-{selection}.txt")
+        with open(path, "w", encoding="utf-8") as f:
+            f.write(text)
+        self.start(["xclip", "-quiet", "-i", "-selection", selection, path])
+        owned = self.primary if selection == "primary" else self.clipboard_text
+        wait_until(lambda: owned() == text, 10, f"owner of {selection}")
+
+    def clipboard_window(self):
+        """The window that owns the clipboard, 0 where none does: unlike the contents it tells of
+        a clipboard that was taken over and given back."""
+        x11 = ctypes.CDLL("libX11.so.6")
+        x11.XOpenDisplay.restype = ctypes.c_void_p
+        x11.XInternAtom.restype = x11.XGetSelectionOwner.restype = ctypes.c_ulong
+        display = ctypes.c_void_p(x11.XOpenDisplay(self.session.env["DISPLAY"].encode()))
+        try:
+            atom = ctypes.c_ulong(x11.XInternAtom(display, b"CLIPBOARD", 0))
+            return x11.XGetSelectionOwner(display, atom)
+        finally:
+            x11.XCloseDisplay(display)
 
     def clipboard(self):
         """The clipboard's targets in order with their bytes; None where it is empty."""

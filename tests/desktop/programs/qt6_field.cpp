@@ -1,9 +1,11 @@
 // A window with an editable text, given as the first argument. With "--bare" as the second, a
 // widget that accessibility does not see into, that never owns the selection and copies on
-// Ctrl+Insert alone.
+// Ctrl+Insert alone. With "--password", a password field; the title is "Password field", and
+// "Password field, all selected" while the whole password is, which nothing else tells.
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
 
@@ -24,18 +26,36 @@ class BareText : public QWidget {
   QString text_;
 };
 
+std::unique_ptr<QWidget> passwordField(const QString& text) {
+  auto field = std::make_unique<QLineEdit>(text);
+  field->setEchoMode(QLineEdit::Password);
+  field->setWindowTitle(QStringLiteral("Password field"));
+  QObject::connect(field.get(), &QLineEdit::selectionChanged, field.get(), [f = field.get()] {
+    const bool whole = f->selectedText().size() == f->text().size();
+    f->setWindowTitle(whole ? QStringLiteral("Password field, all selected")
+                            : QStringLiteral("Password field"));
+  });
+  return field;
+}
+
+std::unique_ptr<QWidget> field(const QString& text, const QString& kind) {
+  if (kind == QLatin1String("--password"))
+    return passwordField(text);
+  std::unique_ptr<QWidget> window;
+  if (kind == QLatin1String("--bare"))
+    window = std::make_unique<BareText>(text);
+  else
+    window = std::make_unique<QPlainTextEdit>(text);
+  window->setWindowTitle(QStringLiteral("Qt 6 field"));
+  return window;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   const QStringList arguments = QApplication::arguments();
-  const QString text = arguments.value(1);
-  std::unique_ptr<QWidget> window;
-  if (arguments.value(2) == QLatin1String("--bare"))
-    window = std::make_unique<BareText>(text);
-  else
-    window = std::make_unique<QPlainTextEdit>(text);
-  window->setWindowTitle(QStringLiteral("Qt 6 field"));
+  const std::unique_ptr<QWidget> window = field(arguments.value(1), arguments.value(2));
   window->resize(500, 300);
   window->show();
   return QApplication::exec();
