@@ -27,14 +27,32 @@ def bus_connection(address):
         | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
 
 
+def accessibility_address(session):
+    """Where the accessibility bus of `session` listens."""
+    desktop_bus = bus_connection(session.env["DBUS_SESSION_BUS_ADDRESS"])
+    return desktop_bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress",
+                                 None, None, 0, 5000, None).unpack()[0]
+
+
+def accessible_processes(session):
+    """Whose connections the programs on the accessibility bus have, by process number."""
+    bus = bus_connection(accessibility_address(session))
+
+    def ask(name, path, interface, method, arguments=None):
+        return bus.call_sync(name, path, interface, method, arguments, None, 0, 5000,
+                             None).unpack()[0]
+    programs = ask("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root", ACCESSIBLE,
+                   "GetChildren")
+    return {ask("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                "GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)))
+            for name, _ in programs}
+
+
 class Focus:
     """Hears on the accessibility bus of `session` where the focus goes."""
 
     def __init__(self, session):
-        desktop_bus = bus_connection(session.env["DBUS_SESSION_BUS_ADDRESS"])
-        address = desktop_bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus",
-                                        "GetAddress", None, None, 0, 5000, None).unpack()[0]
-        self._bus = bus_connection(address)
+        self._bus = bus_connection(accessibility_address(session))
         self._focused = None
         self._bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", "StateChanged", None, None,
                                    Gio.DBusSignalFlags.NONE, self._changed)
