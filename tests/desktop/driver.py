@@ -112,15 +112,15 @@ class Desktop:
         owned = self.primary if selection == "primary" else self.clipboard_text
         wait_until(lambda: owned() == text, 10, f"owner of {selection}")
 
-    def clipboard_window(self):
-        """The window that owns the clipboard, 0 where none does: unlike the contents it tells of
-        a clipboard that was taken over and given back."""
+    def selection_owner(self, name):
+        """The window that owns an X selection, 0 where none does. Of the clipboard it tells, unlike
+        the contents, that it was taken over and given back."""
         x11 = ctypes.CDLL("libX11.so.6")
         x11.XOpenDisplay.restype = ctypes.c_void_p
         x11.XInternAtom.restype = x11.XGetSelectionOwner.restype = ctypes.c_ulong
         display = ctypes.c_void_p(x11.XOpenDisplay(self.session.env["DISPLAY"].encode()))
         try:
-            atom = ctypes.c_ulong(x11.XInternAtom(display, b"CLIPBOARD", 0))
+            atom = ctypes.c_ulong(x11.XInternAtom(display, name.encode(), 0))
             return x11.XGetSelectionOwner(display, atom)
         finally:
             x11.XCloseDisplay(display)

@@ -41,6 +41,7 @@ def start_xfce4_panel(desktop, dark=True):
     os.makedirs(folder, exist_ok=True)
     with open(os.path.join(folder, "xfce4-panel.xml"), "w", encoding="utf-8") as f:
         f.write(XFCE4_PANEL if dark else XFCE4_PANEL.replace('"true"', '"false"', 1))
+    wait_for_no_tray(desktop)
     process = desktop.start(["xfce4-panel", "--disable-wm-check"])
     wait_until(lambda: tray_items(desktop) is not None, 30, "tray of xfce4-panel")
     return process
@@ -72,6 +73,7 @@ def start_lxqt_panel(desktop):
     path = os.path.join(folder, "panel.conf")
     with open(path, "w", encoding="utf-8") as f:
         f.write(LXQT_PANEL)
+    wait_for_no_tray(desktop)
     process = desktop.start(["lxqt-panel", "-c", path])
     wait_until(lambda: tray_items(desktop) is not None, 30, "tray of lxqt-panel")
     return process
@@ -87,3 +89,10 @@ def tray_items(desktop):
     if "array" not in out:
         return None
     return [line.split('"')[1] for line in out.splitlines() if '"' in line]
+
+
+def wait_for_no_tray(desktop):
+    """xfce4-panel's tray is a process of its own, which outlives the panel for a moment and keeps
+    the next tray out."""
+    wait_until(lambda: tray_items(desktop) is None
+               and not desktop.selection_owner("_NET_SYSTEM_TRAY_S0"), 20, "end of the tray before")

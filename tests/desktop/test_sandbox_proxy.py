@@ -55,10 +55,10 @@ def field(request, desktop, session, programs, proxy, tmp_path):
 
 def test_selection_reaches_the_engine(tavin, desktop, field):
     desktop.own("clipboard", COPIED)
-    owner = desktop.clipboard_window()
+    owner = desktop.selection_owner("CLIPBOARD")
     assert tavin.press() == [TEXT]
     # Nothing was copied for it, so accessibility brought it.
-    assert desktop.clipboard_window() == owner
+    assert desktop.selection_owner("CLIPBOARD") == owner
 
 
 def test_stopped_proxy_of_another_program_keeps_nothing_waiting(tavin, desktop, engine, session,

@@ -3,7 +3,7 @@
 import subprocess
 
 from accessible import Focus, OpenMenu
-from panel import start_lxqt_panel, start_xfce4_panel
+from panel import start_lxqt_panel, start_xfce4_panel, wait_for_no_tray
 from pixels import colours
 from session import wait_until
 
@@ -12,6 +12,7 @@ ICON = (1588, 1184)
 
 def start_trayer(desktop):
     """A tray that knows XEmbed alone; returns its process."""
+    wait_for_no_tray(desktop)
     process = desktop.start(["trayer", "--edge", "bottom", "--align", "right", "--widthtype",
                              "request", "--height", "32"])
     wait_until(lambda: desktop.windows("trayer"), 30, "trayer")
