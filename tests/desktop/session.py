@@ -159,6 +159,10 @@ class Session(Programs):
             os.close(self._display_lock)
             self._display_lock = None
 
+    def end_display(self):
+        """As when the user logs out: every program's connection to the display breaks."""
+        stop(self._services[0])
+
     def _start_service(self, command, **kwargs):
         service = self.spawn(command, **kwargs)
         self._services.append(service)
