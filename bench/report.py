@@ -7,7 +7,7 @@ import statistics
 import subprocess
 
 PACKAGES = ("libqt6core6", "at-spi2-core", "dbus", "xvfb", "openbox", "xfce4-panel", "mousepad",
-            "xterm", "sxhkd", "xsel", "curl", "xfce4-clipman", "copyq")
+            "xterm", "sxhkd", "xsel", "curl", "xfce4-clipman", "copyq", "espeak-ng", "pulseaudio")
 
 
 def median(values):
@@ -15,8 +15,16 @@ def median(values):
 
 
 def p95(values):
-    """The smallest value that 95 of 100 do not exceed."""
-    return sorted(values)[math.ceil(0.95 * len(values)) - 1]
+    return percentile(values, 95)
+
+
+def p99(values):
+    return percentile(values, 99)
+
+
+def percentile(values, percent):
+    """The smallest value that so many of 100 do not exceed."""
+    return sorted(values)[math.ceil(percent / 100 * len(values)) - 1]
 
 
 def machine():

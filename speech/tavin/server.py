@@ -4,6 +4,8 @@ Serves one user on the loopback interface at a fixed port, until SIGTERM or SIGI
 """
 
 import asyncio
+import contextlib
+import ctypes
 import os
 import resource
 import signal
@@ -19,6 +21,8 @@ from tavin.routes import application
 from tavin.settings import Settings, default_path
 
 RETRY_SECONDS = 2.0
+M_MMAP_THRESHOLD = -3  # of malloc.h
+LONG_TEXT = 1 << 20
 
 
 async def listen():
@@ -65,6 +69,12 @@ def keep_memory_private():
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
 
+def give_memory_back():
+    """Left to itself, glibc's allocator keeps the memory of one long text for good."""
+    with contextlib.suppress(AttributeError):  # another C library
+        ctypes.CDLL(None).mallopt(M_MMAP_THRESHOLD, LONG_TEXT)
+
+
 async def serve():
     engine = Engine(Settings(default_path()))
     leave_on_signals(engine)
@@ -86,6 +96,7 @@ def main():
     set_up()
     allow_many_connections()
     keep_memory_private()
+    give_memory_back()
     asyncio.run(serve())
 
 
