@@ -15,6 +15,12 @@ class LaunchedApp : public ::testing::Test {
       : center(fakes.hotkeys, fakes.mainQueue, fakes.log),
         app(std::make_shared<AppDelegate>(fakes.platform, center)) {}
 
+  // Tasks that no test ran hold the delegate, which owns their queue.
+  ~LaunchedApp() override {
+    if (app && fakes.work)
+      fakes.work->drop();
+  }
+
   // Launches, lets every queue run dry and forgets what was asked on the way.
   void launch() {
     app->applicationDidFinishLaunching();

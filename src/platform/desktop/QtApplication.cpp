@@ -12,10 +12,9 @@
 #include "platform/desktop/SignalWatch.h"
 
 namespace tavin::desktop {
-namespace {
 
 // What QApplication reads its options from, which it does not own.
-struct Arguments {
+struct QtApplication::Arguments {
   Arguments(const char* program, const char* qtPlatform)
       : texts{program, "-platform", qtPlatform},
         values{texts[0].data(), texts[1].data(), texts[2].data(), nullptr} {}
@@ -23,8 +22,6 @@ struct Arguments {
   std::array<char*, 4> values;
   int count = 3;
 };
-
-}  // namespace
 
 // Ends at once when asked to quit, where Qt would first ask every open window and let one refuse.
 class QtApplication::Instance final : private Arguments, public QApplication {

@@ -22,6 +22,7 @@ class QtApplication final : public Application {
   void terminate() override;
 
  private:
+  struct Arguments;
   class Instance;
 
   std::unique_ptr<Instance> instance_;

@@ -13,7 +13,9 @@ TEST(SessionBusTest, WithoutABusNoneIsStartedAndTheEnvironmentStays) {
   const QTemporaryDir empty;
   const ScopedVariable folder("XDG_RUNTIME_DIR", empty.path().toLocal8Bit());
   const ScopedVariable address(variable, {});
+  const ScopedVariable display("DISPLAY", {});  // Through it a running bus could be found.
   qunsetenv(variable);
+  qunsetenv("DISPLAY");
   EXPECT_FALSE(sessionBusIsUsable());
   EXPECT_FALSE(qEnvironmentVariableIsSet(variable));
   EXPECT_FALSE(QDBusConnection::sessionBus().isConnected());
