@@ -149,14 +149,17 @@ TEST_F(PosixProcessLauncherTest, LeaksNoFileSignalOrInput) {
 }
 
 TEST_F(PosixProcessLauncherTest, StartsWhenTheStandardFilesAreClosed) {
+  // In a process of its own that runs this test again: a fork of this one could start no threads.
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
   const auto startWithout = [this] {
     close(0);
     close(1);
-    const bool started = start(child({"report"})) != nullptr;
-    _exit(started && hasExited() ? 0 : 1);
+    const bool ran = start(child({"report"})) != nullptr && hasExited();
+    std::fputs(written().c_str(), stderr);
+    _exit(ran ? 0 : 1);
   };
-  EXPECT_EXIT(startWithout(), testing::ExitedWithCode(0), "");
-  EXPECT_THAT(written(), HasSubstr("file 0\nfile 1\nfile 2\ninput is null: 1\nend"));
+  EXPECT_EXIT(startWithout(), testing::ExitedWithCode(0),
+              HasSubstr("file 0\nfile 1\nfile 2\ninput is null: 1\nend"));
 }
 
 TEST_F(PosixProcessLauncherTest, SaysWhyAProgramCannotRun) {
