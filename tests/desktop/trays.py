@@ -1,6 +1,9 @@
 """Trays at the lower right corner of the screen, and the menu under Tavin's icon in them."""
 
+import contextlib
+import os
 import subprocess
+import time
 
 from accessible import Focus, OpenMenu
 from panel import start_lxqt_panel, start_xfce4_panel, wait_for_no_tray
@@ -17,6 +20,19 @@ def start_trayer(desktop):
                              "request", "--height", "32"])
     wait_until(lambda: desktop.windows("trayer"), 30, "trayer")
     return process
+
+
+def processor_time(pid):
+    """Of the process and its descendants so far; it tells whether they do anything."""
+    own, spent = [pid], {}
+    for process in own:
+        with contextlib.suppress(OSError):
+            for task in os.listdir(f"/proc/{process}/task"):
+                with open(f"/proc/{process}/task/{task}/schedstat", encoding="ascii") as f:
+                    spent[task] = f.read().split()[0]
+                with open(f"/proc/{process}/task/{task}/children", encoding="ascii") as f:
+                    own += map(int, f.read().split())
+    return spent
 
 
 STARTERS = {"xfce4-panel": start_xfce4_panel, "lxqt-panel": start_lxqt_panel,
@@ -36,9 +52,16 @@ class Tray:
         self.process = STARTERS[self.name](self.desktop)
 
     def wait_for_icon(self):
-        """Until something is drawn where the icon belongs."""
+        """Until something is drawn where the icon belongs, and the panel has done what follows,
+        such as fetching the menu: no hand is as fast as this one."""
         x, y = ICON
         wait_until(lambda: len(colours(self.desktop, x - 8, y - 8, 16, 16)) > 4, 20, "the icon")
+        wait_until(self._rests, 20, "the panel at rest")
+
+    def _rests(self):
+        before = processor_time(self.process.pid)
+        time.sleep(0.15)
+        return processor_time(self.process.pid) == before
 
     def click_icon(self, button="1"):
         """Opens the menu. Returns once the panel has drawn it."""
