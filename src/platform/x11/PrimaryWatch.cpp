@@ -4,6 +4,9 @@
 #include <sys/eventfd.h>
 #include <xcb/xfixes.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/x11/WindowProperties.h"
 
 namespace tavin::x11 {
@@ -47,32 +50,51 @@ PrimaryWatch::~PrimaryWatch() {
 void PrimaryWatch::run() {
   xcb_connection_t* c = connection_->get();
   while (!stopping_ && xcb_connection_has_error(c) == 0) {
-    while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(c)}) handle(*event);
+    while (const Event event = nextEvent()) handle(*event);
     pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {wake_.get(), POLLIN, 0}};
     poll(descriptors, 2, -1);
   }
 }
 
+PrimaryWatch::Event PrimaryWatch::nextEvent() {
+  if (arrived_.empty())
+    return Event(xcb_poll_for_event(connection_->get()));
+  Event event = std::move(arrived_.front());
+  arrived_.pop_front();
+  return event;
+}
+
+bool PrimaryWatch::tellsActiveWindow(const xcb_generic_event_t& event) const {
+  return (event.response_type & 0x7f) == XCB_PROPERTY_NOTIFY &&
+         reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == activeWindowAtom_;
+}
+
 void PrimaryWatch::handle(const xcb_generic_event_t& event) {
-  const std::uint8_t kind = event.response_type & 0x7f;
-  if (kind == fixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY) {
-    const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
-    const bool owned = change.owner != XCB_WINDOW_NONE && current_ != XCB_WINDOW_NONE;
-    const std::int64_t owner = owned ? clientProcess(*connection_, change.owner) : 0;
-    const bool sameProgram =
-        owned && (sameClient(*connection_, change.owner, current_) ||
-                  (owner != 0 && owner == clientProcess(*connection_, current_)));
-    madeIn_ = sameProgram ? current_ : xcb_window_t{XCB_WINDOW_NONE};
-  } else if (kind == XCB_PROPERTY_NOTIFY &&
-             reinterpret_cast<const xcb_property_notify_event_t&>(event).atom ==
-                 activeWindowAtom_) {
+  if ((event.response_type & 0x7f) == fixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY)
+    primaryChanged(reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event).owner);
+  else if (tellsActiveWindow(event))
     activeWindowChanged();
-  }
+}
+
+void PrimaryWatch::primaryChanged(xcb_window_t owner) {
+  const bool known = owner != XCB_WINDOW_NONE && current_ != XCB_WINDOW_NONE && !currentIsOld_;
+  const std::int64_t process = known ? clientProcess(*connection_, owner) : 0;
+  const bool sameProgram =
+      known && (sameClient(*connection_, owner, current_) ||
+                (process != 0 && process == clientProcess(*connection_, current_)));
+  madeIn_ = sameProgram ? current_ : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 void PrimaryWatch::activeWindowChanged() {
-  // A menu that opens and closes takes the keyboard away for a moment, which changes no selection.
   const xcb_window_t active = activeWindow_.find();
+  // What became active after this event is told by the answer, and by an event that came before it.
+  while (Event event{xcb_poll_for_queued_event(connection_->get())})
+    arrived_.push_back(std::move(event));
+  currentIsOld_ = std::any_of(arrived_.begin(), arrived_.end(),
+                              [this](const Event& event) { return tellsActiveWindow(*event); });
+  if (currentIsOld_)
+    return;
+  // A menu that opens and closes takes the keyboard away for a moment, which changes no selection.
   if (active == current_ || active == XCB_WINDOW_NONE || activeWindow_.isPassing(active))
     return;
   current_ = active;

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <thread>
 
@@ -24,15 +25,22 @@ class PrimaryWatch {
 
  private:
   PrimaryWatch(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent);
+  using Event = Reply<xcb_generic_event_t>;
+
   void run();
+  Event nextEvent();
   void handle(const xcb_generic_event_t& event);
+  void primaryChanged(xcb_window_t owner);
   void activeWindowChanged();
+  bool tellsActiveWindow(const xcb_generic_event_t& event) const;
 
   const std::unique_ptr<Connection> connection_;
   const std::uint8_t fixesEvent_;
   const ActiveWindow activeWindow_;
   const xcb_atom_t activeWindowAtom_;
+  std::deque<Event> arrived_;  // Not handled yet.
   xcb_window_t current_ = XCB_WINDOW_NONE;
+  bool currentIsOld_ = false;  // Another window has become the active one; it is not known which.
   std::atomic<std::uint32_t> madeIn_ = XCB_WINDOW_NONE;
   std::atomic<bool> stopping_ = false;
   posix::FileDescriptor wake_;
