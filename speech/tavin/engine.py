@@ -129,16 +129,18 @@ class Engine:
         """Check all of the changes, then make all of them."""
         name = changes.get("engine", self._settings.engine)
         synth = self._synth_named(name)
-        speed = changes.get("speed", self._settings.speed)
-        if not valid_speed(speed):
+        if "speed" in changes and not valid_speed(changes["speed"]):
             raise Refusal(f"The speed must be a number from {SLOWEST} to {FASTEST}.")
         if "voice" in changes:
             await self._load_voices(synth)
             if changes["voice"] not in [voice["id"] for voice in synth.voices]:
                 raise Refusal(f"{synth.backend.label} has no such voice.")
             self._settings.voices[name] = changes["voice"]
-        self._settings.engine = name
-        self._settings.speed = float(speed)
+        # Nothing but what was asked for: other changes may have been made during the wait.
+        if "engine" in changes:
+            self._settings.engine = name
+        if "speed" in changes:
+            self._settings.speed = float(changes["speed"])
         self._settings.save()
         if self._reading:
             self._reading.voice_changed()

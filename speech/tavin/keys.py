@@ -10,6 +10,7 @@ import contextlib
 import json
 import os
 import sys
+from collections import Counter
 
 from tavin.child import PACKAGE_PARENT
 
@@ -32,6 +33,8 @@ class Keys:
         self._memory = {}
         self._stored = set()  # names in the Secret Service, as far as known
         self._storing = asyncio.Lock()  # the last one given wins
+        self._wishes = Counter()  # how often the user gave or removed a key
+        self._removing = Counter()  # removals on their way
 
     def known(self, name):
         return name in self._memory or name in self._stored
@@ -43,14 +46,19 @@ class Keys:
 
     async def key(self, name):
         """A key to use, None without one. May have the user asked to unlock the keyring."""
-        if name not in self._memory:
+        if name not in self._memory and not self._removing[name]:
+            wishes = self._wishes[name]
             key = await self._read(name)
-            if key:
-                self._stored.add(name)
-                self._memory.setdefault(name, key)
-            else:
-                self._stored.discard(name)
+            if wishes == self._wishes[name]:  # else the user knows better than what was read
+                self._learn(name, key)
         return self._memory.get(name)
+
+    def _learn(self, name, key):
+        if key:
+            self._stored.add(name)
+            self._memory[name] = key
+        else:
+            self._stored.discard(name)
 
     async def _read(self, name):
         try:
@@ -62,24 +70,27 @@ class Keys:
 
     async def keep(self, name, label, key):
         """Store a key, remove it when empty. Where that fails, memory has it as was wished."""
+        self._wishes[name] += 1
         if key:
             self._memory[name] = key
-        else:
-            self._memory.pop(name, None)
-        async with self._storing:
-            if key:
+            async with self._storing:
                 await ask(self._patience, do="store", name=name, label=label, key=key)
                 self._stored.add(name)
-            else:
-                await self._remove(name)
+        else:
+            self._memory.pop(name, None)
+            await self._remove(name)
 
     async def _remove(self, name):
+        self._removing[name] += 1
         try:
-            await ask(self._patience, do="remove", name=name)
+            async with self._storing:
+                await ask(self._patience, do="remove", name=name)
+                self._stored.discard(name)
         except KeyringError as failure:
             if not failure.absent or name in self._stored:
                 raise
-        self._stored.discard(name)
+        finally:
+            self._removing[name] -= 1
 
 
 async def ask(seconds, **request):

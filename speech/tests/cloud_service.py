@@ -74,6 +74,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self._json(401, {"detail": {"status": "invalid_api_key", "message": f"Not {self.headers['xi-api-key']}"}})
         elif isinstance(self.service.trouble, int):
             self._json(self.service.trouble, {"detail": "no"})
+        elif self.service.trouble == "stall" and not self.service.release.wait(60):
+            self.close_connection = True
         elif self.path == "/v1/voices":
             self._json(200, {"voices": VOICES})
         else:
