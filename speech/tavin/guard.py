@@ -6,6 +6,7 @@ answered, add X-Tavin; and a name that it made resolve to 127.0.0.1 shows in Hos
 """
 
 import asyncio
+import functools
 import json
 
 from aiohttp import web
@@ -36,23 +37,41 @@ def objection(request):
     return None
 
 
-@web.middleware
-async def guard(request, handler):
-    """Refuse what is not Tavin's, and answer every failure with a JSON object."""
-    text = objection(request)
-    if text:
-        return refused(403, text)
-    try:
-        return await handler(request)
-    except Refusal as refusal:
-        return refused(400, str(refusal))
-    except web.HTTPException as failure:
-        return refused(failure.status, failure.reason)
-    except ConnectionError:
-        raise  # the client is gone: nobody to answer
-    except Exception:
-        log.exception("a request failed")
-        return refused(500, "The engine failed to carry this out.")
+def guarded(handle):
+    """`handle`, which is aiohttp's with all of its own answers, for Tavin's requests only.
+
+    A failure is answered with a JSON object.
+    """
+
+    @functools.wraps(handle)
+    async def guard(request):
+        text = objection(request)
+        if text:
+            return refused(403, text)
+        try:
+            return await handle(request)
+        except Refusal as refusal:
+            return refused(400, str(refusal))
+        except web.HTTPException as failure:
+            return refused(failure.status, failure.reason)
+        except ConnectionError:
+            raise  # the client is gone: nobody to answer
+        except Exception:
+            log.exception("a request failed")
+            return refused(500, "The engine failed to carry this out.")
+
+    return guard
+
+
+class Connection(web.RequestHandler):
+    """A client's connection. What is no HTTP is answered in JSON as well."""
+
+    def handle_error(self, request, status=500, exc=None, message=None):
+        if request.writer.output_size:
+            raise ConnectionError  # in the midst of an answer there is no place for another
+        response = refused(status, "This is no request." if status < 500 else "The engine failed.")
+        response.force_close()
+        return response
 
 
 async def json_body(request):

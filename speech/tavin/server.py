@@ -14,7 +14,7 @@ import socket
 from aiohttp import web
 
 from tavin.engine import Engine
-from tavin.guard import PORT
+from tavin.guard import PORT, Connection, guarded
 from tavin.log import log, set_up
 from tavin.peer import Doorkeeper
 from tavin.routes import application
@@ -78,15 +78,19 @@ def give_memory_back():
 async def serve():
     engine = Engine(Settings(default_path()))
     leave_on_signals(engine)
-    # A compressed body is no JSON, and nobody can send a small one that becomes huge.
-    runner = web.AppRunner(application(engine), access_log=None, auto_decompress=False)
+    runner = web.AppRunner(application(engine))
     await runner.setup()
+    runner.server.request_handler = guarded(runner.server.request_handler)
     listener = await listen()
     # Requests wait in the listener's queue until the voices are known.
     await engine.know_voices()
-    serving = await asyncio.get_running_loop().create_server(
-        lambda: Doorkeeper(runner.server), sock=listener, backlog=128
-    )
+    loop = asyncio.get_running_loop()
+
+    def connection():
+        # A compressed body is no JSON, and nobody can send a small one that becomes huge.
+        return Connection(runner.server, loop=loop, access_log=None, auto_decompress=False)
+
+    serving = await loop.create_server(lambda: Doorkeeper(connection), sock=listener, backlog=128)
     log.info("serving on port %d", PORT)
     await engine.warm_up()
     await serving.serve_forever()

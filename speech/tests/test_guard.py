@@ -60,8 +60,30 @@ def test_no_answer_invites_web_pages(shared):
     ],
 )
 def test_broken_requests_are_refused(shared, request_bytes):
-    assert raw(request_bytes)[:12] in (b"HTTP/1.1 403", b"HTTP/1.0 403", b"HTTP/1.1 400", b"HTTP/1.0 400")
+    answer = raw(request_bytes)
+    assert answer[:12] in (b"HTTP/1.1 403", b"HTTP/1.0 403", b"HTTP/1.1 400", b"HTTP/1.0 400")
+    assert b"application/json" in answer
     assert shared.status()["state"] == "idle"
+
+
+def expecting(what, *headers, path="/stop"):
+    lines = [f"POST {path} HTTP/1.1", f"Expect: {what}", "X-Tavin: 1", "Content-Length: 2", *headers]
+    return raw("\r\n".join([*lines, "", ""]).encode())
+
+
+@pytest.mark.parametrize("path", ["/stop", "/nowhere", "/status"])
+@pytest.mark.parametrize("what", ["100-continue", "foo"])
+@pytest.mark.parametrize("header", ["Host: evil.example", f"Host: 127.0.0.1:{PORT}\r\nOrigin: null"])
+def test_nobody_else_learns_what_may_be_expected(shared, path, what, header):
+    assert expecting(what, header, path=path)[:12] == b"HTTP/1.1 403"
+
+
+def test_who_may_send_may_ask_before(shared):
+    host = f"Host: 127.0.0.1:{PORT}"
+    assert expecting("100-continue", host)[:12] == b"HTTP/1.1 100"
+    answer = expecting("foo", host)
+    assert answer[:12] == b"HTTP/1.1 417"
+    assert b"application/json" in answer
 
 
 def test_only_the_loopback_interface_is_served(shared):
