@@ -10,8 +10,10 @@ from dataclasses import dataclass
 from importlib import metadata
 from pathlib import Path
 
+import tavin
+
 ENGINE_FOLDER = Path(__file__).resolve().parent.parent
-LIBRARIES = ENGINE_FOLDER / "site-packages"
+LIBRARIES = Path(tavin.LIBRARIES)
 PINS = Path(__file__).resolve().parent / "backends" / "kokoro.json"
 IN_SOURCE_TREE = (ENGINE_FOLDER / "requirements-kokoro.txt").exists()
 INSTALL = 'Run "make kokoro" in Tavin\'s source folder' + ("" if IN_SOURCE_TREE else " and install Tavin")

@@ -8,6 +8,7 @@ import time
 import pytest
 from engine_process import PORT, exists
 from sound import until
+from tree import Tree
 
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
 STATES = ["idle", "loading", "speaking", "paused"]
@@ -107,3 +108,19 @@ def test_every_log_line_is_one_line_with_a_time(engine):
     lines = engine.log().splitlines()
     assert lines
     assert all(line[:4].isdigit() and " tavin: " in line for line in lines)
+
+
+def test_the_neural_voices_libraries_stay_out_of_all_other_processes(new_engine, tmp_path):
+    tree = Tree(tmp_path / "tree", None)
+    marks = tree.poison_libraries()
+    libraries = tree.folder / "site-packages"
+    # As an installed Tavin starts it.
+    engine = new_engine({"PYTHONPATH": f"{tree.folder}:{libraries}"}, tree=tree.folder).start()
+    assert engine.post("/key", engine="openai", key="a key")[0] == 200  # asks the keyring
+    assert engine.post("/config", engine="openai")[0] == 200
+    assert engine.helper("openai")
+    assert engine.post("/config", engine="espeak")[0] == 200
+    engine.speak("Hello there.")
+    engine.wait_for("speaking")
+    assert engine.wait_for("idle")["error"] is None
+    assert list(marks.iterdir()) == []
