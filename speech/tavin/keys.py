@@ -27,11 +27,12 @@ class KeyringError(Exception):
 
 
 class Keys:
-    def __init__(self, names, patience=PROMPT_SECONDS):
+    def __init__(self, names, stored=(), patience=PROMPT_SECONDS):
+        """`stored`: the names that had a key when the service was last asked."""
         self._names = names
         self._patience = patience
         self._memory = {}
-        self._stored = set()  # names in the Secret Service, as far as known
+        self._stored = set(stored)  # names in the Secret Service, as far as known
         self._storing = asyncio.Lock()  # the last one given wins
         self._wishes = Counter()  # how often the user gave or removed a key
         self._removing = Counter()  # removals on their way
@@ -39,10 +40,17 @@ class Keys:
     def known(self, name):
         return name in self._memory or name in self._stored
 
+    @property
+    def stored(self):
+        """The names with a key in the Secret Service, as far as known."""
+        return [name for name in self._names if name in self._stored]
+
     async def look(self, activate):
         """Find out which keys are stored. Unlocks nothing; `activate` may start the service."""
+        wishes = self._wishes.total()
         answer = await ask(LOOK_SECONDS, do="search", names=self._names, activate=activate)
-        self._stored = set(answer["names"])
+        if answer["running"] and wishes == self._wishes.total():
+            self._stored = set(answer["names"])
 
     async def key(self, name):
         """A key to use, None without one. May have the user asked to unlock the keyring."""

@@ -9,6 +9,7 @@ import time
 from pathlib import Path
 
 import pytest
+import secretstorage
 from cloud_service import KEY, CloudService
 from engine_process import exists
 from keyring_session import KeyringSession
@@ -50,6 +51,12 @@ def available(engine, name):
     return next(entry["available"] for entry in engine.status()["engines"] if entry["name"] == name)
 
 
+def forget(engine):
+    """End the engine; the next one knows of a key only when it found it in the keyring."""
+    engine.end()
+    engine.settings.unlink()
+
+
 def test_a_key_is_stored_replaced_and_removed(start, keyring):
     engine = start()
     assert not available(engine, "openai")
@@ -71,7 +78,7 @@ def test_a_key_is_stored_replaced_and_removed(start, keyring):
 def test_a_stored_key_is_used_after_a_restart(start):
     engine = start()
     engine.post("/key", engine="openai", key=KEY)
-    engine.end()
+    forget(engine)
     engine = start()
     until(lambda: available(engine, "openai"), 10, "the search for keys")
     engine.post("/config", engine="openai")
@@ -82,7 +89,7 @@ def test_a_stored_key_is_used_after_a_restart(start):
 def test_looking_for_keys_unlocks_nothing(start, keyring):
     engine = start()
     engine.post("/key", engine="openai", key=KEY)
-    engine.end()
+    forget(engine)
     keyring.lock()
     engine = start()
     until(lambda: available(engine, "openai"), 10, "the search for keys")
@@ -95,7 +102,7 @@ def test_a_keyring_that_stays_locked(start, keyring):
     """Nobody is there to ask for its password, which counts as a dialog that was dismissed."""
     engine = start()
     engine.post("/key", engine="openai", key=KEY)
-    engine.end()
+    forget(engine)
     keyring.lock()
     engine = start()
     until(lambda: available(engine, "openai"), 10, "the search for keys")
@@ -137,7 +144,7 @@ def test_a_keyring_that_hangs_holds_nobody_up(start, keyring):
 def test_a_stop_ends_the_wait_for_the_keyring(start, keyring):
     engine = start()
     engine.post("/key", engine="openai", key=KEY)
-    engine.end()
+    forget(engine)
     engine = start()
     until(lambda: available(engine, "openai"), 10, "the search for keys")
     keyring.freeze(True)
@@ -179,6 +186,45 @@ def test_a_key_that_was_deleted_elsewhere_is_no_longer_available(on_the_bus):
         assert not second.known("openai")
 
     asyncio.run(scenario())
+
+
+def test_a_keyring_that_comes_after_the_engine(start, keyring):
+    engine = start()
+    engine.post("/key", engine="elevenlabs", key=KEY)
+    engine.post("/config", engine="elevenlabs")
+    engine.end()
+    keyring.end_keyring()
+    engine = start()
+    assert available(engine, "elevenlabs")
+    assert not available(engine, "openai")
+    code, answer = engine.request("GET", "/voices?engine=elevenlabs")
+    assert code == 400
+    assert "no Secret Service" in answer["error"]
+    assert available(engine, "elevenlabs")
+    keyring.start_keyring()
+    assert len(engine.request("GET", "/voices?engine=elevenlabs")[1]) == 3
+    engine.end()
+    # Nor is the engine's own note needed.
+    keyring.end_keyring()
+    engine.settings.write_text('{"engine": "elevenlabs"}')
+    engine = start()
+    assert engine.request("GET", "/voices?engine=elevenlabs") == (200, [])
+    assert not available(engine, "elevenlabs")
+    keyring.start_keyring()
+    assert len(engine.request("GET", "/voices?engine=elevenlabs")[1]) == 3
+    assert available(engine, "elevenlabs")
+
+
+def test_a_key_that_was_deleted_while_no_engine_ran(start, keyring):
+    engine = start()
+    engine.post("/key", engine="openai", key=KEY)
+    engine.end()
+    with keyring.connected() as connection:
+        for item in secretstorage.search_items(connection, {"engine": "openai"}):
+            item.delete()
+    engine = start()
+    until(lambda: not available(engine, "openai"), 10, "the search for keys")
+    until(lambda: '"keys": []' in engine.settings.read_text(), 5, "the note of it")
 
 
 class SlowKeyring:
