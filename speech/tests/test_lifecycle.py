@@ -36,6 +36,18 @@ def test_a_signal_ends_everything_soon(engine, sound_server, number, state):
     until(lambda: not sound_server.streams(), 1, "the stream's end")
 
 
+@pytest.mark.parametrize("sent", [0.5, 1.0])  # of the body: while it comes, or while it is decoded
+def test_a_signal_ends_it_in_the_midst_of_a_huge_request(engine, sent):
+    text = b"The quick brown fox. " * 2_900_000
+    head = b"POST /speak HTTP/1.1\r\nHost: 127.0.0.1:%d\r\nX-Tavin: 1\r\nContent-Length: %d\r\n\r\n"
+    body = b'{"text": "%s"}' % text
+    with socket.create_connection(("127.0.0.1", PORT), 10) as client:
+        client.sendall(head % (PORT, len(body)) + body[: int(sent * len(body))])
+        code, seconds = engine.end()
+    assert code == 0
+    assert seconds < 0.5
+
+
 @pytest.mark.parametrize("state", ["loading", "speaking"])
 def test_a_killed_engine_leaves_nothing_behind(engine, sound_server, state):
     helpers = [engine.helper("tavin.worker"), engine.helper("tavin.player")]
