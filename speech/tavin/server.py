@@ -6,6 +6,7 @@ Serves one user on the loopback interface at a fixed port, until SIGTERM or SIGI
 import asyncio
 import contextlib
 import ctypes
+import errno
 import os
 import resource
 import signal
@@ -15,7 +16,7 @@ from aiohttp import web
 
 from tavin.engine import Engine
 from tavin.guard import PORT, Connection, guarded
-from tavin.log import log, set_up
+from tavin.log import log, loop_failure, set_up
 from tavin.peer import Doorkeeper
 from tavin.routes import application
 from tavin.settings import Settings, default_path
@@ -38,9 +39,15 @@ async def listen():
         except OSError as failure:
             listener.close()
             if not told:
-                log.info("port %d cannot be had, trying again: %s", PORT, failure.strerror)
+                log.info("port %d cannot be had, trying again: %s", PORT, reason(failure))
                 told = True
         await asyncio.sleep(RETRY_SECONDS)
+
+
+def reason(failure):
+    if failure.errno == errno.EADDRINUSE:
+        return "another program has it, perhaps another user's Tavin"
+    return failure.strerror
 
 
 def leave_on_signals(engine):
@@ -76,6 +83,7 @@ def give_memory_back():
 
 
 async def serve():
+    asyncio.get_running_loop().set_exception_handler(loop_failure)
     engine = Engine(Settings(default_path()))
     leave_on_signals(engine)
     runner = web.AppRunner(application(engine))

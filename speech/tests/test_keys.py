@@ -1,6 +1,7 @@
 """Keys in the real GNOME Keyring, on a session bus of the test's own."""
 
 import asyncio
+import http.client
 import shutil
 import sys
 import tempfile
@@ -139,6 +140,40 @@ def test_a_keyring_that_hangs_holds_nobody_up(start, keyring):
         keyring.freeze(False)
     post.join(10)
     assert keyring.stored("openai") == [KEY]
+
+
+@pytest.mark.parametrize("question", ["get", "store"])
+def test_a_signal_ends_the_wait_for_the_keyring(start, keyring, question):
+    """As long as a dialog for its password is open, the keyring does not answer."""
+    engine = start()
+    engine.post("/key", engine="openai", key=KEY)
+    forget(engine)
+    engine = start()
+    until(lambda: available(engine, "openai"), 10, "the search for keys")
+    engine.post("/config", engine="openai")
+    keyring.freeze(True)
+    try:
+        if question == "get":
+            engine.speak("Hello.")
+        else:
+            post = threading.Thread(target=lambda: outcome(engine.post, "/key", engine="openai", key=OTHER))
+            post.start()
+        helper = engine.helper("tavin.secret_service")
+        code, seconds = engine.end()
+        assert code == 0
+        assert seconds < 0.5
+        until(lambda: not exists(helper), 1, "the end of the question")
+    finally:
+        keyring.freeze(False)
+        if question == "store":
+            post.join(10)
+
+
+def outcome(request, *what, **more):
+    try:
+        return request(*what, **more)
+    except (ConnectionError, http.client.HTTPException):
+        return None  # the engine ended
 
 
 def test_a_stop_ends_the_wait_for_the_keyring(start, keyring):

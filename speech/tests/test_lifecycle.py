@@ -91,12 +91,14 @@ def test_a_taken_port_is_told_once_and_tried_again(new_engine):
         time.sleep(2.5)  # one more try
         assert engine.process.poll() is None
         assert engine.log().count("\n") == 1
+        assert "another program has it" in engine.log()
     until(lambda: engine.answers(), 5, "the engine answers")
     assert engine.status()["state"] == "idle"
 
 
 def test_while_it_waits_for_the_port_a_signal_ends_it(new_engine):
     with socket.socket() as holder:
+        holder.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
         holder.bind(("127.0.0.1", PORT))
         holder.listen()
         engine = new_engine().start(wait=False)
