@@ -339,7 +339,8 @@ def test_a_keyring_that_went_away(start, keyring):
     assert keyring.stored("openai") == [KEY]
 
 
-def test_only_who_uses_a_cloud_voice_has_a_keyring_started(on_the_bus, keyring):
+def test_only_who_uses_a_cloud_voice_has_a_keyring_started(on_the_bus, keyring, monkeypatch):
+    monkeypatch.setattr(keys, "LOOK_SECONDS", 3)  # what is started never answers
     keyring.end_keyring()
     marker = keyring.install_service()
 
