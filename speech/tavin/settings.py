@@ -1,8 +1,8 @@
 """What the user chose: back-end, a voice for each back-end, speed. Kept over a restart.
 
 The file is replaced as a whole, so that it is never half written, whenever the
-engine is killed, and on a thread, because a disk may be slow. A file that cannot be read or written costs the memory of the
-choices, never the speech.
+engine is killed, and on a thread, because a disk may be slow. A file that cannot
+be read or written costs the memory of the choices, never the speech.
 """
 
 import asyncio
