@@ -1,1 +1,9 @@
 """Tavin's speech engine: reads texts aloud, driven over HTTP on the loopback interface."""
+
+import os
+import sys
+
+# An installed Tavin names the neural voice's libraries in PYTHONPATH, before the system's. They are for
+# its processes alone (see model.py): nothing of them gets into those that hold keys or listen.
+LIBRARIES = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "site-packages")
+sys.path[:] = [folder for folder in sys.path if os.path.realpath(folder) != os.path.realpath(LIBRARIES)]

@@ -17,6 +17,7 @@ CHUNK = 1 << 16
 STALL_SECONDS = 30.0
 PAUSE_SECONDS = 1.0  # before the second try; doubled for each further one
 FRUITLESS_TRIES = 5
+SLOWEST = 2000  # bytes a second, in the mean of STALL_SECONDS: less would take days
 WORTH_ANOTHER_TRY = {408, 425, 429, 500, 502, 503, 504}
 
 
@@ -26,6 +27,10 @@ class DownloadError(Exception):
 
 class Cut(Exception):
     """One transfer ended too early; the next may get further. The text says why."""
+
+
+class TooSlow(Cut):
+    """What came is not worth further tries."""
 
 
 def part_of(file):
@@ -63,7 +68,8 @@ def complete(file, part, on_size, stall, pause):
         try:
             transfer(file, part, on_size, stall)
         except Cut as cut:
-            fruitless = 0 if size_of(part) > before else fruitless + 1
+            fruitful = size_of(part) > before and not isinstance(cut, TooSlow)
+            fruitless = 0 if fruitful else fruitless + 1
             if fruitless == FRUITLESS_TRIES:
                 raise DownloadError(
                     f"No download from {host(file)}: {cut}. Check the network, then choose Kokoro again."
@@ -80,7 +86,7 @@ def transfer(file, part, on_size, stall):
     try:
         with urllib.request.urlopen(request_for(file, have), timeout=stall) as answer:
             begin = begin_of(answer, have, file)
-            receive(answer, file, part, begin, on_size)
+            receive(answer, file, part, begin, on_size, stall)
     except urllib.error.HTTPError as refusal:
         refused(file, part, refusal.code)
     except urllib.error.URLError as failure:
@@ -99,7 +105,7 @@ def request_for(file, have):
 
 
 def begin_of(answer, have, file):
-    """Where in the file the answer begins; DownloadError when it is another file's."""
+    """Where in the file the answer begins; Cut or DownloadError when it is another file's."""
     length = answer.headers.get("Content-Length", "")
     span = re.match(r"bytes (\d+)-\d+/(\d+|\*)$", answer.headers.get("Content-Range", ""))
     begin, total = 0, length
@@ -111,14 +117,22 @@ def begin_of(answer, have, file):
         raise DownloadError(
             f"{host(file)} offers another file than expected. Choose Kokoro again, or update Tavin."
         )
+    # Such as the page that a hotel's network answers everything with: it must not cost what is there.
+    if answer.headers.get_content_type() == "text/html" or (total.isdigit() and int(total) != file.size):
+        raise Cut("something else was sent")
     return begin
 
 
-def receive(answer, file, part, begin, on_size):
+def receive(answer, file, part, begin, on_size, stall):
     """Write the answer's bytes, and never more of them than the file has."""
     with Writer(part, begin) as writer:
         on_size(begin)
+        watched, since = begin, time.monotonic()
         while begin < file.size:
+            if time.monotonic() - since > stall:
+                if begin - watched < SLOWEST * stall:
+                    raise TooSlow("it is too slow")
+                watched, since = begin, time.monotonic()
             data = answer.read1(min(CHUNK, file.size - begin))
             if not data:
                 break

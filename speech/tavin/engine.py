@@ -29,7 +29,8 @@ class Engine:
     def __init__(self, settings):
         self._settings = settings
         self._language = voices.user_language()
-        self._keys = Keys([name for name, backend in BACKENDS.items() if backend.takes_key])
+        names = [name for name, backend in BACKENDS.items() if backend.takes_key]
+        self._keys = Keys(names, settings.keyed)
         self._synths = {
             name: Synthesis(backend, lambda backend=backend: self._key(backend))
             for name, backend in BACKENDS.items()
@@ -63,7 +64,7 @@ class Engine:
                 await helper.start()
             except (SynthesisError, OutputError) as failure:
                 log.info("%s", failure)
-        await self._look_for_keys()
+        await self._look_for_keys(self._synth().backend.takes_key or bool(self._settings.keyed))
 
     def end(self):
         """Silence, and no helper left."""
@@ -95,6 +96,7 @@ class Engine:
 
     async def voices(self, name):
         synth = self._synth_named(name)
+        await self._find_key(synth)  # the keyring may have come after the engine
         await self._load_voices(synth, fresh=True)
         listed = voices.ordered(synth.voices, self._language)
         return [{"id": voice["id"], "name": voice["name"]} for voice in listed]
@@ -129,23 +131,25 @@ class Engine:
         """Check all of the changes, then make all of them."""
         name = changes.get("engine", self._settings.engine)
         synth = self._synth_named(name)
-        speed = changes.get("speed", self._settings.speed)
-        if not valid_speed(speed):
+        if "speed" in changes and not valid_speed(changes["speed"]):
             raise Refusal(f"The speed must be a number from {SLOWEST} to {FASTEST}.")
         if "voice" in changes:
             await self._load_voices(synth)
             if changes["voice"] not in [voice["id"] for voice in synth.voices]:
                 raise Refusal(f"{synth.backend.label} has no such voice.")
             self._settings.voices[name] = changes["voice"]
-        self._settings.engine = name
-        self._settings.speed = float(speed)
-        self._settings.save()
+        # Nothing but what was asked for: other changes may have been made during the wait.
+        if "engine" in changes:
+            self._settings.engine = name
+        if "speed" in changes:
+            self._settings.speed = float(changes["speed"])
+        stored = self._settings.save()
         if self._reading:
             self._reading.voice_changed()
         if "engine" in changes:
             await self.know_voices()
-            if synth.backend.takes_key and not self._keys.known(name):
-                await self._look_for_keys()
+            await self._find_key(synth)
+        await stored  # the answer says that it will be the same after a restart
 
     async def store_key(self, name, key):
         """An empty key removes the stored one. A new one can be used at once."""
@@ -165,6 +169,7 @@ class Engine:
         except KeyringError as failure:
             kept = "is kept only until Tavin ends" if key else "could not be removed"
             self._fail(f"The key for {label} {kept}: {failure}")
+        await self._note_keys()
 
     async def _read(self, reading):
         try:
@@ -205,18 +210,31 @@ class Engine:
             return self._keys.known(backend.name)
         return backend.needs_setup or self._synths[backend.name].missing is None
 
-    async def _look_for_keys(self):
-        """Who uses no cloud voice needs no keyring started."""
+    async def _find_key(self, synth):
+        """Look again for a key that was not there before."""
+        if synth.backend.takes_key and not self._keys.known(synth.backend.name):
+            await self._look_for_keys(activate=True)
+
+    async def _look_for_keys(self, activate):
+        """`activate`: who uses no cloud voice needs no keyring started."""
         try:
-            await self._keys.look(activate=self._synth().backend.takes_key)
+            await self._keys.look(activate)
         except KeyringError as failure:
             log.info("no stored keys: %s", failure)
+        await self._note_keys()
+
+    async def _note_keys(self):
+        """Remember who has a key: at the next start the keyring may come later than the engine."""
+        if self._settings.keyed != self._keys.stored:
+            self._settings.keyed = self._keys.stored
+            await self._settings.save()
 
     async def _key(self, backend):
         try:
             key = await self._keys.key(backend.name)
         except KeyringError as failure:
             raise BackendError(f"The key for {backend.label} cannot be read: {failure}") from None
+        await self._note_keys()
         if not key:
             raise BackendError(f"{backend.label} needs a key: choose “Set API Key” in Tavin's menu.")
         return key

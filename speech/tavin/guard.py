@@ -6,7 +6,9 @@ answered, add X-Tavin; and a name that it made resolve to 127.0.0.1 shows in Hos
 """
 
 import asyncio
+import functools
 import json
+import re
 
 from aiohttp import web
 
@@ -17,6 +19,9 @@ PORT = 47632
 HOSTS = {f"127.0.0.1:{PORT}", f"localhost:{PORT}"}
 LARGEST_BODY = 64 * 1024 * 1024
 BODY_SECONDS = 30.0
+STEP = 1 << 19  # bytes that are decoded without a look at other requests: some milliseconds
+TEXT_BEGINS = re.compile(rb'\s*\{\s*"text"\s*:\s*"')
+TEXT_ENDS = re.compile(rb'"\s*\}\s*\Z')
 
 
 def refused(status, text):
@@ -36,23 +41,41 @@ def objection(request):
     return None
 
 
-@web.middleware
-async def guard(request, handler):
-    """Refuse what is not Tavin's, and answer every failure with a JSON object."""
-    text = objection(request)
-    if text:
-        return refused(403, text)
-    try:
-        return await handler(request)
-    except Refusal as refusal:
-        return refused(400, str(refusal))
-    except web.HTTPException as failure:
-        return refused(failure.status, failure.reason)
-    except ConnectionError:
-        raise  # the client is gone: nobody to answer
-    except Exception:
-        log.exception("a request failed")
-        return refused(500, "The engine failed to carry this out.")
+def guarded(handle):
+    """`handle`, which is aiohttp's with all of its own answers, for Tavin's requests only.
+
+    A failure is answered with a JSON object.
+    """
+
+    @functools.wraps(handle)
+    async def guard(request):
+        text = objection(request)
+        if text:
+            return refused(403, text)
+        try:
+            return await handle(request)
+        except Refusal as refusal:
+            return refused(400, str(refusal))
+        except web.HTTPException as failure:
+            return refused(failure.status, failure.reason)
+        except ConnectionError:
+            raise  # the client is gone: nobody to answer
+        except Exception:
+            log.exception("a request failed")
+            return refused(500, "The engine failed to carry this out.")
+
+    return guard
+
+
+class Connection(web.RequestHandler):
+    """A client's connection. What is no HTTP is answered in JSON as well."""
+
+    def handle_error(self, request, status=500, exc=None, message=None):
+        if request.writer.output_size:
+            raise ConnectionError  # in the midst of an answer there is no place for another
+        response = refused(status, "This is no request." if status < 500 else "The engine failed.")
+        response.force_close()
+        return response
 
 
 async def json_body(request):
@@ -63,12 +86,36 @@ async def json_body(request):
     except TimeoutError:
         raise web.HTTPRequestTimeout from None
     try:
-        body = json.loads(data, parse_constant=_no_constant)
+        body = await decoded(data)
     except (ValueError, RecursionError):
         raise Refusal("The body is not JSON.") from None
     if not isinstance(body, dict):
         raise Refusal("The body is not a JSON object.")
     return body
+
+
+async def decoded(data):
+    """`json.loads`, which holds up everything else, a thread too, in steps where that can be."""
+    begins, ends = TEXT_BEGINS.match(data), TEXT_ENDS.search(data, max(0, len(data) - 64))
+    if len(data) > STEP and begins and ends:
+        try:
+            return {"text": await decoded_text(data, begins.end(), ends.start())}
+        except ValueError:
+            pass  # it is more than one text, or none
+    return json.loads(data, parse_constant=_no_constant)
+
+
+async def decoded_text(data, begin, end):
+    """A long string's inside. A blank is no part of an escape, a pair of them, or another character."""
+    parts = []
+    while begin < end:
+        cut = end if end - begin <= STEP else data.rfind(b" ", begin, begin + STEP) + 1
+        if not cut:
+            raise ValueError
+        parts.append(json.loads(b'"%s"' % data[begin:cut]))
+        begin = cut
+        await asyncio.sleep(0)
+    return "".join(parts)
 
 
 def _no_constant(name):

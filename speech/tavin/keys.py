@@ -10,6 +10,7 @@ import contextlib
 import json
 import os
 import sys
+from collections import Counter
 
 from tavin.child import PACKAGE_PARENT
 
@@ -26,31 +27,46 @@ class KeyringError(Exception):
 
 
 class Keys:
-    def __init__(self, names, patience=PROMPT_SECONDS):
+    def __init__(self, names, stored=(), patience=PROMPT_SECONDS):
+        """`stored`: the names that had a key when the service was last asked."""
         self._names = names
         self._patience = patience
         self._memory = {}
-        self._stored = set()  # names in the Secret Service, as far as known
+        self._stored = set(stored)  # names in the Secret Service, as far as known
         self._storing = asyncio.Lock()  # the last one given wins
+        self._wishes = Counter()  # how often the user gave or removed a key
+        self._removing = Counter()  # removals on their way
 
     def known(self, name):
         return name in self._memory or name in self._stored
 
+    @property
+    def stored(self):
+        """The names with a key in the Secret Service, as far as known."""
+        return [name for name in self._names if name in self._stored]
+
     async def look(self, activate):
         """Find out which keys are stored. Unlocks nothing; `activate` may start the service."""
+        wishes = self._wishes.total()
         answer = await ask(LOOK_SECONDS, do="search", names=self._names, activate=activate)
-        self._stored = set(answer["names"])
+        if answer["running"] and wishes == self._wishes.total():
+            self._stored = set(answer["names"])
 
     async def key(self, name):
         """A key to use, None without one. May have the user asked to unlock the keyring."""
-        if name not in self._memory:
+        if name not in self._memory and not self._removing[name]:
+            wishes = self._wishes[name]
             key = await self._read(name)
-            if key:
-                self._stored.add(name)
-                self._memory.setdefault(name, key)
-            else:
-                self._stored.discard(name)
+            if wishes == self._wishes[name]:  # else the user knows better than what was read
+                self._learn(name, key)
         return self._memory.get(name)
+
+    def _learn(self, name, key):
+        if key:
+            self._stored.add(name)
+            self._memory[name] = key
+        else:
+            self._stored.discard(name)
 
     async def _read(self, name):
         try:
@@ -62,24 +78,27 @@ class Keys:
 
     async def keep(self, name, label, key):
         """Store a key, remove it when empty. Where that fails, memory has it as was wished."""
+        self._wishes[name] += 1
         if key:
             self._memory[name] = key
-        else:
-            self._memory.pop(name, None)
-        async with self._storing:
-            if key:
+            async with self._storing:
                 await ask(self._patience, do="store", name=name, label=label, key=key)
                 self._stored.add(name)
-            else:
-                await self._remove(name)
+        else:
+            self._memory.pop(name, None)
+            await self._remove(name)
 
     async def _remove(self, name):
+        self._removing[name] += 1
         try:
-            await ask(self._patience, do="remove", name=name)
+            async with self._storing:
+                await ask(self._patience, do="remove", name=name)
+                self._stored.discard(name)
         except KeyringError as failure:
             if not failure.absent or name in self._stored:
                 raise
-        self._stored.discard(name)
+        finally:
+            self._removing[name] -= 1
 
 
 async def ask(seconds, **request):

@@ -10,11 +10,15 @@ from dataclasses import dataclass
 from importlib import metadata
 from pathlib import Path
 
+import tavin
+
 ENGINE_FOLDER = Path(__file__).resolve().parent.parent
-LIBRARIES = ENGINE_FOLDER / "site-packages"
+LIBRARIES = Path(tavin.LIBRARIES)
 PINS = Path(__file__).resolve().parent / "backends" / "kokoro.json"
 IN_SOURCE_TREE = (ENGINE_FOLDER / "requirements-kokoro.txt").exists()
-INSTALL = 'Run "make kokoro" in Tavin\'s source folder' + ("" if IN_SOURCE_TREE else " and install Tavin")
+REMEDY = 'run "make kokoro" in Tavin\'s source folder{}, then choose Kokoro again.'.format(
+    "" if IN_SOURCE_TREE else " and install Tavin"
+)
 
 
 @dataclass(frozen=True)
@@ -61,14 +65,11 @@ def objection():
         metadata.version("kokoro-onnx")
         wheel = metadata.distribution("onnxruntime").read_text("WHEEL") or ""
     except metadata.PackageNotFoundError:
-        return f"{INSTALL}: Kokoro's libraries are not installed. Then choose Kokoro again."
+        return f"Kokoro's libraries are not installed: {REMEDY}"
     own = f"cp{sys.version_info.major}{sys.version_info.minor}"
     built_for = [line.split()[1].split("-")[0] for line in wheel.splitlines() if line.startswith("Tag: ")]
     if built_for and own not in built_for:
-        return (
-            f"{INSTALL} again: Kokoro's libraries are for Python {readable(built_for[0])}, "
-            f"this is {readable(own)}. Then choose Kokoro again."
-        )
+        return f"Kokoro's libraries are for Python {readable(built_for[0])}, this is {readable(own)}: {REMEDY}"
     return None
 
 

@@ -1,13 +1,13 @@
-"""The paths of the HTTP interface. Every answer is JSON."""
+"""The paths of the HTTP interface. Every answer is JSON; `guard.py` stands before it."""
 
 from aiohttp import web
 
 from tavin.engine import Refusal
-from tavin.guard import LARGEST_BODY, guard, json_body
+from tavin.guard import LARGEST_BODY, json_body
 
 
 def application(engine):
-    app = web.Application(middlewares=[guard], client_max_size=LARGEST_BODY)
+    app = web.Application(client_max_size=LARGEST_BODY)
     routes = Routes(engine)
     app.add_routes(
         [

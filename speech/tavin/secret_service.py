@@ -23,8 +23,9 @@ def attributes(name):
 def search(service, connection, names, activate):
     """Which keys there are. One by one: a locked keyring finds attributes but does not show them."""
     if not activate and not is_running(connection):
-        return {"names": []}
-    return {"names": [name for name in names if any(service.search_items(connection, attributes(name)))]}
+        return {"running": False}
+    found = [name for name in names if any(service.search_items(connection, attributes(name)))]
+    return {"running": True, "names": found}
 
 
 def is_running(connection):

@@ -6,6 +6,7 @@ Serves one user on the loopback interface at a fixed port, until SIGTERM or SIGI
 import asyncio
 import contextlib
 import ctypes
+import errno
 import os
 import resource
 import signal
@@ -14,8 +15,8 @@ import socket
 from aiohttp import web
 
 from tavin.engine import Engine
-from tavin.guard import PORT
-from tavin.log import log, set_up
+from tavin.guard import PORT, Connection, guarded
+from tavin.log import log, loop_failure, set_up
 from tavin.peer import Doorkeeper
 from tavin.routes import application
 from tavin.settings import Settings, default_path
@@ -38,9 +39,15 @@ async def listen():
         except OSError as failure:
             listener.close()
             if not told:
-                log.info("port %d cannot be had, trying again: %s", PORT, failure.strerror)
+                log.info("port %d cannot be had, trying again: %s", PORT, reason(failure))
                 told = True
         await asyncio.sleep(RETRY_SECONDS)
+
+
+def reason(failure):
+    if failure.errno == errno.EADDRINUSE:
+        return "another program has it, perhaps another user's Tavin"
+    return failure.strerror
 
 
 def leave_on_signals(engine):
@@ -76,17 +83,22 @@ def give_memory_back():
 
 
 async def serve():
+    asyncio.get_running_loop().set_exception_handler(loop_failure)
     engine = Engine(Settings(default_path()))
     leave_on_signals(engine)
-    # A compressed body is no JSON, and nobody can send a small one that becomes huge.
-    runner = web.AppRunner(application(engine), access_log=None, auto_decompress=False)
+    runner = web.AppRunner(application(engine))
     await runner.setup()
+    runner.server.request_handler = guarded(runner.server.request_handler)
     listener = await listen()
     # Requests wait in the listener's queue until the voices are known.
     await engine.know_voices()
-    serving = await asyncio.get_running_loop().create_server(
-        lambda: Doorkeeper(runner.server), sock=listener, backlog=128
-    )
+    loop = asyncio.get_running_loop()
+
+    def connection():
+        # A compressed body is no JSON, and nobody can send a small one that becomes huge.
+        return Connection(runner.server, loop=loop, access_log=None, auto_decompress=False)
+
+    serving = await loop.create_server(lambda: Doorkeeper(connection), sock=listener, backlog=128)
     log.info("serving on port %d", PORT)
     await engine.warm_up()
     await serving.serve_forever()

@@ -1,12 +1,14 @@
 """What the user chose: back-end, a voice for each back-end, speed. Kept over a restart.
 
 The file is replaced as a whole, so that it is never half written, whenever the
-engine is killed. A file that cannot be read or written costs the memory of the
-choices, never the speech.
+engine is killed, and on a thread, because a disk may be slow. A file that cannot
+be read or written costs the memory of the choices, never the speech.
 """
 
+import asyncio
 import json
 import os
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 from tavin import model
@@ -26,21 +28,30 @@ def default_path():
 class Settings:
     def __init__(self, path):
         self._path = path
+        self._writer = ThreadPoolExecutor(1)  # one: the last choices must be the last written
         self.engine = "kokoro" if model.present() else FIRST_CHOICE
         self.voices = {}  # back-end's name -> voice id
         self.speed = 1.0
+        self.keyed = []  # back-ends that had a key in the keyring when that was last asked
         self._take(self._read())
 
     def save(self):
-        chosen = {"engine": self.engine, "voices": self.voices, "speed": self.speed}
-        fresh = self._path.with_name(self._path.name + ".new")
+        """Store the choices as they are now, also for who does not wait until they are."""
+        chosen = {"engine": self.engine, "voices": self.voices, "speed": self.speed, "keys": self.keyed}
+        return asyncio.shield(
+            asyncio.wrap_future(self._writer.submit(self._write, json.dumps(chosen, indent=1)))
+        )
+
+    def _write(self, content):
+        place = Path(os.path.realpath(self._path))  # it may be a link into a folder of the user's
+        fresh = place.with_name(place.name + ".new")
         try:
-            self._path.parent.mkdir(mode=0o700, parents=True, exist_ok=True)
+            place.parent.mkdir(mode=0o700, parents=True, exist_ok=True)
             with open(fresh, "w", encoding="utf-8") as file:
-                json.dump(chosen, file, indent=1)
+                file.write(content)
                 file.flush()
                 os.fsync(file.fileno())
-            os.replace(fresh, self._path)
+            os.replace(fresh, place)
         except OSError as failure:
             log.info("the settings could not be stored: %s", failure)
 
@@ -60,6 +71,9 @@ class Settings:
             self.engine = stored["engine"]
         if valid_speed(stored.get("speed")):
             self.speed = float(stored["speed"])
+        keyed = stored.get("keys")
+        if isinstance(keyed, list):
+            self.keyed = [name for name in BACKENDS if name in keyed]
         voices = stored.get("voices")
         if isinstance(voices, dict):
             self.voices = {

@@ -11,6 +11,8 @@ from tavin.log import log
 from tavin.synthesis import SynthesisError
 from tavin.voicefile import voices_in
 
+PATIENCE = 900.0  # seconds without a sign of life from the preparation: its own deadlines are shorter
+
 
 class Setup:
     def __init__(self, synthesis):
@@ -55,7 +57,7 @@ class Setup:
             await self._prepare()
             self.download = None
             self.know_voices()
-            await self._synthesis.start()
+            await self._load()
             self._ready = True
             log.info("%s is ready", self._synthesis.backend.name)
         except (SynthesisError, OSError) as failure:
@@ -67,23 +69,46 @@ class Setup:
         finally:
             self.download = None
 
+    async def _load(self):
+        try:
+            await self._synthesis.start()
+        except SynthesisError as failure:
+            if self._synthesis.missing:
+                raise  # which says what to do
+            guess = " This computer may have too little memory." if "SIGKILL" in str(failure) else ""
+            raise SynthesisError(f"{failure}{guess} Choose Kokoro again.") from None
+
     async def _prepare(self):
-        ended = asyncio.get_running_loop().create_future()
+        loop = asyncio.get_running_loop()
+        ended = loop.create_future()
+        child = None
 
         def fail(text):
             if not ended.done():
                 ended.set_exception(SynthesisError(text))
 
         def on_frame(kind, _number, payload):
+            if ended.done():
+                return
+            patience.reschedule(loop.time() + PATIENCE)
             if kind == frames.PROGRESS:
                 self.download = float(payload)
             elif kind == frames.MISSING:
                 fail(payload.decode(errors="replace"))
-            elif kind == frames.DONE and not ended.done():
+            elif kind == frames.DONE:
                 ended.set_result(None)
 
         def on_death(how):
             fail(f"Getting the voices stopped unexpectedly ({how}). Choose Kokoro again.")
 
-        await Child.start("tavin.preparation", on_frame=on_frame, on_death=on_death, quiet=True)
-        await ended
+        try:
+            async with asyncio.timeout(PATIENCE) as patience:
+                child = await Child.start(
+                    "tavin.preparation", on_frame=on_frame, on_death=on_death, quiet=True
+                )
+                await ended  # is done, by cancelling, when the time is up
+        except TimeoutError:
+            raise SynthesisError("Getting the voices takes too long. Choose Kokoro again.") from None
+        finally:
+            if child and ended.cancelled():
+                child.kill()

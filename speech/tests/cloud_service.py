@@ -74,6 +74,8 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self._json(401, {"detail": {"status": "invalid_api_key", "message": f"Not {self.headers['xi-api-key']}"}})
         elif isinstance(self.service.trouble, int):
             self._json(self.service.trouble, {"detail": "no"})
+        elif self.service.trouble == "stall" and not self.service.release.wait(60):
+            self.close_connection = True
         elif self.path == "/v1/voices":
             self._json(200, {"voices": VOICES})
         else:
@@ -134,6 +136,15 @@ class Handler(http.server.BaseHTTPRequestHandler):
             self._head("audio/pcm")
             while not self.service.release.wait(0.02):
                 self._chunk(sound[:3])
+        elif how == "endless":
+            self._head("audio/pcm")
+            while not self.service.release.is_set():
+                self._chunk(sound)
+        elif how == "slow head":
+            self.wfile.write(b"HTTP/1.1 200 OK\r\n")
+            while not self.service.release.wait(0.02):
+                self.wfile.write(b"X-Patience: 1\r\n")
+                self.wfile.flush()
         elif how == "odd":
             self._head("audio/pcm")
             for start in range(0, len(sound), 777):

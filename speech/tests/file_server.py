@@ -96,6 +96,31 @@ def claim_length(length):
     return plan
 
 
+def page(length=True):
+    """What a network that wants a password answers everything with."""
+
+    def plan(handler, _server, _content, _begin):
+        handler.send_response(200)
+        handler.send_header("Content-Type", "text/html; charset=utf-8")
+        if length:
+            handler.send_header("Content-Length", "13")
+        handler.end_headers()
+        handler.wfile.write(b"<p>Log in</p>")
+
+    return plan
+
+
+def trickle(handler, server, content, begin):
+    """A byte now and then, so that it never stalls."""
+    head(handler, 206, len(content) - begin, f"bytes {begin}-{len(content) - 1}/{len(content)}")
+    try:
+        while not server.released.wait(0.02):
+            handler.wfile.write(content[begin : begin + 1])
+            begin += 1
+    except OSError:
+        pass  # it was hung up, as it should be
+
+
 def without_length(handler, _server, content, _begin):
     handler.send_response(200)
     handler.end_headers()

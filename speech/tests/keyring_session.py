@@ -36,7 +36,7 @@ class KeyringSession:
             "XDG_RUNTIME_DIR": str(folder),
         }
         self._bus = self._start("dbus-daemon", f"--config-file={config}", "--nofork")
-        until(bus.exists, 10, "the bus")
+        until(self._listening, 10, "the bus")
         self.start_keyring()
 
     def start_keyring(self):
@@ -101,6 +101,13 @@ class KeyringSession:
             stdout=self._log,
             stderr=self._log,
         )
+
+    def _listening(self):
+        try:
+            with self.connected():
+                return True
+        except OSError:
+            return False
 
     def _ready(self):
         try:

@@ -2,6 +2,7 @@
 
 import os
 import signal
+import threading
 import time
 
 from cloud_service import KEY, SENTENCES, TEXT, use
@@ -97,3 +98,20 @@ def test_a_killed_worker_costs_a_sentence_at_most(cloud_engine, service):
         os.kill(worker, signal.SIGKILL)
     cloud_engine.wait_for("idle", 60)
     assert service.texts()[-1] == SENTENCES[-1]
+
+
+def test_a_change_that_waits_undoes_no_other(cloud_engine, service):
+    use(cloud_engine, "elevenlabs")
+    service.trouble = "stall"
+    answers = []
+    post = threading.Thread(target=lambda: answers.append(cloud_engine.post("/config", voice="zed/1")))
+    post.start()
+    until(lambda: service.requests, 5, "the voices are asked for")
+    assert cloud_engine.post("/config", engine="espeak", speed=2)[0] == 200
+    service.release.set()
+    post.join(10)
+    assert answers == [(200, {"ok": True})]
+    status = cloud_engine.status()
+    assert (status["engine"], status["speed"]) == ("espeak", 2.0)
+    cloud_engine.post("/config", engine="elevenlabs")
+    assert cloud_engine.status()["voice"] == "zed/1"

@@ -1,7 +1,10 @@
 """The cloud back-ends' synthesizers against a local server, without an engine."""
 
+import base64
+import socket
 import ssl
 import subprocess
+import threading
 import time
 
 import pytest
@@ -27,6 +30,8 @@ TROUBLES = {
     "stall": "too slow",
     "hang": "too slow",
     "trickle": "too slow",
+    "slow head": "too slow",
+    "endless": "more sound than the text can have",
 }
 
 
@@ -37,6 +42,7 @@ def service(monkeypatch):
         monkeypatch.setenv(name, value)
     monkeypatch.setattr(cloud, "SILENCE_SECONDS", 0.5)
     monkeypatch.setattr(cloud, "LAG_SECONDS", 0.5)
+    monkeypatch.setattr(cloud, "ANSWER_SECONDS", 0.5)
     yield server
     server.end()
 
@@ -143,7 +149,9 @@ def test_a_key_goes_nowhere_without_encryption(monkeypatch, address):
         openai.Synthesizer()
 
 
-def test_a_certificate_that_nobody_vouches_for(monkeypatch, tmp_path):
+@pytest.fixture
+def encrypted(monkeypatch, tmp_path):
+    """A service with a certificate of its own."""
     key, certificate = tmp_path / "key.pem", tmp_path / "certificate.pem"
     subprocess.run(
         ["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=127.0.0.1"]
@@ -154,15 +162,59 @@ def test_a_certificate_that_nobody_vouches_for(monkeypatch, tmp_path):
     context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
     context.load_cert_chain(certificate, key)
     service = CloudService(context=context)
+    service.certificate = str(certificate)
     monkeypatch.setenv("TAVIN_OPENAI_URL", service.url)
-    try:
-        with pytest.raises(Failure, match="certificate"):
-            say(openai.Synthesizer())
-        assert service.requests == []
-        monkeypatch.setenv("SSL_CERT_FILE", str(certificate))
-        assert say(openai.Synthesizer()) == tone(service.seconds)
-    finally:
-        service.end()
+    yield service
+    service.end()
+
+
+def test_a_certificate_that_nobody_vouches_for(monkeypatch, encrypted):
+    with pytest.raises(Failure, match="certificate"):
+        say(openai.Synthesizer())
+    assert encrypted.requests == []
+    monkeypatch.setenv("SSL_CERT_FILE", encrypted.certificate)
+    assert say(openai.Synthesizer()) == tone(encrypted.seconds)
+
+
+class Proxy:
+    """Connects whoever asks for it, and keeps what it saw."""
+
+    def __init__(self):
+        self._listener = socket.create_server(("127.0.0.1", 0))
+        self.address = f"127.0.0.1:{self._listener.getsockname()[1]}"
+        self.seen = b""
+        threading.Thread(target=self._serve, daemon=True).start()
+
+    def _serve(self):
+        client, _ = self._listener.accept()
+        while b"\r\n\r\n" not in self.seen:
+            self.seen += client.recv(1)
+        host, _, port = self.seen.split()[1].decode().rpartition(":")
+        server = socket.create_connection((host, int(port)))
+        client.sendall(b"HTTP/1.1 200 Connected\r\n\r\n")
+        threading.Thread(target=self._pass_on, args=(server, client), daemon=True).start()
+        self._pass_on(client, server)
+
+    def _pass_on(self, source, target):
+        while data := source.recv(65536):
+            self.seen += data
+            target.sendall(data)
+
+
+def test_a_proxy_is_used_and_learns_no_key(monkeypatch, encrypted):
+    proxy = Proxy()
+    monkeypatch.setenv("SSL_CERT_FILE", encrypted.certificate)
+    monkeypatch.setenv("https_proxy", f"http://me:my%20word@{proxy.address}")
+    monkeypatch.setenv("no_proxy", "example.org")
+    assert say(openai.Synthesizer()) == tone(encrypted.seconds)
+    host = encrypted.url.removeprefix("https://").encode()
+    assert proxy.seen.startswith(b"CONNECT " + host)
+    assert b"Proxy-Authorization: Basic " + base64.b64encode(b"me:my word") in proxy.seen
+    assert KEY.encode() not in proxy.seen and b"Hello there" not in proxy.seen
+    seen = len(proxy.seen)
+    monkeypatch.setenv("no_proxy", "127.0.0.1")
+    assert say(openai.Synthesizer()) == tone(encrypted.seconds)
+    assert len(proxy.seen) == seen
 
 
 def test_a_machine_with_the_other_byte_order(monkeypatch):

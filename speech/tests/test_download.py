@@ -7,6 +7,7 @@ import time
 
 import file_server as does
 import pytest
+from tavin import download
 from tavin.download import DownloadError, fetch, is_whole
 from tavin.model import ModelFile
 
@@ -103,6 +104,7 @@ def test_a_part_that_is_too_long_is_dropped(server, file):
         [does.refuse(503), does.refuse(429)],
         [does.garbage, does.hang_up],
         [does.claim_length(1000)],
+        [does.page()],
         [does.without_length],
         [does.redirect_to("model.onnx")],
     ],
@@ -147,7 +149,16 @@ def test_a_refusal_is_told_at_once(server, file, code):
 
 
 @pytest.mark.parametrize(
-    "plan", [does.stall_after(0), does.hang_up, does.garbage, does.refuse(503), does.cut_after(0)]
+    "plan",
+    [
+        does.stall_after(0),
+        does.hang_up,
+        does.garbage,
+        does.refuse(503),
+        does.cut_after(0),
+        does.page(),
+        does.trickle,
+    ],
 )
 def test_a_server_that_gives_nothing_is_given_up(server, file, plan):
     server.plans = [plan] * 100
@@ -164,6 +175,24 @@ def test_what_came_is_kept_after_a_failure(server, file):
     server.requests.clear()
     get(file)
     assert server.requests == [("model.onnx", 120_000)]
+
+
+@pytest.mark.parametrize("plan", [does.page(), does.page(length=False), does.claim_length(1000)])
+def test_what_came_is_not_lost_to_another_answer(server, file, plan):
+    leave_part(file, CONTENT[:100_000])
+    server.plans = [plan] * 5
+    assert "Check the network" in refused(file)
+    assert part(file).read_bytes() == CONTENT[:100_000]
+
+
+def test_a_slow_but_steady_server_is_slow_and_no_failure(server, file, monkeypatch):
+    monkeypatch.setattr(download, "SLOWEST", 10)
+    monkeypatch.setattr(download, "digest", lambda path: file.sha256)
+    file.path.parent.mkdir(parents=True)
+    part(file).write_bytes(CONTENT[:-40])  # the last 40 bytes take longer than a stall may
+    server.plans = [does.trickle]
+    fetch(file, lambda size: None, stall=STALL, pause=0.001)
+    assert len(server.requests) == 1
 
 
 def test_nobody_listens(server, file):

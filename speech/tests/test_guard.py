@@ -1,6 +1,8 @@
 """Who may use the port: Tavin, and no web page."""
 
 import socket
+import threading
+import time
 
 import pytest
 from engine_process import PORT, raw
@@ -60,8 +62,30 @@ def test_no_answer_invites_web_pages(shared):
     ],
 )
 def test_broken_requests_are_refused(shared, request_bytes):
-    assert raw(request_bytes)[:12] in (b"HTTP/1.1 403", b"HTTP/1.0 403", b"HTTP/1.1 400", b"HTTP/1.0 400")
+    answer = raw(request_bytes)
+    assert answer[:12] in (b"HTTP/1.1 403", b"HTTP/1.0 403", b"HTTP/1.1 400", b"HTTP/1.0 400")
+    assert b"application/json" in answer
     assert shared.status()["state"] == "idle"
+
+
+def expecting(what, *headers, path="/stop"):
+    lines = [f"POST {path} HTTP/1.1", f"Expect: {what}", "X-Tavin: 1", "Content-Length: 2", *headers]
+    return raw("\r\n".join([*lines, "", ""]).encode())
+
+
+@pytest.mark.parametrize("path", ["/stop", "/nowhere", "/status"])
+@pytest.mark.parametrize("what", ["100-continue", "foo"])
+@pytest.mark.parametrize("header", ["Host: evil.example", f"Host: 127.0.0.1:{PORT}\r\nOrigin: null"])
+def test_nobody_else_learns_what_may_be_expected(shared, path, what, header):
+    assert expecting(what, header, path=path)[:12] == b"HTTP/1.1 403"
+
+
+def test_who_may_send_may_ask_before(shared):
+    host = f"Host: 127.0.0.1:{PORT}"
+    assert expecting("100-continue", host)[:12] == b"HTTP/1.1 100"
+    answer = expecting("foo", host)
+    assert answer[:12] == b"HTTP/1.1 417"
+    assert b"application/json" in answer
 
 
 def test_only_the_loopback_interface_is_served(shared):
@@ -71,15 +95,42 @@ def test_only_the_loopback_interface_is_served(shared):
     assert [a for a in listening if a.endswith(f":{PORT:04X}")] == [f"0100007F:{PORT:04X}"]
 
 
-def test_idle_and_half_open_connections_keep_nobody_out(shared):
+# What a client sends at once, and then now and then.
+HALF = [
+    (b"", b""),
+    (b"POST /speak HTTP/1.1\r\nHost: 127.0.0.1:47632\r\n", b""),
+    (b"POST /speak HTTP/1.1\r\nHost: 127.0.0.1:47632\r\nX-Slow: ", b"a"),
+    (b"POST /speak HTTP/1.1\r\nHost: 127.0.0.1:47632\r\nX-Tavin: 1\r\nContent-Length: 99\r\n\r\n{", b""),
+    (b"POST /speak HTTP/1.1\r\nHost: 127.0.0.1:47632\r\nX-Tavin: 1\r\nContent-Length: 9999\r\n\r\n{", b" "),
+]
+
+
+def test_idle_half_open_and_slow_connections_keep_nobody_out(shared):
     held = []
+    stop = threading.Event()
+
+    def trickle():
+        while not stop.wait(0.05):
+            for connection, drop in held:
+                connection.sendall(drop)
+
+    slow = threading.Thread(target=trickle)
     try:
-        for index in range(200):
+        for begin, drop in HALF * 40:
             connection = socket.create_connection(("127.0.0.1", PORT), 5)
-            if index % 2:
-                connection.sendall(b"POST /speak HTTP/1.1\r\nHost: 127.0.0.1:47632\r\nX-Tavin: 1\r\nContent-Length: 99\r\n\r\n{")
-            held.append(connection)
-        assert shared.status()["state"] == "idle"
+            connection.sendall(begin)
+            held.append((connection, drop))
+        slow.start()
+        assert min(status_times(shared)) < 0.1
     finally:
-        for connection in held:
+        stop.set()
+        slow.join(10)
+        for connection, _ in held:
             connection.close()
+
+
+def status_times(engine):
+    for _ in range(20):
+        begin = time.monotonic()
+        assert engine.status()["state"] == "idle"
+        yield time.monotonic() - begin

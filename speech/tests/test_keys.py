@@ -1,6 +1,7 @@
 """Keys in the real GNOME Keyring, on a session bus of the test's own."""
 
 import asyncio
+import http.client
 import shutil
 import sys
 import tempfile
@@ -9,6 +10,7 @@ import time
 from pathlib import Path
 
 import pytest
+import secretstorage
 from cloud_service import KEY, CloudService
 from engine_process import exists
 from keyring_session import KeyringSession
@@ -50,6 +52,12 @@ def available(engine, name):
     return next(entry["available"] for entry in engine.status()["engines"] if entry["name"] == name)
 
 
+def forget(engine):
+    """End the engine; the next one knows of a key only when it found it in the keyring."""
+    engine.end()
+    engine.settings.unlink()
+
+
 def test_a_key_is_stored_replaced_and_removed(start, keyring):
     engine = start()
     assert not available(engine, "openai")
@@ -71,7 +79,7 @@ def test_a_key_is_stored_replaced_and_removed(start, keyring):
 def test_a_stored_key_is_used_after_a_restart(start):
     engine = start()
     engine.post("/key", engine="openai", key=KEY)
-    engine.end()
+    forget(engine)
     engine = start()
     until(lambda: available(engine, "openai"), 10, "the search for keys")
     engine.post("/config", engine="openai")
@@ -82,7 +90,7 @@ def test_a_stored_key_is_used_after_a_restart(start):
 def test_looking_for_keys_unlocks_nothing(start, keyring):
     engine = start()
     engine.post("/key", engine="openai", key=KEY)
-    engine.end()
+    forget(engine)
     keyring.lock()
     engine = start()
     until(lambda: available(engine, "openai"), 10, "the search for keys")
@@ -95,7 +103,7 @@ def test_a_keyring_that_stays_locked(start, keyring):
     """Nobody is there to ask for its password, which counts as a dialog that was dismissed."""
     engine = start()
     engine.post("/key", engine="openai", key=KEY)
-    engine.end()
+    forget(engine)
     keyring.lock()
     engine = start()
     until(lambda: available(engine, "openai"), 10, "the search for keys")
@@ -134,10 +142,44 @@ def test_a_keyring_that_hangs_holds_nobody_up(start, keyring):
     assert keyring.stored("openai") == [KEY]
 
 
+@pytest.mark.parametrize("question", ["get", "store"])
+def test_a_signal_ends_the_wait_for_the_keyring(start, keyring, question):
+    """As long as a dialog for its password is open, the keyring does not answer."""
+    engine = start()
+    engine.post("/key", engine="openai", key=KEY)
+    forget(engine)
+    engine = start()
+    until(lambda: available(engine, "openai"), 10, "the search for keys")
+    engine.post("/config", engine="openai")
+    keyring.freeze(True)
+    try:
+        if question == "get":
+            engine.speak("Hello.")
+        else:
+            post = threading.Thread(target=lambda: outcome(engine.post, "/key", engine="openai", key=OTHER))
+            post.start()
+        helper = engine.helper("tavin.secret_service")
+        code, seconds = engine.end()
+        assert code == 0
+        assert seconds < 0.5
+        until(lambda: not exists(helper), 1, "the end of the question")
+    finally:
+        keyring.freeze(False)
+        if question == "store":
+            post.join(10)
+
+
+def outcome(request, *what, **more):
+    try:
+        return request(*what, **more)
+    except (ConnectionError, http.client.HTTPException):
+        return None  # the engine ended
+
+
 def test_a_stop_ends_the_wait_for_the_keyring(start, keyring):
     engine = start()
     engine.post("/key", engine="openai", key=KEY)
-    engine.end()
+    forget(engine)
     engine = start()
     until(lambda: available(engine, "openai"), 10, "the search for keys")
     keyring.freeze(True)
@@ -181,6 +223,111 @@ def test_a_key_that_was_deleted_elsewhere_is_no_longer_available(on_the_bus):
     asyncio.run(scenario())
 
 
+def test_a_keyring_that_comes_after_the_engine(start, keyring):
+    engine = start()
+    engine.post("/key", engine="elevenlabs", key=KEY)
+    engine.post("/config", engine="elevenlabs")
+    engine.end()
+    keyring.end_keyring()
+    engine = start()
+    assert available(engine, "elevenlabs")
+    assert not available(engine, "openai")
+    code, answer = engine.request("GET", "/voices?engine=elevenlabs")
+    assert code == 400
+    assert "no Secret Service" in answer["error"]
+    assert available(engine, "elevenlabs")
+    keyring.start_keyring()
+    assert len(engine.request("GET", "/voices?engine=elevenlabs")[1]) == 3
+    engine.end()
+    # Nor is the engine's own note needed.
+    keyring.end_keyring()
+    engine.settings.write_text('{"engine": "elevenlabs"}')
+    engine = start()
+    assert engine.request("GET", "/voices?engine=elevenlabs") == (200, [])
+    assert not available(engine, "elevenlabs")
+    keyring.start_keyring()
+    assert len(engine.request("GET", "/voices?engine=elevenlabs")[1]) == 3
+    assert available(engine, "elevenlabs")
+
+
+def test_a_key_that_was_deleted_while_no_engine_ran(start, keyring):
+    engine = start()
+    engine.post("/key", engine="openai", key=KEY)
+    engine.end()
+    with keyring.connected() as connection:
+        for item in secretstorage.search_items(connection, {"engine": "openai"}):
+            item.delete()
+    engine = start()
+    until(lambda: not available(engine, "openai"), 10, "the search for keys")
+    until(lambda: '"keys": []' in engine.settings.read_text(), 5, "the note of it")
+
+
+class SlowKeyring:
+    """Holds one key. A question is carried out at once, its answer comes when the test wants."""
+
+    def __init__(self, monkeypatch, key):
+        self.key = key
+        self.held = {}  # question -> the event that lets its answer go
+        monkeypatch.setattr(keys, "ask", self._ask)
+
+    def hold(self, do):
+        self.held[do] = asyncio.Event()
+
+    async def _ask(self, _seconds, do, key=None, **_):
+        answer = {"key": self.key}
+        if do in self.held:
+            await self.held[do].wait()
+        if do != "get":
+            self.key = key
+        return answer
+
+
+def test_a_key_that_is_removed_while_it_is_read_does_not_come_back(monkeypatch):
+    async def scenario():
+        keyring = SlowKeyring(monkeypatch, KEY)
+        mine = Keys(["openai"])
+        keyring.hold("get")
+        reading = asyncio.create_task(mine.key("openai"))
+        await asyncio.sleep(0)
+        await mine.keep("openai", "OpenAI", "")
+        keyring.held["get"].set()
+        assert await reading is None
+        assert not mine.known("openai")
+
+    asyncio.run(scenario())
+
+
+def test_a_key_that_is_read_while_it_is_removed_does_not_come_back(monkeypatch):
+    async def scenario():
+        keyring = SlowKeyring(monkeypatch, KEY)
+        mine = Keys(["openai"])
+        assert await mine.key("openai") == KEY
+        keyring.hold("remove")
+        removal = asyncio.create_task(mine.keep("openai", "OpenAI", ""))
+        await asyncio.sleep(0)
+        assert await mine.key("openai") is None
+        keyring.held["remove"].set()
+        await removal
+        assert not mine.known("openai")
+        assert await mine.key("openai") is None
+
+    asyncio.run(scenario())
+
+
+def test_a_new_key_wins_over_the_one_that_is_being_read(monkeypatch):
+    async def scenario():
+        keyring = SlowKeyring(monkeypatch, OTHER)
+        mine = Keys(["openai"])
+        keyring.hold("get")
+        reading = asyncio.create_task(mine.key("openai"))
+        await asyncio.sleep(0)
+        await mine.keep("openai", "OpenAI", KEY)
+        keyring.held["get"].set()
+        assert await reading == KEY
+
+    asyncio.run(scenario())
+
+
 def test_a_keyring_that_went_away(start, keyring):
     engine = start()
     keyring.end_keyring()
@@ -192,7 +339,8 @@ def test_a_keyring_that_went_away(start, keyring):
     assert keyring.stored("openai") == [KEY]
 
 
-def test_only_who_uses_a_cloud_voice_has_a_keyring_started(on_the_bus, keyring):
+def test_only_who_uses_a_cloud_voice_has_a_keyring_started(on_the_bus, keyring, monkeypatch):
+    monkeypatch.setattr(keys, "LOOK_SECONDS", 3)  # what is started never answers
     keyring.end_keyring()
     marker = keyring.install_service()
 

@@ -8,6 +8,7 @@ import time
 import pytest
 from engine_process import PORT, exists
 from sound import until
+from tree import Tree
 
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
 STATES = ["idle", "loading", "speaking", "paused"]
@@ -33,6 +34,18 @@ def test_a_signal_ends_everything_soon(engine, sound_server, number, state):
     assert seconds < 0.5
     until(lambda: not any(exists(pid) for pid in helpers), 1, "the helpers' end")
     until(lambda: not sound_server.streams(), 1, "the stream's end")
+
+
+@pytest.mark.parametrize("sent", [0.5, 1.0])  # of the body: while it comes, or while it is decoded
+def test_a_signal_ends_it_in_the_midst_of_a_huge_request(engine, sent):
+    text = b"The quick brown fox. " * 2_900_000
+    head = b"POST /speak HTTP/1.1\r\nHost: 127.0.0.1:%d\r\nX-Tavin: 1\r\nContent-Length: %d\r\n\r\n"
+    body = b'{"text": "%s"}' % text
+    with socket.create_connection(("127.0.0.1", PORT), 10) as client:
+        client.sendall(head % (PORT, len(body)) + body[: int(sent * len(body))])
+        code, seconds = engine.end()
+    assert code == 0
+    assert seconds < 0.5
 
 
 @pytest.mark.parametrize("state", ["loading", "speaking"])
@@ -78,12 +91,14 @@ def test_a_taken_port_is_told_once_and_tried_again(new_engine):
         time.sleep(2.5)  # one more try
         assert engine.process.poll() is None
         assert engine.log().count("\n") == 1
+        assert "another program has it" in engine.log()
     until(lambda: engine.answers(), 5, "the engine answers")
     assert engine.status()["state"] == "idle"
 
 
 def test_while_it_waits_for_the_port_a_signal_ends_it(new_engine):
     with socket.socket() as holder:
+        holder.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
         holder.bind(("127.0.0.1", PORT))
         holder.listen()
         engine = new_engine().start(wait=False)
@@ -107,3 +122,19 @@ def test_every_log_line_is_one_line_with_a_time(engine):
     lines = engine.log().splitlines()
     assert lines
     assert all(line[:4].isdigit() and " tavin: " in line for line in lines)
+
+
+def test_the_neural_voices_libraries_stay_out_of_all_other_processes(new_engine, tmp_path):
+    tree = Tree(tmp_path / "tree", None)
+    marks = tree.poison_libraries()
+    libraries = tree.folder / "site-packages"
+    # As an installed Tavin starts it.
+    engine = new_engine({"PYTHONPATH": f"{tree.folder}:{libraries}"}, tree=tree.folder).start()
+    assert engine.post("/key", engine="openai", key="a key")[0] == 200  # asks the keyring
+    assert engine.post("/config", engine="openai")[0] == 200
+    assert engine.helper("openai")
+    assert engine.post("/config", engine="espeak")[0] == 200
+    engine.speak("Hello there.")
+    engine.wait_for("speaking")
+    assert engine.wait_for("idle")["error"] is None
+    assert list(marks.iterdir()) == []

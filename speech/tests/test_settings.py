@@ -38,7 +38,8 @@ def test_the_file_is_whole_whenever_the_engine_is_killed(new_engine):
         b"[" * 100000,
         b'{"engine": "nobody", "voices": {"espeak": "nobody"}, "speed": 99}',
         b'{"engine": ["espeak"], "voices": {"espeak": 7, "x": "y"}, "speed": NaN}',
-        b'{"engine": {}, "voices": [], "speed": true}',
+        b'{"engine": {}, "voices": [], "speed": true, "keys": {}}',
+        b'{"keys": ["nobody", 7, {}]}',
     ],
 )
 def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
@@ -46,6 +47,7 @@ def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
     path.write_bytes(content)
     settings = Settings(path)
     assert (settings.engine, settings.speed) == ("espeak", 1.0)
+    assert settings.keyed == []
     assert settings.voices in ({}, {"espeak": "nobody"})  # which voices there are is not known here
 
 
@@ -55,6 +57,18 @@ def test_a_stored_voice_that_is_gone_gives_way_to_the_default(new_engine):
     engine.settings.write_text('{"engine": "nobody", "voices": {"espeak": "nobody"}, "speed": 2}')
     status = engine.start().status()
     assert (status["engine"], status["voice"], status["speed"]) == ("espeak", "gmw/en-US", 2.0)
+
+
+def test_a_file_that_is_a_link_stays_one(new_engine, tmp_path):
+    engine = new_engine()
+    place = tmp_path / "kept elsewhere.json"
+    place.write_text('{"speed": 2}')
+    engine.settings.parent.mkdir(parents=True)
+    engine.settings.symlink_to(place)
+    engine.start()
+    assert engine.post("/config", speed=1.5)[0] == 200
+    assert engine.settings.is_symlink()
+    assert json.loads(place.read_text())["speed"] == 1.5
 
 
 def test_one_bad_value_does_not_cost_the_others(tmp_path):

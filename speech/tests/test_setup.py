@@ -13,6 +13,7 @@ from tree import Tree
 MODEL = random.Random(2).randbytes(2_000_000)
 VOICES = random.Random(3).randbytes(500_000)
 ALL = [("model", 0), ("voices", 0)]
+HANG = "import time; time.sleep(60)"
 
 
 @pytest.fixture
@@ -61,7 +62,7 @@ def test_without_libraries_it_says_what_to_do_and_downloads_nothing(engine, serv
     status = engine.status()
     assert (status["engine"], status["ready"], status["setup_error"]) == ("espeak", True, None)
     choose(engine)
-    assert failed(engine).startswith('Run "make kokoro"')
+    assert failed(engine).startswith("Kokoro's libraries are not installed: run \"make kokoro\" in")
     assert server.requests == []
     assert engine.request("GET", "/voices?engine=kokoro") == (200, [])
     assert engine.post("/config", voice="af_heart")[0] == 400
@@ -87,7 +88,7 @@ def test_libraries_that_cannot_be_loaded_are_told(engine, tree):
     tree.claim_libraries()
     engine.start()
     choose(engine)
-    assert failed(engine).startswith('Run "make kokoro"')
+    assert 'run "make kokoro"' in failed(engine)
 
 
 def test_the_download_is_told_as_a_fraction_and_speech_says_so(engine, tree, server):
@@ -169,6 +170,73 @@ def test_a_killed_download_is_a_failure_that_can_be_retried(engine, tree, server
     choose(engine)
     until(lambda: "SIGKILL" not in (engine.status()["setup_error"] or ""), 10, "another try")
     files_came(engine)
+
+
+def test_a_preparation_that_hangs_is_a_failure(engine, tree):
+    tree.change("setup.py", "PATIENCE = 900.0", "PATIENCE = 0.5")
+    tree.replace("preparation.py", HANG)
+    engine.start()
+    choose(engine)
+    helper = engine.helper("tavin.preparation")
+    assert failed(engine) == "Getting the voices takes too long. Choose Kokoro again."
+    until(lambda: not exists(helper), 5, "the preparation's end")
+
+
+def test_a_server_that_trickles_is_a_failure_and_nobody_waits_for_it(engine, tree, server):
+    tree.claim_libraries()
+    tree.change("download.py", "STALL_SECONDS = 30.0", "STALL_SECONDS = 0.3")
+    tree.change("download.py", "PAUSE_SECONDS = 1.0", "PAUSE_SECONDS = 0.01")
+    server.plans = [does.trickle] * 5
+    engine.start()
+    choose(engine)
+    until(lambda: engine.status()["download"] is not None, 10, "a fraction")
+    engine.speak("Hello.")
+    assert "downloading" in engine.wait_for("idle")["error"]
+    assert "too slow" in failed(engine)
+
+
+def test_a_full_disk_is_told_and_what_came_is_kept(tree, new_engine):
+    tree.claim_libraries()
+    full = (
+        "import resource; resource.setrlimit(resource.RLIMIT_FSIZE, (1_500_000, -1));"
+        "from tavin import server; server.main()"
+    )
+    engine = new_engine(tree=tree.folder, command=("-c", full)).start()
+    choose(engine)
+    text = failed(engine)
+    assert "cannot be written" in text and "Kokoro again" in text
+    assert kept(engine) == {"model.part": MODEL[:1_500_000]}
+    engine.end()
+    files_came(new_engine(tree=tree.folder).start())
+
+
+@pytest.fixture
+def loading(engine, tree):
+    """An engine whose voice is being loaded; its worker."""
+    tree.claim_libraries()
+    tree.replace("backends/kokoro.py", HANG)
+    engine.start()
+    choose(engine)
+    return until(lambda: engine.helpers("kokoro"), 10, "the worker")[0]
+
+
+def test_a_worker_that_dies_while_it_loads_is_told_with_what_to_do(engine, loading):
+    engine.speak("Hello.")
+    assert "still loading" in engine.wait_for("idle")["error"]
+    os.kill(loading, signal.SIGKILL)
+    text = failed(engine)
+    assert "Kokoro could not be started (SIGKILL)" in text
+    assert "memory" in text and "Choose Kokoro again." in text
+    choose(engine)
+    until(lambda: engine.helpers("kokoro"), 10, "a new worker")
+    assert engine.status()["setup_error"] is None
+
+
+def test_a_signal_ends_the_loading_as_well(engine, loading):
+    code, seconds = engine.end()
+    assert code == 0
+    assert seconds < 0.5
+    until(lambda: not exists(loading), 1, "the worker's end")
 
 
 def test_a_signal_ends_the_download_as_well(engine, tree, server):

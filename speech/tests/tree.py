@@ -46,6 +46,19 @@ class Tree:
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(content)
 
+    def poison_libraries(self):
+        """Libraries that no process but the neural voice's may load: each leaves a mark. The marks' folder."""
+        marks = self.folder / "marks"
+        marks.mkdir()
+        for name in ("aiohttp", "attr", "attrs", "icu", "secretstorage", "jeepney", "typing_extensions"):
+            package = self.folder / "site-packages" / name
+            package.mkdir(parents=True)
+            (package / "__init__.py").write_text(f"open({str(marks / name)!r}, 'w'); raise ImportError('stranger')")
+        return marks
+
+    def replace(self, module, source):
+        (self.folder / "tavin" / module).write_text(source)
+
     def change(self, module, old, new):
         path = self.folder / "tavin" / module
         source = path.read_text()

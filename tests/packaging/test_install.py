@@ -8,6 +8,9 @@ import subprocess
 import pytest
 
 BUILD = os.environ["TAVIN_BUILD"]
+HERE = os.path.dirname(os.path.abspath(__file__))
+IN_SESSION = os.path.join(HERE, "../tools/in-session")
+SPEAK = os.path.join(HERE, "speak.py")
 
 
 @pytest.fixture(scope="module")
@@ -54,6 +57,21 @@ def test_the_installed_engine_carries_its_compiled_modules(prefix):
         for path in package.rglob("__pycache__/*.pyc")
     }
     assert sources and compiled == sources
+
+
+def test_the_installed_engine_speaks_without_the_neural_voices_libraries(prefix):
+    engine = prefix / "share/tavin/engine"
+    libraries = engine / "site-packages"
+    for name in ("aiohttp", "attr", "icu"):  # what the server needs, not to be had from there
+        (libraries / name).mkdir(parents=True, exist_ok=True)
+        (libraries / name / "__init__.py").write_text("raise SystemExit('a stranger')")
+    environment = {"PYTHONPATH": f"{engine}:{libraries}", "PYTHONNOUSERSITE": "1",
+                   "PYTHONDONTWRITEBYTECODE": "1"}  # as the program sets it
+    answer = subprocess.run(
+        [IN_SESSION, "--wm", "none", "--no-bus", "--sound", "--", "/usr/bin/python3", "-B", SPEAK,
+         engine / "python/bin/python3"],
+        cwd=engine, env={**os.environ, **environment}, capture_output=True, text=True, timeout=60)
+    assert answer.stdout.split() == ["speaking", "idle", "None"], answer.stderr
 
 
 def test_icons_are_installed(prefix):

@@ -4,6 +4,7 @@ Loaded in worker processes only. Nothing that the service writes is shown to the
 user: an answer may quote the key.
 """
 
+import base64
 import contextlib
 import http.client
 import json
@@ -11,14 +12,19 @@ import os
 import socket
 import ssl
 import sys
+import threading
 import time
 import urllib.parse
+import urllib.request
 
 from tavin.backends import Failure
 
 SILENCE_SECONDS = 8.0  # to connect, to answer, and between two portions of sound
+ANSWER_SECONDS = 15.0  # until an answer's head is there, however it comes
 LAG_SECONDS = 10.0  # a stream that is this much slower than the speech cannot be listened to
 PORTION = 8192
+# More sound than any text has; who sends it would otherwise fill the memory.
+SECONDS_PER_CHARACTER, SECONDS_MORE = 0.5, 30.0
 LARGEST_ANSWER = 8 * 1024 * 1024
 LOCAL = ("127.0.0.1", "localhost", "::1")
 
@@ -55,8 +61,8 @@ class Service:
         except (ValueError, RecursionError):
             raise Failure(f"{self._label} sent an answer that makes no sense.") from None
 
-    def stream(self, path, content, headers, rate, emit):
-        """Post, and hand on the answer's 16-bit samples as they come."""
+    def stream(self, path, content, headers, rate, longest, emit):
+        """Post, and hand on the answer's 16-bit samples as they come; Failure after `longest` seconds of sound."""
         headers = {**headers, "Content-Type": "application/json"}
         response = self._request("POST", path, json.dumps(content).encode(), headers)
         kind = response.headers.get_content_type()
@@ -69,6 +75,9 @@ class Service:
         with self._failures():
             while portion := response.read1(PORTION):
                 received += len(portion)
+                if received > 2 * rate * longest:
+                    self._drop()
+                    raise Failure(f"{self._label} sent more sound than the text can have.")
                 portion = odd + portion
                 whole = len(portion) & ~1
                 odd = portion[whole:]
@@ -102,15 +111,24 @@ class Service:
     def _send_once(self, method, path, body, headers):
         if self._connection is None:
             self._connection = self._connect()
-        self._connection.request(method, self._url.path.rstrip("/") + path, body, headers)
-        return self._connection.getresponse()
+        connection = self._connection
+        with deadline(connection):
+            connection.request(method, self._url.path.rstrip("/") + path, body, headers)
+            return connection.getresponse()
 
     def _connect(self):
         host, port = self._url.hostname, self._url.port
-        if self._url.scheme == "https":
-            context = ssl.create_default_context()
+        if self._url.scheme != "https":
+            return http.client.HTTPConnection(host, port, timeout=SILENCE_SECONDS)
+        context = ssl.create_default_context()
+        proxy = proxy_for(host)
+        if proxy is None:
             return http.client.HTTPSConnection(host, port, timeout=SILENCE_SECONDS, context=context)
-        return http.client.HTTPConnection(host, port, timeout=SILENCE_SECONDS)
+        connection = http.client.HTTPSConnection(
+            proxy.hostname, proxy.port or 80, timeout=SILENCE_SECONDS, context=context
+        )
+        connection.set_tunnel(host, port, headers=authorisation(proxy))  # it sees where to, not what
+        return connection
 
     def _drop(self):
         if self._connection:
@@ -132,6 +150,50 @@ class Service:
         if status in REASONS:
             return REASONS[status]
         return "has trouble of its own; try again later" if status >= 500 else "did not do as asked"
+
+
+@contextlib.contextmanager
+def deadline(connection):
+    """TimeoutError when the block takes too long, though never too long for one portion of an answer."""
+    late = threading.Event()
+
+    def end():
+        late.set()
+        with contextlib.suppress(OSError, AttributeError):  # not connected (yet)
+            connection.sock.shutdown(socket.SHUT_RDWR)
+
+    timer = threading.Timer(ANSWER_SECONDS, end)
+    timer.daemon = True
+    timer.start()
+    try:
+        yield
+    except (OSError, http.client.HTTPException):
+        if not late.is_set():
+            raise
+    finally:
+        timer.cancel()
+    if late.is_set():  # an answer whose head was cut passes for one
+        raise TimeoutError
+
+
+def proxy_for(host):
+    """The proxy that the environment names for HTTPS, as for the download; None without one."""
+    address = urllib.request.getproxies().get("https")
+    if not address or urllib.request.proxy_bypass(host):
+        return None
+    return urllib.parse.urlsplit(address if "//" in address else f"//{address}")
+
+
+def authorisation(proxy):
+    if proxy.username is None:
+        return {}
+    name = f"{urllib.parse.unquote(proxy.username)}:{urllib.parse.unquote(proxy.password or '')}"
+    return {"Proxy-Authorization": "Basic " + base64.b64encode(name.encode()).decode()}
+
+
+def longest_sound(text, speed):
+    """In seconds."""
+    return (SECONDS_PER_CHARACTER * len(text) + SECONDS_MORE) / min(speed, 1.0)
 
 
 def in_words(failure):

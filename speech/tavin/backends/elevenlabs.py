@@ -3,7 +3,7 @@
 import urllib.parse
 
 from tavin.backends import Failure
-from tavin.backends.cloud import Service, has_words, within
+from tavin.backends.cloud import Service, has_words, longest_sound, within
 
 MODEL = "eleven_flash_v2_5"  # the one that answers fastest; 32 languages
 SLOWEST, FASTEST = 0.7, 1.2  # what the service can do
@@ -33,7 +33,8 @@ class Synthesizer:
             content["voice_settings"] = {"speed": within(speed, SLOWEST, FASTEST)}
         path = f"/v1/text-to-speech/{urllib.parse.quote(voice, safe='')}/stream?output_format=pcm_{self.rate}"
         if has_words(text):
-            self._service.stream(path, content, {"xi-api-key": key}, self.rate, emit)
+            longest = longest_sound(text, within(speed, SLOWEST, FASTEST))
+            self._service.stream(path, content, {"xi-api-key": key}, self.rate, longest, emit)
 
 
 def is_voice(entry):

@@ -17,9 +17,7 @@ try:
     import numpy
     import onnxruntime
 except ImportError as failure:
-    raise RuntimeError(
-        f"{model.INSTALL} again: Kokoro's libraries cannot be loaded ({failure}). Then choose Kokoro again."
-    ) from None
+    raise RuntimeError(f"Kokoro's libraries cannot be loaded ({failure}): {model.REMEDY}") from None
 
 from tavin.phonemes import Phonemizer  # noqa: E402
 from tavin.tempo import faster  # noqa: E402

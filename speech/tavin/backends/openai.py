@@ -1,6 +1,6 @@
 """OpenAI's voices over HTTPS. Loaded in a worker process only."""
 
-from tavin.backends.cloud import Service, has_words, within
+from tavin.backends.cloud import Service, has_words, longest_sound, within
 
 MODEL = "tts-1"  # answers fast and heeds the speed
 VOICES = ("alloy", "ash", "coral", "echo", "fable", "nova", "onyx", "sage", "shimmer")
@@ -27,4 +27,5 @@ class Synthesizer:
         }
         if has_words(text):
             headers = {"Authorization": f"Bearer {key}"}
-            self._service.stream("/v1/audio/speech", content, headers, self.rate, emit)
+            longest = longest_sound(text, content["speed"])
+            self._service.stream("/v1/audio/speech", content, headers, self.rate, longest, emit)

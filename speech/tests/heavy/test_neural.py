@@ -198,6 +198,22 @@ def test_the_memory_is_given_back_and_the_next_speech_loads_again(engine, tree, 
     assert recorder.last_loud
 
 
+@pytest.mark.parametrize("state", ["loads", "computes"])
+def test_a_signal_ends_the_voice_at_once(tree, engine, state):
+    tree.offer(model=tiny_model.model(WORK), voices=tiny_model.voice_file())
+    engine.start()
+    choose(engine)
+    worker = neural_worker(engine)
+    if state == "computes":
+        ready(engine)
+        engine.speak(LONG * 10)
+        until(lambda: computed(worker, 0.1) > 0.05, 10, "it computes")
+    code, seconds = engine.end()
+    assert code == 0
+    assert seconds < 0.5
+    until(lambda: not exists(worker), 1, "the worker's end")
+
+
 @pytest.fixture
 def slow(tree, engine):
     """An engine whose voice computes long for each piece."""
