@@ -15,6 +15,7 @@ from tavin.sentences import Segmenter
 
 STEP = 2000  # code points taken from the text at once
 LONGEST_STEP = STEP + 50
+GOES_ON = " "  # at the end of a piece that is not the end of what is said in one breath
 LINE_BEGIN = 8  # code points that tell what kind of line it is
 PARAGRAPH_END = re.compile(r"\n[ \t]*\n\s*")
 CLAUSE_END = re.compile(r"[,;:)—–、，；：]\s*")
@@ -48,7 +49,8 @@ class Limit:
 
 
 def pieces(text, language, longest, first=None):
-    """Yield pieces of at most `longest` code points; empty ones where nothing is to say.
+    """Yield pieces of at most `longest` code points; empty ones where nothing is to say. One that was
+    cut off what follows ends with a blank more.
 
     An empty piece gives the caller the chance to let others run. With `first`, the first pieces
     have about so many code points where a sentence is longer.
@@ -62,11 +64,10 @@ def pieces(text, language, longest, first=None):
         for paragraph in paragraphs:
             whole += segmenter.sentences(unwrap(paragraph))
         *finished, rest = segmenter.sentences(unwrap(rest)) or [""]
-        whole += finished
+        yield from speakable(whole + finished, limit)
         if len(rest) > STEP:  # no end in sight
-            *parts, rest = cut(rest, longest)
-            whole += parts
-        yield from speakable(whole, limit)
+            *parts, rest = cut(rest, longest - len(GOES_ON))
+            yield from speakable(parts, limit, GOES_ON)
         yield ""
     yield from speakable([rest], limit)
 
@@ -90,15 +91,15 @@ def may_end(text, end):
     return following != "\n" and "\n" not in text[end - LINE_BEGIN : end]
 
 
-def speakable(whole, limit):
+def speakable(whole, limit, end_mark=""):
     for rest in whole:
         while not limit.suits(len(rest)):
-            end = best_end(rest, limit.now())
+            end = best_end(rest, limit.now() - len(GOES_ON))
             if part := spoken(rest[:end]):
-                yield limit.give(part)
+                yield limit.give(part) + GOES_ON
             rest = rest[end:]
         if part := spoken(rest):
-            yield limit.give(part)
+            yield limit.give(part) + end_mark
 
 
 def spoken(part):

@@ -8,7 +8,7 @@ import threading
 import time
 
 RATE = 22050
-NULL_SINK = (f"rate={RATE}", "channels=1", "format=s16le", "norewinds=1")
+NULL_SINK = ("channels=1", "format=s16le", "norewinds=1")
 LOUD = 200  # speech is far above, rounding far below
 # What a killed test run leaves behind must not live on.
 WITH_US = ("setpriv", "--pdeathsig", "KILL")
@@ -48,7 +48,7 @@ class SoundServer:
                 *WITH_US,
                 *("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1"),
                 *("--use-pid-file=no", "--disable-shm=yes"),
-                *("-L", " ".join(["module-null-sink", "sink_name=test", *NULL_SINK])),
+                *("-L", " ".join(["module-null-sink", "sink_name=test", f"rate={RATE}", *NULL_SINK])),
                 *("-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}"),
             ],
             env=self.environment,
@@ -67,9 +67,9 @@ class SoundServer:
         assert done.returncode == 0, done.stderr
         return done.stdout.strip().decode()
 
-    def add_sink(self, name):
+    def add_sink(self, name, rate=RATE):
         """Returns what `unload` takes to remove it."""
-        return self.load("module-null-sink", *NULL_SINK, f"sink_name={name}")
+        return self.load("module-null-sink", *NULL_SINK, f"rate={rate}", f"sink_name={name}")
 
     def unload(self, module):
         """By its number or, of all that have it, its name."""
@@ -103,11 +103,12 @@ class SoundServer:
 class Recorder:
     """Records the sink from the moment of its making until `end`."""
 
-    def __init__(self, server, sink="test"):
+    def __init__(self, server, sink="test", rate=RATE):
+        self._rate = rate
         self._process = subprocess.Popen(
             [
                 *("parec", "--raw", f"--device={sink}.monitor", "--latency-msec=10"),
-                *("--format=s16le", f"--rate={RATE}", "--channels=1"),
+                *("--format=s16le", f"--rate={rate}", "--channels=1"),
             ],
             env=server.environment,
             stdout=subprocess.PIPE,
@@ -121,7 +122,7 @@ class Recorder:
     def loud_for(self, seconds):
         """Wait until so much sound was heard from now on."""
         begin = len(self.samples)
-        until(lambda: self._loud_count(begin) > seconds * RATE / 4, seconds + 10, "sound")
+        until(lambda: self._loud_count(begin) > seconds * self._rate / 4, seconds + 10, "sound")
 
     def quiet_for(self, seconds, within=20):
         """Wait until it has been quiet for so long."""

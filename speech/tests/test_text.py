@@ -8,7 +8,7 @@ from tavin.text import STEP, pieces
 
 
 def cut(text, longest=600, language="en-us"):
-    return [piece for piece in pieces(text, language, longest) if piece]
+    return [piece.strip() for piece in pieces(text, language, longest) if piece]
 
 
 @pytest.mark.parametrize(
@@ -136,7 +136,20 @@ def test_an_overlong_sentence_is_cut_after_a_clause_or_a_word():
 def test_an_endless_word_is_cut_at_the_limit():
     parts = cut("x" * 10_000, 600)
     assert "".join(parts) == "x" * 10_000
-    assert max(map(len, parts)) == 600
+    assert max(map(len, parts)) == 599  # and the mark
+
+
+@pytest.mark.parametrize("text", ["word " * 300 + ".", "x" * 3000 + " end.", "森林に住んでいる" * 300])
+def test_what_is_cut_off_is_marked_and_still_short_enough(text):
+    *cut_off, last = [piece for piece in pieces(text, "en-us", 100, 50) if piece]
+    assert len(cut_off) > 5
+    assert all(piece.endswith(" ") and not piece.endswith("  ") for piece in cut_off)
+    assert not last.endswith(" ")
+    assert max(map(len, cut_off)) <= 100
+
+
+def test_a_sentence_is_not_marked():
+    assert list(filter(None, pieces("One. \nTwo.\n\nThree", "en-us", 100))) == ["One.", "Two.", "Three"]
 
 
 @pytest.mark.parametrize(
@@ -160,7 +173,7 @@ def test_what_belongs_together_is_not_cut_apart(unit, whole):
 
 
 def first_cut(text, longest=300, first=60):
-    return [piece for piece in pieces(text, "en-us", longest, first) if piece]
+    return [piece.strip() for piece in pieces(text, "en-us", longest, first) if piece]
 
 
 def test_the_first_pieces_are_short_and_grow():
