@@ -4,7 +4,7 @@ import os
 import signal
 import time
 
-from sound import RATE
+from sound import RATE, until
 from spoken import expected, first_difference, trimmed, without_silence
 
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
@@ -137,6 +137,14 @@ def test_a_long_text_starts_at_once_with_constant_memory(engine, recorder):
     recorder.loud_for(2)
     # The text itself, its JSON and room for a few sentences of sound.
     assert memory(engine) - before < 64 * 1024 * 1024
+    engine.post("/stop")
+    until(lambda: memory(engine) - before < 8 * 1024 * 1024, 2, "the text is let go of")
+    begin = len(recorder.samples)
+    engine.speak("\u200b" * 3_000_000 + "The end.")
+    assert engine.wait_for("idle", 60)["error"] is None
+    recorder.quiet_for(0.3)
+    assert len(trimmed(recorder.samples[begin:])) > 0.3 * RATE
+    assert memory(engine) - before < 8 * 1024 * 1024
 
 
 def memory(engine):
@@ -189,3 +197,19 @@ def test_a_sentence_in_another_script_is_read_by_a_voice_that_knows_it(engine, r
     spelled = len(expected("Это русский язык."))
     assert spelled > russian + RATE
     assert abs(len(trimmed(recorder.samples)) - english - russian) < RATE / 2
+
+
+def test_scripts_of_both_directions_and_without_blanks_in_one_text(engine, recorder):
+    parts = [
+        ("This is English.", "gmw/en-US"),
+        ("هذه جملة عربية.", "sem/ar"),
+        ("这是中文。", "sit/cmn"),
+        ("זה משפט.", "sem/he"),
+        ("日本語です。", "jpx/ja"),
+        ("The end.", "gmw/en-US"),
+    ]
+    engine.speak(" ".join(text for text, _ in parts))
+    assert engine.wait_for("idle", 60)["error"] is None
+    recorder.quiet_for(0.5)
+    wanted = sum(len(expected(text, voice=voice)) for text, voice in parts)
+    assert abs(len(trimmed(recorder.samples)) - wanted) < RATE / 2
