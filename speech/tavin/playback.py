@@ -26,6 +26,7 @@ class Playback:
         self._stream = None
         self._asked = 0  # bytes wanted from the engine that have not come
         self._ending = False
+        self._suspended = False
         # Kept here, because the library holds only pointers to them.
         self._on_context = pulse.Notify(lambda *_: self._context_changed())
         self._on_stream = pulse.Notify(lambda *_: self._stream_changed())
@@ -126,14 +127,17 @@ class Playback:
 
     def _tell_suspended(self):
         """A device that is another session's for now takes nothing, and will again."""
-        if self._stream:
-            suspended = self._pa.pa_stream_is_suspended(self._stream) > 0
+        suspended = bool(self._stream) and self._pa.pa_stream_is_suspended(self._stream) > 0
+        if suspended != self._suspended:
+            self._suspended = suspended
             self._report(frames.SUSPENDED, b"1" if suspended else b"0")
 
     def _ask(self):
         """Ask the engine for what the server can take."""
+        if not self._stream or self._ending:
+            return
         wanted = self._pa.pa_stream_writable_size(self._stream) - self._asked
-        if wanted > 0 and not self._ending:
+        if wanted > 0:
             self._asked += wanted
             self._report(frames.NEED, str(wanted).encode())
 
