@@ -10,12 +10,14 @@ LOOKED_AT = 16  # code points at a sentence's end
 # What ICU does not know of. They stand before a name or the like, seldom at a sentence's end; a
 # single capital before a stop is an initial.
 ABBREVIATION = re.compile(
-    r"(?:\b(?:Dr|Mr|Mrs|Ms|Mme|Prof|Gen|Sen|Gov|St|Fig|Hr|Fr|vs|cf|e\. ?g|i\. ?e)|(?:^|[\s.])[A-Z])\. ?$"
+    r"(?:\b(?:Dr|Mr|Mrs|Ms|Mme|Prof|Gen|Sen|Gov|St|Fig|Hr|Fr|vs|cf|e\. ?g|i\. ?e)"
+    r"|(?:^|[\s.])[A-Z])\. ?$"
 )
 GERMAN = re.compile(r"(?:\b(?:bzw|bzgl|max|med|dent|jur|phil)|(?:^|[\s.])[a-zäöü])\. ?$")
 # And these before a number.
 COUNTED = re.compile(
-    r"\b(?:[Nn]o|Nr|pp?|[Vv]ol|[Cc]h|[Cc]hap|[Ss]ec|[Ee]q|[Aa]rt|[Aa]pprox|[Cc]a|est|Bd|Kap|Abb|Tab|Ziff|S)\. ?$"
+    r"\b(?:[Nn]o|Nr|pp?|[Vv]ol|[Cc]h|[Cc]hap|[Ss]ec|[Ee]q|[Aa]rt|[Aa]pprox|[Cc]a|est"
+    r"|Bd|Kap|Abb|Tab|Ziff|S)\. ?$"
 )
 WORD = re.compile(r"(?:^|[\s(\[\"'“„«])(\S+) ?$")
 ORDINAL = re.compile(r"\b\d{1,2}\. ?$")
