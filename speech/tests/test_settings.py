@@ -1,5 +1,6 @@
 """The user's choices over a restart, and files that are not as they should be."""
 
+import asyncio
 import http.client
 import itertools
 import json
@@ -53,15 +54,20 @@ def post_on(engine, posted):
 
 
 SAVING = """
-import itertools, pathlib, sys
+import asyncio, itertools, pathlib, sys
 from tavin.settings import Settings
-settings = Settings(pathlib.Path(sys.argv[1]))
-settings.voices = {"espeak": "x" * 200_000}  # long to write
-for step in itertools.count():
-    settings.speed = 1 + step % 1000 / 1000
-    settings.save()
-    if step == 0:
-        print("saved", flush=True)
+
+async def save():
+    settings = Settings(pathlib.Path(sys.argv[1]))
+    settings.voices = {"espeak": "x" * 200_000}  # long to write
+    for step in itertools.count():
+        settings.speed = 1 + step % 1000 / 1000
+        if stored := settings.save():
+            await stored
+        if step == 0:
+            print("saved", flush=True)
+
+asyncio.run(save())
 """
 
 
@@ -88,17 +94,25 @@ def limited_files():
     resource.setrlimit(resource.RLIMIT_FSIZE, before)
 
 
+def save(settings):
+    async def until_stored():
+        if stored := settings.save():
+            await stored
+
+    asyncio.run(until_stored())
+
+
 def test_a_write_that_fails_in_its_midst_leaves_the_old_file(tmp_path, limited_files):
     path = tmp_path / "engine.json"
     settings = Settings(path)
     settings.speed = 2.0
-    settings.save()
+    save(settings)
     settings.speed, settings.voices = 3.0, {"espeak": "x" * 200_000}
-    settings.save()
+    save(settings)
     settings = Settings(path)
     assert (settings.speed, settings.voices) == (2.0, {})
     settings.speed = 3.0
-    settings.save()
+    save(settings)
     assert Settings(path).speed == 3.0
 
 
