@@ -10,6 +10,7 @@ import signal
 import sys
 
 from tavin import frames
+from tavin.log import log
 
 PACKAGE_PARENT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 
@@ -59,6 +60,9 @@ class Child:
                 self._on_frame(*await frames.receive(self._process.stdout))
         except (asyncio.IncompleteReadError, ConnectionError):
             pass
+        except Exception:
+            log.exception("the frames of a helper could not be taken")
+            self.kill()
         try:
             async with asyncio.timeout(END_SECONDS):
                 code = await self._process.wait()

@@ -27,8 +27,9 @@ CLOSE = b"c"
 READY = b"R"  # the player's first frame, unless it is MISSING
 NEED = b"n"  # decimal number: bytes of audio that can be taken
 STARTED = b"S"  # sound goes out
+SUSPENDED = b"u"  # 1 or 0: whether the device takes no sound for now
 ENDED = b"E"  # all audio was heard
-FAILED = b"f"  # text: why the stream, or a worker's request, ended early
+FAILED = b"f"  # text for the user: why the stream, or a worker's request, ended early
 CLOSED = b"C"  # answer to CLOSE: silence
 
 

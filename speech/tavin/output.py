@@ -59,6 +59,7 @@ class Output:
         self._child = await Child.start("tavin.player", on_frame=self._frame, on_death=self._death)
 
     def _close(self, stream):
+        self._stream = None
         self._child.send(frames.CLOSE, stream.number)
         timer = asyncio.get_running_loop().call_later(SILENCE_SECONDS, self.kill)
         self._closing[stream.number] = timer
@@ -81,6 +82,8 @@ class Output:
             self._closed(number)
         elif self._stream and self._stream.number == number:
             self._stream.frame(kind, payload)
+            if not self._stream.open:
+                self._stream = None
 
     def _death(self, how):
         log.info("the player ended (%s)", how)
@@ -89,6 +92,7 @@ class Output:
             self._closed(number)
         if self._stream:
             self._stream.fail(f"The sound output stopped unexpectedly ({how}).")
+            self._stream = None
 
     def _refuse(self, text):
         if not self._ready.done():

@@ -16,6 +16,7 @@ CONTEXT_READY, CONTEXT_FAILED, CONTEXT_TERMINATED = 4, 5, 6
 STREAM_READY, STREAM_FAILED, STREAM_TERMINATED = 2, 3, 4
 START_CORKED, ADJUST_LATENCY = 0x0001, 0x2000
 SEEK_RELATIVE = 0
+NO_ENTITY, KILLED = 5, 12  # errors
 IO_INPUT, IO_HANGUP = 1, 4
 FORMAT_S16LE, FORMAT_S16BE = 3, 4
 
@@ -53,6 +54,7 @@ FUNCTIONS = {
     "pa_mainloop_run": (c.c_int, [POINTER, POINTER]),
     "pa_proplist_new": (POINTER, []),
     "pa_proplist_sets": (c.c_int, [POINTER, c.c_char_p, c.c_char_p]),
+    "pa_proplist_free": (None, [POINTER]),
     "pa_strerror": (c.c_char_p, [c.c_int]),
     "pa_context_new_with_proplist": (POINTER, [c.POINTER(MainLoopApi), c.c_char_p, POINTER]),
     "pa_context_connect": (c.c_int, [POINTER, c.c_char_p, c.c_int, POINTER]),
@@ -65,6 +67,9 @@ FUNCTIONS = {
     "pa_stream_set_state_callback": (None, [POINTER, Notify, POINTER]),
     "pa_stream_set_write_callback": (None, [POINTER, Request, POINTER]),
     "pa_stream_set_started_callback": (None, [POINTER, Notify, POINTER]),
+    "pa_stream_set_suspended_callback": (None, [POINTER, Notify, POINTER]),
+    "pa_stream_set_moved_callback": (None, [POINTER, Notify, POINTER]),
+    "pa_stream_is_suspended": (c.c_int, [POINTER]),
     "pa_stream_get_state": (c.c_int, [POINTER]),
     "pa_stream_connect_playback": (
         c.c_int,

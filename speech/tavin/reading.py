@@ -47,9 +47,26 @@ class Reading:
 
     async def run(self):
         """Read to the end; the caller cancels it to stop."""
-        synthesis, _, _ = await self._choose("")
-        await synthesis.start()
-        await self._open(synthesis.rate)
+        try:
+            if await self._find_first():
+                synthesis, _, _ = await self._choose("")
+                await synthesis.start()
+                await self._open(synthesis.rate)
+                await self._synthesise_and_play()
+        finally:
+            self.silence()
+            self._pieces = iter(())  # the text may be long, and what went wrong may hold on to this
+
+    async def _find_first(self):
+        """Whether there is anything to say; if not, no sound server is needed."""
+        for piece in self._pieces:
+            if piece:
+                self._again.append(piece)
+                return True
+            await asyncio.sleep(0)
+        return False
+
+    async def _synthesise_and_play(self):
         synthesise = asyncio.create_task(self._synthesise())
         play = asyncio.create_task(self._play())
         try:
@@ -60,7 +77,6 @@ class Reading:
         finally:
             synthesise.cancel()
             play.cancel()
-            self.silence()
 
     def silence(self):
         """Stop the sound now; `run` may end later."""

@@ -20,7 +20,8 @@ class Stream:
         self._paused = paused
         self._on_started = on_started
         self._close = close
-        self._open = True
+        self.open = True
+        self._suspended = False
         self._room = 0  # bytes
         self._failure = None
         self._changed = asyncio.Event()
@@ -32,7 +33,7 @@ class Stream:
 
     async def heard(self):
         """After `end`: wait until all of the sound was heard."""
-        await self._until(lambda: not self._open)
+        await self._until(lambda: not self.open)
 
     def play(self, samples):
         self._room -= len(samples)
@@ -48,26 +49,32 @@ class Stream:
 
     def close(self):
         """Silence at once."""
-        if self._open:
-            self._open = False
+        if self.open:
+            self._over()
             self._close(self)
 
     def frame(self, kind, payload):
         if kind == frames.NEED:
             self._room += int(payload)
-        elif kind == frames.STARTED:
+        elif kind == frames.STARTED and self.open:
             self._on_started()
+        elif kind == frames.SUSPENDED:
+            self._suspended = payload == b"1"
         elif kind == frames.ENDED:
-            self._open = False
+            self._over()
         elif kind == frames.FAILED:
-            self.fail(f"The sound server cannot be used: {payload.decode(errors='replace')}")
+            self.fail(payload.decode(errors="replace"))
         self._changed.set()
 
     def fail(self, text):
-        if self._open:
-            self._open = False
+        if self.open:
+            self._over()
             self._failure = text
             self._changed.set()
+
+    def _over(self):
+        self.open = False
+        self._on_started = None  # it holds on to the reader, and so to the text
 
     async def _until(self, condition):
         while True:
@@ -77,7 +84,8 @@ class Stream:
                 return
             self._changed.clear()
             try:
-                async with asyncio.timeout(None if self._paused else ANSWER_SECONDS):
+                patient = self._paused or self._suspended
+                async with asyncio.timeout(None if patient else ANSWER_SECONDS):
                     await self._changed.wait()
             except TimeoutError:
                 self._child.kill()

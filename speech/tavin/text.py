@@ -6,32 +6,19 @@ costs no more memory than a short one.
 """
 
 import re
+import unicodedata
 
 import icu
 
+from tavin.lines import SOFT_HYPHEN, clean, unquote, unwrap
+from tavin.sentences import Segmenter
+
 STEP = 2000  # code points taken from the text at once
-# Invisible marks, toolkit placeholders, control characters and lone surrogates:
-# nothing of that is spoken, and synthesisers take some of it for commands.
-UNSPOKEN = re.compile(
-    "[\u00ad\u061c\u180e\u200b\u200e\u200f\u202a-\u202e\u2060-\u2064\u2066-\u2069\ufeff\ufff9-\ufffc"
-    "\ud800-\udfff\U000e0000-\U000e007f]"
-)
-# Control characters, and the pictures that terminals' fonts put among the letters.
-CONTROL = re.compile("[\x00-\x08\x0e-\x1f\x7f-\x9f\ue000-\uf8ff\U000f0000-\U0010ffff]")
-LINE_ENDS = re.compile("\r\n?|[\x0b\x0c\x85\u2028\u2029]")
-BLANKS = re.compile(r"[^\S\n]+")
+LONGEST_STEP = STEP + 50
+GOES_ON = " "  # at the end of a piece that is not the end of what is said in one breath
+LINE_BEGIN = 8  # code points that tell what kind of line it is
 PARAGRAPH_END = re.compile(r"\n[ \t]*\n\s*")
-LOWER = "[a-zß-öø-ÿα-ωа-я]"
-HYPHENATED = re.compile(rf"(?<=\w\w)-\n\s*(?={LOWER})")
-# A long line that goes on in the next one was wrapped, not ended, by its writer.
-WRAPPED = re.compile(
-    rf"(?<=[^\n]{{40}})(?<![.!?:;…。！？])\n\s*(?=\w)|(?<=[\w,;])\n\s*(?={LOWER})"
-)
 CLAUSE_END = re.compile(r"[,;:)—–、，；：]\s*")
-# The segmenter knows few of these; a single capital before a stop is an initial.
-ABBREVIATION = re.compile(r"(?:\b(?:Dr|Mr|Mrs|Ms|Prof|St|Fig|No|vs|Nr|Hr|Fr)|(?:^|[\s.])[A-Z])\.\s*$")
-
-
 # Where a line may end is between words, also in scripts without blanks; but in some of these within
 # words as well.
 LINE_BREAKS = icu.BreakIterator.createLineInstance(icu.Locale.getRoot())
@@ -62,25 +49,25 @@ class Limit:
 
 
 def pieces(text, language, longest, first=None):
-    """Yield pieces of at most `longest` code points; empty ones where nothing is to say.
+    """Yield pieces of at most `longest` code points; empty ones where nothing is to say. One that was
+    cut off what follows ends with a blank more.
 
     An empty piece gives the caller the chance to let others run. With `first`, the first pieces
     have about so many code points where a sentence is longer.
     """
     limit = Limit(longest, min(first or longest, longest))
-    segmenter = icu.BreakIterator.createSentenceInstance(icu.Locale(f"{language}@ss=standard"))
-    rest = ""
+    segmenter = Segmenter(language)
+    rest = "\n"  # the text's first line begins like all others
     for portion in portions(text):
-        *paragraphs, rest = PARAGRAPH_END.split(rest + clean(portion))
+        *paragraphs, rest = PARAGRAPH_END.split(unquote(rest + clean(portion)))
         whole = []
         for paragraph in paragraphs:
-            whole += sentences(unwrap(paragraph), segmenter)
-        *finished, rest = sentences(unwrap(rest), segmenter) or [""]
-        whole += finished
+            whole += segmenter.sentences(unwrap(paragraph))
+        *finished, rest = segmenter.sentences(unwrap(rest)) or [""]
+        yield from speakable(whole + finished, limit)
         if len(rest) > STEP:  # no end in sight
-            *parts, rest = cut(rest, longest)
-            whole += parts
-        yield from speakable(whole, limit)
+            *parts, rest = cut(rest, longest - len(GOES_ON))
+            yield from speakable(parts, limit, GOES_ON)
         yield ""
     yield from speakable([rest], limit)
 
@@ -89,48 +76,34 @@ def portions(text):
     start = 0
     while start < len(text):
         end = start + STEP
-        if text[end - 1 : end + 1] == "\r\n":
-            end += 1  # one line end, not two
+        while end < start + LONGEST_STEP and not may_end(text, end):
+            end += 1
         yield text[start:end]
         start = end
 
 
-def speakable(whole, limit):
+def may_end(text, end):
+    """Not before a mark or a letter that makes one with the letter before it, and not so soon after a
+    line's end that the next line cannot be told."""
+    following = text[end : end + 1]
+    if following and (unicodedata.category(following)[0] == "M" or "\u1160" <= following <= "\u11ff"):
+        return False
+    return following != "\n" and "\n" not in text[end - LINE_BEGIN : end]
+
+
+def speakable(whole, limit, end_mark=""):
     for rest in whole:
         while not limit.suits(len(rest)):
-            end = best_end(rest, limit.now())
-            if part := rest[:end].strip():
-                yield limit.give(part)
+            end = best_end(rest, limit.now() - len(GOES_ON))
+            if part := spoken(rest[:end]):
+                yield limit.give(part) + GOES_ON
             rest = rest[end:]
-        if part := rest.strip():
-            yield limit.give(part)
+        if part := spoken(rest):
+            yield limit.give(part) + end_mark
 
 
-def clean(text):
-    text = LINE_ENDS.sub("\n", text)
-    text = CONTROL.sub(" ", UNSPOKEN.sub("", text))
-    return BLANKS.sub(" ", text)
-
-
-def unwrap(paragraph):
-    """Join the lines of a paragraph that a page's width broke, not its writer."""
-    return WRAPPED.sub(" ", HYPHENATED.sub("", paragraph))
-
-
-def sentences(text, segmenter):
-    """All of `text` in sentences; the last may be unfinished."""
-    units = text.encode("utf-16-le")  # the segmenter counts in these
-    segmenter.setText(text)
-    found = []
-    begin = 0
-    for end in segmenter:
-        sentence = units[2 * begin : 2 * end].decode("utf-16-le")
-        begin = end
-        if found and ABBREVIATION.search(found[-1]):
-            found[-1] += sentence
-        else:
-            found.append(sentence)
-    return found
+def spoken(part):
+    return part.replace(SOFT_HYPHEN, "").strip()
 
 
 def cut(sentence, longest):

@@ -8,6 +8,7 @@ import threading
 import time
 
 RATE = 22050
+NULL_SINK = ("channels=1", "format=s16le", "norewinds=1")
 LOUD = 200  # speech is far above, rounding far below
 # What a killed test run leaves behind must not live on.
 WITH_US = ("setpriv", "--pdeathsig", "KILL")
@@ -47,7 +48,7 @@ class SoundServer:
                 *WITH_US,
                 *("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1"),
                 *("--use-pid-file=no", "--disable-shm=yes"),
-                *("-L", f"module-null-sink sink_name=test rate={RATE} channels=1 format=s16le norewinds=1"),
+                *("-L", " ".join(["module-null-sink", "sink_name=test", f"rate={RATE}", *NULL_SINK])),
                 *("-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}"),
             ],
             env=self.environment,
@@ -59,6 +60,32 @@ class SoundServer:
     def streams(self):
         """The streams that are open to the server now."""
         return self._pactl("list", "short", "sink-inputs").stdout.splitlines()
+
+    def load(self, module, *arguments):
+        """Add a module, for instance a sink."""
+        done = self._pactl("load-module", module, *arguments)
+        assert done.returncode == 0, done.stderr
+        return done.stdout.strip().decode()
+
+    def add_sink(self, name, rate=RATE):
+        """Returns what `unload` takes to remove it."""
+        return self.load("module-null-sink", *NULL_SINK, f"rate={rate}", f"sink_name={name}")
+
+    def unload(self, module):
+        """By its number or, of all that have it, its name."""
+        assert self._pactl("unload-module", module).returncode == 0
+
+    def set_default(self, sink):
+        # Without a source that was asked for, recordings would follow as well.
+        assert self._pactl("set-default-source", "test.monitor").returncode == 0
+        assert self._pactl("set-default-sink", sink).returncode == 0
+
+    def suspend(self, sink, suspended):
+        assert self._pactl("suspend-sink", sink, str(int(suspended))).returncode == 0
+
+    def sinks(self):
+        """Each one's line, with its state at the end."""
+        return self._pactl("list", "short", "sinks").stdout.decode().splitlines()
 
     def freeze(self, frozen):
         self._process.send_signal(signal.SIGSTOP if frozen else signal.SIGCONT)
@@ -76,11 +103,12 @@ class SoundServer:
 class Recorder:
     """Records the sink from the moment of its making until `end`."""
 
-    def __init__(self, server):
+    def __init__(self, server, sink="test", rate=RATE):
+        self._rate = rate
         self._process = subprocess.Popen(
             [
-                *("parec", "--raw", "--device=test.monitor", "--latency-msec=10"),
-                *("--format=s16le", f"--rate={RATE}", "--channels=1"),
+                *("parec", "--raw", f"--device={sink}.monitor", "--latency-msec=10"),
+                *("--format=s16le", f"--rate={rate}", "--channels=1"),
             ],
             env=server.environment,
             stdout=subprocess.PIPE,
@@ -94,7 +122,7 @@ class Recorder:
     def loud_for(self, seconds):
         """Wait until so much sound was heard from now on."""
         begin = len(self.samples)
-        until(lambda: self._loud_count(begin) > seconds * RATE / 4, seconds + 10, "sound")
+        until(lambda: self._loud_count(begin) > seconds * self._rate / 4, seconds + 10, "sound")
 
     def quiet_for(self, seconds, within=20):
         """Wait until it has been quiet for so long."""

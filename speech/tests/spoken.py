@@ -1,27 +1,32 @@
 """What a text must sound like: made by the engine's own pieces."""
 
 import array
-
+import os
 import subprocess
 import sys
 
 from engine_process import FOLDER
 
 SCRIPT = """
-import sys
-from tavin.backends.espeak import Synthesizer
+import importlib, sys
+from tavin.backends import BACKENDS
 from tavin.text import pieces
-synthesizer = Synthesizer()
-for piece in pieces(sys.stdin.read(), "en-us", 600):
+name, voice, speed = sys.argv[1:]
+backend = BACKENDS[name]
+synthesizer = importlib.import_module(f"tavin.backends.{name}").Synthesizer()
+for piece in pieces(sys.stdin.read(), "en-us", backend.longest_piece, backend.first_piece):
     if piece:
-        synthesizer.say(piece, sys.argv[1], float(sys.argv[2]), sys.stdout.buffer.write)
+        synthesizer.say(piece, voice, float(speed), sys.stdout.buffer.write)
 """
 
 
-def expected(text, voice="gmw/en-US", speed=1.0):
+def expected(text, voice="gmw/en-US", speed=1.0, backend="espeak", tree=FOLDER, environment=None):
     """The samples; a process of its own, because what was said before changes them a little."""
-    command = [sys.executable, "-c", SCRIPT, voice, str(speed)]
-    done = subprocess.run(command, cwd=FOLDER, input=text.encode(), capture_output=True, check=True)
+    command = [sys.executable, "-c", SCRIPT, backend, voice, str(speed)]
+    environment = {**os.environ, **(environment or {})}
+    done = subprocess.run(
+        command, cwd=tree, env=environment, input=text.encode(), capture_output=True, check=True
+    )
     return array.array("h", done.stdout)
 
 
@@ -51,3 +56,18 @@ def first_difference(heard, wanted):
 def common_length(one, other):
     pairs = zip(one, other)
     return next((index for index, (a, b) in enumerate(pairs) if a != b), min(len(one), len(other)))
+
+
+def longest_gap(heard, wanted):
+    """The longest silence, in samples, that is in one sound and not in the other, otherwise the same."""
+    heard, wanted = trimmed(heard), trimmed(wanted)
+    longest = at = 0
+    for sample in wanted:
+        begin = at
+        while heard[at] != sample and heard[at] == 0:
+            at += 1
+        longest = max(longest, at - begin)
+        assert heard[at] == sample, f"other sound at sample {at} of {len(heard)}"
+        at += 1
+    assert at == len(heard), "more was heard"
+    return longest

@@ -1,10 +1,21 @@
 """The user's choices over a restart, and files that are not as they should be."""
 
+import asyncio
+import http.client
+import itertools
 import json
+import random
+import resource
 import signal
 import stat
+import subprocess
+import sys
+import threading
+import time
 
 import pytest
+from engine_process import FOLDER
+from sound import until
 from tavin.settings import Settings, default_path
 
 
@@ -16,16 +27,93 @@ def test_choices_are_kept_over_a_restart(engine, new_engine):
     assert (status["engine"], status["voice"], status["speed"]) == ("espeak", "gmw/de", 2.5)
 
 
-def test_the_file_is_whole_whenever_the_engine_is_killed(new_engine):
-    for round_number in range(3):
-        engine = new_engine().start()
-        for step in range(5 + round_number):
-            engine.post("/config", speed=0.5 + step / 10)
-        engine.end(signal.SIGKILL)
-        stored = json.loads(engine.settings.read_text("utf-8"))
-        assert stored["speed"] == pytest.approx(0.5 + (4 + round_number) / 10)
-    assert [path.name for path in engine.settings.parent.iterdir()] == ["engine.json"]
+def test_the_file_is_whole_and_new_when_the_engine_is_killed(new_engine):
+    engine = new_engine().start()
+    for step in range(5):
+        engine.post("/config", speed=0.5 + step / 10)
+    posted = []
+    more = threading.Thread(target=post_on, args=(engine, posted))
+    more.start()
+    until(lambda: len(posted) > 3, 10, "some were answered")
+    engine.end(signal.SIGKILL)
+    more.join()
+    stored = json.loads(engine.settings.read_text("utf-8"))
+    # The last that was answered, or the one after that.
+    assert stored["speed"] in (posted[-1], pytest.approx(posted[-1] + 0.001))
     assert stat.S_IMODE(engine.settings.parent.stat().st_mode) == 0o700
+
+
+def post_on(engine, posted):
+    """Change the speed until nobody answers."""
+    for step in itertools.count(1):
+        try:
+            assert engine.post("/config", speed=1 + step / 1000)[0] == 200
+        except (OSError, http.client.HTTPException):
+            return
+        posted.append(1 + step / 1000)
+
+
+SAVING = """
+import asyncio, itertools, pathlib, sys
+from tavin.settings import Settings
+
+async def save():
+    settings = Settings(pathlib.Path(sys.argv[1]))
+    settings.voices = {"espeak": "x" * 200_000}  # long to write
+    for step in itertools.count():
+        settings.speed = 1 + step % 1000 / 1000
+        if stored := settings.save():
+            await stored
+        if step == 0:
+            print("saved", flush=True)
+
+asyncio.run(save())
+"""
+
+
+def test_the_file_is_whole_whenever_its_writer_is_killed(tmp_path):
+    moments = random.Random(7)
+    path = tmp_path / "engine.json"
+    for _ in range(25):
+        saving = subprocess.Popen(
+            [sys.executable, "-c", SAVING, str(path)], cwd=FOLDER, stdout=subprocess.PIPE
+        )
+        with saving:
+            assert saving.stdout.readline() == b"saved\n"
+            time.sleep(moments.uniform(0, 0.02))
+            saving.kill()
+        assert len(json.loads(path.read_text("utf-8"))["voices"]["espeak"]) == 200_000
+
+
+@pytest.fixture
+def limited_files():
+    """A write fails in its midst, as on a full disk."""
+    before = resource.getrlimit(resource.RLIMIT_FSIZE)
+    resource.setrlimit(resource.RLIMIT_FSIZE, (50_000, before[1]))
+    yield
+    resource.setrlimit(resource.RLIMIT_FSIZE, before)
+
+
+def save(settings):
+    async def until_stored():
+        if stored := settings.save():
+            await stored
+
+    asyncio.run(until_stored())
+
+
+def test_a_write_that_fails_in_its_midst_leaves_the_old_file(tmp_path, limited_files):
+    path = tmp_path / "engine.json"
+    settings = Settings(path)
+    settings.speed = 2.0
+    save(settings)
+    settings.speed, settings.voices = 3.0, {"espeak": "x" * 200_000}
+    save(settings)
+    settings = Settings(path)
+    assert (settings.speed, settings.voices) == (2.0, {})
+    settings.speed = 3.0
+    save(settings)
+    assert Settings(path).speed == 3.0
 
 
 @pytest.mark.parametrize(

@@ -4,11 +4,13 @@ import os
 import signal
 import time
 
-from sound import RATE
+from sound import RATE, until
 from spoken import expected, first_difference, trimmed, without_silence
 
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
-LIMIT = 0.1
+SILENCE_LIMIT = 0.05  # seconds
+STATUS_LIMIT = 0.01
+ROUNDS, STATUS_ROUNDS = 10, 30  # a loaded machine may spoil many
 
 
 def test_speech_is_heard_whole_and_in_order(engine, recorder):
@@ -22,29 +24,45 @@ def test_speech_is_heard_whole_and_in_order(engine, recorder):
     assert engine.status()["error"] is None
 
 
-def test_stop_silences_at_once(engine, recorder):
-    engine.speak(LONG)
-    recorder.loud_for(0.5)
+def silence_after(engine, recorder, request, state):
+    """From the request to the last sound at the sink."""
+    recorder.loud_for(0.3)
     asked = time.monotonic()
-    engine.post("/stop")
-    assert engine.status()["state"] == "idle"
-    recorder.quiet_for(0.6)
+    engine.post(request)
+    assert engine.status()["state"] == state
+    recorder.quiet_for(0.5)
     print("silence after", recorder.last_loud - asked)
-    assert recorder.last_loud - asked < LIMIT
+    return recorder.last_loud - asked
+
+
+def best_of(rounds, limit, measure):
+    """The least of some measurements, as soon as one is good enough."""
+    least = measure()
+    for _ in range(rounds - 1):
+        if least < limit:
+            break
+        least = min(least, measure())
+    return least
+
+
+def test_stop_silences_at_once(engine, recorder):
+    def stopped():
+        engine.speak(LONG)
+        return silence_after(engine, recorder, "/stop", "idle")
+
+    assert best_of(ROUNDS, SILENCE_LIMIT, stopped) < SILENCE_LIMIT
 
 
 def test_pause_silences_at_once_and_resumes_at_the_same_sample(engine, recorder):
     text = "One sentence that is long enough to be paused in the very middle of it, and then resumed."
     engine.speak(text)
-    for _ in range(2):
-        recorder.loud_for(0.5)
-        asked = time.monotonic()
+
+    def paused():
+        silence = silence_after(engine, recorder, "/toggle-pause", "paused")
         engine.post("/toggle-pause")
-        assert engine.status()["state"] == "paused"
-        recorder.quiet_for(0.6)
-        print("silence after", recorder.last_loud - asked)
-        assert recorder.last_loud - asked < LIMIT
-        engine.post("/toggle-pause")
+        return silence
+
+    assert min(paused(), best_of(ROUNDS, SILENCE_LIMIT, paused)) < SILENCE_LIMIT
     engine.wait_for("idle")
     recorder.quiet_for(0.5)
     # The pauses add silence and nothing else.
@@ -119,6 +137,14 @@ def test_a_long_text_starts_at_once_with_constant_memory(engine, recorder):
     recorder.loud_for(2)
     # The text itself, its JSON and room for a few sentences of sound.
     assert memory(engine) - before < 64 * 1024 * 1024
+    engine.post("/stop")
+    until(lambda: memory(engine) - before < 8 * 1024 * 1024, 2, "the text is let go of")
+    begin = len(recorder.samples)
+    engine.speak("\u200b" * 3_000_000 + "The end.")
+    assert engine.wait_for("idle", 60)["error"] is None
+    recorder.quiet_for(0.3)
+    assert len(trimmed(recorder.samples[begin:])) > 0.3 * RATE
+    assert memory(engine) - before < 8 * 1024 * 1024
 
 
 def memory(engine):
@@ -131,17 +157,23 @@ def memory(engine):
 
 def test_status_answers_at_once_while_speaking(engine, recorder):
     engine.post("/config", speed=3)
-    engine.speak(LONG)
+    engine.speak(LONG * 2)
     engine.wait_for("speaking")
+    assert best_of(STATUS_ROUNDS, STATUS_LIMIT, lambda: slow_status(engine)) < STATUS_LIMIT
+
+
+def slow_status(engine, count=100):
+    """The 99th percentile of the status's times while it speaks."""
     times = []
-    for _ in range(200):
+    for _ in range(count):
         begin = time.monotonic()
-        assert engine.status()["state"] == "speaking"
+        state = engine.status()["state"]
         times.append(time.monotonic() - begin)
+        assert state == "speaking"
         time.sleep(0.005)
     times.sort()
-    print("status: median", times[100], "99th percentile", times[198])
-    assert times[198] < 0.1
+    print(f"status: median {times[count // 2]:.4f} s, 99th percentile {times[count * 99 // 100 - 1]:.4f} s")
+    return times[count * 99 // 100 - 1]
 
 
 GERMAN = "Das ist ein Satz in deutscher Sprache, und er ist nicht der einzige."
@@ -165,3 +197,19 @@ def test_a_sentence_in_another_script_is_read_by_a_voice_that_knows_it(engine, r
     spelled = len(expected("Это русский язык."))
     assert spelled > russian + RATE
     assert abs(len(trimmed(recorder.samples)) - english - russian) < RATE / 2
+
+
+def test_scripts_of_both_directions_and_without_blanks_in_one_text(engine, recorder):
+    parts = [
+        ("This is English.", "gmw/en-US"),
+        ("هذه جملة عربية.", "sem/ar"),
+        ("这是中文。", "sit/cmn"),
+        ("זה משפט.", "sem/he"),
+        ("日本語です。", "jpx/ja"),
+        ("The end.", "gmw/en-US"),
+    ]
+    engine.speak(" ".join(text for text, _ in parts))
+    assert engine.wait_for("idle", 60)["error"] is None
+    recorder.quiet_for(0.5)
+    wanted = sum(len(expected(text, voice=voice)) for text, voice in parts)
+    assert abs(len(trimmed(recorder.samples)) - wanted) < RATE / 2

@@ -8,7 +8,7 @@ from tavin.text import STEP, pieces
 
 
 def cut(text, longest=600, language="en-us"):
-    return [piece for piece in pieces(text, language, longest) if piece]
+    return [piece.strip() for piece in pieces(text, language, longest) if piece]
 
 
 @pytest.mark.parametrize(
@@ -42,6 +42,88 @@ def test_sentences(text, wanted):
     assert cut(text) == wanted
 
 
+RUNNING_TEXT = [
+    ("e\ufb03cient \ufb02ow, \ufb01ne", ["efficient flow, fine"]),
+    ("u\u0308ber", ["über"]),
+    ("\u1112\u1161\u11ab\u1100\u1173\u11af", ["한글"]),
+    ("auto\u00ad\nmatic and auto\u00admatic", ["automatic and automatic"]),
+    ("auto\u2010\nmatic", ["automatic"]),
+    ("über-\nżółty, niż-\nszy, дру-\nгой, λέ-\nξη", ["überżółty, niższy, другой, λέξη"]),
+    ("Nord-\nSüd", ["Nord-Süd"]),
+    ("COVID-\n19", ["COVID-19"]),
+    ("an e-\nmail", ["an e-mail"]),
+    ("a pre-\nand post-war house", ["a pre- and post-war house"]),
+    ("das Für-\nund Wider", ["das Für- und Wider"]),
+    ("a list -\nAnd more", ["a list -", "And more"]),
+    (
+        "This line of a page was wrapped at its right\n(or so it seems) and goes on,\nas does “this”\none.",
+        ["This line of a page was wrapped at its right (or so it seems) and goes on, as does “this” one."],
+    ),
+    (
+        "This line of a page was wrapped before what Mr.\nJones called „Gänsefüßchen“.",
+        ["This line of a page was wrapped before what Mr. Jones called „Gänsefüßchen“."],
+    ),
+    (
+        "This line of a page was wrapped before the quote\n“Nothing ever goes on” was said.",
+        ["This line of a page was wrapped before the quote “Nothing ever goes on” was said."],
+    ),
+    (
+        "These are the things that you should bring along\na) a towel\nb) soap",
+        ["These are the things that you should bring along", "a) a towel", "b) soap"],
+    ),
+    ("一行中文文字在页面的右边界处被断开了所以它还没有\n结束。再见。", ["一行中文文字在页面的右边界处被断开了所以它还没有结束。", "再见。"]),
+    ("牛奶，\n面包", ["牛奶，面包"]),
+    ("牛奶\n面包", ["牛奶", "面包"]),
+    (
+        "> Somebody wrote that this line was wrapped and\n> Went on.\n>\n> Twice.\nThat is so.",
+        ["Somebody wrote that this line was wrapped and Went on.", "Twice.", "That is so."],
+    ),
+    (">> One.\n> Two.", ["One.", "Two."]),
+    ("> One line.", ["One line."]),
+    ("Share\n> 50 %", ["Share", "> 50 %"]),
+    ("a > b", ["a > b"]),
+    ("A much longer heading, of more than forty letters\n\nA text.", ["A much longer heading, of more than forty letters", "A text."]),
+    ("See p. 5. Then vol. 2. And Fig. 3.", ["See p. 5.", "Then vol. 2.", "And Fig. 3."]),
+    ("It is hot, e. g. in Spain. Or i.e. Italy.", ["It is hot, e. g. in Spain.", "Or i.e. Italy."]),
+    ("“Why?” he asked. “Why not!” Peter said.", ["“Why?” he asked.", "“Why not!”", "Peter said."]),
+    ("He went on … and on. etc. and so on.", ["He went on … and on. etc. and so on."]),
+    ("It was plan b. Then came c.", ["It was plan b.", "Then came c."]),
+]
+GERMAN_TEXT = [
+    ("Ich war am Meer. So ist es wahr. Der Club. Das sah Peter. Es ist so.",
+     ["Ich war am Meer.", "So ist es wahr.", "Der Club.", "Das sah Peter.", "Es ist so."]),
+    ("Das ist z. B. gut. Und d. h. Peter kommt.", ["Das ist z. B. gut.", "Und d. h. Peter kommt."]),
+    ("Das gilt i. d. R. Kindern, u. a. Peter. So.", ["Das gilt i. d. R. Kindern, u. a. Peter.", "So."]),
+    ("Am 3. Mai kam er. Es war der 12. Dann ging er.", ["Am 3. Mai kam er.", "Es war der 12.", "Dann ging er."]),
+    ("Im 18. Jahrhundert bzw. Mittelalter waren es ca. 5.", ["Im 18. Jahrhundert bzw. Mittelalter waren es ca. 5."]),
+]
+
+
+@pytest.mark.parametrize("text, wanted", RUNNING_TEXT)
+def test_running_text(text, wanted):
+    assert cut(text) == wanted
+
+
+@pytest.mark.parametrize("text, wanted", GERMAN_TEXT)
+def test_german_abbreviations(text, wanted):
+    assert cut(text, language="de") == wanted
+
+
+def test_an_abbreviation_is_a_whole_word():
+    assert cut("¿Y usted? Pregunto a usted. Dr. López sale.", language="es") == [
+        "¿Y usted?",
+        "Pregunto a usted.",
+        "Dr. López sale.",
+    ]
+
+
+@pytest.mark.parametrize("text, wanted", RUNNING_TEXT)
+def test_running_text_wherever_portions_meet(text, wanted):
+    for place in range(len(text)):
+        before = "x" * (STEP - place - 2) + "\n\n"
+        assert cut(before + text, longest=STEP)[1:] == wanted, (text[:place], text[place:])
+
+
 def test_an_overlong_sentence_is_cut_after_a_clause_or_a_word():
     sentence = "some words, " * 100
     parts = cut(sentence, 50)
@@ -54,7 +136,20 @@ def test_an_overlong_sentence_is_cut_after_a_clause_or_a_word():
 def test_an_endless_word_is_cut_at_the_limit():
     parts = cut("x" * 10_000, 600)
     assert "".join(parts) == "x" * 10_000
-    assert max(map(len, parts)) == 600
+    assert max(map(len, parts)) == 599  # and the mark
+
+
+@pytest.mark.parametrize("text", ["word " * 300 + ".", "x" * 3000 + " end.", "森林に住んでいる" * 300])
+def test_what_is_cut_off_is_marked_and_still_short_enough(text):
+    *cut_off, last = [piece for piece in pieces(text, "en-us", 100, 50) if piece]
+    assert len(cut_off) > 5
+    assert all(piece.endswith(" ") and not piece.endswith("  ") for piece in cut_off)
+    assert not last.endswith(" ")
+    assert max(map(len, cut_off)) <= 100
+
+
+def test_a_sentence_is_not_marked():
+    assert list(filter(None, pieces("One. \nTwo.\n\nThree", "en-us", 100))) == ["One.", "Two.", "Three"]
 
 
 @pytest.mark.parametrize(
@@ -63,7 +158,7 @@ def test_an_endless_word_is_cut_at_the_limit():
         ("👨‍👩‍👧‍👦", "👨‍👩‍👧‍👦"),  # joined by invisible marks
         ("🇩🇪", "🇩🇪"),
         ("👍🏽", "👍🏽"),
-        ("e\u0301\u0323", "e\u0301\u0323"),
+        ("\u1eb9\u0301", "\u1eb9\u0301"),
         ("森林に住んでいる", "森林"),
         ("北京大学生活动中心", "北京"),
         ("ภาษาไทย", "ไทย"),
@@ -78,7 +173,7 @@ def test_what_belongs_together_is_not_cut_apart(unit, whole):
 
 
 def first_cut(text, longest=300, first=60):
-    return [piece for piece in pieces(text, "en-us", longest, first) if piece]
+    return [piece.strip() for piece in pieces(text, "en-us", longest, first) if piece]
 
 
 def test_the_first_pieces_are_short_and_grow():
@@ -123,7 +218,7 @@ def test_nothing_is_lost_or_doubled_where_portions_meet(filler):
         assert joined.count(f"Sentence number {index} ends here.") == 1, index
 
 
-@pytest.mark.parametrize("unit", ["Short sentence here. ", "x", " ", "\u200b", "\n", "😀", "؟ مرحبا ", "a\n"])
+@pytest.mark.parametrize("unit", ["Short sentence here. ", "x", " ", "\u200b", "\n", "😀", "؟ مرحبا ", "a\n", "\u0323\u0301", "> "])
 def test_a_huge_text_costs_little_at_once(unit):
     text = unit * (2_000_000 // len(unit))
     longest_step = measured = 0

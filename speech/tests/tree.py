@@ -11,7 +11,7 @@ OWN_TAG = f"cp{sys.version_info.major}{sys.version_info.minor}"
 
 
 class Tree:
-    def __init__(self, folder, server):
+    def __init__(self, folder, server=None):
         self.folder = folder
         self._server = server
         shutil.copytree(FOLDER / "tavin", folder / "tavin", ignore=shutil.ignore_patterns("__pycache__"))

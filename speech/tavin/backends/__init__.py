@@ -2,8 +2,8 @@
 
 The module named `tavin.backends.NAME` is loaded in the worker process only. Its
 class `Synthesizer` has `rate`, `voices()` and `say(text, voice, speed, emit)`; that
-of a back-end which takes a key takes it in both, as `key`. One whose `say` takes
-long has `abandon(now)`, called on another thread to have it return soon, or no more.
+of a back-end which takes a key takes it in both, as `key`. A text that ends with a
+blank goes on in the next one. A back-end whose `say` takes long has `abandon(now)`, called on another thread to have it return soon, or no more.
 """
 
 from dataclasses import dataclass

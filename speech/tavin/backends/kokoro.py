@@ -21,7 +21,7 @@ except ImportError as failure:
 
 from tavin.phonemes import Phonemizer  # noqa: E402
 from tavin.tempo import faster  # noqa: E402
-from tavin.text import cut  # noqa: E402
+from tavin.text import GOES_ON, cut  # noqa: E402
 from tavin.voicefile import language_of, voices_in  # noqa: E402
 
 MOST_PHONEMES = 500  # the model takes 510
@@ -30,6 +30,7 @@ FASTEST = 2.0  # what the model can be asked for
 PAUSES = {".": 0.3, "!": 0.3, "?": 0.3, "…": 0.3, ",": 0.12, ";": 0.2, ":": 0.2, "—": 0.12}
 TRIAL = "həlˈoʊ."  # spoken to nobody: shows that the files fit, and makes the first text faster
 PAUSE_AT_END = 0.2  # a heading or the like
+PAUSE_WITHIN = 0.02  # between words that were too many to be said at once
 
 
 def session(path):
@@ -85,19 +86,21 @@ class Synthesizer:
         self._session.abandoned = now
 
     def say(self, text, voice, speed, emit):
+        *cut_off, last = cut(self._phonemizer.phonemes(text, language_of(voice)), MOST_PHONEMES)
+        pauses = [PAUSE_WITHIN] * len(cut_off) + [PAUSE_WITHIN if text.endswith(GOES_ON) else PAUSE_AT_END]
         try:
-            for part in cut(self._phonemizer.phonemes(text, language_of(voice)), MOST_PHONEMES):
+            for part, pause in zip([*cut_off, last], pauses):
                 if any(letter.isalpha() for letter in self._kokoro.tokenizer.known(part)):
-                    emit(self._sound(part, voice, speed))
+                    emit(self._sound(part, voice, speed, pause))
         except Exception:
             if not self._session.abandoned:
                 raise
 
-    def _sound(self, phonemes, voice, speed):
+    def _sound(self, phonemes, voice, speed, unmarked_pause=PAUSE_AT_END):
         own_speed = min(speed, FASTEST)
         samples, _ = self._kokoro.create(phonemes, voice, own_speed, is_phonemes=True)
         samples = faster(samples, speed / own_speed, self.rate)
-        pause = PAUSES.get(phonemes.rstrip()[-1], PAUSE_AT_END) / speed
+        pause = PAUSES.get(phonemes.rstrip()[-1], unmarked_pause) / speed
         silence = numpy.zeros(round(pause * self.rate), numpy.int16)
         loud = (numpy.clip(samples, -1.0, 1.0) * 32767).astype(numpy.int16)
         return numpy.concatenate([loud, silence]).tobytes()

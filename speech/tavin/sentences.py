@@ -1,0 +1,78 @@
+"""Finds sentences: those of the segmenter, joined where it takes an abbreviation for an end."""
+
+import functools
+import re
+
+import icu
+
+LOOKED_AT = 16  # code points at a sentence's end
+
+# What ICU does not know of. They stand before a name or the like, seldom at a sentence's end; a
+# single capital before a stop is an initial.
+ABBREVIATION = re.compile(
+    r"(?:\b(?:Dr|Mr|Mrs|Ms|Mme|Prof|Gen|Sen|Gov|St|Fig|Hr|Fr|vs|cf|e\. ?g|i\. ?e)"
+    r"|(?:^|[\s.])[A-Z])\. ?$"
+)
+GERMAN = re.compile(r"(?:\b(?:bzw|bzgl|max|med|dent|jur|phil)|(?:^|[\s.])[a-zäöü])\. ?$")
+# And these before a number.
+COUNTED = re.compile(
+    r"\b(?:[Nn]o|Nr|pp?|[Vv]ol|[Cc]h|[Cc]hap|[Ss]ec|[Ee]q|[Aa]rt|[Aa]pprox|[Cc]a|est"
+    r"|Bd|Kap|Abb|Tab|Ziff|S)\. ?$"
+)
+WORD = re.compile(r"(?:^|[\s(\[\"'“„«])(\S+) ?$")
+ORDINAL = re.compile(r"\b\d{1,2}\. ?$")
+GERMAN_MONTH = re.compile(
+    r"(?:Jan(?:uar|\.)|Jänner|Feb(?:ruar|\.)|März|April|Apr\.|Mai|Juni?|Juli?|Aug(?:ust|\.)|Sept?(?:ember|\.)"
+    r"|Okt(?:ober|\.)|Nov(?:ember|\.)|Dez(?:ember|\.)|Jahrhundert|Jh\.)"
+)
+STOPPED = re.compile(r"(?:\.|[.!?…][\"”“»«’']) ?$")
+
+
+class Segmenter:
+    """For texts in one language."""
+
+    def __init__(self, language):
+        self._breaks = icu.BreakIterator.createSentenceInstance(icu.Locale(language))
+        self._abbreviations = abbreviations(language)
+        self._german = language.split("-")[0] == "de"
+
+    def sentences(self, text):
+        """All of `text` in sentences; the last may be unfinished."""
+        units = text.encode("utf-16-le")  # the segmenter counts in these
+        self._breaks.setText(text)
+        found = []
+        begin = 0
+        for end in self._breaks:
+            sentence = units[2 * begin : 2 * end].decode("utf-16-le")
+            begin = end
+            if found and self._goes_on(found[-1][-LOOKED_AT:], sentence[:LOOKED_AT]):
+                found[-1] += sentence
+            else:
+                found.append(sentence)
+        return found
+
+    def _goes_on(self, before, after):
+        word = WORD.search(before)
+        if word and word[1] in self._abbreviations:
+            return True
+        if ABBREVIATION.search(before) or self._german and GERMAN.search(before):
+            return True
+        if after[0].isdigit():
+            return bool(COUNTED.search(before))
+        if after[0].islower():
+            return bool(STOPPED.search(before))
+        return bool(self._german and ORDINAL.search(before) and GERMAN_MONTH.match(after))
+
+
+@functools.cache
+def abbreviations(language):
+    """ICU's own list for a language. Its segmenter would use that for the ends of words as well: in
+    German no sentence would end after "Meer.", because "r." is in the list."""
+    locale = icu.Locale(language)
+    try:
+        data = icu.ResourceBundle("ICUDATA-brkitr", locale)
+        if data.getLocale().getLanguage() != locale.getLanguage():
+            return frozenset()  # it stands in for one that has none
+        return frozenset(entry.getString() for entry in data.get("exceptions").get("SentenceBreak"))
+    except icu.ICUError:
+        return frozenset()

@@ -1,0 +1,176 @@
+"""One text being read, without a server around it."""
+
+import asyncio
+import gc
+import os
+import signal
+import weakref
+
+import pytest
+from tavin import frames
+from tavin.backends import BACKENDS
+from tavin.engine import Engine
+from tavin.reading import Reading
+from tavin.settings import Settings
+from tavin.stream import Stream
+
+LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
+
+
+class Text(str):
+    """Can be watched."""
+
+
+async def finish(condition, what):
+    deadline = asyncio.get_running_loop().time() + 15
+    while not condition():
+        assert asyncio.get_running_loop().time() < deadline, what
+        await asyncio.sleep(0.01)
+
+
+async def let_go(engine, text, end):
+    """Have a text read and ended; it must be gone without the help of the garbage collector."""
+    watched = weakref.ref(text)
+    engine.speak(text)
+    del text
+    await end(engine)
+    await finish(lambda: engine.status()["state"] == "idle", "idle")
+    await finish(lambda: watched() is None, f"let go of after {end.__name__}")
+
+
+async def the_end(_):
+    pass
+
+
+async def a_stop_at_once(engine):
+    engine.stop()
+
+
+async def a_stop(engine):
+    await finish(lambda: engine.status()["state"] == "speaking", "speaking")
+    engine.stop()
+
+
+async def a_pause_and_a_stop(engine):
+    await finish(lambda: engine.status()["state"] == "speaking", "speaking")
+    engine.toggle_pause()
+    engine.stop()
+
+
+async def a_new_voice_and_a_stop(engine):
+    await finish(lambda: engine.status()["state"] == "speaking", "speaking")
+    await engine.configure({"speed": 2})
+    engine.stop()
+
+
+async def a_failure(engine):
+    await finish(lambda: engine.status()["state"] == "speaking", "speaking")
+    os.kill(engine._output._child.pid, signal.SIGKILL)
+
+
+def test_a_text_is_let_go_of_when_it_is_over(sound_server, monkeypatch, tmp_path):
+    for name, value in sound_server.environment.items():
+        monkeypatch.setenv(name, value)
+
+    async def scenario():
+        engine = Engine(Settings(tmp_path / "engine.json"))
+        await engine.know_voices()
+        await let_go(engine, Text("Hello."), the_end)
+        await let_go(engine, Text("."), the_end)
+        await let_go(engine, Text(""), the_end)
+        for end in (a_stop_at_once, a_stop, a_pause_and_a_stop, a_new_voice_and_a_stop, a_failure):
+            await let_go(engine, Text(LONG), end)
+        engine.end()
+        await finish(lambda: not engine._output._child.alive and not engine._synth()._child.alive, "all ended")
+
+    gc.disable()
+    try:
+        asyncio.run(scenario())
+    finally:
+        gc.enable()
+
+
+class Player:
+    """Takes all sound at once."""
+
+    def __init__(self):
+        self.opened = 0
+        self.played = 0
+
+    async def open(self, rate, paused, on_started):
+        self.opened += 1
+        self._stream = Stream(self, self.opened, paused, on_started, lambda stream: None)
+        self._stream.frame(frames.NEED, b"10000")
+        return self._stream
+
+    def send(self, kind, number, payload=b""):
+        if kind == frames.AUDIO:
+            self.played += len(payload)
+            asyncio.get_running_loop().call_soon(self._stream.frame, frames.NEED, str(len(payload)).encode())
+        elif kind == frames.END:
+            self._stream.frame(frames.ENDED, b"")
+
+
+class Synthesizer:
+    """Makes a second of silence of whatever it is given."""
+
+    backend = BACKENDS["espeak"]
+    rate = 1000
+
+    def __init__(self):
+        self.heard = []
+
+    async def start(self):
+        pass
+
+    async def say(self, text, voice, speed, hear):
+        self.heard.append(len(text))
+        hear(bytes(2000))
+
+
+def read(text):
+    """The synthesizer and the player that read a text to its end."""
+    player, synthesizer = Player(), Synthesizer()
+
+    async def choose(_):
+        return synthesizer, "voice", 1.0
+
+    def on_error(error):
+        raise AssertionError(error)
+
+    async def scenario():
+        reading = Reading(text, choose, "en-us", synthesizer.backend, player, on_error)
+        async with asyncio.timeout(120):
+            await reading.run()
+
+    asyncio.run(scenario())
+    return synthesizer, player
+
+
+@pytest.mark.parametrize("text", ["", " \n\t", "\u200b" * 5000])
+def test_where_there_is_nothing_to_say_no_sound_is_opened(text):
+    synthesizer, player = read(text)
+    assert (synthesizer.heard, player.opened) == ([], 0)
+
+
+def resident():
+    with open("/proc/self/statm", encoding="ascii") as file:
+        return int(file.read().split()[1]) * os.sysconf("SC_PAGE_SIZE")
+
+
+def test_ten_megabytes_are_read_to_their_end_in_constant_memory(monkeypatch):
+    sentence = "This sentence goes on and on and on" + ", and on" * 60 + ". "
+    sizes = []
+
+    async def say(self, text, voice, speed, hear):
+        self.heard.append(len(text))
+        if len(self.heard) % 1000 == 0:
+            sizes.append(resident())
+        hear(bytes(2000))
+
+    monkeypatch.setattr(Synthesizer, "say", say)
+    count = 10_000_000 // len(sentence)
+    synthesizer, player = read(sentence * count)
+    assert sum(synthesizer.heard) == count * len(sentence.strip())
+    assert player.played == len(synthesizer.heard) * 2000
+    assert sizes[-1] - sizes[0] < 4_000_000
