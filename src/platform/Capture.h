@@ -2,17 +2,15 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 #include "platform/Accessibility.h"
 #include "platform/Keyboard.h"
 #include "platform/Pasteboard.h"
-#include "platform/SystemLog.h"
 
-namespace tavin::x11 {
+namespace tavin {
 
-// What reads the selected text on an X11 desktop. The three share their connections and keep them
-// alive together; none may be used by a thread that outlives them.
+// What reads the selected text on a desktop. The three share their connections and keep them alive
+// together; none may be used by a thread that outlives them.
 struct Capture {
   std::unique_ptr<Accessibility> accessibility;
   std::unique_ptr<Keyboard> keyboard;
@@ -22,11 +20,8 @@ struct Capture {
   // program that had it. Any thread, returns at once.
   std::function<void()> menuCommandChosen;
   // To be called before the process ends: gives what we serve on the clipboard to the session's
-  // clipboard manager, where there is one. Any thread, half a second at most.
+  // clipboard manager, where there is a way to. Any thread, half a second at most.
   std::function<void()> handOverClipboard;
 };
 
-// None without an X display. `log` must outlive it. Needs the QCoreApplication.
-std::optional<Capture> createCapture(SystemLog& log);
-
-}  // namespace tavin::x11
+}  // namespace tavin

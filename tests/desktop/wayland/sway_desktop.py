@@ -1,0 +1,54 @@
+"""What a user does in a sway session, told in the same words as on X11."""
+
+import subprocess
+
+from driver import Desktop
+from session import wait_until
+
+
+class SwayDesktop(Desktop):
+    def windows(self, name):
+        return [str(window["id"]) for window in self.session.windows_matching(name)]
+
+    def focus(self, wid):
+        self.session.command(f"[con_id={wid}] focus")
+        wait_until(lambda: self.window(wid)["focused"], 10, "focus")
+
+    def window(self, wid):
+        return next(w for w in self.session.windows() if str(w["id"]) == wid)
+
+    def key(self, *keys):
+        for names in keys:
+            self.session.input.chord(names)
+
+    def click(self, wid, x, y, times=1):
+        window = self.window(wid)
+        self.session.input.move(window["rect"]["x"] + window["window_rect"]["x"] + x,
+                        window["rect"]["y"] + window["window_rect"]["y"] + y)
+        for _ in range(times):
+            self.session.input.press()
+            self.session.input.release()
+
+    def _paste(self, *options):
+        result = subprocess.run(["wl-paste", "--no-newline", *options], env=self.session.env,
+                                capture_output=True, timeout=10)
+        return result.stdout if result.returncode == 0 else None
+
+    def _selection(self, name):
+        options = ["--primary"] if name == "primary" else []
+        text = self._paste(*options, "--type", "text/plain;charset=utf-8")
+        if text is None:
+            text = self._paste(*options, "--type", "text/plain")
+        return text.decode(errors="replace") if text is not None else None
+
+    def own(self, selection, text):
+        options = ["--primary"] if selection == "primary" else []
+        self.start(["wl-copy", "--foreground", *options, text])
+        owned = self.primary if selection == "primary" else self.clipboard_text
+        wait_until(lambda: owned() == text, 10, f"owner of {selection}")
+
+    def clipboard(self):
+        names = self._paste("--list-types")
+        if names is None:
+            return None
+        return [(name, self._paste("--type", name)) for name in names.decode().split("\n") if name]
