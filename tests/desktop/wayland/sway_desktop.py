@@ -7,6 +7,10 @@ from session import wait_until
 
 
 class SwayDesktop(Desktop):
+    def __init__(self, session):
+        super().__init__(session)
+        self._owners = {}  # They end when another program takes the selection over.
+
     def windows(self, name):
         return [str(window["id"]) for window in self.session.windows_matching(name)]
 
@@ -43,9 +47,14 @@ class SwayDesktop(Desktop):
 
     def own(self, selection, text):
         options = ["--primary"] if selection == "primary" else []
-        self.start(["wl-copy", "--foreground", *options, text])
+        self._owners[selection] = self.start(["wl-copy", "--foreground", *options, text])
         owned = self.primary if selection == "primary" else self.clipboard_text
         wait_until(lambda: owned() == text, 10, f"owner of {selection}")
+
+    def selection_owner(self, name):
+        """The process that was made to own the selection, 0 once it owns it no more."""
+        owner = self._owners[name.lower()]
+        return owner.pid if owner.poll() is None else 0
 
     def clipboard(self):
         names = self._paste("--list-types")
