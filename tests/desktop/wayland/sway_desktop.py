@@ -58,6 +58,8 @@ class SwayDesktop(Desktop):
 
     def clipboard(self):
         names = self._paste("--list-types")
-        if names is None:
-            return None
-        return [(name, self._paste("--type", name)) for name in names.decode().split("\n") if name]
+        return self.clipboard_types(names.decode().splitlines()) if names is not None else None
+
+    def clipboard_types(self, names):
+        """Those types of the clipboard with their bytes."""
+        return [(name, self._paste("--type", name)) for name in names]
