@@ -63,3 +63,8 @@ class SwayDesktop(Desktop):
     def clipboard_types(self, names):
         """Those types of the clipboard with their bytes."""
         return [(name, self._paste("--type", name)) for name in names]
+
+    def picture(self, x, y, width, height):
+        """What is to be seen there, as bytes that differ where it does."""
+        return self.session.run(["grim", "-t", "ppm", "-g", f"{x},{y} {width}x{height}", "-"],
+                                text=False)
