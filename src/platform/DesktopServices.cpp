@@ -28,14 +28,14 @@ bool qtSpeaksWayland() {
   return !plugins.entryList({"libqwayland*"}, QDir::Files).isEmpty();
 }
 
-std::optional<x11::Clipboard> createClipboard(
-    const QString& kind, const std::shared_ptr<wayland::Compositor>& compositor) {
+std::optional<Clipboard> createClipboard(const QString& kind,
+                                         const std::shared_ptr<wayland::Compositor>& compositor) {
   if (kind == "x11")
     return x11::createClipboard();
   if (kind != "data-control" || !compositor)
     return std::nullopt;
   // No protocol hands a clipboard over: the managers there have read it already.
-  return x11::Clipboard{std::make_unique<wayland::WaylandPasteboard>(compositor), [] {}};
+  return Clipboard{std::make_unique<wayland::WaylandPasteboard>(compositor), [] {}};
 }
 
 std::unique_ptr<Keyboard> createKeyboard(const QString& kind, std::function<bool()> mayCopy) {
@@ -61,6 +61,8 @@ QByteArray DesktopServices::obstacle() const {
   if (compositor_)
     return "no window can be shown: Qt's Wayland plug-in (qt6-wayland) is not installed, and there "
            "is no X display";
+  if (qEnvironmentVariableIsEmpty("DISPLAY") && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+    return "no X display, and the Wayland compositor offers no data control";
   return qEnvironmentVariableIsEmpty("DISPLAY")
              ? QByteArray("no X display: DISPLAY is not set")
              : "no X display: cannot connect to " + qgetenv("DISPLAY");
@@ -82,8 +84,7 @@ std::optional<Capture> DesktopServices::createCapture(SystemLog& log) {
       keyboard_ = "none";
     return keyboard;
   };
-  return atspi::assembleCapture(log, {std::move(windows), std::move(clipboard->pasteboard),
-                                      std::move(clipboard->handOver), makeKeyboard});
+  return atspi::assembleCapture(log, {std::move(windows), std::move(*clipboard), makeKeyboard});
 }
 
 std::unique_ptr<HotkeyService> DesktopServices::createHotkeys(SystemLog& log) {

@@ -47,8 +47,8 @@ void addCommonParts(Platform& platform) {
 void addCapture(Platform& platform, Capture capture) {
   platform.accessibility = std::move(capture.accessibility);
   platform.keyboard = std::move(capture.keyboard);
-  platform.pasteboard = std::move(capture.pasteboard);
-  platform.lastDuties.push_back(std::move(capture.handOverClipboard));
+  platform.pasteboard = std::move(capture.clipboard.pasteboard);
+  platform.lastDuties.push_back(std::move(capture.clipboard.handOver));
   platform.makeStatusItem = [commandChosen = std::move(capture.menuCommandChosen)] {
     return createStatusItem(commandChosen);
   };

@@ -140,15 +140,17 @@ class Desktop:
 
 
 class Tavin:
-    """A running Tavin. `build` is the build or install tree; `log` its output."""
+    """A running Tavin. `build` is the build or install tree; `log` its output; `settings` changes
+    its environment."""
 
     BUS_NAME, BUS_PATH = "app.tavin.Tavin", "/app/tavin/Tavin"
 
-    def __init__(self, desktop, engine, build, log="tavin.log"):
+    def __init__(self, desktop, engine, build, log="tavin.log", settings=None):
         self.desktop, self.engine, self.log_name = desktop, engine, log
         self.session = desktop.session
         since = engine.mark() if engine else 0
-        self.process = desktop.start([os.path.join(build, "bin/tavin")], log=log)
+        self.process = desktop.start([os.path.join(build, "bin/tavin")], log=log,
+                                     env={**desktop.session.env, **(settings or {})})
         if engine:
             try:
                 engine.wait_for("/status", since=since, seconds=15)

@@ -16,9 +16,8 @@ Capture assembleCapture(SystemLog& log, CaptureParts parts) {
   capture.accessibility =
       std::make_unique<AtspiAccessibility>(tracker, log, [canType] { return canType; });
   capture.keyboard = canType ? std::move(keyboard) : std::make_unique<desktop::NoKeyboard>();
-  capture.pasteboard = std::move(parts.pasteboard);
+  capture.clipboard = std::move(parts.clipboard);
   capture.menuCommandChosen = [tracker] { tracker->windows().menuCommandChosen(); };
-  capture.handOverClipboard = std::move(parts.handOverClipboard);
   return capture;
 }
 

@@ -16,8 +16,7 @@ using KeyboardMaker = std::function<std::unique_ptr<Keyboard>(std::function<bool
 // What differs between the window systems. All must be there.
 struct CaptureParts {
   std::unique_ptr<WindowSystem> windows;
-  std::unique_ptr<Pasteboard> pasteboard;
-  std::function<void()> handOverClipboard;
+  Clipboard clipboard;
   KeyboardMaker makeKeyboard;
 };
 

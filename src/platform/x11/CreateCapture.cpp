@@ -37,8 +37,7 @@ std::optional<Capture> createCapture(SystemLog& log) {
   auto windows = createWindowSystem();
   if (!clipboard || !windows)
     return std::nullopt;
-  return atspi::assembleCapture(log, {std::move(windows), std::move(clipboard->pasteboard),
-                                      std::move(clipboard->handOver), createKeyboard});
+  return atspi::assembleCapture(log, {std::move(windows), std::move(*clipboard), createKeyboard});
 }
 
 }  // namespace tavin::x11

@@ -10,12 +10,6 @@
 
 namespace tavin::x11 {
 
-struct Clipboard {
-  std::unique_ptr<Pasteboard> pasteboard;
-  // To be called before the process ends, as Capture's.
-  std::function<void()> handOver;
-};
-
 // None or null without an X display.
 std::optional<Clipboard> createClipboard();
 std::unique_ptr<atspi::WindowSystem> createWindowSystem();
