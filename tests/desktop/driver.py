@@ -17,6 +17,8 @@ PAUSE = "alt+shift+Escape"
 class Desktop:
     """The programs that a test starts in `session`; `close` ends them."""
 
+    screen = 1600, 1200
+
     def __init__(self, session):
         self.session = session
         self._programs = []
@@ -77,6 +79,23 @@ class Desktop:
     def click(self, wid, x, y, times=1):
         self.session.run(["xdotool", "mousemove", "--window", wid, str(x), str(y),
                           "click", "--repeat", str(times), "--delay", "60", "1"])
+
+    def drag(self, *points):
+        """Slowly over points of the screen, with the button held."""
+        (x, y), *others = points
+        steps = ["mousemove", str(x), str(y), "mousedown", "1"]
+        for right, down in others:
+            steps += ["sleep", "0.1", "mousemove", str(right), str(down)]
+        self.session.run(["xdotool", *steps, "sleep", "0.1", "mouseup", "1"])
+
+    def titled(self, name):
+        """The windows with exactly that title."""
+        return self.session.run(["xdotool", "search", "--onlyvisible", "--name", f"^{name}$"],
+                                check=False, stderr=subprocess.DEVNULL).split()
+
+    def has_keyboard(self, wid):
+        return self.session.run(["xdotool", "getactivewindow"], check=False,
+                                stderr=subprocess.DEVNULL).strip() == wid
 
     def primary(self):
         """The selected text as the display knows it, or None."""

@@ -1,12 +1,16 @@
 """What a user does in a sway session, told in the same words as on X11."""
 
 import subprocess
+import time
 
 from driver import Desktop
 from session import wait_until
+from sway_input import HEIGHT, WIDTH
 
 
 class SwayDesktop(Desktop):
+    screen = WIDTH, HEIGHT
+
     def __init__(self, session):
         super().__init__(session)
         self._owners = {}  # They end when another program takes the selection over.
@@ -32,6 +36,22 @@ class SwayDesktop(Desktop):
         for _ in range(times):
             self.session.input.press()
             self.session.input.release()
+
+    def drag(self, *points):
+        (x, y), *others = points
+        self.session.input.move(x, y)
+        self.session.input.press()
+        for x, y in others:
+            time.sleep(0.1)
+            self.session.input.move(x, y)
+        time.sleep(0.1)
+        self.session.input.release()
+
+    def titled(self, name):
+        return [str(w["id"]) for w in self.session.windows() if w["name"] == name]
+
+    def has_keyboard(self, wid):
+        return self.window(wid)["focused"]
 
     def _paste(self, *options):
         result = subprocess.run(["wl-paste", "--no-newline", *options], env=self.session.env,

@@ -34,6 +34,12 @@ class SwayInput:
         for code in reversed(codes):
             self.send("key", code, 0)
 
+    def hold(self, name):
+        self.send("key", KEYS[name], 1)
+
+    def let_go(self, name):
+        self.send("key", KEYS[name], 0)
+
     def move(self, x, y):
         self.send("move", x, y, WIDTH, HEIGHT)
 
