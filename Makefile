@@ -28,7 +28,7 @@ build:
 	@cmake --build $(BUILD) -j$(JOBS)
 
 build-tests:
-	@tools/setup build engine demo test
+	@tools/setup build engine demo test wayland
 	@$(CONFIGURE) -DBUILD_TESTING=ON
 	@cmake --build $(BUILD) -j$(JOBS)
 

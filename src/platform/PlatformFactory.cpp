@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "engine/CurlSession.h"
+#include "platform/DesktopServices.h"
 #include "platform/ThreadQueue.h"
 #include "platform/desktop/AutostartLoginItem.h"
 #include "platform/desktop/DesktopWorkspace.h"
-#include "platform/desktop/NoHotkeys.h"
 #include "platform/desktop/QtApplication.h"
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/desktop/SessionBus.h"
@@ -18,9 +18,6 @@
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/tray/ModalAlerts.h"
 #include "platform/tray/Tray.h"
-#include "platform/x11/Capture.h"
-#include "platform/x11/DisplayBell.h"
-#include "platform/x11/HotkeyGrabs.h"
 
 namespace tavin {
 namespace {
@@ -31,13 +28,6 @@ constexpr std::size_t globalQueueThreads = 64;
 StartedPlatform cannotStart(const QByteArray& reason) {
   std::fprintf(stderr, "tavin: %s\n", reason.constData());
   return {.platform = nullptr, .exitCode = 1};
-}
-
-std::unique_ptr<HotkeyService> chooseHotkeys(SystemLog& log) {
-  if (auto grabs = x11::HotkeyGrabs::create(log))
-    return grabs;
-  return std::make_unique<desktop::NoHotkeys>(
-      QStringLiteral("the X display has no XInput 2.1 or later"));
 }
 
 // What every desktop has in the same way.
@@ -54,32 +44,29 @@ void addCommonParts(Platform& platform) {
   platform.alerts = createAlertPresenter();
 }
 
-void addX11Parts(Platform& platform, x11::Capture capture) {
+void addCapture(Platform& platform, Capture capture) {
   platform.accessibility = std::move(capture.accessibility);
   platform.keyboard = std::move(capture.keyboard);
-  platform.pasteboard = std::move(capture.pasteboard);
-  platform.lastDuties.push_back(std::move(capture.handOverClipboard));
+  platform.pasteboard = std::move(capture.clipboard.pasteboard);
+  platform.lastDuties.push_back(std::move(capture.clipboard.handOver));
   platform.makeStatusItem = [commandChosen = std::move(capture.menuCommandChosen)] {
     return createStatusItem(commandChosen);
   };
-  platform.hotkeys = chooseHotkeys(*platform.log);
-  platform.workspace = std::make_unique<desktop::DesktopWorkspace>(x11::ringDisplayBell);
 }
 
 }  // namespace
 
 StartedPlatform startPlatform(int& argc, char** argv) {
+  DesktopServices services;
   // Qt would end the process with a paragraph about its plug-ins.
-  if (!x11::Connection::open())
-    return cannotStart(qEnvironmentVariableIsEmpty("DISPLAY")
-                           ? QByteArray("no X display: DISPLAY is not set")
-                           : "no X display: cannot connect to " + qgetenv("DISPLAY"));
+  if (const QByteArray obstacle = services.obstacle(); !obstacle.isEmpty())
+    return cannotStart(obstacle);
   // Before Qt is started, which looks for the bus itself.
   desktop::sessionBusIsUsable();
   auto platform = std::make_unique<Platform>();
   platform->log = std::make_unique<posix::PosixSystemLog>();
   platform->application =
-      std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin", "xcb");
+      std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin", services.qtPlatform());
 
   const QDBusConnection bus = QDBusConnection::sessionBus();
   auto remoteControl = std::make_unique<desktop::SessionBusControl>(bus);
@@ -89,13 +76,16 @@ StartedPlatform startPlatform(int& argc, char** argv) {
   }
   platform->remoteControl = std::move(remoteControl);
 
-  auto capture = x11::createCapture(*platform->log);
+  auto capture = services.createCapture(*platform->log);
   if (!capture)
-    return cannotStart("the X display refuses another connection");
+    return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
-  addX11Parts(*platform, std::move(*capture));
-  platform->log->write(QStringLiteral("Tavin: X11, %1")
-                           .arg(bus.isConnected() ? QStringLiteral("with the session bus")
+  addCapture(*platform, std::move(*capture));
+  platform->hotkeys = services.createHotkeys(*platform->log);
+  platform->workspace = std::make_unique<desktop::DesktopWorkspace>(services.displayBell());
+  platform->log->write(QStringLiteral("Tavin: %1, %2")
+                           .arg(services.description(),
+                                bus.isConnected() ? QStringLiteral("with the session bus")
                                                   : QStringLiteral("without a session bus")));
   return {.platform = std::move(platform), .exitCode = 0};
 }

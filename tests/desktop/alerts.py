@@ -1,7 +1,5 @@
 """Tavin's alerts: what makes them show, and whether they have the keyboard."""
 
-import subprocess
-
 from session import wait_until
 
 FAILED = {"engine": "kokoro", "ready": False, "setup_error": "no space left on <b>this</b> disk"}
@@ -9,22 +7,15 @@ FAILED = {"engine": "kokoro", "ready": False, "setup_error": "no space left on <
 
 def shown(desktop):
     """The alerts on the screen."""
-    out = desktop.session.run(["xdotool", "search", "--onlyvisible", "--name", "^Tavin$"],
-                              check=False, stderr=subprocess.DEVNULL)
-    return out.split()
-
-
-def has_keyboard(desktop, window):
-    return desktop.session.run(["xdotool", "getactivewindow"], check=False,
-                               stderr=subprocess.DEVNULL).strip() == window
+    return desktop.titled("Tavin")
 
 
 def wait_for_alert(desktop, other_than=None):
     """The one alert that is shown, once it has the keyboard."""
     def found():
         windows = shown(desktop)
-        return windows[0] if len(windows) == 1 and windows[0] != other_than and has_keyboard(
-            desktop, windows[0]) else None
+        return windows[0] if len(windows) == 1 and windows[0] != other_than and (
+            desktop.has_keyboard(windows[0])) else None
     return wait_until(found, 10, "the alert with the keyboard")
 
 

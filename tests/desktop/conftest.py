@@ -1,17 +1,27 @@
-"""A private session for each test file, and for each test fresh programs in it."""
+"""A private session for each test file, and for each test fresh programs in it.
+
+TAVIN_TEST_DESKTOP says on which desktop: "x11" or "sway".
+"""
 
 import os
 import sys
 
 import pytest
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path[:0] = [HERE, os.path.join(HERE, "wayland")]
 import isolation  # noqa: E402
 from driver import Desktop, Tavin  # noqa: E402
 from engine import RecordingEngine  # noqa: E402
 from session import Session  # noqa: E402
+from sway_desktop import SwayDesktop  # noqa: E402
+from sway_session import SwaySession  # noqa: E402
 
-PROGRAMS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "programs")
+PROGRAMS = os.path.join(HERE, "programs")
+# How to start the session and how to use it.
+DESKTOPS = {"x11": (lambda folder, _build: Session(folder), Desktop),
+            "sway": (SwaySession, SwayDesktop)}
+start_session, use_session = DESKTOPS[os.environ.get("TAVIN_TEST_DESKTOP", "x11")]
 
 
 def pytest_sessionstart():
@@ -32,14 +42,14 @@ def programs():
 
 
 @pytest.fixture(scope="module")
-def session(tmp_path_factory):
-    with Session(str(tmp_path_factory.mktemp("session"))) as private:
+def session(tmp_path_factory, build):
+    with start_session(str(tmp_path_factory.mktemp("session")), build) as private:
         yield private
 
 
 @pytest.fixture
 def desktop(session):
-    programs = Desktop(session)
+    programs = use_session(session)
     yield programs
     programs.close()
 

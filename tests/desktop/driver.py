@@ -17,6 +17,8 @@ PAUSE = "alt+shift+Escape"
 class Desktop:
     """The programs that a test starts in `session`; `close` ends them."""
 
+    screen = 1600, 1200
+
     def __init__(self, session):
         self.session = session
         self._programs = []
@@ -77,6 +79,23 @@ class Desktop:
     def click(self, wid, x, y, times=1):
         self.session.run(["xdotool", "mousemove", "--window", wid, str(x), str(y),
                           "click", "--repeat", str(times), "--delay", "60", "1"])
+
+    def drag(self, *points):
+        """Slowly over points of the screen, with the button held."""
+        (x, y), *others = points
+        steps = ["mousemove", str(x), str(y), "mousedown", "1"]
+        for right, down in others:
+            steps += ["sleep", "0.1", "mousemove", str(right), str(down)]
+        self.session.run(["xdotool", *steps, "sleep", "0.1", "mouseup", "1"])
+
+    def titled(self, name):
+        """The windows with exactly that title."""
+        return self.session.run(["xdotool", "search", "--onlyvisible", "--name", f"^{name}$"],
+                                check=False, stderr=subprocess.DEVNULL).split()
+
+    def has_keyboard(self, wid):
+        return self.session.run(["xdotool", "getactivewindow"], check=False,
+                                stderr=subprocess.DEVNULL).strip() == wid
 
     def primary(self):
         """The selected text as the display knows it, or None."""
@@ -140,15 +159,17 @@ class Desktop:
 
 
 class Tavin:
-    """A running Tavin. `build` is the build or install tree; `log` its output."""
+    """A running Tavin. `build` is the build or install tree; `log` its output; `settings` changes
+    its environment."""
 
     BUS_NAME, BUS_PATH = "app.tavin.Tavin", "/app/tavin/Tavin"
 
-    def __init__(self, desktop, engine, build, log="tavin.log"):
+    def __init__(self, desktop, engine, build, log="tavin.log", settings=None):
         self.desktop, self.engine, self.log_name = desktop, engine, log
         self.session = desktop.session
         since = engine.mark() if engine else 0
-        self.process = desktop.start([os.path.join(build, "bin/tavin")], log=log)
+        self.process = desktop.start([os.path.join(build, "bin/tavin")], log=log,
+                                     env={**desktop.session.env, **(settings or {})})
         if engine:
             try:
                 engine.wait_for("/status", since=since, seconds=15)

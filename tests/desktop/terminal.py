@@ -8,14 +8,14 @@ WORD = "Wörterbuch"
 
 
 class Watched:
-    """`command` opens a terminal with the title "watched" and ends where a program follows; `row`
-    is where its first line of text stands."""
+    """`command` opens a terminal with that `title` and ends where a program follows; `row` is where
+    its first line of text stands."""
 
-    def __init__(self, desktop, programs, command, record, row=12):
+    def __init__(self, desktop, programs, command, record, row=12, title="watched"):
         self.desktop, self.record, self.row = desktop, record, row
         self.window = desktop.open(
             [*command, "/usr/bin/python3", os.path.join(programs, "byte_watch.py"), record,
-             WORD + " and more"], "watched")
+             WORD + " and more"], title)
         wait_until(lambda: self.reached() == ["ready"], 10, "program in the terminal")
 
     def reached(self):

@@ -9,12 +9,13 @@ TEXT = "only a copy brings this text"
 
 
 def own_clipboard(desktop, programs):
-    desktop.start(["/usr/bin/python3", os.path.join(programs, "clipboard_owner.py")],
-                  log="clipboard.log")
-    wait_until(lambda: "owned" in desktop.session.log("clipboard.log"), 15, "clipboard owner")
-    # Kept in the session's folder from test to test.
-    os.unlink(os.path.join(desktop.session.folder, "clipboard.log"))
-    return wait_until(desktop.clipboard, 10, "clipboard")
+    desktop.open(["/usr/bin/python3", os.path.join(programs, "clipboard_owner.py")],
+                 "clipboard owner")
+
+    def copied():
+        desktop.key("c")
+        return desktop.clipboard()
+    return wait_until(copied, 15, "clipboard", interval=0.3)
 
 
 @pytest.fixture

@@ -58,6 +58,8 @@ bool FocusTracker::mayReceiveCopy() {
     return false;
   if (lastIsFresh_.passed() || last_.window.id != window.id)
     lookInto(window);
+  if (window.unknown && !last_.object)
+    return false;
   return !last_.isTerminal() && !last_.isPassword();
 }
 

@@ -1,6 +1,9 @@
 #include "platform/atspi/ProgramFinder.h"
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
+#include <list>
 #include <thread>
 
 #include "platform/posix/ProcessInfo.h"
@@ -11,27 +14,64 @@ namespace {
 // How often the answers of many programs are looked at while some are missing.
 constexpr auto lookInterval = std::chrono::microseconds(500);
 
+// The first windows of a program that are looked at.
+constexpr std::size_t mostWindowsAsked = 100;
+
+// One of many programs that are asked at the same time whether they have an active window.
+class Candidate {
+ public:
+  enum class Answer { pending, active, inactive };
+
+  Candidate(Bus& bus, const ObjectRef& program, Deadline deadline)
+      : program_(program), windows_(bus.send({program, "Accessible", "GetChildren"}, deadline)) {}
+
+  const ObjectRef& program() const { return program_; }
+  // What is known by now, without waiting.
+  Answer answer(Bus& bus, Deadline deadline) {
+    if (!windows_.isFinished())
+      return Answer::pending;
+    if (!asked_)
+      askWindows(bus, deadline);
+    bool pending = false;
+    for (const auto& state : states_) {
+      pending = pending || !state.isFinished();
+      if (state.isFinished() && statesIn(state.reply()).has(States::active))
+        return Answer::active;
+    }
+    return pending ? Answer::pending : Answer::inactive;
+  }
+
+ private:
+  void askWindows(Bus& bus, Deadline deadline) {
+    asked_ = true;
+    auto windows = objectsIn(windows_.reply());
+    windows.resize(std::min(windows.size(), mostWindowsAsked));
+    for (const auto& window : windows)
+      states_.push_back(bus.send({window, "Accessible", "GetState"}, deadline));
+  }
+
+  ObjectRef program_;
+  QDBusPendingCall windows_;
+  bool asked_ = false;
+  std::vector<QDBusPendingCall> states_;
+};
+
 // Of the programs that are asked all at once, the first to answer with a focused object in an
 // active window; one that hangs keeps nobody waiting.
 std::optional<FoundProgram> firstWithFocus(Bus& bus, const std::vector<ObjectRef>& programs,
                                            Deadline deadline) {
-  std::vector<std::pair<ObjectRef, QDBusPendingCall>> waiting;
-  for (const auto& program : programs)
-    waiting.emplace_back(program, bus.send({program, "Accessible", "GetChildren"}, deadline));
+  std::list<Candidate> waiting;
+  for (const auto& program : programs) waiting.emplace_back(bus, program, deadline);
   while (!waiting.empty() && !deadline.passed()) {
-    for (auto entry = waiting.begin(); entry != waiting.end();) {
-      if (!entry->second.isFinished()) {
-        ++entry;
-        continue;
+    for (auto candidate = waiting.begin(); candidate != waiting.end();) {
+      const auto answer = candidate->answer(bus, deadline);
+      if (answer == Candidate::Answer::active) {
+        FoundProgram found{candidate->program(), findFocus(bus, candidate->program(), deadline)};
+        if (found.search.focus && found.search.inActiveWindow)
+          return found;
       }
-      const bool answered = isAnswer(entry->second.reply());
-      FoundProgram found{entry->first, {}};
-      entry = waiting.erase(entry);
-      if (!answered)
-        continue;
-      found.search = findFocus(bus, found.program, deadline);
-      if (found.search.focus && found.search.inActiveWindow)
-        return found;
+      candidate =
+          answer == Candidate::Answer::pending ? std::next(candidate) : waiting.erase(candidate);
     }
     std::this_thread::sleep_for(lookInterval);
   }
@@ -64,13 +104,13 @@ std::optional<FoundProgram> findProgram(Bus& bus, WindowSystem& windows, const F
   }
   if (!own.empty())
     return bestOf(bus, own, deadline);
-  // Whoever shows windows itself is not the one in front.
+  // Whoever shows windows itself is not the one in front, where that one is known.
   const auto others = windows.windowProcesses();
   const std::string sandbox = posix::sandboxOf(static_cast<pid_t>(front.processId));
   std::vector<ObjectRef> candidates;
   std::vector<ObjectRef> neighbours;
   for (std::size_t i = 0; i < programs.size(); ++i) {
-    if (others.contains(processes[i]))
+    if (front.processId != 0 && others.contains(processes[i]))
       continue;
     if (!sandbox.empty() && posix::sandboxOf(static_cast<pid_t>(processes[i])) == sandbox)
       neighbours.push_back(programs[i]);

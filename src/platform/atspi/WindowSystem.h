@@ -16,13 +16,17 @@ struct FrontWindow {
   bool terminal = false;        // Nothing may be typed into it.
   bool browser = false;         // Built on a browser engine.
   bool withoutCopyKey = false;  // No key makes it copy: some document viewers.
+  bool unknown = false;         // Nothing is known of its program: it may be a terminal.
 };
 
-// What accessibility needs to know from the window system. Work queue only, bounded in time.
+// What accessibility needs to know from the window system. Work queue only, save
+// menuCommandChosen(); bounded in time.
 class WindowSystem {
  public:
   virtual ~WindowSystem() = default;
-  // After a command from a menu it waits until the menu has given the keyboard back.
+  // The next look at the front window waits, for half a second at most, until the tray menu has
+  // closed and another window is active again. Any thread.
+  virtual void menuCommandChosen() {}
   virtual FrontWindow frontWindow() = 0;
   // The processes that show windows. One of them is never another one's messenger.
   virtual std::set<std::int64_t> windowProcesses() = 0;

@@ -14,6 +14,12 @@ namespace {
 // A single ampersand marks an access key.
 QString escaped(const QString& title) { return QString(title).replace('&', QLatin1String("&&")); }
 
+// Also where the menu is a window, which stays open by itself: the command may ask for a window of
+// its own, or for the one that had the keyboard before.
+void hideWholeMenu(QMenu* menu) {
+  for (; menu != nullptr; menu = qobject_cast<QMenu*>(menu->parentWidget())) menu->hide();
+}
+
 void addItem(QMenu& widget, QActionGroup& radios, const Menu& menu, const MenuItem& item,
              MenuSource& source) {
   if (item.separator) {
@@ -33,7 +39,22 @@ void addItem(QMenu& widget, QActionGroup& radios, const Menu& menu, const MenuIt
   if (toggle == Toggle::radio)
     radios.addAction(action);
   action->setChecked(item.state);
-  QObject::connect(action, &QAction::triggered, action, [&source, item] { source.choose(item); });
+  QObject::connect(action, &QAction::triggered, action, [&widget, &source, item] {
+    hideWholeMenu(&widget);
+    source.choose(item);
+  });
+}
+
+// Other display servers let no program place a menu that hangs from no window of its own, or hold
+// the pointer for it: then it is a small window. Its size is fixed so that no compositor tiles it.
+void makeWindow(QMenu& menu) {
+  menu.setWindowFlags(Qt::Dialog);
+  menu.setFixedSize(menu.sizeHint());
+  // In place of a click beside a menu.
+  QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &menu, [&menu](QWindow* focus) {
+    if (!focus)
+      menu.close();
+  });
 }
 
 }  // namespace
@@ -55,12 +76,13 @@ void PopupMenu::open(QPoint position) {
   delete widget_;
   widget_ = new QMenu;
   fillMenu(*widget_, *menu, source_);
-  // Other display servers let no program place a menu that hangs from no window of its own.
-  if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
-    widget_->setWindowFlags(Qt::Dialog);
+  const bool asWindow = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+  if (asWindow)
+    makeWindow(*widget_);
   widget_->popup(position);
   widget_->raise();
-  holdInput(*widget_);
+  if (!asWindow)
+    holdInput(*widget_);
 }
 
 void PopupMenu::openAtPointer() { open(QCursor::pos()); }

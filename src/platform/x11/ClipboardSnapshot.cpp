@@ -5,36 +5,17 @@
 #include <numeric>
 #include <set>
 
+#include "platform/desktop/ClipboardTypes.h"
+
 namespace tavin::x11 {
 namespace {
 
+using desktop::clipboardRankOf;
 using Outcome = Conversion::Outcome;
+using Rank = desktop::ClipboardRank;
 
 // One private type that never comes shall not use up the time of all.
 constexpr double secondsForOptionalTarget = 0.3;
-
-// Toolkits encode every image format when asked, so these come last.
-enum class Rank { text, data, png, otherImage };
-
-bool startsWith(const std::string& name, const char* prefix) { return name.rfind(prefix, 0) == 0; }
-
-Rank rankOf(const std::string& name) {
-  static const std::set<std::string> texts{"UTF8_STRING", "STRING", "TEXT", "COMPOUND_TEXT"};
-  static const std::set<std::string> images{"PIXMAP", "BITMAP", "application/x-qt-image"};
-  if (texts.contains(name) || name == "text/plain" || startsWith(name, "text/plain;"))
-    return Rank::text;
-  if (name == "image/png")
-    return Rank::png;
-  return startsWith(name, "image/") || images.contains(name) ? Rank::otherImage : Rank::data;
-}
-
-// Targets that ask the owner something, or make it do something, instead of naming a form.
-bool isQuestion(const std::string& name) {
-  static const std::set<std::string> questions{"TARGETS",         "TIMESTAMP", "MULTIPLE",
-                                               "SAVE_TARGETS",    "DELETE",    "INSERT_SELECTION",
-                                               "INSERT_PROPERTY", ""};
-  return questions.contains(name);
-}
 
 std::vector<xcb_atom_t> atomsIn(const Conversion& list) {
   std::vector<xcb_atom_t> atoms;
@@ -81,7 +62,7 @@ Outcome Attempt::listTargets() {
 }
 
 Outcome Attempt::readTarget(std::size_t index) {
-  const Rank rank = rankOf(names_[index]);
+  const Rank rank = clipboardRankOf(names_[index]);
   const bool needed = rank == Rank::text || rank == Rank::png;
   auto value = reader_.convert(clipboard_, targets_[index],
                                needed ? deadline_ : deadline_.orIn(secondsForOptionalTarget));
@@ -99,11 +80,11 @@ Outcome Attempt::read() {
   std::vector<std::size_t> order(targets_.size());
   std::iota(order.begin(), order.end(), 0);
   std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
-    return rankOf(names_[a]) < rankOf(names_[b]);
+    return clipboardRankOf(names_[a]) < clipboardRankOf(names_[b]);
   });
   std::set<xcb_atom_t> seen;
   for (const std::size_t index : order) {
-    if (isQuestion(names_[index]) || !seen.insert(targets_[index]).second)
+    if (desktop::isQuestionToOwner(names_[index]) || !seen.insert(targets_[index]).second)
       continue;
     const Outcome outcome = readTarget(index);
     if (outcome == Outcome::late || outcome == Outcome::ownerChanged)

@@ -2,7 +2,7 @@
 
 #include <thread>
 
-#include "platform/x11/ProgramKind.h"
+#include "platform/atspi/ProgramKind.h"
 #include "platform/x11/WindowProperties.h"
 
 namespace tavin::x11 {
@@ -27,9 +27,9 @@ atspi::FrontWindow X11WindowSystem::frontWindow() {
   atspi::FrontWindow front;
   front.id = window;
   front.processId = clientProcess(reader_->connection(), window);
-  front.terminal = isTerminal(classNames, front.processId, windowProcesses());
-  front.browser = isBrowser(classNames, front.processId);
-  front.withoutCopyKey = lacksCopyKey(classNames);
+  front.terminal = atspi::isTerminal(classNames, front.processId, windowProcesses());
+  front.browser = atspi::isBrowser(classNames, front.processId);
+  front.withoutCopyKey = atspi::lacksCopyKey(classNames);
   return front;
 }
 

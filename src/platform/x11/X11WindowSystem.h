@@ -15,10 +15,7 @@ class X11WindowSystem final : public atspi::WindowSystem {
  public:
   X11WindowSystem(std::unique_ptr<SelectionReader> reader, std::unique_ptr<PrimaryWatch> watch);
 
-  // The next look at the front window waits, for half a second at most, until the menu has closed
-  // and another window is active again. Any thread.
-  void menuCommandChosen() { menuIsClosing_ = true; }
-
+  void menuCommandChosen() override { menuIsClosing_ = true; }
   atspi::FrontWindow frontWindow() override;
   std::set<std::int64_t> windowProcesses() override;
   std::optional<QString> primaryText(const atspi::FrontWindow& window, PrimaryProof proof,

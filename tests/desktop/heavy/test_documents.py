@@ -68,10 +68,11 @@ def test_zathura(tavin, desktop, tmp_path):
     def drag():
         # Over the page in the middle: everything between the corners is selected. The viewer
         # follows a drag only step by step.
-        steps = ["mousemove", "400", "100", "mousedown", "1"]
-        for right, down in ((500, 200), (800, 500), (1200, 1000)):
-            steps += ["sleep", "0.1", "mousemove", str(right), str(down)]
-        desktop.session.run(["xdotool", *steps, "sleep", "0.1", "mouseup", "1"])
+        width, height = desktop.screen
+        left, right = width / 2 - height * 0.34, width / 2 + height * 0.3
+        desktop.drag(*((round(x), round(y)) for x, y in (
+            (left, height * 0.08), (left + 40, height * 0.2), (width / 2, height * 0.4),
+            (right, height * 0.85))))
     desktop.select_until_matching(lambda text: words(text) == "First line Second line", drag,
                                   seconds=30)
     assert [words(text) for text in tavin.press()] == ["First line Second line"]

@@ -12,7 +12,7 @@
 #include <thread>
 
 #include "platform/Eventually.h"
-#include "platform/x11/Capture.h"
+#include "platform/x11/CreateCapture.h"
 #include "platform/x11/TestKeyboard.h"
 
 namespace tavin::test {
@@ -86,7 +86,7 @@ class CaptureTest : public testing::Test {
   QTemporaryDir folder_;
   ListLog log_;
   TestKeyboard keyboard_;
-  std::optional<x11::Capture> capture_ = x11::createCapture(log_);
+  std::optional<Capture> capture_ = x11::createCapture(log_);
 };
 
 }  // namespace tavin::test

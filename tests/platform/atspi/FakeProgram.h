@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
+#include <QDBusPendingCall>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <atomic>
@@ -28,15 +29,23 @@ class FakeProgram final : public QDBusVirtualObject {
 
   explicit FakeProgram(Answers answers)
       : answers_(std::move(answers)),
-        connection_(
-            QDBusConnection::connectToBus(atspi::busAddress(Deadline::in(5)), "fake program")) {
+        name_(QString("fake program %1").arg(quintptr(this))),
+        connection_(QDBusConnection::connectToBus(atspi::busAddress(Deadline::in(5)), name_)) {
     qDBusRegisterMetaType<atspi::ObjectRef>();
     qDBusRegisterMetaType<QList<atspi::ObjectRef>>();
     connection_.registerVirtualObject("/", this, QDBusConnection::SubPath);
   }
-  ~FakeProgram() override { QDBusConnection::disconnectFromBus("fake program"); }
+  ~FakeProgram() override { QDBusConnection::disconnectFromBus(name_); }
 
   atspi::ObjectRef object(const QString& path) const { return {connection_.baseService(), path}; }
+  // Becomes one of the programs that the bus lists, with its root at that path.
+  void enter(const QString& root) {
+    auto message =
+        QDBusMessage::createMethodCall("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root",
+                                       "org.a11y.atspi.Socket", "Embed");
+    message << QVariant::fromValue(object(root));
+    connection_.asyncCall(message);
+  }
   int asked(const QString& member) const {
     const auto found = asked_.find(member);
     return found == asked_.end() ? 0 : found->second;
@@ -54,6 +63,7 @@ class FakeProgram final : public QDBusVirtualObject {
 
  private:
   Answers answers_;
+  const QString name_;
   QDBusConnection connection_;
   std::map<QString, int> asked_;
 };

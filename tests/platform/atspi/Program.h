@@ -23,6 +23,7 @@ class Program {
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
+  qint64 processId() const { return process_.processId(); }
   // False where it has ended: the signal would then go to the test's own group.
   bool suspend() const {
     const auto id = static_cast<pid_t>(process_.processId());

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace tavin::x11 {
+namespace tavin::atspi {
 
 // What can be told about a program from its window's class names (in lower case) and its process.
 // `windowProcesses` are all that show windows: a terminal that a program started is no part of it.
@@ -19,4 +19,4 @@ bool isBrowser(const std::vector<std::string>& classNames, std::int64_t pid);
 // Whether it is known to have no key that copies.
 bool lacksCopyKey(const std::vector<std::string>& classNames);
 
-}  // namespace tavin::x11
+}  // namespace tavin::atspi

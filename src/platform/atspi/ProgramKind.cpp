@@ -1,10 +1,10 @@
-#include "platform/x11/ProgramKind.h"
+#include "platform/atspi/ProgramKind.h"
 
 #include <algorithm>
 
 #include "platform/posix/ProcessInfo.h"
 
-namespace tavin::x11 {
+namespace tavin::atspi {
 namespace {
 
 using Names = std::vector<std::string>;
@@ -111,4 +111,4 @@ bool isBrowser(const Names& classNames, std::int64_t pid) {
 
 bool lacksCopyKey(const Names& classNames) { return anyOf(classNames, namesWithoutCopyKey); }
 
-}  // namespace tavin::x11
+}  // namespace tavin::atspi

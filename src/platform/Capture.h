@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/Accessibility.h"
+#include "platform/Keyboard.h"
+#include "platform/Pasteboard.h"
+
+namespace tavin {
+
+// The clipboard of a desktop.
+struct Clipboard {
+  std::unique_ptr<Pasteboard> pasteboard;
+  // To be called before the process ends: gives what we serve on the clipboard to the session's
+  // clipboard manager, where there is a way to. Any thread, half a second at most.
+  std::function<void()> handOver;
+};
+
+// What reads the selected text on a desktop. The three share their connections and keep them alive
+// together; none may be used by a thread that outlives them.
+struct Capture {
+  std::unique_ptr<Accessibility> accessibility;
+  std::unique_ptr<Keyboard> keyboard;
+  Clipboard clipboard;
+  // To be called right before a command chosen in the tray menu is carried out: the next capture
+  // then waits, for half a second at most, until the menu has given the keyboard back to the
+  // program that had it. Any thread, returns at once.
+  std::function<void()> menuCommandChosen;
+};
+
+}  // namespace tavin

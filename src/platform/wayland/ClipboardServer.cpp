@@ -1,0 +1,102 @@
+#include "platform/wayland/ClipboardServer.h"
+
+#include <algorithm>
+#include <string>
+
+namespace tavin::wayland {
+namespace {
+
+// The thread only ever waits for the compositor, so this is a guard against one that hangs.
+constexpr double patienceSeconds = 1;
+// A clipboard manager that fills an empty clipboard with its own last entry would race with
+// contents that are put there right afterwards.
+constexpr double secondsUntilCleared = 0.05;
+
+}  // namespace
+
+// What is offered through one source, for as long as the compositor keeps it.
+struct ClipboardServer::Served {
+  ClipboardServer& server;
+  PasteboardItem item;
+  Owned<zwlr_data_control_source_v1> source;
+
+  static void send(void* self, zwlr_data_control_source_v1*, const char* type, std::int32_t fd) {
+    const auto& served = *static_cast<Served*>(self);
+    posix::FileDescriptor pipe(fd);
+    const auto& types = served.item.types;
+    const auto found = std::find_if(types.begin(), types.end(), [type](const auto& entry) {
+      return entry.first == QLatin1String(type);
+    });
+    if (found != types.end())
+      served.server.writers_.begin(std::move(pipe), found->second);
+  }
+  static void cancelled(void* self, zwlr_data_control_source_v1*) {
+    static_cast<Served*>(self)->server.served_.reset();
+  }
+  static constexpr zwlr_data_control_source_v1_listener listener{.send = send,
+                                                                 .cancelled = cancelled};
+};
+
+ClipboardServer::ClipboardServer(EventThread& thread, Connection& connection, DataControl& control,
+                                 double transferIdleSeconds)
+    : thread_(thread), connection_(connection), control_(control), writers_(transferIdleSeconds) {}
+
+ClipboardServer::~ClipboardServer() = default;
+
+std::int64_t ClipboardServer::changeCount() {
+  const auto count =
+      thread_.ask<std::int64_t>(Deadline::in(patienceSeconds), [this]() -> std::int64_t {
+        clearIfDue(true);
+        connection_.roundTrip(Deadline::in(patienceSeconds));
+        return control_.changes(Selection::clipboard);
+      });
+  lastKnownCount_ = count.value_or(lastKnownCount_);
+  return lastKnownCount_;
+}
+
+void ClipboardServer::serve(PasteboardItem item) {
+  thread_.ask<bool>(Deadline::in(patienceSeconds), [this, item = std::move(item)]() mutable {
+    claim(std::move(item));
+    return connection_.roundTrip(Deadline::in(patienceSeconds));
+  });
+}
+
+void ClipboardServer::clear() {
+  thread_.ask<bool>(Deadline::in(patienceSeconds), [this] {
+    clearAt_ = Deadline::in(secondsUntilCleared);
+    return true;
+  });
+}
+
+std::optional<Deadline> ClipboardServer::nextDeadline() {
+  const auto writing = writers_.nextDeadline();
+  return clearAt_ && (!writing || *clearAt_ < *writing) ? clearAt_ : writing;
+}
+
+void ClipboardServer::proceed() {
+  writers_.proceed();
+  clearIfDue(false);
+}
+
+void ClipboardServer::claim(PasteboardItem item) {
+  clearAt_.reset();
+  auto served = std::make_unique<Served>(*this, std::move(item), control_.createSource());
+  if (!served->source)
+    return;
+  zwlr_data_control_source_v1_add_listener(served->source.get(), &Served::listener, served.get());
+  for (const auto& [type, bytes] : served->item.types)
+    zwlr_data_control_source_v1_offer(served->source.get(), type.toLatin1().constData());
+  control_.setClipboard(served->source.get());
+  // Only now, so that the clipboard is never empty in between.
+  served_ = std::move(served);
+}
+
+void ClipboardServer::clearIfDue(bool now) {
+  if (!clearAt_ || (!now && !clearAt_->passed()))
+    return;
+  clearAt_.reset();
+  control_.setClipboard(nullptr);
+  served_.reset();
+}
+
+}  // namespace tavin::wayland

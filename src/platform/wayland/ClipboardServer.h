@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/Pasteboard.h"
+#include "platform/wayland/DataControl.h"
+#include "platform/wayland/EventThread.h"
+#include "platform/wayland/PipeWriters.h"
+
+namespace tavin::wayland {
+
+// Owns the clipboard for us and serves what we put there at any moment, whatever the rest of the
+// program is doing: on the thread of its connection. Any other thread may call the public
+// functions; each is bounded in time.
+class ClipboardServer final : public EventThread::Part {
+ public:
+  // All must outlive it. `transferIdleSeconds`: when a program that takes no more of a transfer is
+  // given up.
+  ClipboardServer(EventThread& thread, Connection& connection, DataControl& control,
+                  double transferIdleSeconds);
+  ~ClipboardServer() override;
+
+  // The number of times that any program took or cleared the clipboard since the start. Exact: it
+  // holds everything that happened before the call, or is the last one known where the compositor
+  // does not answer.
+  std::int64_t changeCount();
+  void serve(PasteboardItem item);
+  void clear();
+
+  void addFiles(std::vector<pollfd>& files) override { writers_.addFiles(files); }
+  std::optional<Deadline> nextDeadline() override;
+  void proceed() override;
+
+ private:
+  struct Served;
+
+  void claim(PasteboardItem item);
+  void clearIfDue(bool now);
+
+  EventThread& thread_;
+  Connection& connection_;
+  DataControl& control_;
+  PipeWriters writers_;
+  std::unique_ptr<Served> served_;  // Null while others own the clipboard.
+  std::optional<Deadline> clearAt_;
+  std::int64_t lastKnownCount_ = 0;  // Of the calling thread.
+};
+
+}  // namespace tavin::wayland

@@ -1,0 +1,114 @@
+#include "platform/wayland/ClipboardSnapshot.h"
+
+#include <algorithm>
+#include <numeric>
+#include <set>
+
+#include "platform/desktop/ClipboardTypes.h"
+
+namespace tavin::wayland {
+namespace {
+
+using desktop::clipboardRankOf;
+using Outcome = SelectionReader::Content::Outcome;
+using Rank = desktop::ClipboardRank;
+
+// One private type that never comes shall not use up the time of all.
+constexpr double secondsForOptionalType = 0.3;
+constexpr double secondsToCheck = 0.3;
+
+// The forms of plain text, best first; the rest of Unicode's are UTF-8.
+constexpr const char* latin1Text = "STRING";
+constexpr const char* textTypes[] = {"text/plain;charset=utf-8",
+                                     "text/plain;charset=UTF-8",
+                                     "UTF8_STRING",
+                                     "text/plain",
+                                     latin1Text,
+                                     "TEXT"};
+
+// The indices of the types in the order in which they are asked for.
+std::vector<std::size_t> askingOrder(const std::vector<std::string>& types) {
+  std::vector<std::size_t> order(types.size());
+  std::iota(order.begin(), order.end(), 0);
+  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    return clipboardRankOf(types[a]) < clipboardRankOf(types[b]);
+  });
+  return order;
+}
+
+// One attempt to read all of what is listed.
+Outcome readListed(SelectionReader& reader, const SelectionReader::Listing& listing,
+                   Deadline deadline, PasteboardItem& item) {
+  const auto& types = listing.types;
+  std::vector<std::optional<QByteArray>> values(types.size());
+  std::set<std::string> seen;
+  for (const std::size_t index : askingOrder(types)) {
+    if (desktop::isQuestionToOwner(types[index]) || !seen.insert(types[index]).second)
+      continue;
+    const Rank rank = clipboardRankOf(types[index]);
+    const bool needed = rank == Rank::text || rank == Rank::png;
+    auto content = reader.read(Selection::clipboard, listing, types[index],
+                               needed ? deadline : deadline.orIn(secondsForOptionalType));
+    if (content.outcome == Outcome::read)
+      values[index] = std::move(content.bytes);
+    else if (needed || content.outcome == Outcome::changed)
+      return content.outcome;
+  }
+  for (std::size_t i = 0; i < types.size(); ++i) {
+    if (values[i])
+      item.types.emplace_back(QString::fromLatin1(types[i]), std::move(*values[i]));
+  }
+  return Outcome::read;
+}
+
+// A program that ended in the middle looks as if it had written all, until its offer is gone.
+bool isStillThere(SelectionReader& reader, const SelectionReader::Listing& listing,
+                  Selection selection) {
+  const auto now = reader.list(selection, Deadline::in(secondsToCheck));
+  return now && now->change == listing.change;
+}
+
+}  // namespace
+
+std::optional<std::vector<PasteboardItem>> readClipboard(SelectionReader& reader,
+                                                         Deadline deadline) {
+  for (bool first = true; first || !deadline.passed(); first = false) {
+    const auto listing = reader.list(Selection::clipboard, deadline);
+    if (!listing)
+      return std::nullopt;
+    if (!listing->offered) {
+      // Empty from the start, or its owner ended under our hands: then what it held is lost.
+      return first ? std::optional(std::vector<PasteboardItem>{}) : std::nullopt;
+    }
+    PasteboardItem item;
+    const Outcome outcome = readListed(reader, *listing, deadline, item);
+    if (outcome == Outcome::late)
+      return std::nullopt;
+    if (outcome == Outcome::read && isStillThere(reader, *listing, Selection::clipboard))
+      return std::vector{std::move(item)};
+  }
+  return std::nullopt;
+}
+
+std::optional<QString> readText(SelectionReader& reader, Selection selection, Deadline deadline) {
+  while (!deadline.passed()) {
+    const auto listing = reader.list(selection, deadline);
+    if (!listing || !listing->offered)
+      return std::nullopt;
+    const auto& offered = listing->types;
+    const auto best = std::find_if(std::begin(textTypes), std::end(textTypes), [&](const auto* t) {
+      return std::find(offered.begin(), offered.end(), t) != offered.end();
+    });
+    if (best == std::end(textTypes))
+      return std::nullopt;
+    const auto content = reader.read(selection, *listing, *best, deadline);
+    if (content.outcome == Outcome::late)
+      return std::nullopt;
+    if (content.outcome == Outcome::read && isStillThere(reader, *listing, selection))
+      return *best == latin1Text ? QString::fromLatin1(content.bytes)
+                                 : QString::fromUtf8(content.bytes);
+  }
+  return std::nullopt;
+}
+
+}  // namespace tavin::wayland

@@ -1,0 +1,126 @@
+#include "platform/wayland/DataControl.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tavin::wayland {
+namespace {
+
+// No program offers as many; a hostile one shall not fill the memory.
+constexpr std::size_t mostTypes = 500;
+
+struct Flavour {
+  const char* name;
+  const wl_interface& manager;
+  std::uint32_t highestVersion;
+};
+
+// On the wire an interface has a name only where it is bound.
+const wl_interface& extManager() {
+  static const wl_interface interface = [] {
+    wl_interface renamed = zwlr_data_control_manager_v1_interface;
+    renamed.name = "ext_data_control_manager_v1";
+    renamed.version = 1;
+    return renamed;
+  }();
+  return interface;
+}
+
+const zwlr_data_control_offer_v1_listener offerEvents{
+    .offer = [](void* types, zwlr_data_control_offer_v1*, const char* type) {
+      auto& list = *static_cast<std::vector<std::string>*>(types);
+      if (list.size() < mostTypes)
+        list.emplace_back(type);
+    }};
+
+}  // namespace
+
+struct DataControl::Events {
+  static void dataOffer(void* self, zwlr_data_control_device_v1*,
+                        zwlr_data_control_offer_v1* offer) {
+    static_cast<DataControl*>(self)->announce(offer);
+  }
+  static void selection(void* self, zwlr_data_control_device_v1*,
+                        zwlr_data_control_offer_v1* offer) {
+    static_cast<DataControl*>(self)->take(Selection::clipboard, offer);
+  }
+  static void primary(void* self, zwlr_data_control_device_v1*, zwlr_data_control_offer_v1* offer) {
+    static_cast<DataControl*>(self)->take(Selection::primary, offer);
+  }
+  static void finished(void* self, zwlr_data_control_device_v1*) {
+    static_cast<DataControl*>(self)->finish();
+  }
+  static constexpr zwlr_data_control_device_v1_listener listener{
+      .data_offer = dataOffer,
+      .selection = selection,
+      .finished = finished,
+      .primary_selection = primary,
+  };
+};
+
+std::unique_ptr<DataControl> DataControl::create(Connection& connection) {
+  const Flavour flavours[] = {
+      {"ext-data-control", extManager(), 1},
+      {"wlr-data-control", zwlr_data_control_manager_v1_interface, 2},
+  };
+  if (!connection.seat())
+    return nullptr;
+  for (const auto& [name, interface, highest] : flavours) {
+    const auto version = std::min(highest, connection.offered(interface.name));
+    if (auto manager = connection.bind<zwlr_data_control_manager_v1>(interface, highest)) {
+      const std::string versioned = std::string(name) + ' ' + std::to_string(version);
+      return std::unique_ptr<DataControl>(
+          new DataControl(std::move(manager), connection.seat(), versioned));
+    }
+  }
+  return nullptr;
+}
+
+DataControl::DataControl(Owned<zwlr_data_control_manager_v1> manager, wl_seat* seat,
+                         std::string name)
+    : name_(std::move(name)),
+      manager_(std::move(manager)),
+      device_(zwlr_data_control_manager_v1_get_data_device(manager_.get(), seat)) {
+  zwlr_data_control_device_v1_add_listener(device_.get(), &Events::listener, this);
+}
+
+const Offer* DataControl::offer(Selection selection) const { return state(selection).offer.get(); }
+
+Owned<zwlr_data_control_source_v1> DataControl::createSource() {
+  return Owned<zwlr_data_control_source_v1>(
+      device_ ? zwlr_data_control_manager_v1_create_data_source(manager_.get()) : nullptr);
+}
+
+void DataControl::setClipboard(zwlr_data_control_source_v1* source) {
+  if (device_)
+    zwlr_data_control_device_v1_set_selection(device_.get(), source);
+}
+
+void DataControl::announce(zwlr_data_control_offer_v1* proxy) {
+  auto offer = std::make_unique<Offer>();
+  offer->proxy.reset(proxy);
+  zwlr_data_control_offer_v1_add_listener(proxy, &offerEvents, &offer->types);
+  announced_.push_back(std::move(offer));
+}
+
+void DataControl::take(Selection selection, zwlr_data_control_offer_v1* proxy) {
+  State& current = selection == Selection::clipboard ? clipboard_ : primary_;
+  const auto found = std::find_if(announced_.begin(), announced_.end(), [proxy](const auto& offer) {
+    return proxy && offer->proxy.get() == proxy;
+  });
+  current.offer = found == announced_.end() ? nullptr : std::move(*found);
+  if (found != announced_.end())
+    announced_.erase(found);
+  ++current.changes;
+  if (changed)
+    changed(selection);
+}
+
+void DataControl::finish() {
+  device_.reset();
+  announced_.clear();
+  clipboard_.offer.reset();
+  primary_.offer.reset();
+}
+
+}  // namespace tavin::wayland

@@ -1,0 +1,45 @@
+#include "platform/wayland/WaylandPasteboard.h"
+
+#include <set>
+#include <utility>
+
+#include "platform/wayland/ClipboardSnapshot.h"
+
+namespace tavin::wayland {
+namespace {
+
+constexpr double secondsForSnapshot = 1.0;
+constexpr double secondsForString = 1.0;
+
+}  // namespace
+
+WaylandPasteboard::WaylandPasteboard(std::shared_ptr<Compositor> compositor)
+    : compositor_(std::move(compositor)) {}
+
+std::optional<std::vector<PasteboardItem>> WaylandPasteboard::pasteboardItems() {
+  compositor_->clipboard().changeCount();  // What was cleared is cleared before it is read.
+  return readClipboard(compositor_->reader(), Deadline::in(secondsForSnapshot));
+}
+
+std::int64_t WaylandPasteboard::changeCount() { return compositor_->clipboard().changeCount(); }
+
+std::optional<QString> WaylandPasteboard::string() {
+  return readText(compositor_->reader(), Selection::clipboard, Deadline::in(secondsForString));
+}
+
+void WaylandPasteboard::clearContents() { compositor_->clipboard().clear(); }
+
+void WaylandPasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
+  // A selection has one item only; of several, the first to have a type gives it.
+  PasteboardItem all;
+  std::set<QString> seen;
+  for (const auto& item : items) {
+    for (const auto& type : item.types) {
+      if (seen.insert(type.first).second)
+        all.types.push_back(type);
+    }
+  }
+  compositor_->clipboard().serve(std::move(all));
+}
+
+}  // namespace tavin::wayland

@@ -1,0 +1,82 @@
+#include "platform/wayland/WaylandWindowSystem.h"
+
+#include <algorithm>
+#include <cctype>
+#include <thread>
+
+#include "platform/atspi/ProgramKind.h"
+#include "platform/wayland/ClipboardSnapshot.h"
+#include "platform/wayland/SwayTree.h"
+
+namespace tavin::wayland {
+namespace {
+
+constexpr double secondsForMenu = 0.5;
+constexpr auto menuInterval = std::chrono::milliseconds(5);
+constexpr double secondsForFront = 0.3;
+constexpr double secondsForTree = 0.3;
+constexpr std::uint64_t unknownWindow = ~std::uint64_t{0};
+
+std::string lowerCase(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return text;
+}
+
+}  // namespace
+
+atspi::FrontWindow WaylandWindowSystem::frontWindow() {
+  atspi::FrontWindow front;
+  front.unknown = true;
+  if (!compositor_->tellsWindows()) {
+    front.id = unknownWindow;
+    return front;
+  }
+  if (menuIsClosing_.exchange(false))
+    waitForMenu();
+  const auto now = compositor_->front(Deadline::in(secondsForFront));
+  if (!now || now->window.id == 0)
+    return {};
+  const std::vector<std::string> names{lowerCase(now->window.appId)};
+  front.id = now->window.id;
+  front.processId = processOf(now->window);
+  front.unknown = front.processId == 0 && names.front().empty();
+  front.terminal = atspi::isTerminal(names, front.processId, processes_);
+  front.browser = atspi::isBrowser(names, front.processId);
+  front.withoutCopyKey = atspi::lacksCopyKey(names);
+  return front;
+}
+
+void WaylandWindowSystem::waitForMenu() {
+  const Deadline deadline = Deadline::in(secondsForMenu);
+  while (!deadline.passed()) {
+    const auto now = compositor_->front(deadline);
+    if (now && now->window.id != 0 && !WindowWatch::isOwn(now->window))
+      return;
+    std::this_thread::sleep_for(menuInterval);
+  }
+}
+
+std::int64_t WaylandWindowSystem::processOf(const Toplevel& window) {
+  const auto tree = readSwayTree(Deadline::in(secondsForTree));
+  processes_ = tree ? tree->processes : std::set<std::int64_t>();
+  // Another window may have come to the front meanwhile.
+  return tree && tree->focusedAppId == window.appId ? tree->focusedProcess : 0;
+}
+
+std::optional<QString> WaylandWindowSystem::primaryText(const atspi::FrontWindow& window,
+                                                        PrimaryProof proof, Deadline deadline) {
+  const auto now = compositor_->front(deadline.orIn(secondsForFront));
+  if (!now || now->window.id != window.id || now->primaryMaker.window.id == 0)
+    return std::nullopt;
+  const auto& maker = now->primaryMaker;
+  const bool sameWindow = maker.window.id == window.id;
+  // Several terminals have one name, and each shows the selections of its own.
+  const bool sameProgram =
+      sameWindow || (!window.terminal && maker.window.appId == now->window.appId);
+  if (proof == PrimaryProof::takenInFront ? !sameWindow || !maker.inFrontSince : !sameProgram)
+    return std::nullopt;
+  return readText(compositor_->reader(), Selection::primary, deadline);
+}
+
+}  // namespace tavin::wayland

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+
+#include "platform/atspi/WindowSystem.h"
+#include "platform/wayland/Compositor.h"
+
+namespace tavin::wayland {
+
+// The front window and the PRIMARY selection on Wayland: as the compositor tells it to taskbars,
+// with the process where it is sway. Where it tells nobody, there is one window of which nothing is
+// known. Work queue only, save menuCommandChosen().
+class WaylandWindowSystem final : public atspi::WindowSystem {
+ public:
+  explicit WaylandWindowSystem(std::shared_ptr<Compositor> compositor)
+      : compositor_(std::move(compositor)) {}
+
+  void menuCommandChosen() override { menuIsClosing_ = true; }
+  atspi::FrontWindow frontWindow() override;
+  std::set<std::int64_t> windowProcesses() override { return processes_; }
+  std::optional<QString> primaryText(const atspi::FrontWindow& window, PrimaryProof proof,
+                                     Deadline deadline) override;
+
+ private:
+  void waitForMenu();
+  std::int64_t processOf(const Toplevel& window);
+
+  const std::shared_ptr<Compositor> compositor_;
+  std::set<std::int64_t> processes_;  // At the last look at the front window.
+  std::atomic<bool> menuIsClosing_ = false;
+};
+
+}  // namespace tavin::wayland

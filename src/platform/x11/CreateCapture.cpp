@@ -1,0 +1,43 @@
+#include "platform/x11/CreateCapture.h"
+
+#include "platform/atspi/AssembleCapture.h"
+#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/X11Pasteboard.h"
+#include "platform/x11/X11WindowSystem.h"
+
+namespace tavin::x11 {
+namespace {
+
+constexpr double secondsForHandOver = 0.5;
+
+}  // namespace
+
+std::optional<Clipboard> createClipboard() {
+  std::shared_ptr<ClipboardServer> server = ClipboardServer::create();
+  auto reader = SelectionReader::create();
+  if (!server || !reader)
+    return std::nullopt;
+  return Clipboard{std::make_unique<X11Pasteboard>(std::move(reader), server),
+                   [server] { server->handOver(Deadline::in(secondsForHandOver)); }};
+}
+
+std::unique_ptr<atspi::WindowSystem> createWindowSystem() {
+  auto reader = SelectionReader::create();
+  return reader ? std::make_unique<X11WindowSystem>(std::move(reader), PrimaryWatch::create())
+                : nullptr;
+}
+
+std::unique_ptr<Keyboard> createKeyboard(std::function<bool()> mayCopy) {
+  auto keyboard = X11Keyboard::create(std::move(mayCopy));
+  return keyboard && keyboard->canType() ? std::move(keyboard) : nullptr;
+}
+
+std::optional<Capture> createCapture(SystemLog& log) {
+  auto clipboard = createClipboard();
+  auto windows = createWindowSystem();
+  if (!clipboard || !windows)
+    return std::nullopt;
+  return atspi::assembleCapture(log, {std::move(windows), std::move(*clipboard), createKeyboard});
+}
+
+}  // namespace tavin::x11

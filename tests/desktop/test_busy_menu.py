@@ -1,0 +1,33 @@
+"""The menu while a copy is made, and the clipboard while the menu is open."""
+
+import os
+import signal
+import time
+
+from test_alerts import TEXT, given_back
+from test_clipboard import own_clipboard
+from trays import Tray
+
+
+def test_the_clipboard_is_served_beside_the_open_menu(desktop, given_back):
+    Tray(desktop, "trayer").open_menu()
+    assert desktop.clipboard() == given_back
+
+
+def test_a_silent_owner_of_the_clipboard_does_not_hold_the_menu_up(
+        desktop, engine, tavin, programs, build):
+    tray = Tray(desktop, "trayer")
+    tray.wait_for_icon()
+    own_clipboard(desktop, programs)
+    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
+    desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field", env=nowhere)
+    owner = desktop.session.run(["xdotool", "search", "--name", "^clipboard owner$",
+                                 "getwindowpid"])
+    os.kill(int(owner), signal.SIGSTOP)
+    since = engine.mark()
+    desktop.key("alt+Escape")
+    engine.wait_for("/status", count=2, since=since)
+    start = time.monotonic()
+    tray.click_icon()
+    assert time.monotonic() - start < 0.7  # Less than the copy waits for the owner.
+    assert engine.requests("/speak") == []

@@ -1,0 +1,102 @@
+"""The menu: under waybar's icon, and as a window of its own where there is no panel."""
+
+import json
+import os
+
+import pytest
+from gi.repository import GLib
+from panel import tray_items
+from session import wait_until
+
+TEXT = "read from the menu"
+BAR = {"position": "top", "height": 30, "modules-right": ["tray"], "tray": {"icon-size": 24}}
+ICON = (1266, 15)  # The last thing in the bar.
+
+
+@pytest.fixture
+def field(desktop, build):
+    window = desktop.open([os.path.join(build, "bin/qt6_field"), TEXT], "Qt 6 field")
+    desktop.select_until(TEXT, lambda: desktop.key("ctrl+a"))
+    return window
+
+
+@pytest.fixture
+def waybar(desktop, session):
+    configuration = os.path.join(session.folder, "waybar.json")
+    with open(configuration, "w", encoding="utf-8") as f:
+        json.dump(BAR, f)
+    style = os.path.join(session.folder, "waybar.css")
+    with open(style, "w", encoding="utf-8") as f:
+        f.write("* { font-size: 15px; }")
+    program = desktop.start(["waybar", "--config", configuration, "--style", style])
+    wait_until(lambda: tray_items(desktop) is not None, 30, "tray of waybar")
+    return program
+
+
+def test_speak_selection_from_waybar(tavin, desktop, session, engine, field, waybar):
+    wait_until(lambda: tray_items(desktop), 10, "the icon")
+    x, y = ICON
+    below = (x - 250, y + 35, 100, 100)  # Away from its hint.
+    before = desktop.picture(*below)
+
+    def open_menu():
+        # The icon stands in the bar a moment after its program is registered.
+        session.input.move(x, y)
+        session.input.press()
+        session.input.release()
+        return wait_until(lambda: desktop.picture(*below) != before, 2, "menu")
+    wait_until(open_menu, 20, "the menu")
+    since = engine.mark()
+    # Its first line; the menu hangs to the left of the pointer.
+    session.input.move(x - 150, y + 18)
+    session.input.press()
+    session.input.release()
+    assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
+
+
+def show_menu(tavin, desktop):
+    tavin.call("org.freedesktop.Application", "Activate", GLib.Variant("(a{sv})", ({},)))
+    return wait_until(lambda: menu_window(desktop), 10, "menu")
+
+
+def menu_window(desktop):
+    found = [w for w in desktop.session.windows() if w["app_id"] == "app.tavin.Tavin"]
+    return found[0] if found and found[0]["focused"] else None
+
+
+def no_menu(desktop):
+    return not desktop.windows("app.tavin.Tavin")
+
+
+def test_window_is_small_and_reads_the_program_before_it(tavin, desktop, engine, field):
+    window = show_menu(tavin, desktop)
+    assert window["type"] == "floating_con"
+    assert window["rect"]["width"] < 600
+    assert desktop.window(field)["rect"]["width"] == 1280
+    since = engine.mark()
+    desktop.key("Down", "Return")
+    assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
+    assert no_menu(desktop)
+
+
+def test_window_closes_by_key(tavin, desktop, field):
+    show_menu(tavin, desktop)
+    desktop.key("Escape")
+    wait_until(lambda: no_menu(desktop), 5, "menu closed")
+
+
+def test_window_closes_when_another_is_clicked(tavin, desktop, field):
+    shown = show_menu(tavin, desktop)["rect"]
+    place = shown["x"], shown["y"], shown["width"], shown["height"]
+    before = desktop.picture(*place)
+    desktop.key("Down")
+    wait_until(lambda: desktop.picture(*place) != before, 5, "highlighted item")
+    desktop.click(field, 20, 20)
+    wait_until(lambda: no_menu(desktop), 5, "menu closed")
+
+
+def test_window_opens_again(tavin, desktop, field):
+    for _ in range(3):
+        show_menu(tavin, desktop)
+        desktop.key("Escape")
+        wait_until(lambda: no_menu(desktop), 5, "menu closed")

@@ -1,0 +1,93 @@
+"""What serves in the session is chosen by what it offers, and can be forced."""
+
+import os
+import signal
+
+import pytest
+from accessible import accessible_processes
+from driver import Tavin
+from session import wait_until
+from terminal import Watched
+
+TEXT = "read whatever serves"
+
+
+@pytest.fixture
+def start(desktop, engine, build):
+    return lambda **settings: Tavin(desktop, engine, build, settings=settings)
+
+
+@pytest.fixture
+def field(desktop, build):
+    window = desktop.open([os.path.join(build, "bin/qt6_field"), TEXT], "Qt 6 field")
+    desktop.select_until(TEXT, lambda: desktop.key("ctrl+a"))
+    return window
+
+
+@pytest.fixture
+def bare_field(desktop, build):
+    """A program with no accessibility, that only a copy gets anything out of."""
+    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
+    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
+                        env=nowhere)
+
+
+def said(tavin):
+    """Its line about what it has chosen; the log holds those of earlier ones, too."""
+    return [line for line in tavin.log().splitlines() if line.startswith("Tavin: Wayland")][-1]
+
+
+def test_one_line_tells_what_was_chosen(start):
+    assert said(start()) == (
+        "Tavin: Wayland, clipboard wlr-data-control 2, keyboard virtual-keyboard, "
+        "windows foreign-toplevel, shortcuts none, Qt wayland, with the session bus")
+
+
+def test_without_processes_the_focused_program_is_found(start, desktop, field):
+    tavin = start(SWAYSOCK="/nonexistent")
+    assert tavin.press() == [TEXT]
+
+
+def test_without_processes_a_stopped_program_keeps_nobody_waiting(start, desktop, session, engine,
+                                                                  programs, field):
+    other = desktop.start(["/usr/bin/python3", os.path.join(programs, "gtk4_field.py"), "never"])
+    wait_until(lambda: desktop.windows("GTK 4 field"), 30, "window")
+    wait_until(lambda: other.pid in accessible_processes(session), 15, "program on the bus")
+    desktop.focus(field)
+    start(SWAYSOCK="/nonexistent")
+    other.send_signal(signal.SIGSTOP)
+    try:
+        since = engine.mark()
+        desktop.key("alt+Escape")
+        assert engine.wait_for("/speak", since=since, seconds=2) == [{"text": TEXT}]
+    finally:
+        other.kill()
+
+
+def test_without_processes_a_terminal_is_known_by_its_name(start, desktop, programs, tmp_path):
+    terminal = Watched(desktop, programs, ["foot", "--title", "watched"], str(tmp_path / "record"))
+    assert start(SWAYSOCK="/nonexistent").press() == []
+    assert terminal.reached() == ["ready"]
+
+
+def test_without_a_keyboard_nothing_is_copied(start, desktop, bare_field):
+    desktop.own("clipboard", "copied before")
+    owner = desktop.selection_owner("clipboard")
+    tavin = start(TAVIN_KEYBOARD="none")
+    assert "keyboard none" in said(tavin)
+    assert tavin.press() == []
+    assert desktop.selection_owner("clipboard") == owner
+
+
+def test_a_service_that_is_not_there_is_told(desktop, session, build):
+    program = desktop.start([os.path.join(build, "bin/tavin")], log="forced.log",
+                            env={**session.env, "TAVIN_CLIPBOARD": "x11"})
+    assert program.wait(10) == 1
+    assert session.log("forced.log") == "tavin: the clipboard of this session cannot be reached\n"
+
+
+def test_without_any_display_one_line_is_said(desktop, session, build):
+    program = desktop.start([os.path.join(build, "bin/tavin")], log="nowhere.log",
+                            env={**session.env, "WAYLAND_DISPLAY": "wayland-9"})
+    assert program.wait(10) == 1
+    assert len(session.log("nowhere.log").splitlines()) == 1
