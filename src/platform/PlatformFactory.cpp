@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "engine/CurlSession.h"
+#include "platform/HotkeyChoice.h"
 #include "platform/ThreadQueue.h"
 #include "platform/desktop/AutostartLoginItem.h"
 #include "platform/desktop/DesktopWorkspace.h"
-#include "platform/desktop/NoHotkeys.h"
 #include "platform/desktop/QtApplication.h"
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/desktop/SessionBus.h"
@@ -20,7 +20,6 @@
 #include "platform/tray/Tray.h"
 #include "platform/x11/Capture.h"
 #include "platform/x11/DisplayBell.h"
-#include "platform/x11/HotkeyGrabs.h"
 
 namespace tavin {
 namespace {
@@ -33,11 +32,11 @@ StartedPlatform cannotStart(const QByteArray& reason) {
   return {.platform = nullptr, .exitCode = 1};
 }
 
-std::unique_ptr<HotkeyService> chooseHotkeys(SystemLog& log) {
-  if (auto grabs = x11::HotkeyGrabs::create(log))
-    return grabs;
-  return std::make_unique<desktop::NoHotkeys>(
-      QStringLiteral("the X display has no XInput 2.1 or later"));
+void addHotkeys(Platform& platform) {
+  ChosenHotkeys chosen = chooseHotkeys(*platform.log);
+  platform.hotkeys = std::move(chosen.service);
+  if (chosen.release)
+    platform.lastDuties.push_back(std::move(chosen.release));
 }
 
 // What every desktop has in the same way.
@@ -62,7 +61,7 @@ void addX11Parts(Platform& platform, x11::Capture capture) {
   platform.makeStatusItem = [commandChosen = std::move(capture.menuCommandChosen)] {
     return createStatusItem(commandChosen);
   };
-  platform.hotkeys = chooseHotkeys(*platform.log);
+  addHotkeys(platform);
   platform.workspace = std::make_unique<desktop::DesktopWorkspace>(x11::ringDisplayBell);
 }
 

@@ -1,0 +1,78 @@
+#include "platform/HotkeyChoice.h"
+
+#include <QHash>
+
+#include "platform/SystemLog.h"
+#include "platform/desktop/NoHotkeys.h"
+#include "platform/kde/GlobalAccel.h"
+#include "platform/x11/HotkeyGrabs.h"
+
+namespace tavin {
+namespace {
+
+constexpr int firstGnomeWithPortal = 48;
+
+const QHash<QString, HotkeyRoad>& roadsByName() {
+  static const QHash<QString, HotkeyRoad> roads{{QStringLiteral("x11"), HotkeyRoad::x11},
+                                                {QStringLiteral("kde"), HotkeyRoad::kde},
+                                                {QStringLiteral("gnome"), HotkeyRoad::gnome},
+                                                {QStringLiteral("portal"), HotkeyRoad::portal},
+                                                {QStringLiteral("none"), HotkeyRoad::none}};
+  return roads;
+}
+
+HotkeyRoad roadOf(const SessionTraits& session) {
+  if (!session.wayland)
+    return HotkeyRoad::x11;
+  if (session.desktops.contains(QStringLiteral("KDE")) || session.kwinServes)
+    return HotkeyRoad::kde;
+  if (session.gnomeShellVersion.isEmpty())
+    return HotkeyRoad::none;
+  const int version = session.gnomeShellVersion.section(u'.', 0, 0).toInt();
+  return version < firstGnomeWithPortal ? HotkeyRoad::gnome : HotkeyRoad::portal;
+}
+
+template <typename Service>
+ChosenHotkeys released(std::unique_ptr<Service> service) {
+  return {.service = std::move(service), .release = [&given = *service] { given.release(); }};
+}
+
+ChosenHotkeys refusing(const QString& reason) {
+  return {.service = std::make_unique<desktop::NoHotkeys>(reason), .release = {}};
+}
+
+ChosenHotkeys make(HotkeyRoad road, SystemLog& log) {
+  switch (road) {
+    case HotkeyRoad::x11:
+      if (auto grabs = x11::HotkeyGrabs::create(log))
+        return {.service = std::move(grabs), .release = {}};
+      return refusing(QStringLiteral("the X display has no XInput 2.1 or later"));
+    case HotkeyRoad::kde:
+      return released(std::make_unique<kde::GlobalAccel>());
+    case HotkeyRoad::gnome:
+    case HotkeyRoad::portal:
+    case HotkeyRoad::none:
+      break;
+  }
+  return refusing(
+      QStringLiteral("on this desktop, key bindings of its own can run "
+                     "'gapplication action app.tavin.Tavin speak' and '... pause'"));
+}
+
+}  // namespace
+
+HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced) {
+  return roadsByName().value(forced, roadOf(session));
+}
+
+ChosenHotkeys chooseHotkeys(SystemLog& log) {
+  const QString forced = qEnvironmentVariable("TAVIN_SHORTCUTS");
+  const HotkeyRoad road = chooseHotkeyRoad(SessionTraits::read(), forced);
+  log.write(QStringLiteral("Tavin: shortcuts by way of %1%2")
+                .arg(roadsByName().key(road), roadsByName().contains(forced)
+                                                  ? QStringLiteral(", as TAVIN_SHORTCUTS says")
+                                                  : QString()));
+  return make(road, log);
+}
+
+}  // namespace tavin
