@@ -1,6 +1,7 @@
 #include "platform/HotkeyChoice.h"
 
 #include <QHash>
+#include <utility>
 
 #include "platform/SystemLog.h"
 #include "platform/desktop/NoHotkeys.h"
@@ -33,8 +34,9 @@ HotkeyRoad roadOf(const SessionTraits& session) {
 }
 
 template <typename Service>
-ChosenHotkeys released(std::unique_ptr<Service> service) {
-  return {.service = std::move(service), .release = [&given = *service] { given.release(); }};
+ChosenHotkeys toBeReleased(std::unique_ptr<Service> service) {
+  Service& given = *service;
+  return {.service = std::move(service), .release = [&given] { given.release(); }};
 }
 
 ChosenHotkeys refusing(const QString& reason) {
@@ -48,7 +50,7 @@ ChosenHotkeys make(HotkeyRoad road, SystemLog& log) {
         return {.service = std::move(grabs), .release = {}};
       return refusing(QStringLiteral("the X display has no XInput 2.1 or later"));
     case HotkeyRoad::kde:
-      return released(std::make_unique<kde::GlobalAccel>());
+      return toBeReleased(std::make_unique<kde::GlobalAccel>());
     case HotkeyRoad::gnome:
     case HotkeyRoad::portal:
     case HotkeyRoad::none:

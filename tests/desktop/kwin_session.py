@@ -66,6 +66,16 @@ class KwinSession(WaylandSession):
         self.compositor.wait()
         self._services.remove(self.compositor)
 
+    def start_other_display(self):
+        """An X display for programs that shall outlive KWin."""
+        self._start_display()
+
+    def write_shortcut(self, program, action, key):
+        """The one shortcut that KWin finds stored at its next start."""
+        path = os.path.join(self.env["XDG_CONFIG_HOME"], "kglobalshortcutsrc")
+        with open(path, "w", encoding="utf-8") as f:
+            f.write(f"[{program}]\n_k_friendly_name={program}\n{action}={key},none,{action}\n")
+
     def _x_display(self):
         """KWin tells its own programs alone which display it has taken."""
         for entry in filter(str.isdigit, os.listdir("/proc")):

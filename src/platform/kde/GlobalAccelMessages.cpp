@@ -34,8 +34,12 @@ constexpr uint noAutoloading = 4;
 const QString keySequences = QStringLiteral("a(ai)");
 
 QDBusMessage call(const QString& method) {
-  return QDBusMessage::createMethodCall(globalAccelService, QStringLiteral("/kglobalaccel"),
-                                        QStringLiteral("org.kde.KGlobalAccel"), method);
+  QDBusMessage message =
+      QDBusMessage::createMethodCall(globalAccelService, QStringLiteral("/kglobalaccel"),
+                                     QStringLiteral("org.kde.KGlobalAccel"), method);
+  // KWin itself is the service; what the bus would start in its place hears no keys.
+  message.setAutoStartService(false);
+  return message;
 }
 
 QStringList idOf(const Action& action) {

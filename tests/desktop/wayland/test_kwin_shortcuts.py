@@ -2,6 +2,7 @@
 
 import contextlib
 import os
+import signal
 
 import pytest
 from bus_panel import BusPanel
@@ -12,7 +13,7 @@ from wayland_session import WaylandDesktop
 
 pytest.register_assert_rewrite("shortcut_tests")
 from shortcut_tests import *  # noqa: E402,F401,F403
-from shortcut_tests import CHORDS, pause, presses  # noqa: E402
+from shortcut_tests import CHORDS, pause, presses, warning  # noqa: E402
 
 COMPONENT = "app.tavin.Tavin"
 
@@ -85,3 +86,75 @@ def test_a_stored_key_of_an_earlier_start_does_not_come_back(desktop, engine, bu
     Tavin(desktop, engine, build)
     assert accel.action_at(accel.CONTROL | accel.ESCAPE) == (COMPONENT, "speak")
     assert accel.action_at(accel.ALT | accel.ESCAPE) is None
+
+
+@pytest.fixture
+def lasting(tmp_path, build, engine):
+    """A session in which Tavin does not depend on KWin for its display."""
+    with KwinSession(str(tmp_path), build) as session:
+        session.start_other_display()
+        desktop = WaylandDesktop(session)
+        yield desktop
+        desktop.close()
+
+
+def test_kwin_restarted_while_tavin_runs(lasting, engine, build):
+    tavin = Tavin(lasting, engine, build)
+    chord = CHORDS["opt-esc"]
+    assert presses(engine, lambda: lasting.key(chord, pause(chord)), "/toggle-pause") == (1, 1)
+    lasting.session.kill_kwin()
+    lasting.session.start_kwin()
+    accel = GlobalAccel(lasting.session)
+    wait_until(lambda: len(accel.actions(COMPONENT)) == 2, 10, "the shortcuts")
+    assert presses(engine, lambda: lasting.key(chord, pause(chord)), "/toggle-pause") == (1, 1)
+    assert tavin.quit()[0] == 0
+    assert accel.actions(COMPONENT) == []
+
+
+def test_a_key_lost_while_kwin_was_away(lasting, engine, build):
+    session = lasting.session
+    tavin = Tavin(lasting, engine, build)
+    panel = BusPanel(session)
+    assert warning("opt-esc") not in panel.titles()
+    accel = GlobalAccel(session)
+    key = accel.ALT | accel.SHIFT | accel.ESCAPE
+    session.kill_kwin()
+    session.write_shortcut("holder", "hold", "Alt+Shift+Esc")
+    session.start_kwin()
+    wait_until(lambda: warning("opt-esc") in panel.titles(), 10, f"the warning: {tavin.log()}")
+    assert accel.action_at(key) == ("holder", "hold")
+    lasting.key(CHORDS["opt-esc"])
+    engine.wait_for("/status")
+    panel.close()
+
+
+def test_an_answer_that_comes_late(lasting, engine, build):
+    session = lasting.session
+    session.compositor.send_signal(signal.SIGSTOP)
+    try:
+        tavin = Tavin(lasting, engine, build)
+        panel = BusPanel(session)
+        assert tavin.log().count("unavailable (-1)") == 2
+        assert "KDE's shortcut service has not answered yet" in tavin.log()
+        assert warning("opt-esc") in panel.titles()
+    finally:
+        session.compositor.send_signal(signal.SIGCONT)
+    wait_until(lambda: warning("opt-esc") not in panel.titles(), 10, "the answer")
+    assert tavin.log().count(" available") == 2
+    chord = CHORDS["opt-esc"]
+    assert presses(engine, lambda: lasting.key(chord, pause(chord)), "/toggle-pause") == (1, 1)
+    panel.close()
+
+
+def test_quitting_while_kwin_hangs_is_quick(lasting, engine, build):
+    tavin = Tavin(lasting, engine, build)
+    session = lasting.session
+    session.compositor.send_signal(signal.SIGSTOP)
+    try:
+        code, seconds = tavin.quit()
+    finally:
+        session.compositor.send_signal(signal.SIGCONT)
+    assert code == 0
+    assert seconds < 1
+    accel = GlobalAccel(session)
+    wait_until(lambda: accel.actions(COMPONENT) == [], 10, "the shortcuts given back")
