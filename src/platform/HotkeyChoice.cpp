@@ -5,6 +5,8 @@
 
 #include "platform/SystemLog.h"
 #include "platform/desktop/NoHotkeys.h"
+#include "platform/gnome/CustomBindings.h"
+#include "platform/gnome/CustomKeybindings.h"
 #include "platform/kde/GlobalAccel.h"
 #include "platform/x11/HotkeyGrabs.h"
 
@@ -36,22 +38,23 @@ HotkeyRoad roadOf(const SessionTraits& session) {
 template <typename Service>
 ChosenHotkeys toBeReleased(std::unique_ptr<Service> service) {
   Service& given = *service;
-  return {.service = std::move(service), .release = [&given] { given.release(); }};
+  return {.service = std::move(service), .release = [&given] { given.release(); }, .road = {}};
 }
 
 ChosenHotkeys refusing(const QString& reason) {
-  return {.service = std::make_unique<desktop::NoHotkeys>(reason), .release = {}};
+  return {.service = std::make_unique<desktop::NoHotkeys>(reason), .release = {}, .road = {}};
 }
 
 ChosenHotkeys make(HotkeyRoad road, SystemLog& log) {
   switch (road) {
     case HotkeyRoad::x11:
       if (auto grabs = x11::HotkeyGrabs::create(log))
-        return {.service = std::move(grabs), .release = {}};
+        return {.service = std::move(grabs), .release = {}, .road = {}};
       return refusing(QStringLiteral("the X display has no XInput 2.1 or later"));
     case HotkeyRoad::kde:
       return toBeReleased(std::make_unique<kde::GlobalAccel>());
     case HotkeyRoad::gnome:
+      return toBeReleased(std::make_unique<gnome::CustomBindings>(QDBusConnection::sessionBus()));
     case HotkeyRoad::portal:
     case HotkeyRoad::none:
       break;
@@ -69,12 +72,18 @@ HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced)
 
 ChosenHotkeys chooseHotkeys(SystemLog& log) {
   const QString forced = qEnvironmentVariable("TAVIN_SHORTCUTS");
-  const HotkeyRoad road = chooseHotkeyRoad(SessionTraits::read(), forced);
+  const SessionTraits session = SessionTraits::read();
+  const HotkeyRoad road = chooseHotkeyRoad(session, forced);
   log.write(QStringLiteral("Tavin: shortcuts by way of %1%2")
                 .arg(roadsByName().key(road), roadsByName().contains(forced)
                                                   ? QStringLiteral(", as TAVIN_SHORTCUTS says")
                                                   : QString()));
-  return make(road, log);
+  // A Tavin that was killed in the same user's other session may have left them there.
+  if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))
+    gnome::removeCustomBindings();
+  ChosenHotkeys chosen = make(road, log);
+  chosen.road = road;
+  return chosen;
 }
 
 }  // namespace tavin

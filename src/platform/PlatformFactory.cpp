@@ -14,6 +14,7 @@
 #include "platform/desktop/SessionBus.h"
 #include "platform/desktop/SessionBusControl.h"
 #include "platform/desktop/SettingsUserDefaults.h"
+#include "platform/gnome/HeldKeyFilter.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/tray/ModalAlerts.h"
@@ -35,6 +36,9 @@ StartedPlatform cannotStart(const QByteArray& reason) {
 void addHotkeys(Platform& platform) {
   ChosenHotkeys chosen = chooseHotkeys(*platform.log);
   platform.hotkeys = std::move(chosen.service);
+  if (chosen.road == HotkeyRoad::gnome)
+    platform.remoteControl = std::make_unique<gnome::HeldKeyFilter>(
+        QDBusConnection::sessionBus(), std::move(platform.remoteControl));
   if (chosen.release)
     platform.lastDuties.push_back(std::move(chosen.release));
 }
