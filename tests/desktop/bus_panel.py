@@ -5,6 +5,7 @@ import threading
 
 from gi.repository import Gio, GLib
 from session import SessionError, wait_until
+from wayland_session import connect
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 DESCRIPTION = """<node><interface name="org.kde.StatusNotifierWatcher">
@@ -35,9 +36,7 @@ class BusPanel:
     def _serve(self, ready):
         context = GLib.MainContext()
         context.push_thread_default()
-        self._bus = Gio.DBusConnection.new_for_address_sync(
-            self._address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        self._bus = connect(self._address)
         interface = Gio.DBusNodeInfo.new_for_xml(DESCRIPTION).interfaces[0]
         self._bus.register_object("/StatusNotifierWatcher", interface, self._called,
                                   lambda *_: GLib.Variant("b", True), None)

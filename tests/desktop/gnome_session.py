@@ -5,7 +5,7 @@ import os
 
 from gi.repository import Gio, GLib
 from session import stop, wait_until
-from wayland_session import WaylandSession
+from wayland_session import WaylandSession, connect
 
 SOCKET = "wayland-tavin"
 MEDIA_KEYS = "/usr/libexec/gsd-media-keys"
@@ -13,12 +13,6 @@ SYSTEM_BUS = """<busconfig><type>system</type><listen>unix:path={}</listen>
 <auth>EXTERNAL</auth><policy context="default"><allow send_destination="*" eavesdrop="true"/>
 <allow eavesdrop="true"/><allow own="*"/></policy></busconfig>"""
 INPUT, INPUT_PATH = "org.gnome.Mutter.RemoteDesktop", "/org/gnome/Mutter/RemoteDesktop"
-
-
-def connect(address):
-    return Gio.DBusConnection.new_for_address_sync(
-        address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
 
 
 class GnomeSession(WaylandSession):
@@ -89,6 +83,12 @@ class GnomeSession(WaylandSession):
         done, result = self.call("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell", "Eval",
                                  GLib.Variant("(s)", (script,)))
         return result if done else ""
+
+    def picture(self, path):
+        """Writes what the screen shows to a PNG file."""
+        shell = "org.gnome.Shell.Screenshot"
+        self.call(shell, "/org/gnome/Shell/Screenshot", shell, "Screenshot",
+                  GLib.Variant("(bbs)", (True, False, path)))
 
     def _open_input(self):
         """One for the session: a keyboard that comes and goes takes the focus along."""

@@ -4,10 +4,14 @@ import contextlib
 import os
 import shutil
 import subprocess
+import threading
 
-from gi.repository import Gio, GLib
-from session import SessionError, _readable, stop, wait_until
-from wayland_session import WaylandSession
+import gi
+
+gi.require_version("GdkPixbuf", "2.0")
+from gi.repository import GdkPixbuf, Gio, GLib  # noqa: E402
+from session import SessionError, _readable, stop, wait_until  # noqa: E402
+from wayland_session import WaylandSession, connect  # noqa: E402
 
 SOCKET = "wayland-tavin"
 
@@ -104,11 +108,35 @@ class KwinSession(WaylandSession):
         if answer.readline() != b"ok\n":
             raise SessionError(f"keyboard: {what}: {self.log('fake_input.log')}")
 
+    def picture(self, path):
+        """Writes what the screen shows to a PNG file."""
+        reader, writer = os.pipe()
+        pixels = bytearray()
+        pump = threading.Thread(target=_read_all, args=(reader, pixels), daemon=True)
+        pump.start()
+        bus = connect(self.env["DBUS_SESSION_BUS_ADDRESS"])
+        end = Gio.UnixFDList.new_from_array([writer])  # Which closes it with itself.
+        answer, _ = bus.call_with_unix_fd_list_sync(
+            "org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2",
+            "CaptureWorkspace", GLib.Variant("(a{sv}h)", ({}, 0)), None, 0, 10000, end, None)
+        del end
+        pump.join(20)
+        shape = answer.unpack()[0]
+        pixels[0::4], pixels[2::4] = pixels[2::4], pixels[0::4]  # From blue first to red first.
+        GdkPixbuf.Pixbuf.new_from_bytes(
+            GLib.Bytes.new(pixels), GdkPixbuf.Colorspace.RGB, True, 8, shape["width"],
+            shape["height"], shape["stride"]).savev(path, "png", [], [])
+
     def send_key(self, code, down):
         line = f"key {code} {int(down)}"
         self._input.stdin.write(line.encode() + b"\n")
         self._input.stdin.flush()
         self._await_input(line)
+
+
+def _read_all(reader, into):
+    with open(reader, "rb") as f:
+        into += f.read()
 
 
 class GlobalAccel:
@@ -119,10 +147,7 @@ class GlobalAccel:
     SET_PRESENT, NO_AUTOLOADING = 2, 4
 
     def __init__(self, session):
-        self._bus = Gio.DBusConnection.new_for_address_sync(
-            session.env["DBUS_SESSION_BUS_ADDRESS"],
-            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        self._bus = connect(session.env["DBUS_SESSION_BUS_ADDRESS"])
 
     def _call(self, method, arguments, path=PATH, interface=INTERFACE):
         return self._bus.call_sync(self.NAME, path, interface, method, arguments, None,

@@ -3,9 +3,11 @@
 import contextlib
 import os
 import subprocess
+import time
 
 import isolation
 from driver import Desktop
+from gi.repository import Gio
 from session import Session, wait_until
 
 # Kernel key codes; those of letters stand for the key in that place of an ANSI keyboard.
@@ -29,6 +31,13 @@ def keep_x_sockets_apart():
     with contextlib.suppress(FileExistsError):
         os.mkdir(X_SOCKETS)
     subprocess.run(["mount", "-t", "tmpfs", "-o", "mode=1777", "tavin", X_SOCKETS], check=True)
+
+
+def connect(address):
+    """A connection of our own to a message bus."""
+    return Gio.DBusConnection.new_for_address_sync(
+        address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
 
 
 class WaylandSession(Session):
@@ -66,6 +75,10 @@ class WaylandSession(Session):
         """Presses or releases the key with a kernel code."""
         raise NotImplementedError
 
+    def picture(self, path):
+        """Writes what the screen shows to a PNG file."""
+        raise NotImplementedError
+
     def tell_activated_programs(self, *names):
         """Programs that the bus starts get these variables too."""
         self.run(["dbus-update-activation-environment", *names])
@@ -92,8 +105,11 @@ class WaylandDesktop(Desktop):
             with contextlib.suppress(FileNotFoundError):
                 os.unlink(os.path.join(session.folder, name))
 
+    PACE = 0  # The seconds between two chords.
+
     def key(self, *chords):
         for chord in chords:
+            time.sleep(self.PACE)
             self.press(chord)
             self.release(chord)
 

@@ -1,6 +1,7 @@
 #include "platform/gnome/CustomBindings.h"
 
 #include <QDBusMessage>
+#include <QTimer>
 #include <algorithm>
 #include <chrono>
 #include <future>
@@ -64,8 +65,7 @@ HotkeyRegistration CustomBindings::registerEventHotKey(std::uint32_t keyCode,
     return refused(QStringLiteral("GNOME's settings daemon is not installed"));
   auto hotKey = std::make_shared<HotKey>();
   hotKey->action = desktop::shortcutAction(modifiers);
-  if (std::ranges::any_of(hotKeys_,
-                          [&](const auto& other) { return other->action == hotKey->action; }))
+  if (holds(hotKey->action))
     return refused(QStringLiteral("Tavin itself holds the combination"));
   if (const auto holder = holderOf(*combination, ourCustomPaths())) {
     removeCustomBinding(hotKey->action);  // A killed Tavin's.
@@ -83,8 +83,22 @@ void CustomBindings::unregisterEventHotKey(const EventHotKeyRef& ref) {
   const auto found = std::ranges::find(hotKeys_, ref);
   if (found == hotKeys_.end())
     return;
-  removeCustomBinding((*found)->action);
+  removeLater((*found)->action);
   hotKeys_.erase(found);
+}
+
+// Where another key takes its place at once, that is one change for the settings daemon, which gets
+// confused by several in a row.
+void CustomBindings::removeLater(const QString& action) {
+  QTimer::singleShot(0, &owners_, [this, action] {
+    if (!holds(action))
+      removeCustomBinding(action);
+  });
+}
+
+bool CustomBindings::holds(const QString& action) const {
+  return std::ranges::any_of(hotKeys_,
+                             [&action](const auto& hotKey) { return hotKey->action == action; });
 }
 
 void CustomBindings::release() {

@@ -30,6 +30,8 @@ class CustomBindings final : public HotkeyService {
  private:
   struct HotKey;
 
+  bool holds(const QString& action) const;
+  void removeLater(const QString& action);
   bool daemonRuns();
   void daemonCame();
 

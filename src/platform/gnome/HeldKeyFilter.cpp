@@ -1,9 +1,9 @@
 #include "platform/gnome/HeldKeyFilter.h"
 
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <algorithm>
 #include <utility>
 
 namespace tavin::gnome {
@@ -18,6 +18,17 @@ constexpr milliseconds longestDelay(2500);
 // Commands that were started while the key was held may arrive after its release.
 constexpr milliseconds stragglers(400);
 
+// Where the shell is too busy to answer it may have been any time; where it has no such service, it
+// counts as just now.
+PressFilter::Input inputBefore(PressFilter::Clock::time_point asked,
+                               const QDBusPendingReply<qulonglong>& idle) {
+  const auto now = PressFilter::Clock::now();
+  if (idle.isError())
+    return {idle.error().type() == QDBusError::NoReply ? PressFilter::Clock::time_point() : now, now};
+  const milliseconds ago(idle.value());  // Rounded down.
+  return {asked - ago - milliseconds(1), now - ago};
+}
+
 QDBusMessage questionForIdleTime() {
   const QString monitor = QStringLiteral("org.gnome.Mutter.IdleMonitor");
   return QDBusMessage::createMethodCall(monitor,
@@ -27,15 +38,16 @@ QDBusMessage questionForIdleTime() {
 
 }  // namespace
 
-bool PressFilter::isPress(Clock::time_point now, Clock::time_point lastInput) {
-  const auto lastRun = std::max(lastPress_, lastRepetition_);
-  const bool withoutInput = lastRun && lastInput <= *lastPress_ && now - *lastRun < longestDelay;
-  const bool straggles = lastRepetition_ && now - *lastRepetition_ < stragglers;
-  if (withoutInput || straggles) {
-    lastRepetition_ = now;
+bool PressFilter::isPress(Clock::time_point now, Input last) {
+  const bool sameInput = press_ && last.earliest <= press_->input.latest &&
+                         now - repetition_.value_or(press_->at) < longestDelay;
+  const bool straggles = repetition_ && now - *repetition_ < stragglers;
+  if (sameInput || straggles) {
+    repetition_ = now;
     return false;
   }
-  lastPress_ = now;
+  press_ = Press{now, last};
+  repetition_.reset();
   return true;
 }
 
@@ -50,15 +62,13 @@ void HeldKeyFilter::serve(RemoteActions actions) {
 
 std::function<void()> HeldKeyFilter::filtered(std::function<void()> action) {
   return [bus = bus_, action = std::move(action), filter = std::make_shared<PressFilter>()] {
-    auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(questionForIdleTime(), idleDeadline));
     const auto asked = PressFilter::Clock::now();
+    auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(questionForIdleTime(), idleDeadline));
     QObject::connect(reply, &QDBusPendingCallWatcher::finished, reply,
                      [=](QDBusPendingCallWatcher* done) {
                        const QDBusPendingReply<qulonglong> idle = *done;
                        done->deleteLater();
-                       // No answer: as if the user had just pressed.
-                       const milliseconds ago(idle.isError() ? 0 : idle.value());
-                       if (filter->isPress(asked, asked - ago) && action)
+                       if (filter->isPress(asked, inputBefore(asked, idle)) && action)
                          action();
                      });
   };

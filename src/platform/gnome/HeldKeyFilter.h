@@ -14,20 +14,29 @@ class PressFilter {
  public:
   using Clock = std::chrono::steady_clock;
 
-  // Whether a run that was asked for at `now` is a press of its own. `lastInput` is when the user
-  // last pressed, released or moved anything: a repetition needs no input, a press does.
-  bool isPress(Clock::time_point now, Clock::time_point lastInput);
+  // When the user last pressed, released or moved anything, as nearly as is known.
+  struct Input {
+    Clock::time_point earliest;
+    Clock::time_point latest;
+  };
+
+  // Whether a run that was asked for at `now` is a press of its own: that takes new input, a
+  // repetition takes none. In doubt it is a repetition.
+  bool isPress(Clock::time_point now, Input last);
 
  private:
-  std::optional<Clock::time_point> lastPress_;
-  std::optional<Clock::time_point> lastRepetition_;
+  struct Press {
+    Clock::time_point at;
+    Input input;
+  };
+  std::optional<Press> press_;
+  std::optional<Clock::time_point> repetition_;  // Since that press.
 };
 
 // Between the program and its D-Bus actions where those are what GNOME's custom key bindings run:
 // GNOME runs the command again and again while the key is held, thirty times a second. The shell is
-// asked how long the user has been idle; where it does not answer within a moment, the run counts
-// as a press. What remains: a hand on the mouse while the key is held makes another press of a
-// repetition. Main thread only.
+// asked how long the user has been idle. What remains: a hand on the mouse while the key is held makes
+// a press of a repetition. Main thread only.
 class HeldKeyFilter final : public RemoteControl {
  public:
   HeldKeyFilter(const QDBusConnection& bus, std::unique_ptr<RemoteControl> actions);

@@ -73,6 +73,8 @@ QStringList Settings::strings(const QString& key) const {
 }
 
 void Settings::setString(const QString& key, const QString& value) {
+  if (strings(key) == QStringList(value))
+    return;
   g_settings_set_string(settings_.get(), key.toUtf8().constData(), value.toUtf8().constData());
 }
 

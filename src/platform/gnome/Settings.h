@@ -22,6 +22,7 @@ class Settings {
   QStringList keys() const;
   // A text or a list of texts; empty for settings of other types and for keys that are not there.
   QStringList strings(const QString& key) const;
+  // Writes nothing where that is the value already: each write is news to whoever listens.
   void setString(const QString& key, const QString& value);
   void setStrings(const QString& key, const QStringList& value);
   bool flag(const QString& key) const;
