@@ -7,7 +7,9 @@
 #include "platform/desktop/NoHotkeys.h"
 #include "platform/gnome/CustomBindings.h"
 #include "platform/gnome/CustomKeybindings.h"
+#include "platform/gnome/KeyHolders.h"
 #include "platform/kde/GlobalAccel.h"
+#include "platform/portal/GlobalShortcuts.h"
 #include "platform/x11/HotkeyGrabs.h"
 
 namespace tavin {
@@ -45,7 +47,17 @@ ChosenHotkeys refusing(const QString& reason) {
   return {.service = std::make_unique<desktop::NoHotkeys>(reason), .release = {}, .road = {}};
 }
 
-ChosenHotkeys make(HotkeyRoad road, SystemLog& log) {
+// GNOME's portal grants a key that GNOME itself holds, and never tells its presses.
+portal::GlobalShortcuts::Holder holderIn(const SessionTraits& session) {
+  if (session.gnomeShellVersion.isEmpty())
+    return [](std::uint32_t, std::uint32_t) { return std::nullopt; };
+  return [](std::uint32_t keyCode, std::uint32_t modifiers) -> std::optional<QString> {
+    const auto combination = gnome::Combination::of(keyCode, modifiers);
+    return combination ? gnome::holderOf(*combination, {}) : std::nullopt;
+  };
+}
+
+ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session, SystemLog& log) {
   switch (road) {
     case HotkeyRoad::x11:
       if (auto grabs = x11::HotkeyGrabs::create(log))
@@ -56,6 +68,9 @@ ChosenHotkeys make(HotkeyRoad road, SystemLog& log) {
     case HotkeyRoad::gnome:
       return toBeReleased(std::make_unique<gnome::CustomBindings>(QDBusConnection::sessionBus()));
     case HotkeyRoad::portal:
+      return {.service = std::make_unique<portal::GlobalShortcuts>(holderIn(session)),
+              .release = {},
+              .road = {}};
     case HotkeyRoad::none:
       break;
   }
@@ -81,7 +96,7 @@ ChosenHotkeys chooseHotkeys(SystemLog& log) {
   // A Tavin that was killed in the same user's other session may have left them there.
   if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))
     gnome::removeCustomBindings();
-  ChosenHotkeys chosen = make(road, log);
+  ChosenHotkeys chosen = make(road, session, log);
   chosen.road = road;
   return chosen;
 }

@@ -13,6 +13,9 @@ BusSignal::~BusSignal() {
                   SLOT(received(QDBusMessage)));
 }
 
-void BusSignal::received(const QDBusMessage& message) { handler_(message); }
+void BusSignal::received(const QDBusMessage& message) {
+  const Handler handler = handler_;  // It may end this object.
+  handler(message);
+}
 
 }  // namespace tavin::desktop

@@ -8,7 +8,8 @@
 
 namespace tavin::desktop {
 
-// A signal on a message bus, heard as long as this object lives. Main thread only.
+// A signal on a message bus, heard as long as this object lives, which the
+// handler may end. Main thread only.
 class BusSignal final : public QObject {
   Q_OBJECT
 
