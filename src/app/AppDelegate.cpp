@@ -26,6 +26,10 @@ void AppDelegate::applicationDidFinishLaunching() {
   menuController_ = std::make_shared<MenuController>(*this);
   statusItem_->setMenu(&menuController_->menu());
   engine_->startIfNeeded();
+  hotkeys_.setAnswerHandler([weak = weak_from_this()] {
+    if (const auto self = weak.lock())
+      self->menuController_->hotkeysAvailable = self->hotkeys_.allActive();
+  });
   registerHotkeys();
   if (!selection_.isTrusted(false))
     selection_.isTrusted(true);
@@ -49,17 +53,17 @@ void AppDelegate::registerHotkeys(const ShortcutPreset& preset) {
   require(menuController_ != nullptr, "there is no menu before launch");
   hotkeys_.unregisterAll();
   const auto weak = weak_from_this();
-  const bool speak = hotkeys_.registerHotkey(preset.keyCode, preset.modifiers, [weak] {
+  hotkeys_.registerHotkey(preset.keyCode, preset.modifiers, [weak] {
     if (const auto self = weak.lock())
       self->speakOrStop();
   });
   // The pause shortcut is always the speak shortcut with Shift, on purpose no setting of its own.
   const int pauseModifiers = preset.modifiers | static_cast<int>(HotkeyModifiers::shiftKey);
-  const bool pause = hotkeys_.registerHotkey(preset.keyCode, pauseModifiers, [weak] {
+  hotkeys_.registerHotkey(preset.keyCode, pauseModifiers, [weak] {
     if (const auto self = weak.lock())
       self->togglePause();
   });
-  menuController_->hotkeysAvailable = speak && pause;
+  menuController_->hotkeysAvailable = hotkeys_.allActive();
 }
 
 void AppDelegate::serveRemoteActions() {

@@ -1,5 +1,6 @@
 #include "hotkeys/HotkeyCenter.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -38,6 +39,7 @@ void HotkeyCenter::installOnce() {
       handler();
     });
   });
+  service_.installAnswerHandler([this](const HotkeyRegistration& answer) { takeAnswer(answer); });
 }
 
 bool HotkeyCenter::registerHotkey(std::int64_t keyCode, std::int64_t modifiers, Handler handler) {
@@ -45,24 +47,58 @@ bool HotkeyCenter::registerHotkey(std::int64_t keyCode, std::int64_t modifiers, 
   const auto id = static_cast<std::uint32_t>(handlers_->size() + 1);
   HotkeyRegistration result = service_.registerEventHotKey(
       unsigned32(keyCode), unsigned32(modifiers), {.signature = signature, .id = id});
-  if (result.status == 0 && result.ref) {
+  Registration registration{keyCode, modifiers, std::move(result.ref), false};
+  registration.active = result.status == 0 && registration.ref;
+  const bool active = registration.active;
+  if (!active)
+    logRefusal(registration, result.status, result.reason);
+  if (registration.ref) {
     (*handlers_)[id] = std::move(handler);
-    refs_.push_back(std::move(result.ref));
-    return true;
+    registrations_.push_back(std::move(registration));
+  } else {
+    anyRefused_ = true;
   }
-  log_.write(QStringLiteral("Tavin: hotkey keyCode=%1 modifiers=%2 unavailable (%3)")
-                 .arg(keyCode)
-                 .arg(modifiers)
-                 .arg(result.status));
-  if (!result.reason.isEmpty())
-    log_.write(QStringLiteral("Tavin: ") + result.reason);
-  return false;
+  return active;
 }
 
 void HotkeyCenter::unregisterAll() {
-  for (const EventHotKeyRef& ref : refs_) service_.unregisterEventHotKey(ref);
-  refs_.clear();
+  for (const Registration& each : registrations_) service_.unregisterEventHotKey(each.ref);
+  registrations_.clear();
   handlers_->clear();
+  anyRefused_ = false;
+}
+
+bool HotkeyCenter::allActive() const {
+  return !anyRefused_ && std::ranges::all_of(registrations_, &Registration::active);
+}
+
+void HotkeyCenter::setAnswerHandler(std::function<void()> answered) {
+  answered_ = std::move(answered);
+}
+
+void HotkeyCenter::takeAnswer(const HotkeyRegistration& answer) {
+  const auto found = std::ranges::find(registrations_, answer.ref, &Registration::ref);
+  if (found == registrations_.end())
+    return;
+  found->active = answer.status == 0;
+  if (found->active)
+    log_.write(QStringLiteral("Tavin: hotkey keyCode=%1 modifiers=%2 available")
+                   .arg(found->keyCode)
+                   .arg(found->modifiers));
+  else
+    logRefusal(*found, answer.status, answer.reason);
+  if (answered_)
+    answered_();
+}
+
+void HotkeyCenter::logRefusal(const Registration& refused, std::int32_t status,
+                              const QString& reason) {
+  log_.write(QStringLiteral("Tavin: hotkey keyCode=%1 modifiers=%2 unavailable (%3)")
+                 .arg(refused.keyCode)
+                 .arg(refused.modifiers)
+                 .arg(status));
+  if (!reason.isEmpty())
+    log_.write(QStringLiteral("Tavin: ") + reason);
 }
 
 }  // namespace tavin

@@ -6,13 +6,11 @@
 #include <utility>
 
 #include "platform/atspi/AssembleCapture.h"
-#include "platform/desktop/NoHotkeys.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
 #include "platform/wayland/WaylandWindowSystem.h"
 #include "platform/x11/CreateCapture.h"
 #include "platform/x11/DisplayBell.h"
-#include "platform/x11/HotkeyGrabs.h"
 
 namespace tavin {
 namespace {
@@ -50,8 +48,7 @@ DesktopServices::DesktopServices()
     : compositor_(wayland::Compositor::connect()),
       display_(x11::Connection::open() != nullptr),
       clipboard_(chosen("TAVIN_CLIPBOARD", "data-control", "x11", compositor_ != nullptr)),
-      keyboard_(chosen("TAVIN_KEYBOARD", "virtual-keyboard", "xtest", compositor_ != nullptr)),
-      shortcuts_(chosen("TAVIN_SHORTCUTS", "none", "x11", compositor_ != nullptr)) {}
+      keyboard_(chosen("TAVIN_KEYBOARD", "virtual-keyboard", "xtest", compositor_ != nullptr)) {}
 
 DesktopServices::~DesktopServices() = default;
 
@@ -87,18 +84,6 @@ std::optional<Capture> DesktopServices::createCapture(SystemLog& log) {
   return atspi::assembleCapture(log, {std::move(windows), std::move(*clipboard), makeKeyboard});
 }
 
-std::unique_ptr<HotkeyService> DesktopServices::createHotkeys(SystemLog& log) {
-  if (shortcuts_ == "x11" && display_) {
-    if (auto grabs = x11::HotkeyGrabs::create(log))
-      return grabs;
-    return std::make_unique<desktop::NoHotkeys>(
-        QStringLiteral("the X display has no XInput 2.1 or later"));
-  }
-  return std::make_unique<desktop::NoHotkeys>(
-      QStringLiteral("this desktop has no interface for it: bind a key to "
-                     "\"gapplication action app.tavin.Tavin speak\""));
-}
-
 std::function<void()> DesktopServices::displayBell() const {
   return display_ && !compositor_ ? x11::ringDisplayBell : std::function<void()>([] {});
 }
@@ -109,9 +94,9 @@ QString DesktopServices::description() const {
   const QString clipboard = clipboard_ == "data-control"
                                 ? QString::fromStdString(compositor_->clipboardName())
                                 : clipboard_;
-  return QString("Wayland, clipboard %1, keyboard %2, windows %3, shortcuts %4, Qt %5")
+  return QString("Wayland, clipboard %1, keyboard %2, windows %3, Qt %4")
       .arg(clipboard, keyboard_, compositor_->tellsWindows() ? "foreign-toplevel" : "none",
-           shortcuts_, qtPlatform());
+           qtPlatform());
 }
 
 }  // namespace tavin

@@ -7,7 +7,6 @@
 #include <optional>
 
 #include "platform/Capture.h"
-#include "platform/HotkeyService.h"
 #include "platform/SystemLog.h"
 
 namespace tavin::wayland {
@@ -18,8 +17,8 @@ namespace tavin {
 
 // What serves in this session, chosen by what it really offers: each service on its own, so that
 // one that is missing takes no other away. For tests and for sessions that offer more than works,
-// TAVIN_CLIPBOARD ("data-control", "x11"), TAVIN_KEYBOARD ("virtual-keyboard", "xtest", "none") and
-// TAVIN_SHORTCUTS ("x11", "none") force one each.
+// TAVIN_CLIPBOARD ("data-control", "x11") and TAVIN_KEYBOARD ("virtual-keyboard", "xtest", "none")
+// force one each.
 class DesktopServices {
  public:
   // Looks round; bounded by two seconds. Before Qt is started.
@@ -34,7 +33,6 @@ class DesktopServices {
   // None where a service that must be there is not. `log` must outlive it. Once, after Qt is
   // started.
   std::optional<Capture> createCapture(SystemLog& log);
-  std::unique_ptr<HotkeyService> createHotkeys(SystemLog& log);
   // Rings where no sound can be played.
   std::function<void()> displayBell() const;
   // What was chosen, in one line.
@@ -43,7 +41,7 @@ class DesktopServices {
  private:
   const std::shared_ptr<wayland::Compositor> compositor_;  // Null where X11 serves.
   const bool display_;                                     // There is an X display.
-  QString clipboard_, keyboard_, shortcuts_;
+  QString clipboard_, keyboard_;
 };
 
 }  // namespace tavin

@@ -20,8 +20,10 @@ using EventHotKeyRef = std::shared_ptr<EventHotKey>;
 
 struct HotkeyRegistration {
   std::int32_t status = 0;  // 0 is success; else the service's own number, -1 where it has none.
-  EventHotKeyRef ref;       // Null where the combination was refused.
-  QString reason;           // Why it was refused, for the log; may be empty.
+  // Null where the combination was refused. With a status other than 0 it is refused until the
+  // desktop has answered, and released like one that was granted.
+  EventHotKeyRef ref;
+  QString reason;  // Why it was refused, for the log; may be empty.
 };
 
 // Modifier masks and key codes of a combination are those of the macOS hot-key service.
@@ -38,6 +40,10 @@ class HotkeyService {
   virtual ~HotkeyService() = default;
   // `callback` is called on the main thread, once for each press however long the key is held.
   virtual std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) = 0;
+  // `callback` is called on the main thread, never from within another call of this contract, with
+  // a registration whose answer came later, or was taken back, and its status as it is from now on.
+  // Services that always answer at once never call it.
+  virtual void installAnswerHandler(std::function<void(const HotkeyRegistration&)>) {}
   // Never reports success for a key that will not arrive. Bounded in time.
   virtual HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                  EventHotKeyID id) = 0;

@@ -6,6 +6,7 @@
 
 #include "engine/CurlSession.h"
 #include "platform/DesktopServices.h"
+#include "platform/HotkeyChoice.h"
 #include "platform/ThreadQueue.h"
 #include "platform/desktop/AutostartLoginItem.h"
 #include "platform/desktop/DesktopWorkspace.h"
@@ -14,6 +15,7 @@
 #include "platform/desktop/SessionBus.h"
 #include "platform/desktop/SessionBusControl.h"
 #include "platform/desktop/SettingsUserDefaults.h"
+#include "platform/gnome/HeldKeyFilter.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/tray/ModalAlerts.h"
@@ -28,6 +30,17 @@ constexpr std::size_t globalQueueThreads = 64;
 StartedPlatform cannotStart(const QByteArray& reason) {
   std::fprintf(stderr, "tavin: %s\n", reason.constData());
   return {.platform = nullptr, .exitCode = 1};
+}
+
+QString addHotkeys(Platform& platform) {
+  ChosenHotkeys chosen = chooseHotkeys(*platform.log);
+  platform.hotkeys = std::move(chosen.service);
+  if (chosen.road == HotkeyRoad::gnome)
+    platform.remoteControl = std::make_unique<gnome::HeldKeyFilter>(
+        QDBusConnection::sessionBus(), std::move(platform.remoteControl));
+  if (chosen.release)
+    platform.lastDuties.push_back(std::move(chosen.release));
+  return chosen.name;
 }
 
 // What every desktop has in the same way.
@@ -81,10 +94,10 @@ StartedPlatform startPlatform(int& argc, char** argv) {
     return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
   addCapture(*platform, std::move(*capture));
-  platform->hotkeys = services.createHotkeys(*platform->log);
+  const QString shortcuts = addHotkeys(*platform);
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(services.displayBell());
-  platform->log->write(QStringLiteral("Tavin: %1, %2")
-                           .arg(services.description(),
+  platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3")
+                           .arg(services.description(), shortcuts,
                                 bus.isConnected() ? QStringLiteral("with the session bus")
                                                   : QStringLiteral("without a session bus")));
   return {.platform = std::move(platform), .exitCode = 0};

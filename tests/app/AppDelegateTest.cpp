@@ -69,6 +69,42 @@ TEST_F(AppDelegateTest, AnotherPresetReplacesBothShortcutsAndRecomputesAvailabil
   EXPECT_TRUE(app->menuController()->hotkeysAvailable);
 }
 
+TEST_F(AppDelegateTest, LateAnswersCorrectTheAvailabilityOfTheShortcuts) {
+  fakes.hotkeys.answerLater(53, 2048);
+  fakes.hotkeys.answerLater(53, 2560);
+  launch();
+  EXPECT_FALSE(app->menuController()->hotkeysAvailable);
+  fakes.hotkeys.answer(0, 0);
+  EXPECT_FALSE(app->menuController()->hotkeysAvailable);
+  fakes.hotkeys.answer(1, 0);
+  EXPECT_TRUE(app->menuController()->hotkeysAvailable);
+  fakes.hotkeys.answer(1, -1);
+  EXPECT_FALSE(app->menuController()->hotkeysAvailable);
+}
+
+TEST_F(AppDelegateTest, LateAnswerForAPresetThatWasChangedMeanwhileChangesNothing) {
+  fakes.hotkeys.answerLater(53, 2048);
+  launch();
+  fakes.userDefaults.values["shortcut"] = "ctrl-opt-r";
+  app->registerHotkeys();
+  ASSERT_TRUE(app->menuController()->hotkeysAvailable);
+  fakes.hotkeys.answer(0, -1);
+  EXPECT_TRUE(app->menuController()->hotkeysAvailable);
+}
+
+TEST_F(AppDelegateTest, LateAnswerAfterQuitChangesNothing) {
+  fakes.hotkeys.answerLater(53, 2048);
+  launch();
+  app->applicationWillTerminate();
+  fakes.settle();
+  app.reset();
+  fakes.work = nullptr;  // It went with the controller.
+  fakes.journal.clear();
+  fakes.hotkeys.answer(0, 0);
+  fakes.settle();
+  EXPECT_THAT(lines(), ElementsAre());
+}
+
 TEST_F(AppDelegateTest, PresetThatContainsShiftRegistersTheSameCombinationTwice) {
   launch();
   app->registerHotkeys({QStringLiteral("shifted"), QStringLiteral("label"), 53, 0x0A00});

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <map>
+#include <set>
 
 #include "fake/Journal.h"
 #include "platform/AlertPresenter.h"
@@ -140,6 +141,12 @@ class FakeHotkeyService final : public HotkeyService {
                                          EventHotKeyID id) override {
     journal_.add(QStringLiteral("grab %1+%2 id %3").arg(keyCode).arg(modifiers).arg(id.id));
     signatures.push_back(id.signature);
+    if (pending.contains({keyCode, modifiers})) {
+      auto key = std::make_shared<Key>();
+      key->id = id;
+      asked.push_back(key);
+      return {.status = -1, .ref = key, .reason = reason};
+    }
     const auto refused = refusals.find({keyCode, modifiers});
     if (refused != refusals.end())
       return {.status = refused->second, .ref = nullptr, .reason = reason};
@@ -151,6 +158,18 @@ class FakeHotkeyService final : public HotkeyService {
     journal_.add(QStringLiteral("ungrab id %1").arg(static_cast<Key&>(*ref).id.id));
   }
 
+  void installAnswerHandler(std::function<void(const HotkeyRegistration&)> handler) override {
+    answered = std::move(handler);
+  }
+
+  // The desktop answers neither of these before the test calls `answer`.
+  void answerLater(std::uint32_t keyCode, std::uint32_t modifiers) {
+    pending.insert({keyCode, modifiers});
+  }
+  // Answers the request that was made as the `index`th of those.
+  void answer(std::size_t index, std::int32_t status) {
+    answered({.status = status, .ref = asked.at(index), .reason = reason});
+  }
   void refuse(std::uint32_t keyCode, std::uint32_t modifiers, std::int32_t status) {
     refusals[{keyCode, modifiers}] = status;
   }
@@ -159,6 +178,9 @@ class FakeHotkeyService final : public HotkeyService {
   std::function<void(EventHotKeyID)> callback;
   std::int32_t installStatus = 0;
   std::map<std::pair<std::uint32_t, std::uint32_t>, std::int32_t> refusals;
+  std::function<void(const HotkeyRegistration&)> answered;
+  std::set<std::pair<std::uint32_t, std::uint32_t>> pending;
+  std::vector<EventHotKeyRef> asked;
   std::vector<std::uint32_t> signatures;
   QString reason;
 

@@ -140,6 +140,83 @@ TEST_F(HotkeyCenterTest, UnregisterAllReleasesInOrder) {
   EXPECT_THAT(journal.lines(), ElementsAre("main: ungrab id 1", "main: ungrab id 2"));
 }
 
+TEST_F(HotkeyCenterTest, LateYesMakesTheCombinationActiveAndIsLogged) {
+  int answers = 0;
+  center.setAnswerHandler([&] { ++answers; });
+  service.answerLater(53, 2048);
+  EXPECT_FALSE(add(53, 2048));
+  EXPECT_FALSE(center.allActive());
+  service.answer(0, 0);
+  EXPECT_TRUE(center.allActive());
+  EXPECT_EQ(answers, 1);
+  EXPECT_THAT(log.lines, ElementsAre("Tavin: hotkey keyCode=53 modifiers=2048 unavailable (-1)",
+                                     "Tavin: hotkey keyCode=53 modifiers=2048 available"));
+}
+
+TEST_F(HotkeyCenterTest, LateNoIsLoggedWithItsReason) {
+  int answers = 0;
+  center.setAnswerHandler([&] { ++answers; });
+  service.answerLater(53, 2048);
+  add(53, 2048);
+  log.lines.clear();
+  service.reason = QStringLiteral("the desktop holds it");
+  service.answer(0, 2);
+  EXPECT_FALSE(center.allActive());
+  EXPECT_EQ(answers, 1);
+  EXPECT_THAT(log.lines, ElementsAre("Tavin: hotkey keyCode=53 modifiers=2048 unavailable (2)",
+                                     "Tavin: the desktop holds it"));
+}
+
+TEST_F(HotkeyCenterTest, GrantTakenBackLaterIsARefusal) {
+  service.answerLater(53, 2048);
+  add(53, 2048);
+  service.answer(0, 0);
+  service.answer(0, -1);
+  EXPECT_FALSE(center.allActive());
+}
+
+TEST_F(HotkeyCenterTest, PendingCombinationsHaveIdsOfTheirOwn) {
+  std::string ran;
+  service.answerLater(53, 2048);
+  service.answerLater(53, 2560);
+  add(53, 2048, [&] { ran += "speak"; });
+  add(53, 2560, [&] { ran += "pause"; });
+  EXPECT_THAT(journal.starting("main: grab"),
+              ElementsAre("main: grab 53+2048 id 1", "main: grab 53+2560 id 2"));
+  service.answer(1, 0);
+  service.answer(0, 0);
+  press(2);
+  settle();
+  EXPECT_EQ(ran, "pause");
+}
+
+TEST_F(HotkeyCenterTest, OneOfTwoAnsweredWithNoLeavesTheOtherWorking) {
+  int pause = 0;
+  service.answerLater(53, 2048);
+  add(53, 2048);
+  EXPECT_TRUE(add(53, 2560, [&] { ++pause; }));
+  service.answer(0, -1);
+  EXPECT_FALSE(center.allActive());
+  press(2);
+  settle();
+  EXPECT_EQ(pause, 1);
+}
+
+TEST_F(HotkeyCenterTest, AnswerForAReleasedCombinationIsIgnored) {
+  int answers = 0;
+  center.setAnswerHandler([&] { ++answers; });
+  service.answerLater(53, 2048);
+  add(53, 2048);
+  center.unregisterAll();
+  EXPECT_EQ(journal.lines().back(), "main: ungrab id 1");
+  add(15, 6144);
+  log.lines.clear();
+  service.answer(0, -1);
+  EXPECT_TRUE(center.allActive());
+  EXPECT_EQ(answers, 0);
+  EXPECT_THAT(log.lines, ElementsAre());
+}
+
 using HotkeyCenterDeathTest = HotkeyCenterTest;
 
 TEST_F(HotkeyCenterDeathTest, CodeOrMaskBeyondThirtyTwoBitsStopsTheProcess) {

@@ -40,7 +40,7 @@ def said(tavin):
 def test_one_line_tells_what_was_chosen(start):
     assert said(start()) == (
         "Tavin: Wayland, clipboard wlr-data-control 2, keyboard virtual-keyboard, "
-        "windows foreign-toplevel, shortcuts none, Qt wayland, with the session bus")
+        "windows foreign-toplevel, Qt wayland, shortcuts none, with the session bus")
 
 
 def test_without_processes_the_focused_program_is_found(start, desktop, field):

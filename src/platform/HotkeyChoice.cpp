@@ -1,0 +1,108 @@
+#include "platform/HotkeyChoice.h"
+
+#include <QHash>
+#include <utility>
+
+#include "platform/SystemLog.h"
+#include "platform/desktop/NoHotkeys.h"
+#include "platform/gnome/CustomBindings.h"
+#include "platform/gnome/CustomKeybindings.h"
+#include "platform/gnome/KeyHolders.h"
+#include "platform/kde/GlobalAccel.h"
+#include "platform/portal/GlobalShortcuts.h"
+#include "platform/x11/HotkeyGrabs.h"
+
+namespace tavin {
+namespace {
+
+constexpr int firstGnomeWithPortal = 48;
+
+const QHash<QString, HotkeyRoad>& roadsByName() {
+  static const QHash<QString, HotkeyRoad> roads{{QStringLiteral("x11"), HotkeyRoad::x11},
+                                                {QStringLiteral("kde"), HotkeyRoad::kde},
+                                                {QStringLiteral("gnome"), HotkeyRoad::gnome},
+                                                {QStringLiteral("portal"), HotkeyRoad::portal},
+                                                {QStringLiteral("none"), HotkeyRoad::none}};
+  return roads;
+}
+
+HotkeyRoad roadOf(const SessionTraits& session) {
+  if (!session.wayland)
+    return HotkeyRoad::x11;
+  if (session.desktops.contains(QStringLiteral("KDE")) || session.kwinServes)
+    return HotkeyRoad::kde;
+  if (session.gnomeShellVersion.isEmpty())
+    return HotkeyRoad::none;
+  const int version = session.gnomeShellVersion.section(u'.', 0, 0).toInt();
+  return version < firstGnomeWithPortal ? HotkeyRoad::gnome : HotkeyRoad::portal;
+}
+
+template <typename Service>
+ChosenHotkeys toBeReleased(std::unique_ptr<Service> service) {
+  Service& given = *service;
+  return {.service = std::move(service),
+          .release = [&given] { given.release(); },
+          .road = {},
+          .name = {}};
+}
+
+ChosenHotkeys refusing(const QString& reason) {
+  return {.service = std::make_unique<desktop::NoHotkeys>(reason),
+          .release = {},
+          .road = {},
+          .name = {}};
+}
+
+// GNOME's portal grants a key that GNOME itself holds, and never tells its presses.
+portal::GlobalShortcuts::Holder holderIn(const SessionTraits& session) {
+  if (session.gnomeShellVersion.isEmpty())
+    return [](std::uint32_t, std::uint32_t) { return std::nullopt; };
+  return [](std::uint32_t keyCode, std::uint32_t modifiers) -> std::optional<QString> {
+    const auto combination = gnome::Combination::of(keyCode, modifiers);
+    return combination ? gnome::holderOf(*combination, {}) : std::nullopt;
+  };
+}
+
+ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session, SystemLog& log) {
+  switch (road) {
+    case HotkeyRoad::x11:
+      if (auto grabs = x11::HotkeyGrabs::create(log))
+        return {.service = std::move(grabs), .release = {}, .road = {}, .name = {}};
+      return refusing(QStringLiteral("the X display has no XInput 2.1 or later"));
+    case HotkeyRoad::kde:
+      return toBeReleased(std::make_unique<kde::GlobalAccel>());
+    case HotkeyRoad::gnome:
+      return toBeReleased(std::make_unique<gnome::CustomBindings>(QDBusConnection::sessionBus()));
+    case HotkeyRoad::portal:
+      return {.service = std::make_unique<portal::GlobalShortcuts>(holderIn(session)),
+              .release = {},
+              .road = {},
+              .name = {}};
+    case HotkeyRoad::none:
+      break;
+  }
+  return refusing(
+      QStringLiteral("on this desktop, key bindings of its own can run "
+                     "'gapplication action app.tavin.Tavin speak' and '... pause'"));
+}
+
+}  // namespace
+
+HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced) {
+  return roadsByName().value(forced, roadOf(session));
+}
+
+ChosenHotkeys chooseHotkeys(SystemLog& log) {
+  const QString forced = qEnvironmentVariable("TAVIN_SHORTCUTS");
+  const SessionTraits session = SessionTraits::read();
+  const HotkeyRoad road = chooseHotkeyRoad(session, forced);
+  // A Tavin that was killed in the same user's other session may have left them there.
+  if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))
+    gnome::removeCustomBindings();
+  ChosenHotkeys chosen = make(road, session, log);
+  chosen.road = road;
+  chosen.name = roadsByName().key(road);
+  return chosen;
+}
+
+}  // namespace tavin

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <memory>
+
+#include "platform/HotkeyService.h"
+
+namespace tavin {
+
+class SystemLog;
+
+// The ways in which desktops let a program have shortcuts.
+enum class HotkeyRoad {
+  x11,     // Key grabs.
+  kde,     // KGlobalAccel.
+  gnome,   // GNOME's custom key bindings.
+  portal,  // The GlobalShortcuts portal.
+  none,    // The desktop's own key bindings, made by the user, run the program's actions.
+};
+
+// What a session tells of itself.
+struct SessionTraits {
+  bool wayland = false;
+  QStringList desktops;       // As XDG_CURRENT_DESKTOP names them.
+  bool kwinServes = false;    // KWin itself answers for KGlobalAccel.
+  QString gnomeShellVersion;  // Empty where there is no GNOME Shell.
+
+  // Asks the session, for at most a second.
+  static SessionTraits read();
+};
+
+// The road for such a session. `forced` is a road's name, any other is ignored.
+HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced);
+
+struct ChosenHotkeys {
+  std::unique_ptr<HotkeyService> service;  // Never null.
+  std::function<void()> release;           // What it owes the desktop at the end; may be empty.
+  HotkeyRoad road = HotkeyRoad::none;
+  QString name;  // Of the road, for the log.
+};
+
+// Shortcuts as this session offers them, or as the environment's TAVIN_SHORTCUTS says: x11, kde,
+// gnome, portal or none. `log` must outlive the service.
+ChosenHotkeys chooseHotkeys(SystemLog& log);
+
+}  // namespace tavin

@@ -1,0 +1,64 @@
+// What the running session tells about its shortcuts.
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+
+#include "platform/Deadline.h"
+#include "platform/HotkeyChoice.h"
+#include "platform/desktop/DesktopName.h"
+
+namespace tavin {
+namespace {
+
+constexpr double secondsToAsk = 1;
+
+// An answer's first value; invalid where none comes in time.
+QVariant ask(QDBusMessage question, const QVariantList& arguments, Deadline deadline) {
+  question.setArguments(arguments);
+  question.setAutoStartService(false);
+  const QDBusMessage answer =
+      QDBusConnection::sessionBus().call(question, QDBus::Block, deadline.remainingMs());
+  return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments().value(0) : QVariant();
+}
+
+// The process that owns a name; 0 where none does.
+uint processOf(const QString& name, Deadline deadline) {
+  const QString bus = QStringLiteral("org.freedesktop.DBus");
+  return ask(QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                                            QStringLiteral("GetConnectionUnixProcessID")),
+             {name}, deadline)
+      .toUInt();
+}
+
+// Elsewhere a service of that name may run too, started by some program, and serve nobody.
+bool kwinServesShortcuts(Deadline deadline) {
+  const uint kwin = processOf(QStringLiteral("org.kde.KWin"), deadline);
+  return kwin != 0 && kwin == processOf(QStringLiteral("org.kde.kglobalaccel"), deadline);
+}
+
+QString shellVersion(Deadline deadline) {
+  const QString shell = QStringLiteral("org.gnome.Shell");
+  const QVariant version =
+      ask(QDBusMessage::createMethodCall(shell, QStringLiteral("/org/gnome/Shell"),
+                                         QStringLiteral("org.freedesktop.DBus.Properties"),
+                                         QStringLiteral("Get")),
+          {shell, QStringLiteral("ShellVersion")}, deadline);
+  return version.value<QDBusVariant>().variant().toString();
+}
+
+}  // namespace
+
+SessionTraits SessionTraits::read() {
+  SessionTraits session;
+  session.wayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+                    qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
+  session.desktops = desktop::currentDesktops();
+  if (!session.wayland || !QDBusConnection::sessionBus().isConnected())
+    return session;
+  const Deadline deadline = Deadline::in(secondsToAsk);
+  session.kwinServes = kwinServesShortcuts(deadline);
+  session.gnomeShellVersion = shellVersion(deadline);
+  return session;
+}
+
+}  // namespace tavin

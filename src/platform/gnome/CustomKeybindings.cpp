@@ -1,0 +1,87 @@
+#include "platform/gnome/CustomKeybindings.h"
+
+#include <algorithm>
+
+#include "platform/gnome/Settings.h"
+
+namespace tavin::gnome {
+namespace {
+
+const QString listKey = QStringLiteral("custom-keybindings");
+const QString nameKey = QStringLiteral("name");
+const QString commandKey = QStringLiteral("command");
+const QString bindingKey = QStringLiteral("binding");
+
+const QStringList& actions() {
+  static const QStringList names{QStringLiteral("speak"), QStringLiteral("pause")};
+  return names;
+}
+
+void setPaths(const QStringList& paths) {
+  if (auto settings = Settings::open(mediaKeysSchema())) {
+    // The list as it was before us may have been the default one.
+    if (paths.isEmpty())
+      settings->reset(listKey);
+    else
+      settings->setStrings(listKey, paths);
+  }
+}
+
+}  // namespace
+
+QString mediaKeysSchema() { return QStringLiteral("org.gnome.settings-daemon.plugins.media-keys"); }
+
+QString customSchema() { return mediaKeysSchema() + QStringLiteral(".custom-keybinding"); }
+
+QStringList customPaths() {
+  const auto settings = Settings::open(mediaKeysSchema());
+  return settings ? settings->strings(listKey) : QStringList();
+}
+
+QString customPathOf(const QString& action) {
+  return QStringLiteral(
+             "/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/tavin-%1/")
+      .arg(action);
+}
+
+QStringList ourCustomPaths() {
+  QStringList paths;
+  for (const QString& action : actions()) paths << customPathOf(action);
+  return paths;
+}
+
+void addCustomBinding(const QString& action, const QString& title, const Accelerator& key) {
+  const QString path = customPathOf(action);
+  auto binding = Settings::open(customSchema(), path);
+  if (!binding)
+    return;
+  binding->setString(nameKey, QStringLiteral("Tavin: ") + title);
+  binding->setString(commandKey, QStringLiteral("gapplication action app.tavin.Tavin ") + action);
+  binding->setString(bindingKey, key.text());
+  QStringList paths = customPaths();
+  if (!paths.contains(path))
+    setPaths(paths << path);
+}
+
+void removeCustomBinding(const QString& action) {
+  const QString path = customPathOf(action);
+  QStringList paths = customPaths();
+  if (paths.removeAll(path) == 0)
+    return;
+  setPaths(paths);
+  if (auto binding = Settings::open(customSchema(), path)) {
+    for (const QString& key : {nameKey, commandKey, bindingKey}) binding->reset(key);
+  }
+}
+
+bool hasCustomBindings() {
+  const QStringList paths = customPaths();
+  return std::ranges::any_of(ourCustomPaths(),
+                             [&paths](const QString& path) { return paths.contains(path); });
+}
+
+void removeCustomBindings() {
+  for (const QString& action : actions()) removeCustomBinding(action);
+}
+
+}  // namespace tavin::gnome

@@ -1,0 +1,185 @@
+#include "platform/kde/GlobalAccel.h"
+
+#include <QDBusError>
+#include <QDBusPendingCallWatcher>
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "platform/desktop/SessionBus.h"
+#include "platform/desktop/ShortcutAction.h"
+#include "platform/kde/QtKey.h"
+
+namespace tavin::kde {
+namespace {
+
+constexpr std::int32_t noNumber = -1;
+constexpr int answerDeadline = 500;  // Milliseconds.
+constexpr int whenItMay = std::numeric_limits<int>::max();
+
+QString newConnectionName() {
+  static int count = 0;
+  return QStringLiteral("tavin-kglobalaccel-%1").arg(++count);
+}
+
+desktop::BusSignal::Source signalOfOurs(const QString& name) {
+  return {.service = globalAccelService,
+          .path = componentPath,
+          .interface = QStringLiteral("org.kde.kglobalaccel.Component"),
+          .signal = name};
+}
+
+HotkeyRegistration refused(QString reason, EventHotKeyRef ref = nullptr) {
+  return {.status = noNumber, .ref = std::move(ref), .reason = std::move(reason)};
+}
+
+QString heldByAnother() {
+  return QStringLiteral("the desktop or another program holds the shortcut");
+}
+
+}  // namespace
+
+struct GlobalAccel::HotKey final : EventHotKey {
+  Action action;
+  EventHotKeyID id;
+  bool active = false;
+  bool held = false;
+};
+
+GlobalAccel::GlobalAccel()
+    : connectionName_(newConnectionName()),
+      bus_(desktop::connectToSessionBus(connectionName_)),
+      owners_(globalAccelService, bus_),
+      presses_(std::make_unique<desktop::BusSignal>(
+          bus_, signalOfOurs(QStringLiteral("globalShortcutPressed")),
+          [this](const QDBusMessage& signal) { pressed(signal); })),
+      releases_(std::make_unique<desktop::BusSignal>(
+          bus_, signalOfOurs(QStringLiteral("globalShortcutReleased")),
+          [this](const QDBusMessage& signal) { released(signal); })) {
+  QObject::connect(
+      &owners_, &QDBusServiceWatcher::serviceOwnerChanged, &owners_,
+      [this](const QString&, const QString&, const QString& owner) { serviceChanged(owner); });
+}
+
+GlobalAccel::~GlobalAccel() { QDBusConnection::disconnectFromBus(connectionName_); }
+
+std::int32_t GlobalAccel::installEventHandler(std::function<void(EventHotKeyID)> callback) {
+  callback_ = std::move(callback);
+  return 0;
+}
+
+void GlobalAccel::installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) {
+  answered_ = std::move(callback);
+}
+
+HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                    EventHotKeyID id) {
+  const auto key = qtKey(keyCode, modifiers);
+  if (!key)
+    return refused(QStringLiteral("KDE's shortcuts have no such key"));
+  if (isRegistered(*key))
+    return refused(QStringLiteral("Tavin itself holds the combination"));
+  auto hotKey = std::make_shared<HotKey>();
+  hotKey->action = {.name = desktop::shortcutAction(modifiers),
+                    .title = desktop::shortcutTitle(modifiers),
+                    .key = *key};
+  hotKey->id = id;
+  bus_.send(registration(hotKey->action));
+  const QDBusMessage answer = bus_.call(keyRequest(hotKey->action), QDBus::Block, answerDeadline);
+  if (answer.type() != QDBusMessage::ReplyMessage) {
+    hotKeys_.push_back(hotKey);
+    // A service that hangs answers one day; one that does not run is asked when it comes.
+    if (QDBusError(answer).type() == QDBusError::NoReply)
+      ask(hotKey);
+    return refused(QStringLiteral("KDE's shortcut service has not answered yet"), hotKey);
+  }
+  if (!isGranted(answer, hotKey->action)) {
+    bus_.send(removal(hotKey->action));
+    return refused(heldByAnother());
+  }
+  hotKey->active = true;
+  hotKeys_.push_back(hotKey);
+  return {.status = 0, .ref = hotKey, .reason = {}};
+}
+
+void GlobalAccel::unregisterEventHotKey(const EventHotKeyRef& ref) {
+  const auto found = std::ranges::find(hotKeys_, ref);
+  if (found == hotKeys_.end())
+    return;
+  bus_.send(removal((*found)->action));
+  hotKeys_.erase(found);
+}
+
+void GlobalAccel::release() {
+  if (hotKeys_.empty())
+    return;
+  for (const auto& hotKey : std::exchange(hotKeys_, {})) bus_.send(removal(hotKey->action));
+  // Once the bus has answered, it has what was sent before.
+  bus_.call(QDBusMessage::createMethodCall(
+                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")),
+            QDBus::Block, answerDeadline);
+}
+
+bool GlobalAccel::isRegistered(int key) const {
+  return std::ranges::any_of(hotKeys_,
+                             [key](const auto& hotKey) { return hotKey->action.key == key; });
+}
+
+void GlobalAccel::ask(const std::shared_ptr<HotKey>& hotKey) {
+  auto* reply =
+      new QDBusPendingCallWatcher(bus_.asyncCall(keyRequest(hotKey->action), whenItMay), &owners_);
+  QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
+                   [this, hotKey](QDBusPendingCallWatcher* done) {
+                     take(hotKey, done->reply());
+                     done->deleteLater();
+                   });
+}
+
+void GlobalAccel::take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage& answer) {
+  // One that was given back meanwhile; or the service has gone again, and is waited for.
+  if (std::ranges::find(hotKeys_, hotKey) == hotKeys_.end() ||
+      answer.type() != QDBusMessage::ReplyMessage)
+    return;
+  const bool granted = isGranted(answer, hotKey->action);
+  if (!granted)
+    bus_.send(removal(hotKey->action));
+  if (std::exchange(hotKey->active, granted) == granted && granted)
+    return;
+  if (answered_)
+    answered_(granted ? HotkeyRegistration{.status = 0, .ref = hotKey, .reason = {}}
+                      : refused(heldByAnother(), hotKey));
+}
+
+void GlobalAccel::serviceChanged(const QString& owner) {
+  for (const auto& hotKey : hotKeys_) {
+    hotKey->held = false;
+    if (owner.isEmpty())
+      continue;
+    bus_.send(registration(hotKey->action));
+    ask(hotKey);
+  }
+}
+
+// A held key repeats its press until it is released.
+void GlobalAccel::pressed(const QDBusMessage& signal) {
+  HotKey* hotKey = hotKeyIn(signal);
+  if (!hotKey || !hotKey->active || std::exchange(hotKey->held, true))
+    return;
+  if (callback_)
+    callback_(hotKey->id);
+}
+
+void GlobalAccel::released(const QDBusMessage& signal) {
+  if (HotKey* hotKey = hotKeyIn(signal))
+    hotKey->held = false;
+}
+
+GlobalAccel::HotKey* GlobalAccel::hotKeyIn(const QDBusMessage& signal) const {
+  const QString name = signal.arguments().value(1).toString();
+  const auto found = std::ranges::find_if(
+      hotKeys_, [&name](const auto& hotKey) { return hotKey->action.name == name; });
+  return found == hotKeys_.end() ? nullptr : found->get();
+}
+
+}  // namespace tavin::kde

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <memory>
+#include <vector>
+
+#include "platform/HotkeyService.h"
+#include "platform/desktop/BusSignal.h"
+#include "platform/kde/GlobalAccelMessages.h"
+
+namespace tavin::kde {
+
+// Global shortcuts of a Plasma session on Wayland: KGlobalAccel, asked over a bus connection of our
+// own. It shows no dialog and tells a conflict. Registers anew with a service that was restarted.
+// A service that does not run, or does not answer within half a second, answers later. What is
+// registered stays so, even for a program that was killed, until `release` or the next start.
+// Main thread only.
+class GlobalAccel final : public HotkeyService {
+ public:
+  GlobalAccel();
+  ~GlobalAccel() override;
+
+  std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
+  void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
+  HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                         EventHotKeyID id) override;
+  void unregisterEventHotKey(const EventHotKeyRef& ref) override;
+
+  // Takes everything back, in at most half a second. The last duty.
+  void release();
+
+ private:
+  struct HotKey;
+
+  void ask(const std::shared_ptr<HotKey>& hotKey);
+  void take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage& answer);
+  bool isRegistered(int key) const;
+  void serviceChanged(const QString& owner);
+  void pressed(const QDBusMessage& signal);
+  void released(const QDBusMessage& signal);
+  HotKey* hotKeyIn(const QDBusMessage& signal) const;
+
+  const QString connectionName_;
+  QDBusConnection bus_;
+  QDBusServiceWatcher owners_;
+  const std::unique_ptr<desktop::BusSignal> presses_;
+  const std::unique_ptr<desktop::BusSignal> releases_;
+  std::vector<std::shared_ptr<HotKey>> hotKeys_;
+  std::function<void(EventHotKeyID)> callback_;
+  std::function<void(const HotkeyRegistration&)> answered_;
+};
+
+}  // namespace tavin::kde

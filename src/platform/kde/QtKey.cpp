@@ -1,0 +1,29 @@
+#include "platform/kde/QtKey.h"
+
+#include <Qt>
+
+#include "platform/HotkeyService.h"
+
+namespace tavin::kde {
+namespace {
+
+constexpr std::uint32_t macEscape = 53;
+constexpr std::uint32_t macR = 15;
+
+}  // namespace
+
+std::optional<int> qtKey(std::uint32_t keyCode, std::uint32_t modifiers) {
+  using namespace HotkeyModifiers;
+  if ((modifiers & ~(cmdKey | shiftKey | optionKey | controlKey)) != 0)
+    return std::nullopt;
+  if (keyCode != macEscape && keyCode != macR)
+    return std::nullopt;
+  std::uint32_t key = keyCode == macEscape ? Qt::Key_Escape : Qt::Key_R;
+  key |= (modifiers & cmdKey) != 0 ? Qt::META : 0U;
+  key |= (modifiers & shiftKey) != 0 ? Qt::SHIFT : 0U;
+  key |= (modifiers & optionKey) != 0 ? Qt::ALT : 0U;
+  key |= (modifiers & controlKey) != 0 ? Qt::CTRL : 0U;
+  return static_cast<int>(key);
+}
+
+}  // namespace tavin::kde

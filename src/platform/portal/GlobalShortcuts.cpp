@@ -1,0 +1,250 @@
+#include "platform/portal/GlobalShortcuts.h"
+
+#include <QTimer>
+#include <algorithm>
+#include <utility>
+
+#include "platform/desktop/SessionBus.h"
+
+namespace tavin::portal {
+namespace {
+
+constexpr std::int32_t noNumber = -1;
+
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
+// The same at each start: some desktops know a program's shortcuts by it.
+const QString sessionToken = QStringLiteral("tavin");
+
+QString newConnectionName() {
+  static int count = 0;
+  return QStringLiteral("tavin-portal-%1").arg(++count);
+}
+
+HotkeyRegistration refused(QString reason, EventHotKeyRef ref = nullptr) {
+  return {.status = noNumber, .ref = std::move(ref), .reason = std::move(reason)};
+}
+
+}  // namespace
+
+struct GlobalShortcuts::HotKey final : EventHotKey {
+  Shortcut wanted;
+  EventHotKeyID id;
+  bool active = false;
+  bool answered = false;
+  bool declined = false;
+  bool held = false;
+};
+
+GlobalShortcuts::GlobalShortcuts(Holder holder)
+    : holder_(std::move(holder)),
+      connectionName_(newConnectionName()),
+      bus_(desktop::connectToSessionBus(connectionName_)),
+      owners_(portalService, bus_) {
+  QObject::connect(&owners_, &QDBusServiceWatcher::serviceUnregistered, &owners_, [this] {
+    portalGone_ = true;
+    creating_ = false;
+    request_.reset();
+    session_ = {};
+  });
+  QObject::connect(&owners_, &QDBusServiceWatcher::serviceRegistered, &owners_, [this] {
+    // Our own first call may have started it.
+    if (!std::exchange(portalGone_, false))
+      return;
+    announce();
+    startOverSoon();
+  });
+  listen();
+  announce();
+}
+
+GlobalShortcuts::~GlobalShortcuts() {
+  request_.reset();
+  signals_.clear();
+  QDBusConnection::disconnectFromBus(connectionName_);
+}
+
+// A program outside of a sandbox says who it is, before anything else. A portal that cannot be told
+// finds out itself.
+void GlobalShortcuts::announce() {
+  QDBusMessage announcement = portalCall(QStringLiteral("org.freedesktop.host.portal.Registry"),
+                                         QStringLiteral("Register"));
+  announcement << QStringLiteral("app.tavin.Tavin") << QVariantMap();
+  bus_.send(announcement);
+}
+
+std::int32_t GlobalShortcuts::installEventHandler(std::function<void(EventHotKeyID)> callback) {
+  callback_ = std::move(callback);
+  return 0;
+}
+
+void GlobalShortcuts::installAnswerHandler(
+    std::function<void(const HotkeyRegistration&)> callback) {
+  answered_ = std::move(callback);
+}
+
+HotkeyRegistration GlobalShortcuts::registerEventHotKey(std::uint32_t keyCode,
+                                                        std::uint32_t modifiers, EventHotKeyID id) {
+  auto wanted = wantedShortcut(keyCode, modifiers);
+  if (!wanted)
+    return refused(QStringLiteral("the portal's shortcuts have no such key"));
+  if (std::ranges::any_of(hotKeys_,
+                          [&](const auto& other) { return other->wanted.id == wanted->id; }))
+    return refused(QStringLiteral("Tavin itself holds the combination"));
+  if (const auto holder = holder_(keyCode, modifiers))
+    return refused(QStringLiteral("it is the key of ") + *holder);
+  auto hotKey = std::make_shared<HotKey>();
+  hotKey->wanted = std::move(*wanted);
+  hotKey->id = id;
+  hotKeys_.push_back(hotKey);
+  startOverSoon();
+  return refused(QStringLiteral("the desktop has not answered yet"), hotKey);
+}
+
+void GlobalShortcuts::unregisterEventHotKey(const EventHotKeyRef& ref) {
+  if (std::erase_if(hotKeys_, [&ref](const auto& each) { return each == ref; }) != 0)
+    startOverSoon();
+}
+
+// What a session has bound it keeps to its end, so another set of shortcuts takes another session.
+void GlobalShortcuts::startOverSoon() {
+  if (std::exchange(startsSoon_, true))
+    return;
+  QTimer::singleShot(0, &owners_, [this] {
+    startsSoon_ = false;
+    startOver();
+  });
+}
+
+void GlobalShortcuts::startOver() {
+  if (creating_)
+    return;  // It starts over then.
+  closeSession();
+  if (!hotKeys_.empty())
+    createSession();
+}
+
+void GlobalShortcuts::createSession() {
+  creating_ = true;
+  const auto wanted = hotKeys_;
+  ask(QStringLiteral("CreateSession"), {}, {{QStringLiteral("session_handle_token"), sessionToken}},
+      [this, wanted](int code, const QVariantMap& results) {
+        creating_ = false;
+        if (code == succeeded)
+          session_ = QDBusObjectPath(results.value(QStringLiteral("session_handle")).toString());
+        if (wanted != hotKeys_)
+          return startOver();
+        if (code == succeeded && !session_.path().isEmpty())
+          return list();
+        portalGone_ = code == callFailed;
+        refuseAll(QStringLiteral("the desktop has no portal for shortcuts"));
+      });
+}
+
+void GlobalShortcuts::list() {
+  ask(QStringLiteral("ListShortcuts"), {QVariant::fromValue(session_)}, {},
+      [this](int, const QVariantMap& results) {
+        const auto given = shortcutsIn(results).value_or(QList<Shortcut>());
+        const bool mayAsk = std::ranges::none_of(hotKeys_, &HotKey::declined,
+                                                 [](const auto& each) -> HotKey& { return *each; });
+        if (lacksAny(given) && mayAsk)
+          bind();
+        else
+          take(given);
+      });
+}
+
+void GlobalShortcuts::bind() {
+  QList<Shortcut> wanted;
+  for (const auto& hotKey : hotKeys_) wanted << hotKey->wanted;
+  ask(QStringLiteral("BindShortcuts"),
+      {QVariant::fromValue(session_), toArgument(wanted), QString()}, {},
+      [this](int code, const QVariantMap& results) {
+        // GNOME's ends "otherwise" also when all went well, and then tells the shortcuts.
+        const auto given = shortcutsIn(results);
+        if (given && (code == succeeded || code == endedOtherwise))
+          return take(*given);
+        for (const auto& hotKey : hotKeys_) hotKey->declined = code == declined;
+        refuseAll(code == declined ? QStringLiteral("it was declined in the desktop's dialog")
+                                   : QStringLiteral("the desktop's portal failed"));
+      });
+}
+
+void GlobalShortcuts::ask(const QString& method, QVariantList arguments, QVariantMap options,
+                          Request::Answer answer) {
+  request_ = std::make_unique<Request>(bus_, shortcutsInterface, method, std::move(arguments),
+                                       std::move(options), std::move(answer));
+}
+
+void GlobalShortcuts::closeSession() {
+  request_.reset();
+  if (session_.path().isEmpty())
+    return;
+  bus_.send(QDBusMessage::createMethodCall(portalService, session_.path(),
+                                           QStringLiteral("org.freedesktop.portal.Session"),
+                                           QStringLiteral("Close")));
+  session_ = {};
+}
+
+bool GlobalShortcuts::lacksAny(const QList<Shortcut>& given) const {
+  return std::ranges::any_of(hotKeys_, [&given](const auto& hotKey) {
+    return std::ranges::find(given, hotKey->wanted.id, &Shortcut::id) == given.end();
+  });
+}
+
+// One that the desktop lists without a key is not bound.
+void GlobalShortcuts::take(const QList<Shortcut>& given) {
+  for (const auto& hotKey : std::vector(hotKeys_)) {
+    const auto found = std::ranges::find(given, hotKey->wanted.id, &Shortcut::id);
+    const bool active = found != given.end() && !found->trigger().isEmpty();
+    settle(hotKey, active, QStringLiteral("the desktop gave it no key"));
+  }
+}
+
+void GlobalShortcuts::refuseAll(const QString& reason) {
+  for (const auto& hotKey : std::vector(hotKeys_)) settle(hotKey, false, reason);
+}
+
+void GlobalShortcuts::settle(const std::shared_ptr<HotKey>& hotKey, bool active,
+                             const QString& reason) {
+  const bool first = !std::exchange(hotKey->answered, true);
+  const bool changed = std::exchange(hotKey->active, active) != active;
+  if ((first || changed) && answered_)
+    answered_(active ? HotkeyRegistration{.status = 0, .ref = hotKey, .reason = {}}
+                     : refused(reason, hotKey));
+}
+
+void GlobalShortcuts::listen() {
+  const auto hear = [this](const QString& interface, const QString& name, auto handler) {
+    signals_.push_back(std::make_unique<desktop::BusSignal>(
+        bus_, desktop::BusSignal::Source{portalService, {}, interface, name}, handler));
+  };
+  hear(shortcutsInterface, QStringLiteral("Activated"), [this](const QDBusMessage& signal) {
+    HotKey* hotKey = hotKeyIn(signal);
+    if (hotKey && hotKey->active && !std::exchange(hotKey->held, true) && callback_)
+      callback_(hotKey->id);
+  });
+  hear(shortcutsInterface, QStringLiteral("Deactivated"), [this](const QDBusMessage& signal) {
+    if (HotKey* hotKey = hotKeyIn(signal))
+      hotKey->held = false;
+  });
+  hear(QStringLiteral("org.freedesktop.portal.Session"), QStringLiteral("Closed"),
+       [this](const QDBusMessage& signal) {
+         if (signal.path() != session_.path())
+           return;
+         session_ = {};
+         startOverSoon();
+       });
+}
+
+GlobalShortcuts::HotKey* GlobalShortcuts::hotKeyIn(const QDBusMessage& signal) const {
+  const auto session = signal.arguments().value(0).value<QDBusObjectPath>();
+  if (session != session_)
+    return nullptr;
+  const QString id = signal.arguments().value(1).toString();
+  const auto found =
+      std::ranges::find_if(hotKeys_, [&id](const auto& hotKey) { return hotKey->wanted.id == id; });
+  return found == hotKeys_.end() ? nullptr : found->get();
+}
+
+}  // namespace tavin::portal

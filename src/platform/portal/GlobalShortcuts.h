@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusObjectPath>
+#include <QDBusServiceWatcher>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/HotkeyService.h"
+#include "platform/desktop/BusSignal.h"
+#include "platform/portal/Request.h"
+#include "platform/portal/Shortcut.h"
+
+namespace tavin::portal {
+
+// Global shortcuts through the desktop's portal, over a bus connection of our own. The desktop asks
+// the user, once for each pair of combinations, and remembers the answer; so each registration is
+// answered later. What it remembers is asked for first: the dialog is opened only where something
+// is missing, and never again once it was declined. Main thread only.
+class GlobalShortcuts final : public HotkeyService {
+ public:
+  // In words who holds a combination already, where the portal would bind it all the same and its
+  // presses would never come.
+  using Holder =
+      std::function<std::optional<QString>(std::uint32_t keyCode, std::uint32_t modifiers)>;
+
+  explicit GlobalShortcuts(Holder holder);
+  ~GlobalShortcuts() override;
+
+  std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
+  void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
+  HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                         EventHotKeyID id) override;
+  void unregisterEventHotKey(const EventHotKeyRef& ref) override;
+
+ private:
+  struct HotKey;
+
+  // Once the event loop runs: what is asked for in one go is one question to the user.
+  void startOverSoon();
+  void startOver();
+  // The steps, each after the answer to the one before.
+  void createSession();
+  void list();
+  void bind();
+
+  void announce();
+  void ask(const QString& method, QVariantList arguments, QVariantMap options,
+           Request::Answer answer);
+  void closeSession();
+  bool lacksAny(const QList<Shortcut>& given) const;
+  void take(const QList<Shortcut>& given);
+  void refuseAll(const QString& reason);
+  void settle(const std::shared_ptr<HotKey>& hotKey, bool active, const QString& reason);
+  void listen();
+  HotKey* hotKeyIn(const QDBusMessage& signal) const;
+
+  const Holder holder_;
+  const QString connectionName_;
+  QDBusConnection bus_;
+  QDBusServiceWatcher owners_;
+  std::vector<std::unique_ptr<desktop::BusSignal>> signals_;
+  std::vector<std::shared_ptr<HotKey>> hotKeys_;
+  std::unique_ptr<Request> request_;  // The one under way.
+  QDBusObjectPath session_;           // Empty where there is none.
+  bool startsSoon_ = false;
+  bool creating_ = false;    // A session that cannot be closed yet.
+  bool portalGone_ = false;  // Or it was never there.
+  std::function<void(EventHotKeyID)> callback_;
+  std::function<void(const HotkeyRegistration&)> answered_;
+};
+
+}  // namespace tavin::portal

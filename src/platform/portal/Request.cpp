@@ -1,0 +1,66 @@
+#include "platform/portal/Request.h"
+
+#include <QDBusArgument>
+#include <QDBusPendingCallWatcher>
+#include <QTimer>
+#include <limits>
+#include <utility>
+
+namespace tavin::portal {
+namespace {
+
+constexpr int whenItMay = std::numeric_limits<int>::max();
+
+const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString object = QStringLiteral("/org/freedesktop/portal/desktop");
+
+QString newToken() {
+  static int count = 0;
+  return QStringLiteral("tavin%1").arg(++count);
+}
+
+// Known before the call, so that the answer cannot come before we listen.
+QString pathOf(const QDBusConnection& bus, const QString& token) {
+  const QString sender = bus.baseService().mid(1).replace(u'.', u'_');
+  return object + QStringLiteral("/request/") + sender + u'/' + token;
+}
+
+}  // namespace
+
+QDBusMessage portalCall(const QString& interface, const QString& method) {
+  return QDBusMessage::createMethodCall(service, object, interface, method);
+}
+
+Request::Request(const QDBusConnection& bus, const QString& interface, const QString& method,
+                 QVariantList arguments, QVariantMap options, Answer answer)
+    : answer_(std::move(answer)) {
+  const QString token = newToken();
+  response_ = std::make_unique<desktop::BusSignal>(
+      bus,
+      desktop::BusSignal::Source{service, pathOf(bus, token),
+                                 QStringLiteral("org.freedesktop.portal.Request"),
+                                 QStringLiteral("Response")},
+      [this](const QDBusMessage& response) {
+        finish(response.arguments().value(0).toInt(),
+               qdbus_cast<QVariantMap>(response.arguments().value(1)));
+      });
+  options.insert(QStringLiteral("handle_token"), token);
+  QDBusMessage call = portalCall(interface, method);
+  call.setArguments(arguments << options);
+  auto* reply = new QDBusPendingCallWatcher(bus.asyncCall(call, whenItMay), response_.get());
+  QObject::connect(reply, &QDBusPendingCallWatcher::finished, response_.get(),
+                   [this](QDBusPendingCallWatcher* done) {
+                     done->deleteLater();
+                     // Later: the answer may destroy what is calling here.
+                     if (done->isError())
+                       QTimer::singleShot(0, response_.get(), [this] { finish(callFailed, {}); });
+                   });
+}
+
+void Request::finish(int code, const QVariantMap& results) {
+  const Answer answer = std::exchange(answer_, nullptr);
+  if (answer)
+    answer(code, results);
+}
+
+}  // namespace tavin::portal

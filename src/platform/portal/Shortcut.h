@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDBusArgument>
+#include <QList>
+#include <QString>
+#include <QVariantMap>
+#include <cstdint>
+#include <optional>
+
+namespace tavin::portal {
+
+// A shortcut as the GlobalShortcuts portal writes it.
+struct Shortcut {
+  QString id;
+  QVariantMap properties;
+
+  // The key that the desktop gave it, in its words; empty where it gave none.
+  QString trigger() const;
+};
+
+QDBusArgument& operator<<(QDBusArgument& argument, const Shortcut& shortcut);
+const QDBusArgument& operator>>(const QDBusArgument& argument, Shortcut& shortcut);
+
+// What we ask for: an id of its own for each combination, since a desktop keeps the key that an id
+// had once. None for a key or a modifier other than those of Tavin's shortcuts. The key in the ANSI
+// "R" position is taken to bear R.
+std::optional<Shortcut> wantedShortcut(std::uint32_t keyCode, std::uint32_t modifiers);
+
+// For a message's arguments.
+QVariant toArgument(const QList<Shortcut>& shortcuts);
+// The shortcuts among an answer's results; none where it has no such list.
+std::optional<QList<Shortcut>> shortcutsIn(const QVariantMap& results);
+
+}  // namespace tavin::portal

@@ -1,0 +1,176 @@
+"""A private session under KWin, without a screen: its own bus, home and Xwayland."""
+
+import contextlib
+import os
+import shutil
+import subprocess
+import threading
+
+import gi
+
+gi.require_version("GdkPixbuf", "2.0")
+from gi.repository import GdkPixbuf, Gio, GLib  # noqa: E402
+from session import SessionError, _readable, stop, wait_until  # noqa: E402
+from wayland_session import WaylandSession, connect  # noqa: E402
+
+SOCKET = "wayland-tavin"
+
+
+class KwinSession(WaylandSession):
+    """`build` is the build tree with the program that works the keyboard."""
+
+    DESKTOP = "KDE"
+
+    def __init__(self, folder, build, **kwargs):
+        super().__init__(folder, **kwargs)
+        self._input_program = os.path.join(build, "bin/fake_input")
+        self._input = None
+        self.compositor = None
+        self.env.update(KDE_FULL_SESSION="true", KDE_SESSION_VERSION="5", KWIN_COMPOSE="O2",
+                        KWIN_WAYLAND_NO_PERMISSION_CHECKS="1",
+                        KWIN_SCREENSHOT_NO_PERMISSION_CHECKS="1")
+
+    def __exit__(self, *_):
+        if self._input:
+            stop(self._input)
+            self._input = None
+        super().__exit__()
+
+    def _prepare(self):
+        # The installed file asks for a capability that a container may not give, and then it
+        # does not start at all; a copy asks for none.
+        self._program = os.path.join(self.folder, "kwin_wayland")
+        source = shutil.which("kwin_wayland")
+        if not source:
+            raise SessionError("kwin_wayland is not installed")
+        shutil.copyfile(source, self._program)
+        os.chmod(self._program, 0o755)
+
+    def _start_compositor(self):
+        self.env["WAYLAND_DISPLAY"] = SOCKET
+        self.tell_activated_programs("WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE",
+                                     "KDE_FULL_SESSION", "KDE_SESSION_VERSION")
+        self.start_kwin()
+        self.env["DISPLAY"] = wait_until(self._x_display, 30, "Xwayland")
+
+    def start_kwin(self):
+        env = {k: v for k, v in self.env.items() if k not in ("DISPLAY", "QT_QPA_PLATFORM")}
+        del env["WAYLAND_DISPLAY"]
+        width, height = self.size
+        self.compositor = self._start_service(
+            [self._program, "--virtual", "--no-lockscreen", "--xwayland", "--socket", SOCKET,
+             "--width", str(width), "--height", str(height)], env=env)
+        self.wait_for_socket(SOCKET)
+        wait_until(lambda: self.owner("org.kde.kglobalaccel") == self.compositor.pid, 30,
+                   "KWin's shortcuts")
+        self._open_input()
+
+    def kill_kwin(self):
+        self.compositor.kill()
+        self.compositor.wait()
+        self._services.remove(self.compositor)
+
+    def start_other_display(self):
+        """An X display for programs that shall outlive KWin."""
+        self._start_display()
+
+    def write_shortcut(self, program, action, key):
+        """The one shortcut that KWin finds stored at its next start."""
+        path = os.path.join(self.env["XDG_CONFIG_HOME"], "kglobalshortcutsrc")
+        with open(path, "w", encoding="utf-8") as f:
+            f.write(f"[{program}]\n_k_friendly_name={program}\n{action}={key},none,{action}\n")
+
+    def _x_display(self):
+        """KWin tells its own programs alone which display it has taken."""
+        for entry in filter(str.isdigit, os.listdir("/proc")):
+            with contextlib.suppress(OSError):
+                with open(f"/proc/{entry}/cmdline", encoding="utf-8") as f:
+                    arguments = f.read().split("\0")
+                if os.path.basename(arguments[0]) == "Xwayland" and self._is_ours(entry):
+                    return next(a for a in arguments if a.startswith(":"))
+        return None
+
+    def _is_ours(self, process):
+        with open(f"/proc/{process}/stat", encoding="latin-1") as f:
+            return int(f.read().rpartition(")")[2].split()[1]) == self.compositor.pid
+
+    def _open_input(self):
+        """One for the session: a keyboard that comes and goes takes the focus along."""
+        if self._input:
+            stop(self._input)
+        self._input = self.spawn([self._input_program], stdin=subprocess.PIPE,
+                                 stdout=subprocess.PIPE)
+        self._await_input("its start")
+
+    def _await_input(self, what):
+        answer = self._input.stdout
+        wait_until(lambda: _readable(answer), 10, f"keyboard: {what}")
+        if answer.readline() != b"ok\n":
+            raise SessionError(f"keyboard: {what}: {self.log('fake_input.log')}")
+
+    def picture(self, path):
+        """Writes what the screen shows to a PNG file."""
+        reader, writer = os.pipe()
+        pixels = bytearray()
+        pump = threading.Thread(target=_read_all, args=(reader, pixels), daemon=True)
+        pump.start()
+        bus = connect(self.env["DBUS_SESSION_BUS_ADDRESS"])
+        end = Gio.UnixFDList.new_from_array([writer])  # Which closes it with itself.
+        answer, _ = bus.call_with_unix_fd_list_sync(
+            "org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2",
+            "CaptureWorkspace", GLib.Variant("(a{sv}h)", ({}, 0)), None, 0, 10000, end, None)
+        del end
+        pump.join(20)
+        shape = answer.unpack()[0]
+        pixels[0::4], pixels[2::4] = pixels[2::4], pixels[0::4]  # From blue first to red first.
+        GdkPixbuf.Pixbuf.new_from_bytes(
+            GLib.Bytes.new(pixels), GdkPixbuf.Colorspace.RGB, True, 8, shape["width"],
+            shape["height"], shape["stride"]).savev(path, "png", [], [])
+
+    def send_key(self, code, down):
+        line = f"key {code} {int(down)}"
+        self._input.stdin.write(line.encode() + b"\n")
+        self._input.stdin.flush()
+        self._await_input(line)
+
+
+def _read_all(reader, into):
+    with open(reader, "rb") as f:
+        into += f.read()
+
+
+class GlobalAccel:
+    """KWin's shortcuts as another program sees and takes them."""
+
+    NAME, PATH, INTERFACE = "org.kde.kglobalaccel", "/kglobalaccel", "org.kde.KGlobalAccel"
+    ESCAPE, SHIFT, CONTROL, ALT = 0x01000000, 0x02000000, 0x04000000, 0x08000000
+    SET_PRESENT, NO_AUTOLOADING = 2, 4
+
+    def __init__(self, session):
+        self._bus = connect(session.env["DBUS_SESSION_BUS_ADDRESS"])
+
+    def _call(self, method, arguments, path=PATH, interface=INTERFACE):
+        return self._bus.call_sync(self.NAME, path, interface, method, arguments, None,
+                                   Gio.DBusCallFlags.NONE, 10000, None).unpack()
+
+    def action_at(self, key):
+        """The program and the action that hold a key, or None."""
+        found = self._call("action", GLib.Variant("(i)", (key,)))[0]
+        return tuple(found[:2]) if found else None
+
+    def take(self, program, action, key):
+        """Returns the key that was given, 0 where none was."""
+        self._call("doRegister", GLib.Variant("(as)", ([program, action, program, action],)))
+        return self._call("setShortcut", GLib.Variant(
+            "(asaiu)", ([program, action, program, action], [key],
+                        self.SET_PRESENT | self.NO_AUTOLOADING)))[0][0]
+
+    def give_back(self, program, action):
+        self._call("unregister", GLib.Variant("(ss)", (program, action)))
+
+    def actions(self, program):
+        """The names of the actions that a program has registered."""
+        path = "/component/" + "".join(c if c.isalnum() else "_" for c in program)
+        if path not in self._call("allComponents", None)[0]:
+            return []
+        return self._call("shortcutNames", None, path, "org.kde.kglobalaccel.Component")[0]

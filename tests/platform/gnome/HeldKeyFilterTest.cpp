@@ -1,0 +1,52 @@
+#include <gtest/gtest.h>
+
+#include "platform/gnome/HeldKeyFilter.h"
+
+namespace tavin::test {
+namespace {
+
+using std::chrono::milliseconds;
+
+class PressFilterTest : public ::testing::Test {
+ protected:
+  // A run of the command at `now` when the last input was at `input`, in milliseconds from a start;
+  // the latter is known to a millisecond or two.
+  bool run(int now, int input) {
+    return filter.isPress(start + milliseconds(now),
+                          {start + milliseconds(input - 1), start + milliseconds(input + 1)});
+  }
+  const gnome::PressFilter::Clock::time_point start = gnome::PressFilter::Clock::now();
+  gnome::PressFilter filter;
+};
+
+TEST_F(PressFilterTest, AHeldKeyIsOnePress) {
+  EXPECT_TRUE(run(25, 0));
+  for (int now = 520; now < 5000; now += 30) EXPECT_FALSE(run(now, 0));
+}
+
+TEST_F(PressFilterTest, QuickPressesAreOneEach) {
+  EXPECT_TRUE(run(25, 0));
+  EXPECT_TRUE(run(75, 50));
+  EXPECT_TRUE(run(125, 100));
+}
+
+TEST_F(PressFilterTest, RunsThatArriveAfterTheReleaseOfAHeldKeyAreNoPresses) {
+  EXPECT_TRUE(run(25, 0));
+  EXPECT_FALSE(run(525, 0));
+  EXPECT_FALSE(run(560, 540));
+  EXPECT_FALSE(run(590, 540));
+}
+
+TEST_F(PressFilterTest, ThePressAfterAHeldKeyCounts) {
+  EXPECT_TRUE(run(25, 0));
+  EXPECT_FALSE(run(525, 0));
+  EXPECT_TRUE(run(1025, 1000));
+}
+
+TEST_F(PressFilterTest, RunsWithoutInputThatAreFarApartComeFromAProgram) {
+  EXPECT_TRUE(run(25, 0));
+  EXPECT_TRUE(run(3000, 0));
+}
+
+}  // namespace
+}  // namespace tavin::test
