@@ -28,6 +28,10 @@ def cut(text, longest=600, language="en-us"):
             "This line of a page was wrapped at its\nright border and goes on. And so\non.",
             ["This line of a page was wrapped at its right border and goes on.", "And so on."],
         ),
+        (
+            "1. Sift the flour and the sugar into the largest bowl\n2. Add two eggs\n3. Stir",
+            ["1.", "Sift the flour and the sugar into the largest bowl", "2.", "Add two eggs", "3.", "Stir"],
+        ),
         ("A hyphen-\nated word.", ["A hyphenated word."]),
         ("zero\u200bwidth \ufffcobject \x01mark\x7f.", ["zerowidth object mark ."]),
         ("lone \ud800 half", ["lone half"]),
@@ -70,6 +74,10 @@ RUNNING_TEXT = [
     (
         "These are the things that you should bring along\na) a towel\nb) soap",
         ["These are the things that you should bring along", "a) a towel", "b) soap"],
+    ),
+    (
+        "This line of a page was wrapped right before the\n3. chapter.",
+        ["This line of a page was wrapped right before the 3. chapter."],
     ),
     ("一行中文文字在页面的右边界处被断开了所以它还没有\n结束。再见。", ["一行中文文字在页面的右边界处被断开了所以它还没有结束。", "再见。"]),
     ("牛奶，\n面包", ["牛奶，面包"]),
