@@ -198,6 +198,13 @@ def test_a_short_first_piece_ends_where_a_clause_does():
     assert " ".join(first_cut(sentence)) == sentence
 
 
+@pytest.mark.parametrize("whole", ["1,234,567", "123,50", "12:30", "3,5"])
+def test_a_number_is_not_cut_at_its_punctuation(whole):
+    for before in range(20, 60):
+        sentence = "so many " * (before // 8) + "x" * (before % 8) + f" {whole} and more words until this comes to its end"
+        assert whole in " ".join(first_cut(sentence)).split(), first_cut(sentence)
+
+
 def test_a_sentence_a_little_longer_stays_whole():
     sentence = "This sentence is longer than the sixty that would be good."
     assert first_cut(sentence, first=len(sentence) - 10) == [sentence]
