@@ -97,7 +97,7 @@ async def json_body(request):
 async def decoded(data):
     """`json.loads`, which holds up everything else, a thread too, in steps where that can be."""
     begins, ends = TEXT_BEGINS.match(data), TEXT_ENDS.search(data, max(0, len(data) - 64))
-    if len(data) > STEP and begins and ends:
+    if len(data) > STEP and begins and ends and begins.end() <= ends.start():
         try:
             return {"text": await decoded_text(data, begins.end(), ends.start())}
         except ValueError:

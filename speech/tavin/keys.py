@@ -84,6 +84,7 @@ class Keys:
             async with self._storing:
                 await ask(self._patience, do="store", name=name, label=label, key=key)
                 self._stored.add(name)
+                self._wishes[name] += 1  # who looked meanwhile may have missed it
         else:
             self._memory.pop(name, None)
             await self._remove(name)
@@ -94,6 +95,7 @@ class Keys:
             async with self._storing:
                 await ask(self._patience, do="remove", name=name)
                 self._stored.discard(name)
+                self._wishes[name] += 1
         except KeyringError as failure:
             if not failure.absent or name in self._stored:
                 raise

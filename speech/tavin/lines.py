@@ -31,6 +31,8 @@ FULL_WIDE_LINE = 20  # of those that are as wide as two
 OPENING = "([{\"'“„”‘‚«»‹›¿¡$€£"
 CLOSING = ")]}\"'”’»«"
 LIST_ITEM = re.compile(r"\(?\w{1,3}\)")  # "a)", "(12)"
+# Also the beginning of a line like "3. Mai", so only where the line before begins like that.
+NUMBERED = re.compile(r"\s*\d{1,3}\. ")
 WIDE = re.compile(
     "[\u2e80-\u303f\u3040-\u30ff\u31f0-\u31ff\u3400-\u9fff\uf900-\ufaff\uff01-\uff60\U00020000-\U0003ffff]"
 )
@@ -61,6 +63,8 @@ def joint(line_end):
         return line_end[0]
     if hyphen and after[0].isalnum():
         return mended(before, hyphen, after)
+    if NUMBERED.match(after) and NUMBERED.match(text, text.rfind("\n", 0, line_end.start()) + 1):
+        return line_end[0]
     wide = WIDE.match(before[-1]) and WIDE.match(after)
     return ("" if wide else " ") if goes_on(before, after, wide) else line_end[0]
 

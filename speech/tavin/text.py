@@ -18,7 +18,8 @@ LONGEST_STEP = STEP + 50
 GOES_ON = " "  # at the end of a piece that is not the end of what is said in one breath
 LINE_BEGIN = 8  # code points that tell what kind of line it is
 PARAGRAPH_END = re.compile(r"\n[ \t]*\n\s*")
-CLAUSE_END = re.compile(r"[,;:)—–、，；：]\s*")
+# Not within a number or a time, which would be read as two.
+CLAUSE_END = re.compile(r"(?:[,;:](?=\s)|[—–](?!\d)|[)、，；：])\s*")
 # Where a line may end is between words, also in scripts without blanks; but in some of these within
 # words as well.
 LINE_BREAKS = icu.BreakIterator.createLineInstance(icu.Locale.getRoot())
@@ -118,11 +119,10 @@ def cut(sentence, longest):
 
 def best_end(sentence, longest):
     """The last clause's end in reach, else the last place where a line might end, else the limit."""
-    window = sentence[:longest]
-    clauses = [match.end() for match in CLAUSE_END.finditer(window)]
+    reach = sentence[: longest + 1]
+    clauses = [min(match.end(), longest) for match in CLAUSE_END.finditer(reach) if match.start() < longest]
     if clauses and clauses[-1] > longest // 4:
         return clauses[-1]
-    reach = sentence[: longest + 1]
     for breaks, also in ((LINE_BREAKS, WORD_BREAKS), (CHARACTER_BREAKS, CHARACTER_BREAKS)):
         end = last_break(breaks, also, reach, longest)
         if end > longest // 4:

@@ -58,6 +58,7 @@ def test_in_steps_it_is_the_same(monkeypatch):
         b'{"text": "a b c d e f g h \n i j k l m n o p"}',
         b'{"text": "a b c d e f g h \xff i j k l m n o p"}',
         b'{"text": "a b c d e f g h i j k l m n o p", "x": NaN}',
+        b'                {"text":"}',
         b'["text", "a b c d e f g h i j k l m n o p"}',
     ],
 )

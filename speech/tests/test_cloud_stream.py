@@ -217,6 +217,22 @@ def test_a_proxy_is_used_and_learns_no_key(monkeypatch, encrypted):
     assert len(proxy.seen) == seen
 
 
+def test_a_proxy_that_refuses_is_told(monkeypatch, encrypted):
+    listener = socket.create_server(("127.0.0.1", 0))
+
+    def refuse():
+        client, _ = listener.accept()
+        with client:
+            client.recv(65536)
+            client.sendall(b"HTTP/1.1 407 Proxy Authentication Required\r\nContent-Length: 0\r\n\r\n")
+
+    threading.Thread(target=refuse, daemon=True).start()
+    monkeypatch.setenv("https_proxy", f"http://127.0.0.1:{listener.getsockname()[1]}")
+    monkeypatch.setenv("no_proxy", "example.org")
+    with listener, pytest.raises(Failure, match="the proxy does not allow it"):
+        say(openai.Synthesizer())
+
+
 def test_a_machine_with_the_other_byte_order(monkeypatch):
     monkeypatch.setattr(cloud.sys, "byteorder", "big")
     assert cloud.native(b"\x01\x02\x03\x04") == b"\x02\x01\x04\x03"

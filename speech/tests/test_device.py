@@ -68,14 +68,14 @@ def test_the_sound_follows_the_default_device_and_survives_the_loss_of_all(serve
 
 def test_a_suspended_device_holds_the_sound_back_for_as_long_as_it_is(server, listen, new_engine, tmp_path):
     tree = Tree(tmp_path / "tree")
-    tree.change("stream.py", "ANSWER_SECONDS = 5.0", "ANSWER_SECONDS = 0.5")
+    tree.change("stream.py", "ANSWER_SECONDS = 5.0", "ANSWER_SECONDS = 1.5")
     engine = new_engine(server.environment, tree=tree.folder).start()
     recorder = listen("test")
     text = "This sentence is interrupted for a moment. It goes on."
     engine.speak(text)
     recorder.loud_for(0.5)
     server.suspend("test", True)
-    recorder.quiet_for(1.5)
+    recorder.quiet_for(2.5)
     assert (engine.status()["state"], engine.status()["error"]) == ("speaking", None)
     server.suspend("test", False)
     assert engine.wait_for("idle")["error"] is None

@@ -274,7 +274,7 @@ class SlowKeyring:
         self.held[do] = asyncio.Event()
 
     async def _ask(self, _seconds, do, key=None, **_):
-        answer = {"key": self.key}
+        answer = {"key": self.key, "running": True, "names": ["openai"] if self.key else []}
         if do in self.held:
             await self.held[do].wait()
         if do != "get":
@@ -328,6 +328,25 @@ def test_a_new_key_wins_over_the_one_that_is_being_read(monkeypatch):
     asyncio.run(scenario())
 
 
+def test_a_search_from_before_a_key_was_stored_does_not_hide_it(monkeypatch):
+    async def scenario():
+        keyring = SlowKeyring(monkeypatch, None)
+        mine = Keys(["openai"])
+        keyring.hold("store")
+        keyring.hold("search")
+        storing = asyncio.create_task(mine.keep("openai", "OpenAI", KEY))
+        await asyncio.sleep(0)
+        looking = asyncio.create_task(mine.look(activate=False))
+        await asyncio.sleep(0)
+        keyring.held["store"].set()
+        await storing
+        keyring.held["search"].set()
+        await looking
+        assert mine.stored == ["openai"]
+
+    asyncio.run(scenario())
+
+
 def test_a_keyring_that_went_away(start, keyring):
     engine = start()
     keyring.end_keyring()
@@ -340,13 +359,13 @@ def test_a_keyring_that_went_away(start, keyring):
 
 
 def test_only_who_uses_a_cloud_voice_has_a_keyring_started(on_the_bus, keyring, monkeypatch):
-    monkeypatch.setattr(keys, "LOOK_SECONDS", 3)  # what is started never answers
     keyring.end_keyring()
     marker = keyring.install_service()
 
     async def scenario():
         await Keys(["openai"]).look(activate=False)
         assert not marker.exists()
+        monkeypatch.setattr(keys, "LOOK_SECONDS", 5)  # what is started never answers
         with pytest.raises(KeyringError):
             await Keys(["openai"]).look(activate=True)
         assert marker.exists()

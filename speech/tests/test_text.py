@@ -28,6 +28,10 @@ def cut(text, longest=600, language="en-us"):
             "This line of a page was wrapped at its\nright border and goes on. And so\non.",
             ["This line of a page was wrapped at its right border and goes on.", "And so on."],
         ),
+        (
+            "1. Sift the flour and the sugar into the largest bowl\n2. Add two eggs\n3. Stir",
+            ["1.", "Sift the flour and the sugar into the largest bowl", "2.", "Add two eggs", "3.", "Stir"],
+        ),
         ("A hyphen-\nated word.", ["A hyphenated word."]),
         ("zero\u200bwidth \ufffcobject \x01mark\x7f.", ["zerowidth object mark ."]),
         ("lone \ud800 half", ["lone half"]),
@@ -70,6 +74,10 @@ RUNNING_TEXT = [
     (
         "These are the things that you should bring along\na) a towel\nb) soap",
         ["These are the things that you should bring along", "a) a towel", "b) soap"],
+    ),
+    (
+        "This line of a page was wrapped right before the\n3. chapter.",
+        ["This line of a page was wrapped right before the 3. chapter."],
     ),
     ("一行中文文字在页面的右边界处被断开了所以它还没有\n结束。再见。", ["一行中文文字在页面的右边界处被断开了所以它还没有结束。", "再见。"]),
     ("牛奶，\n面包", ["牛奶，面包"]),
@@ -188,6 +196,13 @@ def test_a_short_first_piece_ends_where_a_clause_does():
     sentence = "When the fox came out of the wood, it saw a dog that was far too lazy to move at all."
     assert first_cut(sentence)[0] == "When the fox came out of the wood,"
     assert " ".join(first_cut(sentence)) == sentence
+
+
+@pytest.mark.parametrize("whole", ["1,234,567", "123,50", "12:30", "3,5"])
+def test_a_number_is_not_cut_at_its_punctuation(whole):
+    for before in range(20, 60):
+        sentence = "so many " * (before // 8) + "x" * (before % 8) + f" {whole} and more words until this comes to its end"
+        assert whole in " ".join(first_cut(sentence)).split(), first_cut(sentence)
 
 
 def test_a_sentence_a_little_longer_stays_whole():

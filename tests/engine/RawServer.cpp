@@ -81,9 +81,10 @@ QByteArray RawServer::readRequest(int socket) const {
   while (!stopping_) {
     const qsizetype head = request.indexOf("\r\n\r\n");
     if (head >= 0) {
-      const qsizetype at = request.toLower().indexOf("content-length:");
+      const QByteArray fields = request.left(head + 2).toLower();
+      const qsizetype at = fields.indexOf("content-length:");
       const qsizetype length =
-          at < 0 ? 0 : request.mid(at + 15, request.indexOf("\r\n", at) - at - 15).toLongLong();
+          at < 0 ? 0 : fields.mid(at + 15, fields.indexOf("\r\n", at) - at - 15).toLongLong();
       if (request.size() >= head + 4 + length)
         return request;
     }

@@ -205,7 +205,7 @@ def in_words(failure):
         return "cannot be found: is this computer online?"
     if isinstance(failure, (http.client.HTTPException, ConnectionResetError, ssl.SSLError)):
         return "broke off the connection"
-    return f"cannot be reached: {failure.strerror}"
+    return f"cannot be reached: {failure.strerror or 'the proxy does not allow it'}"
 
 
 def native(samples):
