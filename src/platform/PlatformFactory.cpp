@@ -20,6 +20,7 @@
 #include "platform/tray/ModalAlerts.h"
 #include "platform/tray/Tray.h"
 #include "platform/x11/Capture.h"
+#include "platform/x11/Connection.h"
 #include "platform/x11/DisplayBell.h"
 
 namespace tavin {
