@@ -9,6 +9,7 @@
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
 #include "platform/wayland/WaylandWindowSystem.h"
+#include "platform/x11/Connection.h"
 #include "platform/x11/CreateCapture.h"
 #include "platform/x11/DisplayBell.h"
 

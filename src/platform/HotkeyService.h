@@ -43,7 +43,7 @@ class HotkeyService {
   // `callback` is called on the main thread, never from within another call of this contract, with
   // a registration whose answer came later, or was taken back, and its status as it is from now on.
   // Services that always answer at once never call it.
-  virtual void installAnswerHandler(std::function<void(const HotkeyRegistration&)>) {}
+  virtual void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) = 0;
   // Never reports success for a key that will not arrive. Bounded in time.
   virtual HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                  EventHotKeyID id) = 0;

@@ -13,6 +13,7 @@ class NoHotkeys final : public HotkeyService {
   explicit NoHotkeys(QString reason) : reason_(std::move(reason)) {}
 
   std::int32_t installEventHandler(std::function<void(EventHotKeyID)>) override { return -1; }
+  void installAnswerHandler(std::function<void(const HotkeyRegistration&)>) override {}
   HotkeyRegistration registerEventHotKey(std::uint32_t, std::uint32_t, EventHotKeyID) override {
     return {.status = -1, .ref = nullptr, .reason = reason_};
   }

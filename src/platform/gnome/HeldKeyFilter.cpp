@@ -24,7 +24,8 @@ PressFilter::Input inputBefore(PressFilter::Clock::time_point asked,
                                const QDBusPendingReply<qulonglong>& idle) {
   const auto now = PressFilter::Clock::now();
   if (idle.isError())
-    return {idle.error().type() == QDBusError::NoReply ? PressFilter::Clock::time_point() : now, now};
+    return {idle.error().type() == QDBusError::NoReply ? PressFilter::Clock::time_point() : now,
+            now};
   const milliseconds ago(idle.value());  // Rounded down.
   return {asked - ago - milliseconds(1), now - ago};
 }

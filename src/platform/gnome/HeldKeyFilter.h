@@ -35,8 +35,8 @@ class PressFilter {
 
 // Between the program and its D-Bus actions where those are what GNOME's custom key bindings run:
 // GNOME runs the command again and again while the key is held, thirty times a second. The shell is
-// asked how long the user has been idle. What remains: a hand on the mouse while the key is held makes
-// a press of a repetition. Main thread only.
+// asked how long the user has been idle. What remains: a hand on the mouse while the key is held
+// makes a press of a repetition. Main thread only.
 class HeldKeyFilter final : public RemoteControl {
  public:
   HeldKeyFilter(const QDBusConnection& bus, std::unique_ptr<RemoteControl> actions);

@@ -22,6 +22,7 @@ class HotkeyGrabs final : public HotkeyService {
   static std::unique_ptr<HotkeyGrabs> create(SystemLog& log);
 
   std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
+  void installAnswerHandler(std::function<void(const HotkeyRegistration&)>) override {}
   // A refusal's status is the X error code.
   HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                          EventHotKeyID id) override;
