@@ -180,7 +180,7 @@ TEST_F(WaylandPasteboardTest, TextsAreAskedForBeforePictures) {
 
 TEST_F(WaylandPasteboardTest, AnOwnerThatChangesWhileItIsReadIsReadAgain) {
   const Types fresh{{kText, "new"}, {"x-more", "more"}};
-  for (const std::string moment : {kText, std::string("x-last")}) {
+  for (const std::string& moment : {kText, std::string("x-last")}) {
     const ClipboardOwner owner({{kText, "old"}, {"x-last", "last"}},
                                {.changesOn = moment, .changesTo = fresh});
     EXPECT_EQ(read(), fresh) << moment;
@@ -195,7 +195,7 @@ TEST_F(WaylandPasteboardTest, TheCountTakenAfterReadingKnowsOfChangesWhileReadin
 }
 
 TEST_F(WaylandPasteboardTest, AnOwnerThatDiesWhileItIsReadIsUnknownAtOnce) {
-  for (const std::string moment : {kText, std::string("x-last")}) {
+  for (const std::string& moment : {kText, std::string("x-last")}) {
     const ClipboardOwner owner({{kText, "old"}, {"x-last", "last"}}, {.diesOn = moment});
     QElapsedTimer timer;
     timer.start();
