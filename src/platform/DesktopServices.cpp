@@ -1,7 +1,6 @@
 #include "platform/DesktopServices.h"
 
 #include <QDir>
-#include <QFile>
 #include <QLibraryInfo>
 #include <utility>
 
@@ -16,7 +15,7 @@
 namespace tavin {
 namespace {
 
-// What is forced, else the first of the two.
+// What is forced, else what serves in such a session.
 QString chosen(const char* variable, const char* onWayland, const char* onX11, bool wayland) {
   const QString forced = qEnvironmentVariable(variable);
   return forced.isEmpty() ? QString(QLatin1String(wayland ? onWayland : onX11)) : forced;

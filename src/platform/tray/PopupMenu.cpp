@@ -3,6 +3,7 @@
 #include <QActionGroup>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QWindow>
 
 #include "platform/tray/MenuSource.h"
 #include "platform/tray/PopupGrab.h"

@@ -16,6 +16,10 @@ constexpr double secondsUntilCleared = 0.05;
 
 // What is offered through one source, for as long as the compositor keeps it.
 struct ClipboardServer::Served {
+  Served(ClipboardServer& owner, PasteboardItem offered,
+         Owned<zwlr_data_control_source_v1> newSource)
+      : server(owner), item(std::move(offered)), source(std::move(newSource)) {}
+
   ClipboardServer& server;
   PasteboardItem item;
   Owned<zwlr_data_control_source_v1> source;

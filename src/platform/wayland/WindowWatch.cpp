@@ -26,6 +26,9 @@ bool holdsState(const wl_array& states, std::uint32_t wanted) {
 }  // namespace
 
 struct WindowWatch::Window {
+  Window(WindowWatch& owner, Owned<zwlr_foreign_toplevel_handle_v1> newHandle, std::uint64_t id)
+      : watch(owner), handle(std::move(newHandle)), toplevel{id, {}} {}
+
   WindowWatch& watch;
   Owned<zwlr_foreign_toplevel_handle_v1> handle;
   Toplevel toplevel;
@@ -97,7 +100,7 @@ void WindowWatch::add(zwlr_foreign_toplevel_handle_v1* handle) {
   Owned<zwlr_foreign_toplevel_handle_v1> owned(handle);
   if (windows_.size() == mostWindows)
     return;
-  windows_.push_back(std::make_unique<Window>(*this, std::move(owned), Toplevel{++lastId_, {}}));
+  windows_.push_back(std::make_unique<Window>(*this, std::move(owned), ++lastId_));
   zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Events::listener, windows_.back().get());
 }
 

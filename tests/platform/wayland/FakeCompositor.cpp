@@ -34,14 +34,16 @@ struct FakeCompositor::Requests {
   static void offerType(wl_client*, wl_resource* source, const char* type) {
     self(source).source_.types.emplace_back(type);
   }
-  static constexpr struct zwlr_data_control_source_v1_interface source {
+  static constexpr struct zwlr_data_control_source_v1_interface sourceRequests {
     offerType, destroyResource
   };
 
   static void receive(wl_client*, wl_resource* offer, const char* type, std::int32_t fd) {
     self(offer).give(type, fd);
   }
-  static constexpr struct zwlr_data_control_offer_v1_interface offer { receive, destroyResource };
+  static constexpr struct zwlr_data_control_offer_v1_interface offerRequests {
+    receive, destroyResource
+  };
 
   static void setSelection(wl_client*, wl_resource* device, wl_resource* source) {
     auto& compositor = self(device);
@@ -50,27 +52,27 @@ struct FakeCompositor::Requests {
     compositor.tell(device);
   }
   static void setPrimary(wl_client*, wl_resource*, wl_resource*) {}
-  static constexpr struct zwlr_data_control_device_v1_interface device {
+  static constexpr struct zwlr_data_control_device_v1_interface deviceRequests {
     setSelection, destroyResource, setPrimary
   };
 
   static void createSource(wl_client* client, wl_resource* manager, std::uint32_t id) {
     auto* resource = wl_resource_create(client, &zwlr_data_control_source_v1_interface, 1, id);
     self(manager).source_.types.clear();
-    wl_resource_set_implementation(resource, &source, &self(manager), nullptr);
+    wl_resource_set_implementation(resource, &sourceRequests, &self(manager), nullptr);
   }
   static void getDevice(wl_client* client, wl_resource* manager, std::uint32_t id, wl_resource*) {
     auto* resource = wl_resource_create(client, &zwlr_data_control_device_v1_interface, 1, id);
-    wl_resource_set_implementation(resource, &device, &self(manager), nullptr);
+    wl_resource_set_implementation(resource, &deviceRequests, &self(manager), nullptr);
     self(manager).tell(resource);
   }
-  static constexpr struct zwlr_data_control_manager_v1_interface manager {
+  static constexpr struct zwlr_data_control_manager_v1_interface managerRequests {
     createSource, getDevice, destroyResource
   };
 
   static void bindManager(wl_client* client, void* self, std::uint32_t version, std::uint32_t id) {
     auto* resource = wl_resource_create(client, &managerInterface(), static_cast<int>(version), id);
-    wl_resource_set_implementation(resource, &manager, self, nullptr);
+    wl_resource_set_implementation(resource, &managerRequests, self, nullptr);
   }
   static void bindSeat(wl_client* client, void*, std::uint32_t version, std::uint32_t id) {
     wl_resource_create(client, &wl_seat_interface, static_cast<int>(version), id);
@@ -112,7 +114,7 @@ void FakeCompositor::tell(wl_resource* device) {
   }
   auto* offer = wl_resource_create(wl_resource_get_client(device),
                                    &zwlr_data_control_offer_v1_interface, 1, 0);
-  wl_resource_set_implementation(offer, &Requests::offer, this, nullptr);
+  wl_resource_set_implementation(offer, &Requests::offerRequests, this, nullptr);
   zwlr_data_control_device_v1_send_data_offer(device, offer);
   for (const auto& type : holdsText_ ? std::vector<std::string>{textType} : source_.types)
     zwlr_data_control_offer_v1_send_offer(offer, type.c_str());

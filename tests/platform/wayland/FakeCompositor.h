@@ -40,7 +40,6 @@ class FakeCompositor {
   QTemporaryDir folder_;
   const QByteArray text_;
   wl_display* display_;
-  wl_resource* device_ = nullptr;
   Source source_;          // Of the client that owns the clipboard;
   bool holdsText_ = true;  // before, the text.
   std::atomic<bool> hanging_ = false;
