@@ -41,8 +41,8 @@ kokoro:
 test: build-tests
 	$(CTEST) -LE heavy
 
-# ONLY=heavy leaves out what `make test` runs.
-# Before the build: one of its programs is made only where it can be.
+# ONLY=heavy leaves out what `make test` runs. The set-up comes before the build: one of the tests'
+# programs is made only where its protocol is installed.
 test-all:
 	@tools/setup heavy wayland desktops
 	@$(MAKE) --no-print-directory build-tests
