@@ -210,11 +210,13 @@ class Tavin:
         """The speak shortcut. Returns the texts that the engine was then asked to speak."""
         since = self.engine.mark()
         self.desktop.key(keys)
-        # The second question comes from the item that captures and posts; the pause is handled
-        # after it, on the same queue.
+        # The second question comes from the item that captures and posts; a pause is handled after
+        # it, on the same queue. One of the questions may be another's, such as the menu's: then the
+        # first pause comes before that item, but the second after it.
         self.engine.wait_for("/status", count=2, since=since)
-        self.action("pause")
-        self.engine.wait_for("/toggle-pause", since=since, seconds=15)
+        for count in (1, 2):
+            self.action("pause")
+            self.engine.wait_for("/toggle-pause", count=count, since=since, seconds=15)
         texts = [body["text"] for body in self.engine.requests("/speak", since)]
         if texts:
             # The watch over the playback asks once and finds the engine idle.
