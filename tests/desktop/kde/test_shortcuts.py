@@ -95,12 +95,19 @@ def test_a_stored_key_of_an_earlier_start_does_not_come_back(desktop, engine, bu
     assert accel.action_at(accel.ALT | accel.ESCAPE) is None
 
 
+class LastingDesktop(WaylandDesktop):
+    """Its programs depend on KWin for their shortcuts, and for nothing else."""
+
+    def start(self, command, **kwargs):
+        env = {**self.session.env, "WAYLAND_DISPLAY": "none"}
+        return super().start(command, env=env, **kwargs)
+
+
 @pytest.fixture
 def lasting(tmp_path, build, engine):
-    """A session in which Tavin does not depend on KWin for its display."""
     with KwinSession(str(tmp_path), build) as session:
         session.start_other_display()
-        desktop = WaylandDesktop(session)
+        desktop = LastingDesktop(session)
         yield desktop
         desktop.close()
 
