@@ -99,7 +99,7 @@ class LastingDesktop(WaylandDesktop):
     """Its programs depend on KWin for their shortcuts, and for nothing else."""
 
     def start(self, command, **kwargs):
-        env = {**self.session.env, "WAYLAND_DISPLAY": "none"}
+        env = {**(kwargs.pop("env", None) or self.session.env), "WAYLAND_DISPLAY": "none"}
         return super().start(command, env=env, **kwargs)
 
 
