@@ -10,7 +10,7 @@ from driver import Desktop
 from session import Session, wait_until
 from trays import Tray
 
-WITHOUT = "Tavin: X11, without a session bus"
+WITHOUT = "Tavin: X11, shortcuts x11, without a session bus"
 
 
 def buses(session):
