@@ -93,6 +93,8 @@ TEST_F(BusTest, ABusThatHangsIsGivenUpInTimeAndOneThatRestartsIsFoundAgain) {
     EXPECT_LT(timer.elapsed(), 1500) << "nor does connecting to it hang";
   }
   kill(bus, SIGKILL);
+  // A program that asks before the bus's launcher has noticed gets the dead address for life.
+  ASSERT_TRUE(eventually([&] { return busProcess() > 1 && busProcess() != bus; }, 10'000));
   const Program editor(command);
   EXPECT_TRUE(becomesSelected("a text", [this] { selectAll(); }));
 }
