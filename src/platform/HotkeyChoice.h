@@ -9,8 +9,6 @@
 
 namespace tavin {
 
-class SystemLog;
-
 // The ways in which desktops let a program have shortcuts.
 enum class HotkeyRoad {
   x11,     // Key grabs.
@@ -42,7 +40,7 @@ struct ChosenHotkeys {
 };
 
 // Shortcuts as this session offers them, or as the environment's TAVIN_SHORTCUTS says: x11, kde,
-// gnome, portal or none. `log` must outlive the service.
-ChosenHotkeys chooseHotkeys(SystemLog& log);
+// gnome, portal or none.
+ChosenHotkeys chooseHotkeys();
 
 }  // namespace tavin

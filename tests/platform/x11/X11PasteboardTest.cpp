@@ -127,6 +127,19 @@ TEST_F(X11PasteboardTest, AnOwnerThatListsNothingIsReadByItsText) {
   EXPECT_EQ(read(), (Targets{{"STRING", "old"}}));
 }
 
+TEST_F(X11PasteboardTest, AnOwnerThatAnswersItsTextToEverythingIsReadByItsText) {
+  const ClipboardOwner owner({{"UTF8_STRING", "old"}}, {.knowsOnlyText = true});
+  EXPECT_EQ(read(), (Targets{{"UTF8_STRING", "old"}, {"STRING", "old"}}));
+}
+
+TEST_F(X11PasteboardTest, AnOwnerThatListsTargetsWithoutEndIsUnknownInTime) {
+  const ClipboardOwner owner({{"UTF8_STRING", "a"}}, {.listsMore = 500'000});
+  QElapsedTimer timer;
+  timer.start();
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt);
+  EXPECT_LT(timer.elapsed(), 1400);
+}
+
 TEST_F(X11PasteboardTest, ASilentOwnerIsUnknownWithinTheTimeLimit) {
   const ClipboardOwner owner({{"UTF8_STRING", "a"}}, {.silentOn = {"TARGETS"}});
   QElapsedTimer timer;
