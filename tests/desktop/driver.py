@@ -76,6 +76,12 @@ class Desktop:
     def key(self, *keys):
         self.session.run(["xdotool", "key", *keys])
 
+    def press(self, chord):
+        self.session.run(["xdotool", "keydown", chord])
+
+    def release(self, chord):
+        self.session.run(["xdotool", "keyup", chord])
+
     def click(self, wid, x, y, times=1):
         self.session.run(["xdotool", "mousemove", "--window", wid, str(x), str(y),
                           "click", "--repeat", str(times), "--delay", "60", "1"])
