@@ -122,6 +122,19 @@ TEST_F(X11PasteboardTest, ARefusedTargetIsLeftOut) {
   EXPECT_EQ(read(), (Targets{{"UTF8_STRING", "a"}, {"x-third", "c"}}));
 }
 
+TEST_F(X11PasteboardTest, ATypeWhoseDataCouldNotBeReadBeforehandIsGoneAfterwards) {
+  ClipboardOwner owner({{"UTF8_STRING", "a"}, {"text/html", "b"}, {"x-third", "c"}},
+                       {.refuses = {"text/html"}});
+  const auto saved = pasteboard_->pasteboardItems();
+  ASSERT_TRUE(saved);
+  copyBySomeoneElse();
+  pasteboard_->clearContents();
+  pasteboard_->writeObjects(*saved);
+  EXPECT_EQ(test::pasted("UTF8_STRING"), "a");
+  EXPECT_EQ(test::pasted("x-third"), "c");
+  EXPECT_EQ(test::pasted("text/html"), "(no such target)");
+}
+
 TEST_F(X11PasteboardTest, AnOwnerThatListsNothingIsReadByItsText) {
   const ClipboardOwner owner({{"STRING", "old"}}, {.refuses = {"TARGETS"}});
   EXPECT_EQ(read(), (Targets{{"STRING", "old"}}));
