@@ -11,6 +11,13 @@
 #include "platform/SystemLog.h"
 
 namespace tavin {
+namespace {
+
+std::uint16_t portOf(const UrlRequest& request) {
+  return static_cast<std::uint16_t>(QUrl(request.url).port(80));
+}
+
+}  // namespace
 
 CurlSession::CurlSession(SystemLog& log, std::optional<uid_t> user)
     : log_(log), user_(user.value_or(::geteuid())) {
@@ -20,6 +27,10 @@ CurlSession::CurlSession(SystemLog& log, std::optional<uid_t> user)
 CurlSession::~CurlSession() = default;
 
 std::variant<UrlResponse, UrlError> CurlSession::dataTask(const UrlRequest& request) {
+  // A connection to a port on which nobody listens may get that very port for its own end: then it
+  // meets itself, and for a minute no engine can listen there.
+  if (const auto owners = listenerOwners(portOf(request)); owners && owners->empty())
+    return UrlError{UrlError::cannotConnectToHost};
   CurlTransfer transfer(request, maxAnswerSize, [&] { return peerIsEngine(request); });
   {
     const std::lock_guard lock(mutex_);
@@ -40,7 +51,7 @@ void CurlSession::invalidateAndCancel() {
 }
 
 bool CurlSession::peerIsEngine(const UrlRequest& request) {
-  const auto owners = listenerOwners(static_cast<std::uint16_t>(QUrl(request.url).port(80)));
+  const auto owners = listenerOwners(portOf(request));
   const bool foreign = owners && std::any_of(owners->begin(), owners->end(),
                                              [this](uid_t owner) { return owner != user_; });
   if (!foreignListener_.exchange(foreign) && foreign)
