@@ -6,6 +6,7 @@
 //   button CODE 0|1   a kernel button code, up or down
 #include <wayland-client.h>
 
+#include <cstdint>
 #include <cstring>
 #include <iostream>
 #include <sstream>
