@@ -7,13 +7,15 @@ from session import wait_until
 
 
 class DataControlDesktop(Desktop):
+    PASTE_SECONDS = 10
+
     def __init__(self, session):
         super().__init__(session)
         self._owners = {}  # They end when another program takes the selection over.
 
     def _paste(self, *options):
         result = subprocess.run(["wl-paste", "--no-newline", *options], env=self.session.env,
-                                capture_output=True, timeout=10)
+                                capture_output=True, timeout=self.PASTE_SECONDS)
         return result.stdout if result.returncode == 0 else None
 
     def _selection(self, name):

@@ -39,8 +39,9 @@ class KwinSession(WaylandSession):
         self.trusting = trusting
         if native:
             self.env.update(GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland",
-                            MOZ_ENABLE_WAYLAND="1")
-        self._input_program = os.path.join(build, "bin/fake_input")
+                            MOZ_ENABLE_WAYLAND="1", QT_WAYLAND_DISABLE_WINDOWDECORATION="1")
+        self.programs = os.path.join(build, "bin")
+        self._input_program = os.path.join(self.programs, "fake_input")
         self._input = None
         self.compositor = None
         self.env.update(KDE_FULL_SESSION="true", KDE_SESSION_VERSION="5", KWIN_COMPOSE="O2",

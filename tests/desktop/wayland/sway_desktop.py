@@ -10,6 +10,11 @@ from sway_input import HEIGHT, WIDTH
 class SwayDesktop(DataControlDesktop):
     screen = WIDTH, HEIGHT
 
+    @staticmethod
+    def terminal(title):
+        """A terminal's command line, for a program's to follow, and where its first row is."""
+        return ["foot", "--title", title], 12
+
     def windows(self, name):
         return [str(window["id"]) for window in self.session.windows_matching(name)]
 
