@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/atspi/AssembleCapture.h"
+#include "platform/wayland/FakeInput.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
 #include "platform/wayland/WaylandWindowSystem.h"
@@ -14,6 +15,9 @@
 
 namespace tavin {
 namespace {
+
+// The first that serves is taken.
+constexpr const char* waylandKeyboards = "virtual-keyboard fake-input";
 
 // What is forced, else what serves in such a session.
 QString chosen(const char* variable, const char* onWayland, const char* onX11, bool wayland) {
@@ -39,6 +43,8 @@ std::optional<Clipboard> createClipboard(const QString& kind,
 std::unique_ptr<Keyboard> createKeyboard(const QString& kind, std::function<bool()> mayCopy) {
   if (kind == "virtual-keyboard")
     return wayland::VirtualKeyboard::create(std::move(mayCopy));
+  if (kind == "fake-input")
+    return wayland::FakeInput::create(std::move(mayCopy));
   return kind == "xtest" ? x11::createKeyboard(std::move(mayCopy)) : nullptr;
 }
 
@@ -48,7 +54,7 @@ DesktopServices::DesktopServices()
     : compositor_(wayland::Compositor::connect()),
       display_(x11::Connection::open() != nullptr),
       clipboard_(chosen("TAVIN_CLIPBOARD", "data-control", "x11", compositor_ != nullptr)),
-      keyboard_(chosen("TAVIN_KEYBOARD", "virtual-keyboard", "xtest", compositor_ != nullptr)) {}
+      keyboard_(chosen("TAVIN_KEYBOARD", waylandKeyboards, "xtest", compositor_ != nullptr)) {}
 
 DesktopServices::~DesktopServices() = default;
 
@@ -75,11 +81,15 @@ std::optional<Capture> DesktopServices::createCapture(SystemLog& log) {
                              : x11::createWindowSystem();
   if (!clipboard || !windows)
     return std::nullopt;
-  const auto makeKeyboard = [this](std::function<bool()> mayCopy) {
-    auto keyboard = createKeyboard(keyboard_, std::move(mayCopy));
-    if (!keyboard)
-      keyboard_ = "none";
-    return keyboard;
+  const auto makeKeyboard = [this](const std::function<bool()>& mayCopy) {
+    for (const QString& kind : keyboard_.split(' ')) {
+      if (auto keyboard = createKeyboard(kind, mayCopy)) {
+        keyboard_ = kind;
+        return keyboard;
+      }
+    }
+    keyboard_ = "none";
+    return std::unique_ptr<Keyboard>();
   };
   return atspi::assembleCapture(log, {std::move(windows), std::move(*clipboard), makeKeyboard});
 }
@@ -95,8 +105,7 @@ QString DesktopServices::description() const {
                                 ? QString::fromStdString(compositor_->clipboardName())
                                 : clipboard_;
   return QString("Wayland, clipboard %1, keyboard %2, windows %3, Qt %4")
-      .arg(clipboard, keyboard_, compositor_->tellsWindows() ? "foreign-toplevel" : "none",
-           qtPlatform());
+      .arg(clipboard, keyboard_, QString::fromStdString(compositor_->windowsName()), qtPlatform());
 }
 
 }  // namespace tavin

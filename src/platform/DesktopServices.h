@@ -17,8 +17,8 @@ namespace tavin {
 
 // What serves in this session, chosen by what it really offers: each service on its own, so that
 // one that is missing takes no other away. For tests and for sessions that offer more than works,
-// TAVIN_CLIPBOARD ("data-control", "x11") and TAVIN_KEYBOARD ("virtual-keyboard", "xtest", "none")
-// force one each.
+// TAVIN_CLIPBOARD ("data-control", "x11") and TAVIN_KEYBOARD ("virtual-keyboard",
+// "fake-input", "xtest", "none") force one each.
 class DesktopServices {
  public:
   // Looks round; bounded by two seconds. Before Qt is started.
@@ -41,7 +41,7 @@ class DesktopServices {
  private:
   const std::shared_ptr<wayland::Compositor> compositor_;  // Null where X11 serves.
   const bool display_;                                     // There is an X display.
-  QString clipboard_, keyboard_;
+  QString clipboard_, keyboard_;  // Of keyboards at first all that come into question.
 };
 
 }  // namespace tavin

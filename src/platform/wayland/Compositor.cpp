@@ -46,7 +46,8 @@ std::optional<Compositor::Front> Compositor::front(Deadline deadline) {
     return std::nullopt;
   const auto front = thread_.ask<std::optional<Front>>(deadline, [=, this] {
     return connection_->roundTrip(deadline)
-               ? std::optional(Front{windows_->active(), windows_->primaryMaker()})
+               ? std::optional(
+                     Front{windows_->active(), windows_->primaryMaker(), windows_->processes()})
                : std::nullopt;
   });
   return front.value_or(std::nullopt);
