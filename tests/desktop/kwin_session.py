@@ -44,7 +44,7 @@ class KwinSession(WaylandSession):
         self._input_program = os.path.join(self.programs, "fake_input")
         self._input = None
         self.compositor = None
-        self.env.update(KDE_FULL_SESSION="true", KDE_SESSION_VERSION="5", KWIN_COMPOSE="O2",
+        self.env.update(KDE_FULL_SESSION="true", KWIN_COMPOSE="O2",
                         KWIN_SCREENSHOT_NO_PERMISSION_CHECKS="1")
         if trusting:
             self.env["KWIN_WAYLAND_NO_PERMISSION_CHECKS"] = "1"
@@ -64,6 +64,14 @@ class KwinSession(WaylandSession):
             raise SessionError("kwin_wayland is not installed")
         shutil.copyfile(source, self._program)
         os.chmod(self._program, 0o755)
+        version = self.run([self._program, "--version"]).split()[-1]
+        self.env["KDE_SESSION_VERSION"] = version.split(".", maxsplit=1)[0]
+        self._display_file = os.path.join(self.folder, "display")
+        self._tell_display = os.path.join(self.folder, "tell-display")
+        with open(self._tell_display, "w", encoding="utf-8") as f:
+            f.write(f'#!/bin/sh\necho "$DISPLAY" >{self._display_file}.new\n'
+                    f"mv {self._display_file}.new {self._display_file}\n")
+        os.chmod(self._tell_display, 0o755)
         # Without frames, what a program shows begins where its window begins.
         with open(os.path.join(self.env["XDG_CONFIG_HOME"], "kwinrc"), "w", encoding="utf-8") as f:
             f.write("[org.kde.kdecoration2]\nNoPlugin=true\n")
@@ -93,7 +101,7 @@ class KwinSession(WaylandSession):
         width, height = self.size
         self.compositor = self._start_service(
             [self._program, "--virtual", "--no-lockscreen", "--xwayland", "--socket", SOCKET,
-             "--width", str(width), "--height", str(height)], env=env)
+             "--width", str(width), "--height", str(height), self._tell_display], env=env)
         self.wait_for_socket(SOCKET)
         wait_until(lambda: self.owner("org.kde.kglobalaccel") == self.compositor.pid, 30,
                    "KWin's shortcuts")
@@ -115,18 +123,12 @@ class KwinSession(WaylandSession):
             f.write(f"[{program}]\n_k_friendly_name={program}\n{action}={key},none,{action}\n")
 
     def _x_display(self):
-        """KWin tells its own programs alone which display it has taken."""
-        for entry in filter(str.isdigit, os.listdir("/proc")):
-            with contextlib.suppress(OSError):
-                with open(f"/proc/{entry}/cmdline", encoding="utf-8") as f:
-                    arguments = f.read().split("\0")
-                if os.path.basename(arguments[0]) == "Xwayland" and self._is_ours(entry):
-                    return next(a for a in arguments if a.startswith(":"))
+        """KWin tells its own programs alone which display it has taken; the server itself may not
+        run before the first of them needs it."""
+        with contextlib.suppress(FileNotFoundError), open(self._display_file,
+                                                          encoding="utf-8") as f:
+            return f.read().strip()
         return None
-
-    def _is_ours(self, process):
-        with open(f"/proc/{process}/stat", encoding="latin-1") as f:
-            return int(f.read().rpartition(")")[2].split()[1]) == self.compositor.pid
 
     def _open_input(self):
         """One for the session: a keyboard that comes and goes takes the focus along."""
