@@ -1,0 +1,117 @@
+"""The copy road under GNOME on Wayland: through the portal, with the user's leave."""
+
+import os
+
+import pytest
+from driver import SPEAK, Tavin
+from gnome_desktop import GnomeDesktop, NativeGnome
+from session import wait_until
+
+TEXT = "Grüße, only a copy brings this text"
+COPIED = "what was copied before"
+
+
+@pytest.fixture(scope="module")
+def session(tmp_path_factory):
+    with NativeGnome(str(tmp_path_factory.mktemp("session"))) as private:
+        yield private
+
+
+@pytest.fixture
+def desktop(session):
+    programs = GnomeDesktop(session)
+    yield programs
+    programs.close()
+
+
+@pytest.fixture
+def bare_field(desktop, build):
+    """A program with no accessibility, that only a copy gets anything out of."""
+    desktop.own("clipboard", COPIED)
+    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
+                        env={**desktop.session.env, "QT_QPA_PLATFORM": "xcb",
+                             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"})
+
+
+@pytest.fixture
+def granted(tavin, desktop, bare_field):
+    """A Tavin that was given leave, with the program in front again."""
+    assert tavin.press() == []
+    desktop.share()
+    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "leave")
+    wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
+    return tavin
+
+
+def test_the_first_press_asks_and_later_ones_copy(granted, desktop):
+    before = desktop.clipboard()
+    assert granted.press() == [TEXT]
+    assert desktop.clipboard() == before
+    assert granted.press() == [TEXT]
+    assert desktop.clipboard() == before
+    assert desktop.no_dialog()
+    assert granted.log().count("asking the desktop") == 1
+
+
+def test_presses_while_the_dialog_is_open_type_nothing(tavin, desktop, bare_field):
+    assert tavin.press() == []
+    dialog = desktop.permission_dialog()
+    assert tavin.press() == []
+    assert desktop.titled(desktop.DIALOG) == [dialog]
+    desktop.decline()
+    assert tavin.press() == []
+    assert desktop.clipboard_text() == COPIED
+
+
+def test_what_was_declined_is_asked_for_again_by_the_next_start_only(tavin, desktop, bare_field,
+                                                                     engine, build):
+    assert tavin.press() == []
+    desktop.decline()
+    wait_until(lambda: "declined" in tavin.log(), 10, "the answer")
+    wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
+    assert tavin.press() == []
+    assert desktop.no_dialog()
+    assert tavin.quit()[0] == 0
+    again = Tavin(desktop, engine, build, log="again.log")
+    assert again.press() == []
+    desktop.permission_dialog()
+
+
+def test_accessibility_goes_on_working_without_leave(tavin, desktop, bare_field, build):
+    assert tavin.press() == []
+    desktop.decline()
+    desktop.open([os.path.join(build, "bin/qt6_field"), "read by accessibility"], "Qt 6 field")
+    desktop.key("ctrl+a")
+    assert tavin.press() == ["read by accessibility"]
+
+
+def test_while_the_shortcut_is_held_no_chord_is_made(granted, desktop, engine):
+    owner = desktop.selection_owner("clipboard")
+    since = engine.mark()
+    desktop.press(SPEAK)
+    try:
+        # One from the press and one from the capture that follows.
+        engine.wait_for("/status", count=2, since=since)
+        granted.action("stop")
+        engine.wait_for("/stop", since=since)
+    finally:
+        desktop.release(SPEAK)
+    assert engine.requests("/speak", since) == []
+    assert desktop.selection_owner("clipboard") == owner
+
+
+def stop_sharing(session):
+    """What the indicator in the shell's bar does."""
+    session.evaluate("""Main.panel.statusArea.quickSettings._remoteAccess?._handles?.forEach(
+        h => { if (h !== [...Main.panel.statusArea.quickSettings._remoteAccess._handles][0])
+            h.stop(); })""")
+
+
+def test_a_portal_that_restarts_is_asked_again(granted, desktop, session, bare_field):
+    os.kill(session.owner("org.freedesktop.portal.Desktop"), 15)
+    wait_until(lambda: "the desktop's portal has ended" in granted.log(), 10, "its end")
+    assert granted.press() == []
+    desktop.share()
+    wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
+    wait_until(lambda: granted.log().count("lets Tavin press") == 2, 10, "leave")
+    assert granted.press() == [TEXT]
