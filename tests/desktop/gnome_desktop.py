@@ -2,6 +2,7 @@
 
 import contextlib
 import json
+import os
 import time
 
 from gi.repository import GLib
@@ -19,6 +20,7 @@ POINTER = """global.tavin_pointer ||= imports.gi.Clutter.get_default_backend().g
 global.tavin_pointer.notify_absolute_motion(imports.gi.GLib.get_monotonic_time(), {}, {})"""
 ACTIVATE = """global.get_window_actors().map(a => a.meta_window).find(w => w.get_id() == {})
     .activate(global.get_current_time())"""
+ESCAPE, MASKS = 9, {"shift": 1, "alt": 8}  # As X11 numbers them.
 KEYS.update({"BackSpace": 14, "Tab": 15, "End": 107, "Left": 105, "space": 57,
              **dict(zip("qwertyuiop", range(16, 26))), **dict(zip("asdfghjkl", range(30, 39))),
              **dict(zip("zxcvbnm", range(44, 51)))})
@@ -46,15 +48,30 @@ class GnomeDesktop(WaylandDesktop):
 
     def key(self, *chords):
         for chord in chords:
+            if chord in self.SHORTCUTS:
+                # The settings daemon takes a key a moment after Tavin has started.
+                wait_until(lambda: self.is_shortcut(chord), 10, f"shortcut {chord}")
             self.press(chord)
             if chord in self.SHORTCUTS:
                 time.sleep(self.HELD)
             self.release(chord)
 
+    def is_shortcut(self, chord):
+        mask = sum(MASKS[name] for name in chord.split("+")[:-1])
+        return self.session.evaluate(
+            f"global.display.get_keybinding_action({ESCAPE}, {mask})") not in ("", "0")
+
     def stir(self):
-        """GNOME tells a key's repetitions from presses by the input between them."""
+        """A key's repetitions are told from presses by the input between them, which a busy shell
+        does not tell to the millisecond."""
+        time.sleep(0.3)
         for down in (True, False):
             self.session.send_key(KEYS["shift"], down)
+
+    def selection_owner(self, name):
+        # Read by this process, which has a display of its own otherwise, or none.
+        os.environ["XAUTHORITY"] = self.session.env["XAUTHORITY"]
+        return super().selection_owner(name)
 
     def all_windows(self):
         keys = "id", "title", "wm_class", "focused", "client", "type", "rect", "buffer"

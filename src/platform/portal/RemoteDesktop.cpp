@@ -23,6 +23,12 @@ QString newBusName() {
   return QStringLiteral("tavin-remote-desktop-%1").arg(++count);
 }
 
+// Another one each time: the desktop's own part of a portal outlives the portal, with its sessions.
+QString newSessionToken() {
+  static int count = 0;
+  return QStringLiteral("tavin_keys_%1").arg(++count);
+}
+
 }  // namespace
 
 RemoteDesktop::RemoteDesktop(SystemLog& log, RestoreToken token)
@@ -115,7 +121,7 @@ void RemoteDesktop::readOffer() {
 
 void RemoteDesktop::createSession() {
   call(QStringLiteral("CreateSession"), {},
-       {{QStringLiteral("session_handle_token"), QStringLiteral("tavin")}},
+       {{QStringLiteral("session_handle_token"), newSessionToken()}},
        [this](int code, const QVariantMap& results) {
          const QString handle = results.value(QStringLiteral("session_handle")).toString();
          if (code != succeeded || handle.isEmpty())

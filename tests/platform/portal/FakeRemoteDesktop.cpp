@@ -79,6 +79,8 @@ void FakeRemoteDesktop::answer(const QDBusMessage& call, const QVariantMap& opti
   if (call.member() == QLatin1String("CreateSession")) {
     session =
         pathOf("session", call, options.value(QStringLiteral("session_handle_token")).toString());
+    EXPECT_FALSE(sessions_.contains(session)) << "a second session of the same name";
+    sessions_ << session;
     return respond({{QStringLiteral("session_handle"), session}});
   }
   if (call.member() == QLatin1String("SelectDevices")) {

@@ -40,7 +40,8 @@ class FakeRemoteDesktop : public QDBusVirtualObject {
                   const QVariantList& arguments);
 
   QDBusConnection bus_;
-  QString dialog_;  // The request of the open one.
+  QStringList sessions_;  // All that there were.
+  QString dialog_;        // The request of the open one.
 };
 
 }  // namespace tavin::test
