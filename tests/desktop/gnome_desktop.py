@@ -19,7 +19,7 @@ POINTER = """global.tavin_pointer ||= imports.gi.Clutter.get_default_backend().g
     .create_virtual_device(imports.gi.Clutter.InputDeviceType.POINTER_DEVICE);
 global.tavin_pointer.notify_absolute_motion(imports.gi.GLib.get_monotonic_time(), {}, {})"""
 ACTIVATE = """global.get_window_actors().map(a => a.meta_window).find(w => w.get_id() == {})
-    .activate(global.get_current_time())"""
+    .activate(global.display.get_current_time_roundtrip())"""
 ESCAPE, MASKS = 9, {"shift": 1, "alt": 8}  # As X11 numbers them.
 KEYS.update({"BackSpace": 14, "Tab": 15, "End": 107, "Left": 105, "space": 57,
              **dict(zip("qwertyuiop", range(16, 26))), **dict(zip("asdfghjkl", range(30, 39))),

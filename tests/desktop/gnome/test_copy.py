@@ -4,50 +4,21 @@ import os
 
 import pytest
 from driver import SPEAK, Tavin
-from gnome_desktop import GnomeDesktop, NativeGnome
 from session import wait_until
 
-TEXT = "Grüße, only a copy brings this text"
 COPIED = "what was copied before"
 
 
-@pytest.fixture(scope="module")
-def session(tmp_path_factory):
-    with NativeGnome(str(tmp_path_factory.mktemp("session"))) as private:
-        yield private
-
-
-@pytest.fixture
-def desktop(session):
-    programs = GnomeDesktop(session)
-    yield programs
-    programs.close()
-
-
-@pytest.fixture
-def bare_field(desktop, build):
-    """A program with no accessibility, that only a copy gets anything out of."""
+@pytest.fixture(autouse=True)
+def copied_before(desktop):
     desktop.own("clipboard", COPIED)
-    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
-                        env={**desktop.session.env, "QT_QPA_PLATFORM": "xcb",
-                             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"})
 
 
-@pytest.fixture
-def granted(tavin, desktop, bare_field):
-    """A Tavin that was given leave, with the program in front again."""
-    assert tavin.press() == []
-    desktop.share()
-    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "leave")
-    wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
-    return tavin
-
-
-def test_the_first_press_asks_and_later_ones_copy(granted, desktop):
+def test_the_first_press_asks_and_later_ones_copy(granted, desktop, copied_text):
     before = desktop.clipboard()
-    assert granted.press() == [TEXT]
+    assert granted.press() == [copied_text]
     assert desktop.clipboard() == before
-    assert granted.press() == [TEXT]
+    assert granted.press() == [copied_text]
     assert desktop.clipboard() == before
     assert desktop.no_dialog()
     assert granted.log().count("asking the desktop") == 1
@@ -101,11 +72,11 @@ def test_while_the_shortcut_is_held_no_chord_is_made(granted, desktop, engine):
     assert desktop.selection_owner("clipboard") == owner
 
 
-def test_a_portal_that_restarts_is_asked_again(granted, desktop, session, bare_field):
+def test_a_portal_that_restarts_is_asked_again(granted, desktop, session, bare_field, copied_text):
     os.kill(session.owner("org.freedesktop.portal.Desktop"), 15)
     wait_until(lambda: "the desktop's portal has ended" in granted.log(), 10, "its end")
     assert granted.press() == []
     desktop.share()
     wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
     wait_until(lambda: granted.log().count("lets Tavin press") == 2, 10, "leave")
-    assert granted.press() == [TEXT]
+    assert granted.press() == [copied_text]
