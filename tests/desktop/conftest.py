@@ -1,6 +1,6 @@
 """A private session for each test file, and for each test fresh programs in it.
 
-TAVIN_TEST_DESKTOP says on which desktop: "x11", "sway" or "kwin".
+TAVIN_TEST_DESKTOP says on which desktop: "x11", "sway", "kwin" or "gnome".
 """
 
 import os
@@ -13,6 +13,7 @@ sys.path[:0] = [HERE, os.path.join(HERE, "wayland")]
 import isolation  # noqa: E402
 from driver import Desktop, Tavin  # noqa: E402
 from engine import RecordingEngine  # noqa: E402
+from gnome_desktop import GnomeDesktop, NativeGnome  # noqa: E402
 from kwin_desktop import KwinDesktop  # noqa: E402
 from kwin_session import KwinSession  # noqa: E402
 from session import Session  # noqa: E402
@@ -23,7 +24,8 @@ PROGRAMS = os.path.join(HERE, "programs")
 # How to start the session and how to use it.
 DESKTOPS = {"x11": (lambda folder, _build: Session(folder), Desktop),
             "sway": (SwaySession, SwayDesktop),
-            "kwin": (lambda folder, build: KwinSession(folder, build, native=True), KwinDesktop)}
+            "kwin": (lambda folder, build: KwinSession(folder, build, native=True), KwinDesktop),
+            "gnome": (NativeGnome, GnomeDesktop)}
 start_session, use_session = DESKTOPS[os.environ.get("TAVIN_TEST_DESKTOP", "x11")]
 
 

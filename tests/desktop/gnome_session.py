@@ -43,6 +43,8 @@ class GnomeSession(WaylandSession):
     def _start_compositor(self):
         self.env["WAYLAND_DISPLAY"] = SOCKET
         self.tell_activated_programs("--all")
+        # The portal's dialogs are shown before there is an X display.
+        self.tell_activated_programs("GDK_BACKEND=wayland")
         self.set("org.gnome.shell", "welcome-dialog-last-shown-version", "99")
         width, height = self.size
         env = {k: v for k, v in self.env.items()
@@ -62,6 +64,7 @@ class GnomeSession(WaylandSession):
         self.env["DISPLAY"] = self.evaluate("imports.gi.GLib.getenv('DISPLAY')").strip('"')
         self.env["XAUTHORITY"] = glob.glob(
             os.path.join(self.env["XDG_RUNTIME_DIR"], ".mutter-Xwaylandauth.*"))[0]
+        self.tell_activated_programs("DISPLAY", "XAUTHORITY")
         self.start_media_keys()
 
     def start_media_keys(self):

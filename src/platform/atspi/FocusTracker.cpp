@@ -1,6 +1,9 @@
 #include "platform/atspi/FocusTracker.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <thread>
 
 #include "platform/atspi/MatchRule.h"
 #include "platform/atspi/ProgramFinder.h"
@@ -9,6 +12,8 @@ namespace tavin::atspi {
 namespace {
 
 constexpr double secondsToFind = 0.6;
+constexpr double secondsForMenu = 0.5;
+constexpr auto menuInterval = std::chrono::milliseconds(10);
 // A copy follows the look at accessibility after at most half a second of waiting for the
 // modifier keys, and the text that was read in between.
 constexpr double secondsFresh = 3;
@@ -17,7 +22,27 @@ constexpr int mostTexts = 50;
 
 }  // namespace
 
-Focus FocusTracker::look() { return lookInto(windows_->frontWindow()); }
+Focus FocusTracker::look() {
+  const FrontWindow window = windows_->frontWindow();
+  return window.afterMenu ? waitForProgram(window) : lookInto(window);
+}
+
+// The program that has the keyboard again once the menu is gone.
+Focus FocusTracker::waitForProgram(FrontWindow window) {
+  const Deadline deadline = Deadline::in(secondsForMenu);
+  while (true) {
+    Focus focus = lookInto(window);
+    const bool found = !window.unknown || (focus.program && !isOwn(*focus.program));
+    if (found || deadline.passed())
+      return focus;
+    std::this_thread::sleep_for(menuInterval);
+    window = windows_->frontWindow();
+  }
+}
+
+bool FocusTracker::isOwn(const ObjectRef& program) {
+  return bus_.processIds({program}, Deadline::in(secondsToFind)).front() == getpid();
+}
 
 Focus FocusTracker::lookInto(const FrontWindow& window) {
   const Deadline deadline = Deadline::in(secondsToFind);

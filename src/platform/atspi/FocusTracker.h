@@ -25,6 +25,8 @@ class FocusTracker {
 
  private:
   Focus lookInto(const FrontWindow& window);
+  Focus waitForProgram(FrontWindow window);
+  bool isOwn(const ObjectRef& program);
   bool showsNoText(const FocusSearch& search, Deadline deadline);
 
   Bus bus_;
