@@ -1,6 +1,7 @@
 """A private session for each test file, and for each test fresh programs in it.
 
-TAVIN_TEST_DESKTOP says on which desktop: "x11", "sway", "kwin" or "gnome".
+TAVIN_TEST_DESKTOP says on which desktop: "x11", "sway", "kwin", "gnome" or, from GNOME 48
+on, "gnome-portal".
 """
 
 import os
@@ -14,6 +15,7 @@ import isolation  # noqa: E402
 from driver import Desktop, Tavin  # noqa: E402
 from engine import RecordingEngine  # noqa: E402
 from gnome_desktop import GnomeDesktop, NativeGnome  # noqa: E402
+from gnome_portal import GrantedGnome, PortalDesktop  # noqa: E402
 from kwin_desktop import KwinDesktop  # noqa: E402
 from kwin_session import KwinSession  # noqa: E402
 from session import Session  # noqa: E402
@@ -25,7 +27,8 @@ PROGRAMS = os.path.join(HERE, "programs")
 DESKTOPS = {"x11": (lambda folder, _build: Session(folder), Desktop),
             "sway": (SwaySession, SwayDesktop),
             "kwin": (lambda folder, build: KwinSession(folder, build, native=True), KwinDesktop),
-            "gnome": (NativeGnome, GnomeDesktop)}
+            "gnome": (NativeGnome, GnomeDesktop),
+            "gnome-portal": (GrantedGnome, PortalDesktop)}
 start_session, use_session = DESKTOPS[os.environ.get("TAVIN_TEST_DESKTOP", "x11")]
 
 
