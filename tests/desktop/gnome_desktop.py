@@ -29,13 +29,14 @@ KEYS.update({"BackSpace": 14, "Tab": 15, "End": 107, "Left": 105, "space": 57,
 class NativeGnome(GnomeSession):
     """Programs speak Wayland where they can, and Tavin has the keys that GNOME holds as it comes."""
 
-    def __init__(self, folder, _build=None):
+    def __init__(self, folder, _build=None, extensions=()):
         super().__init__(folder)
+        self._extensions = extensions
         self.env.update(GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland", MOZ_ENABLE_WAYLAND="1")
 
     def _start_compositor(self):
+        self.set("org.gnome.shell", "enabled-extensions", str(list(self._extensions)))
         super()._start_compositor()
-        self.env.pop("WAYLAND_SOCKET", None)
         for key in ("cycle-windows", "cycle-windows-backward"):
             self.set("org.gnome.desktop.wm.keybindings", key, "[]")
 
