@@ -13,7 +13,7 @@ sys.path[:0] = [HERE, os.path.join(HERE, "wayland")]
 import isolation  # noqa: E402
 from driver import Desktop, Tavin  # noqa: E402
 from engine import RecordingEngine  # noqa: E402
-from gnome_desktop import GnomeDesktop, NativeGnome  # noqa: E402
+from gnome_desktop import NativeGnome, WillingDesktop  # noqa: E402
 from session import Session  # noqa: E402
 from sway_desktop import SwayDesktop  # noqa: E402
 from sway_session import SwaySession  # noqa: E402
@@ -22,7 +22,7 @@ PROGRAMS = os.path.join(HERE, "programs")
 # How to start the session and how to use it.
 DESKTOPS = {"x11": (lambda folder, _build: Session(folder), Desktop),
             "sway": (SwaySession, SwayDesktop),
-            "gnome": (NativeGnome, GnomeDesktop)}
+            "gnome": (NativeGnome, WillingDesktop)}
 start_session, use_session = DESKTOPS[os.environ.get("TAVIN_TEST_DESKTOP", "x11")]
 
 
