@@ -11,6 +11,7 @@ from session import SessionError, wait_until
 from wayland_session import KEYS, WaylandDesktop
 
 LEFT, RIGHT = 0x110, 0x111
+NORMAL = 0  # Of Meta's types of windows.
 WINDOWS = """global.get_window_actors().map(a => a.meta_window).map(w => [w.get_id(), w.title,
     w.get_wm_class(), w.has_focus(), w.get_client_type(), w.get_window_type(),
     (r => [r.x, r.y, r.width, r.height])(w.get_frame_rect()),
@@ -168,7 +169,8 @@ class WillingDesktop(GnomeDesktop):
         said = tavin.log()
         if said.count("asking the desktop") <= said.count("lets Tavin press"):
             return False
-        front = next(w["id"] for w in reversed(self.all_windows()) if w["title"] != self.DIALOG)
+        front = next(w["id"] for w in reversed(self.all_windows())
+                     if w["type"] == NORMAL and w["title"] != self.DIALOG)
         self.share()
         wait_until(lambda: tavin.log().count("lets Tavin press") > said.count("lets Tavin press"),
                    10, "leave")
