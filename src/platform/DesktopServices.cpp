@@ -8,6 +8,7 @@
 #include "platform/desktop/DesktopName.h"
 #include "platform/gnome/GnomeWindows.h"
 #include "platform/gnome/HeldModifiers.h"
+#include "platform/gnome/XwaylandPasteboard.h"
 #include "platform/portal/PortalKeyboard.h"
 #include "platform/wayland/FakeInput.h"
 #include "platform/wayland/VirtualKeyboard.h"
@@ -83,7 +84,7 @@ std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {
   if (compositor_)
     return std::make_unique<wayland::WaylandWindowSystem>(compositor_);
   if (xwayland_)
-    return std::make_unique<gnome::GnomeWindows>(x11::createWindowSystem());
+    return std::make_unique<gnome::GnomeWindows>(x11::createWindowSystem);
   return x11::createWindowSystem();
 }
 
@@ -111,7 +112,9 @@ std::unique_ptr<Keyboard> DesktopServices::createKeyboard(
 std::optional<Capture> DesktopServices::createCapture(SystemLog& log) {
   if (xwayland_)
     heldModifiers_ = std::make_shared<gnome::HeldModifiers>(QDBusConnection::sessionBus());
-  auto clipboard = createClipboard(clipboard_, compositor_);
+  auto clipboard = xwayland_ && clipboard_ == "x11"
+                       ? gnome::XwaylandPasteboard::create(x11::createClipboard)
+                       : createClipboard(clipboard_, compositor_);
   auto windows = createWindows();
   if (!clipboard || !windows)
     return std::nullopt;

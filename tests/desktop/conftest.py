@@ -14,8 +14,8 @@ sys.path[:0] = [HERE, os.path.join(HERE, "wayland")]
 import isolation  # noqa: E402
 from driver import Desktop, Tavin  # noqa: E402
 from engine import RecordingEngine  # noqa: E402
-from gnome_desktop import GnomeDesktop, NativeGnome  # noqa: E402
-from gnome_portal import GrantedGnome, PortalDesktop  # noqa: E402
+from gnome_desktop import NativeGnome, WillingDesktop  # noqa: E402
+from gnome_portal import GrantedGnome, WillingPortalDesktop  # noqa: E402
 from kwin_desktop import KwinDesktop  # noqa: E402
 from kwin_session import KwinSession  # noqa: E402
 from session import Session  # noqa: E402
@@ -27,8 +27,8 @@ PROGRAMS = os.path.join(HERE, "programs")
 DESKTOPS = {"x11": (lambda folder, _build: Session(folder), Desktop),
             "sway": (SwaySession, SwayDesktop),
             "kwin": (lambda folder, build: KwinSession(folder, build, native=True), KwinDesktop),
-            "gnome": (NativeGnome, GnomeDesktop),
-            "gnome-portal": (GrantedGnome, PortalDesktop)}
+            "gnome": (NativeGnome, WillingDesktop),
+            "gnome-portal": (GrantedGnome, WillingPortalDesktop)}
 start_session, use_session = DESKTOPS[os.environ.get("TAVIN_TEST_DESKTOP", "x11")]
 
 

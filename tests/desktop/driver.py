@@ -76,6 +76,10 @@ class Desktop:
     def key(self, *keys):
         self.session.run(["xdotool", "key", *keys])
 
+    def gives_leave(self, _tavin):
+        """Whether the press made Tavin ask for leave to copy, and it was given."""
+        return False
+
     def stir(self):
         """Some input that changes nothing, where the desktop needs it between two actions."""
 
@@ -225,6 +229,8 @@ class Tavin:
         if texts:
             # The watch over the playback asks once and finds the engine idle.
             self.engine.wait_for("/status", count=3, since=since)
+        elif self.desktop.gives_leave(self):
+            return self.press(keys)
         return texts
 
     def quit(self, number=signal.SIGTERM):

@@ -11,6 +11,7 @@ from session import SessionError, wait_until
 from wayland_session import KEYS, WaylandDesktop
 
 LEFT, RIGHT = 0x110, 0x111
+NORMAL = 0  # Of Meta's types of windows.
 WINDOWS = """global.get_window_actors().map(a => a.meta_window).map(w => [w.get_id(), w.title,
     w.get_wm_class(), w.has_focus(), w.get_client_type(), w.get_window_type(),
     (r => [r.x, r.y, r.width, r.height])(w.get_frame_rect()),
@@ -29,13 +30,14 @@ KEYS.update({"BackSpace": 14, "Tab": 15, "End": 107, "Left": 105, "space": 57,
 class NativeGnome(GnomeSession):
     """Programs speak Wayland where they can, and Tavin has the keys that GNOME holds as it comes."""
 
-    def __init__(self, folder, _build=None):
+    def __init__(self, folder, _build=None, extensions=()):
         super().__init__(folder)
+        self._extensions = extensions
         self.env.update(GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland", MOZ_ENABLE_WAYLAND="1")
 
     def _start_compositor(self):
+        self.set("org.gnome.shell", "enabled-extensions", str(list(self._extensions)))
         super()._start_compositor()
-        self.env.pop("WAYLAND_SOCKET", None)
         for key in ("cycle-windows", "cycle-windows-backward"):
             self.set("org.gnome.desktop.wm.keybindings", key, "[]")
 
@@ -158,3 +160,19 @@ class GnomeDesktop(WaylandDesktop):
         self.permission_dialog()
         self.key("Escape")
         wait_until(self.no_dialog, 10, "the dialog's end")
+
+
+class WillingDesktop(GnomeDesktop):
+    """For tests that know of no dialogs: a user who grants what is asked for, and presses again."""
+
+    def gives_leave(self, tavin):
+        said = tavin.log()
+        if said.count("asking the desktop") <= said.count("lets Tavin press"):
+            return False
+        front = next(w["id"] for w in reversed(self.all_windows())
+                     if w["type"] == NORMAL and w["title"] != self.DIALOG)
+        self.share()
+        wait_until(lambda: tavin.log().count("lets Tavin press") > said.count("lets Tavin press"),
+                   10, "leave")
+        wait_until(lambda: self.has_keyboard(front), 10, "the program in front")
+        return True

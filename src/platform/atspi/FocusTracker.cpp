@@ -7,6 +7,7 @@
 
 #include "platform/atspi/MatchRule.h"
 #include "platform/atspi/ProgramFinder.h"
+#include "platform/atspi/ProgramKind.h"
 
 namespace tavin::atspi {
 namespace {
@@ -52,12 +53,29 @@ Focus FocusTracker::lookInto(const FrontWindow& window) {
     if (const auto found = findProgram(bus_, *windows_, window, deadline)) {
       last_.program = found->program;
       last_.object = found->search.focus;
+      if (window.unknown)
+        identify(last_.window, found->program, deadline);
       const bool text = last_.object && last_.object->hasText;
       last_.showsNoText = !text && showsNoText(found->search, deadline);
     }
   }
   lastIsFresh_ = Deadline::in(secondsFresh);
   return last_;
+}
+
+// What the window system does not tell, the program itself does.
+void FocusTracker::identify(FrontWindow& window, const ObjectRef& program, Deadline deadline) {
+  const std::int64_t process = bus_.processIds({program}, deadline).front();
+  if (process == 0)
+    return;
+  const QString name =
+      valueIn(bus_.ask(property(program, "Accessible", "Name"), deadline)).toString().toLower();
+  const std::vector<std::string> names{name.toStdString()};
+  window.processId = process;
+  window.unknown = false;
+  window.terminal = isTerminal(names, process, windows_->windowProcesses());
+  window.browser = isBrowser(names, process);
+  window.withoutCopyKey = lacksCopyKey(names);
 }
 
 // Asked only where Collection can answer; labels do not count.
@@ -81,9 +99,10 @@ bool FocusTracker::mayReceiveCopy() {
   const FrontWindow window = windows_->frontWindow();
   if (window.id == 0 || window.terminal || window.withoutCopyKey)
     return false;
-  if (lastIsFresh_.passed() || last_.window.id != window.id)
+  // All windows of which nothing is known look alike.
+  if (window.unknown || lastIsFresh_.passed() || last_.window.id != window.id)
     lookInto(window);
-  if (window.unknown && !last_.object)
+  if (last_.window.unknown || last_.window.withoutCopyKey)
     return false;
   return !last_.isTerminal() && !last_.isPassword();
 }

@@ -11,6 +11,8 @@ constexpr std::uint64_t nativeWindow = ~std::uint64_t{0};
 
 atspi::FrontWindow GnomeWindows::frontWindow() {
   const bool afterMenu = menuIsClosing_.exchange(false);
+  if (!probe_.isTheSame())
+    xwayland_ = make_();
   atspi::FrontWindow front = xwayland_ ? xwayland_->frontWindow() : atspi::FrontWindow();
   // A menu of our own may be the active window still.
   if (front.id == 0 || (afterMenu && front.processId == getpid())) {

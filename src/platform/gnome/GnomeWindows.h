@@ -1,9 +1,11 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 
 #include "platform/atspi/WindowSystem.h"
+#include "platform/x11/DisplayProbe.h"
 
 namespace tavin::gnome {
 
@@ -12,9 +14,11 @@ namespace tavin::gnome {
 // one window of which nothing is known. Work queue only, save menuCommandChosen().
 class GnomeWindows final : public atspi::WindowSystem {
  public:
-  // `xwayland` may be null.
-  explicit GnomeWindows(std::unique_ptr<atspi::WindowSystem> xwayland)
-      : xwayland_(std::move(xwayland)) {}
+  using Maker = std::function<std::unique_ptr<atspi::WindowSystem>()>;
+
+  // `make` gives what is known of Xwayland's windows, or null where it does not run. Once for each
+  // time that it was started.
+  explicit GnomeWindows(Maker make) : make_(std::move(make)), xwayland_(make_()) {}
 
   void menuCommandChosen() override { menuIsClosing_ = true; }
   atspi::FrontWindow frontWindow() override;
@@ -23,7 +27,9 @@ class GnomeWindows final : public atspi::WindowSystem {
                                      Deadline deadline) override;
 
  private:
-  const std::unique_ptr<atspi::WindowSystem> xwayland_;
+  const Maker make_;
+  std::unique_ptr<atspi::WindowSystem> xwayland_;
+  x11::DisplayProbe probe_;
   std::atomic<bool> menuIsClosing_ = false;
 };
 
