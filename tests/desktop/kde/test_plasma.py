@@ -27,6 +27,7 @@ class Panel:
         self._desktop.start(["kded5"])
         self._desktop.start(["plasmashell", "--no-respawn"])
         wait_until(lambda: tray_items(self._desktop) is not None, 60, "Plasma's tray")
+        wait_until(lambda: self._desktop.titled("Plasma"), 60, "Plasma's panel")
 
     def close(self):
         self._desktop.close()
