@@ -13,7 +13,7 @@ LEFT, RIGHT = 0x110, 0x111
 
 
 class KwinDesktop(DataControlDesktop, WaylandDesktop):
-    PASTE_SECONDS = 2
+    PASTE_SECONDS = 4
 
     @staticmethod
     def terminal(title):
