@@ -27,7 +27,7 @@ namespace tavin {
 // "fake-input", "portal", "xtest", "none") force one each.
 class DesktopServices {
  public:
-  // Looks round; bounded by two seconds. Before Qt is started.
+  // Looks round; bounded by five seconds. Before Qt is started.
   DesktopServices();
   ~DesktopServices();
 

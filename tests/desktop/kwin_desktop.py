@@ -6,7 +6,6 @@ import subprocess
 import time
 
 from data_control import DataControlDesktop
-from kwin_session import GdkPixbuf
 from session import stop, wait_until
 from wayland_session import WaylandDesktop
 
@@ -14,7 +13,7 @@ LEFT, RIGHT = 0x110, 0x111
 
 
 class KwinDesktop(DataControlDesktop, WaylandDesktop):
-    PASTE_SECONDS = 2
+    PASTE_SECONDS = 4
 
     @staticmethod
     def terminal(title):
@@ -88,7 +87,4 @@ class KwinDesktop(DataControlDesktop, WaylandDesktop):
 
     def picture(self, x, y, width, height):
         """What is to be seen there, as bytes that differ where it does."""
-        path = os.path.join(self.session.folder, "part.png")
-        self.session.picture(path)
-        whole = GdkPixbuf.Pixbuf.new_from_file(path)
-        return whole.new_subpixbuf(x, y, width, height).copy().get_pixels()
+        return b"".join(self.session.pixels(x, y, width, height))

@@ -150,6 +150,20 @@ class KwinSession(WaylandSession):
 
     def picture(self, path):
         """Writes what the screen shows to a PNG file."""
+        shape, pixels = self._capture("CaptureWorkspace", GLib.Variant("(a{sv}h)", ({}, 0)))
+        pixels[0::4], pixels[2::4] = pixels[2::4], pixels[0::4]  # From blue first to red first.
+        GdkPixbuf.Pixbuf.new_from_bytes(
+            GLib.Bytes.new(pixels), GdkPixbuf.Colorspace.RGB, True, 8, shape["width"],
+            shape["height"], shape["stride"]).savev(path, "png", [], [])
+
+    def pixels(self, x, y, width, height):
+        """What is to be seen there: rows of four bytes for each pixel."""
+        shape, pixels = self._capture("CaptureArea", GLib.Variant(
+            "(iiuua{sv}h)", (x, y, width, height, {}, 0)))
+        row = shape["stride"]
+        return [bytes(pixels[n * row:n * row + 4 * width]) for n in range(height)]
+
+    def _capture(self, method, arguments):
         reader, writer = os.pipe()
         pixels = bytearray()
         pump = threading.Thread(target=_read_all, args=(reader, pixels), daemon=True)
@@ -157,15 +171,11 @@ class KwinSession(WaylandSession):
         bus = connect(self.env["DBUS_SESSION_BUS_ADDRESS"])
         end = Gio.UnixFDList.new_from_array([writer])  # Which closes it with itself.
         answer, _ = bus.call_with_unix_fd_list_sync(
-            "org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2",
-            "CaptureWorkspace", GLib.Variant("(a{sv}h)", ({}, 0)), None, 0, 10000, end, None)
+            "org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2", method,
+            arguments, None, 0, 10000, end, None)
         del end
         pump.join(20)
-        shape = answer.unpack()[0]
-        pixels[0::4], pixels[2::4] = pixels[2::4], pixels[0::4]  # From blue first to red first.
-        GdkPixbuf.Pixbuf.new_from_bytes(
-            GLib.Bytes.new(pixels), GdkPixbuf.Colorspace.RGB, True, 8, shape["width"],
-            shape["height"], shape["stride"]).savev(path, "png", [], [])
+        return answer.unpack()[0], pixels
 
     def _ask_input(self, line):
         self._input.stdin.write(line.encode() + b"\n")

@@ -3,7 +3,8 @@
 namespace tavin::wayland {
 namespace {
 
-constexpr double secondsToConnect = 1;
+// KWin answers late where it must first read which programs there are.
+constexpr double secondsToConnect = 4;
 
 }  // namespace
 

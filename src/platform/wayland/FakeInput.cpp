@@ -9,7 +9,7 @@ namespace tavin::wayland {
 namespace {
 
 constexpr std::uint32_t versionWithKeys = 4;
-constexpr double secondsForInput = 1;
+constexpr double secondsForInput = 2;
 constexpr std::array modifiersButAlt{KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL,
                                      KEY_RIGHTCTRL, KEY_LEFTMETA,   KEY_RIGHTMETA};
 
