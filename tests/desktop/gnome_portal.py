@@ -4,7 +4,7 @@ import contextlib
 import os
 import shutil
 
-from gnome_desktop import GnomeDesktop, NativeGnome
+from gnome_desktop import GnomeDesktop, NativeGnome, WillingDesktop
 from session import SessionError, wait_until
 
 DAEMON = "org.gnome.settings-daemon.global-shortcuts"
@@ -66,3 +66,7 @@ class PortalDesktop(GnomeDesktop):
 
     def cancel_shortcuts(self):
         self._answer(lambda dialog: self.click(dialog, 50, 23))
+
+
+class WillingPortalDesktop(PortalDesktop, WillingDesktop):
+    """The user whom the portal's other dialog is shown to as well."""
