@@ -5,6 +5,12 @@
 #include <utility>
 
 #include "platform/atspi/AssembleCapture.h"
+#include "platform/desktop/DesktopName.h"
+#include "platform/gnome/GnomeWindows.h"
+#include "platform/gnome/HeldModifiers.h"
+#include "platform/gnome/XwaylandPasteboard.h"
+#include "platform/portal/PortalKeyboard.h"
+#include "platform/wayland/FakeInput.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
 #include "platform/wayland/WaylandWindowSystem.h"
@@ -15,10 +21,18 @@
 namespace tavin {
 namespace {
 
+// The first that serves is taken: the one that may need a dialog comes last.
+constexpr const char* waylandKeyboards = "virtual-keyboard fake-input portal";
+
 // What is forced, else what serves in such a session.
-QString chosen(const char* variable, const char* onWayland, const char* onX11, bool wayland) {
+QString chosen(const char* variable, const char* serves) {
   const QString forced = qEnvironmentVariable(variable);
-  return forced.isEmpty() ? QString(QLatin1String(wayland ? onWayland : onX11)) : forced;
+  return forced.isEmpty() ? QString(QLatin1String(serves)) : forced;
+}
+
+bool isWaylandSession() {
+  return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
 }
 
 bool qtSpeaksWayland() {
@@ -36,19 +50,16 @@ std::optional<Clipboard> createClipboard(const QString& kind,
   return Clipboard{std::make_unique<wayland::WaylandPasteboard>(compositor), [] {}};
 }
 
-std::unique_ptr<Keyboard> createKeyboard(const QString& kind, std::function<bool()> mayCopy) {
-  if (kind == "virtual-keyboard")
-    return wayland::VirtualKeyboard::create(std::move(mayCopy));
-  return kind == "xtest" ? x11::createKeyboard(std::move(mayCopy)) : nullptr;
-}
-
 }  // namespace
 
 DesktopServices::DesktopServices()
     : compositor_(wayland::Compositor::connect()),
       display_(x11::Connection::open() != nullptr),
-      clipboard_(chosen("TAVIN_CLIPBOARD", "data-control", "x11", compositor_ != nullptr)),
-      keyboard_(chosen("TAVIN_KEYBOARD", "virtual-keyboard", "xtest", compositor_ != nullptr)) {}
+      xwayland_(!compositor_ && isWaylandSession()),
+      clipboard_(chosen("TAVIN_CLIPBOARD", compositor_ ? "data-control" : "x11")),
+      keyboard_(chosen("TAVIN_KEYBOARD", compositor_ ? waylandKeyboards
+                                         : xwayland_ ? "portal"
+                                                     : "xtest")) {}
 
 DesktopServices::~DesktopServices() = default;
 
@@ -66,36 +77,75 @@ QByteArray DesktopServices::obstacle() const {
 }
 
 const char* DesktopServices::qtPlatform() const {
-  return compositor_ && qtSpeaksWayland() ? "wayland" : "xcb";
+  return (compositor_ || xwayland_) && qtSpeaksWayland() ? "wayland" : "xcb";
+}
+
+std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {
+  if (compositor_)
+    return std::make_unique<wayland::WaylandWindowSystem>(compositor_);
+  if (xwayland_)
+    return std::make_unique<gnome::GnomeWindows>(x11::createWindowSystem);
+  return x11::createWindowSystem();
+}
+
+std::unique_ptr<Keyboard> DesktopServices::createPortalKeyboard(
+    SystemLog& log, std::function<bool()> mayCopy) const {
+  portal::ModifierHabits habits;
+  habits.released = desktop::currentDesktops().contains(QStringLiteral("KDE"));
+  if (heldModifiers_)
+    habits.held = [modifiers = heldModifiers_] { return modifiers->flags(); };
+  return std::make_unique<portal::PortalKeyboard>(std::make_shared<portal::RemoteDesktop>(log),
+                                                  std::move(mayCopy), std::move(habits));
+}
+
+std::unique_ptr<Keyboard> DesktopServices::createKeyboard(
+    const QString& kind, SystemLog& log, const std::function<bool()>& mayCopy) const {
+  if (kind == "virtual-keyboard")
+    return wayland::VirtualKeyboard::create(mayCopy);
+  if (kind == "fake-input")
+    return wayland::FakeInput::create(mayCopy);
+  if (kind == "portal")
+    return createPortalKeyboard(log, mayCopy);
+  return kind == "xtest" ? x11::createKeyboard(mayCopy) : nullptr;
 }
 
 std::optional<Capture> DesktopServices::createCapture(SystemLog& log) {
-  auto clipboard = createClipboard(clipboard_, compositor_);
-  auto windows = compositor_ ? std::make_unique<wayland::WaylandWindowSystem>(compositor_)
-                             : x11::createWindowSystem();
+  if (xwayland_)
+    heldModifiers_ = std::make_shared<gnome::HeldModifiers>(QDBusConnection::sessionBus());
+  auto clipboard = xwayland_ && clipboard_ == "x11"
+                       ? gnome::XwaylandPasteboard::create(x11::createClipboard)
+                       : createClipboard(clipboard_, compositor_);
+  auto windows = createWindows();
   if (!clipboard || !windows)
     return std::nullopt;
-  const auto makeKeyboard = [this](std::function<bool()> mayCopy) {
-    auto keyboard = createKeyboard(keyboard_, std::move(mayCopy));
-    if (!keyboard)
-      keyboard_ = "none";
-    return keyboard;
+  const auto makeKeyboard = [this, &log](const std::function<bool()>& mayCopy) {
+    for (const QString& kind : keyboard_.split(' ')) {
+      if (auto keyboard = createKeyboard(kind, log, mayCopy)) {
+        keyboard_ = kind;
+        return keyboard;
+      }
+    }
+    keyboard_ = "none";
+    return std::unique_ptr<Keyboard>();
   };
   return atspi::assembleCapture(log, {std::move(windows), std::move(*clipboard), makeKeyboard});
 }
 
 std::function<void()> DesktopServices::displayBell() const {
-  return display_ && !compositor_ ? x11::ringDisplayBell : std::function<void()>([] {});
+  return display_ && !compositor_ && !xwayland_ ? x11::ringDisplayBell
+                                                : std::function<void()>([] {});
 }
 
 QString DesktopServices::description() const {
-  if (!compositor_)
+  if (!compositor_ && !xwayland_)
     return QStringLiteral("X11");
   const QString clipboard = clipboard_ == "data-control"
                                 ? QString::fromStdString(compositor_->clipboardName())
                                 : clipboard_;
   return QString("Wayland, clipboard %1, keyboard %2, windows %3, Qt %4")
-      .arg(clipboard, keyboard_, compositor_->tellsWindows() ? "foreign-toplevel" : "none",
+      .arg(clipboard, keyboard_,
+           compositor_ ? QString::fromStdString(compositor_->windowsName())
+                       : QStringLiteral("Xwayland's"),
            qtPlatform());
 }
 

@@ -9,6 +9,12 @@
 #include "platform/Capture.h"
 #include "platform/SystemLog.h"
 
+namespace tavin::atspi {
+class WindowSystem;
+}
+namespace tavin::gnome {
+class HeldModifiers;
+}
 namespace tavin::wayland {
 class Compositor;
 }
@@ -17,11 +23,11 @@ namespace tavin {
 
 // What serves in this session, chosen by what it really offers: each service on its own, so that
 // one that is missing takes no other away. For tests and for sessions that offer more than works,
-// TAVIN_CLIPBOARD ("data-control", "x11") and TAVIN_KEYBOARD ("virtual-keyboard", "xtest", "none")
-// force one each.
+// TAVIN_CLIPBOARD ("data-control", "x11") and TAVIN_KEYBOARD ("virtual-keyboard",
+// "fake-input", "portal", "xtest", "none") force one each.
 class DesktopServices {
  public:
-  // Looks round; bounded by two seconds. Before Qt is started.
+  // Looks round; bounded by five seconds. Before Qt is started.
   DesktopServices();
   ~DesktopServices();
 
@@ -35,13 +41,23 @@ class DesktopServices {
   std::optional<Capture> createCapture(SystemLog& log);
   // Rings where no sound can be played.
   std::function<void()> displayBell() const;
+  // To be told of each press of a shortcut; null where nobody needs to know.
+  std::shared_ptr<gnome::HeldModifiers> heldModifiers() const { return heldModifiers_; }
   // What was chosen, in one line.
   QString description() const;
 
  private:
+  std::unique_ptr<atspi::WindowSystem> createWindows() const;
+  std::unique_ptr<Keyboard> createKeyboard(const QString& kind, SystemLog& log,
+                                           const std::function<bool()>& mayCopy) const;
+  std::unique_ptr<Keyboard> createPortalKeyboard(SystemLog& log,
+                                                 std::function<bool()> mayCopy) const;
+
   const std::shared_ptr<wayland::Compositor> compositor_;  // Null where X11 serves.
   const bool display_;                                     // There is an X display.
-  QString clipboard_, keyboard_;
+  const bool xwayland_;           // It is that of a compositor without data control.
+  QString clipboard_, keyboard_;  // Of keyboards at first all that come into question.
+  std::shared_ptr<gnome::HeldModifiers> heldModifiers_;
 };
 
 }  // namespace tavin

@@ -33,12 +33,12 @@ StartedPlatform cannotStart(const QByteArray& reason) {
   return {.platform = nullptr, .exitCode = 1};
 }
 
-QString addHotkeys(Platform& platform) {
+QString addHotkeys(Platform& platform, std::shared_ptr<gnome::HeldModifiers> modifiers) {
   ChosenHotkeys chosen = chooseHotkeys();
   platform.hotkeys = std::move(chosen.service);
   if (chosen.road == HotkeyRoad::gnome)
     platform.remoteControl = std::make_unique<gnome::HeldKeyFilter>(
-        QDBusConnection::sessionBus(), std::move(platform.remoteControl));
+        QDBusConnection::sessionBus(), std::move(platform.remoteControl), std::move(modifiers));
   if (chosen.release)
     platform.lastDuties.push_back(std::move(chosen.release));
   return chosen.name;
@@ -96,7 +96,7 @@ StartedPlatform startPlatform(int& argc, char** argv) {
     return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
   addCapture(*platform, std::move(*capture));
-  const QString shortcuts = addHotkeys(*platform);
+  const QString shortcuts = addHotkeys(*platform, services.heldModifiers());
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(services.displayBell());
   platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3")
                            .arg(services.description(), shortcuts,

@@ -1,6 +1,7 @@
 """A private session for each test file, and for each test fresh programs in it.
 
-TAVIN_TEST_DESKTOP says on which desktop: "x11" or "sway".
+TAVIN_TEST_DESKTOP says on which desktop: "x11", "sway", "kwin", "gnome" or, from GNOME 48
+on, "gnome-portal".
 """
 
 import os
@@ -13,6 +14,10 @@ sys.path[:0] = [HERE, os.path.join(HERE, "wayland")]
 import isolation  # noqa: E402
 from driver import Desktop, Tavin  # noqa: E402
 from engine import RecordingEngine  # noqa: E402
+from gnome_desktop import NativeGnome, WillingDesktop  # noqa: E402
+from gnome_portal import GrantedGnome, WillingPortalDesktop  # noqa: E402
+from kwin_desktop import KwinDesktop  # noqa: E402
+from kwin_session import KwinSession  # noqa: E402
 from session import Session  # noqa: E402
 from sway_desktop import SwayDesktop  # noqa: E402
 from sway_session import SwaySession  # noqa: E402
@@ -20,7 +25,10 @@ from sway_session import SwaySession  # noqa: E402
 PROGRAMS = os.path.join(HERE, "programs")
 # How to start the session and how to use it.
 DESKTOPS = {"x11": (lambda folder, _build: Session(folder), Desktop),
-            "sway": (SwaySession, SwayDesktop)}
+            "sway": (SwaySession, SwayDesktop),
+            "kwin": (lambda folder, build: KwinSession(folder, build, native=True), KwinDesktop),
+            "gnome": (NativeGnome, WillingDesktop),
+            "gnome-portal": (GrantedGnome, WillingPortalDesktop)}
 start_session, use_session = DESKTOPS[os.environ.get("TAVIN_TEST_DESKTOP", "x11")]
 
 

@@ -1,5 +1,6 @@
 """A private session under GNOME Shell, without a screen: its own buses, home and Xwayland."""
 
+import contextlib
 import glob
 import os
 
@@ -43,6 +44,8 @@ class GnomeSession(WaylandSession):
     def _start_compositor(self):
         self.env["WAYLAND_DISPLAY"] = SOCKET
         self.tell_activated_programs("--all")
+        # The portal's dialogs are shown before there is an X display.
+        self.tell_activated_programs("GDK_BACKEND=wayland")
         self.set("org.gnome.shell", "welcome-dialog-last-shown-version", "99")
         width, height = self.size
         env = {k: v for k, v in self.env.items()
@@ -55,14 +58,19 @@ class GnomeSession(WaylandSession):
         wait_until(lambda: has_owner(self.bus, "org.gnome.Shell"), 30, "the shell")
         wait_until(lambda: has_owner(self.bus, INPUT), 30, "the shell's input")
         self._open_input()
-        wait_until(lambda: self.evaluate("Main.layoutManager._startingUp") == "false", 30,
-                   "the end of the shell's start")
+        wait_until(self._has_started, 30, "the end of the shell's start")
         self.evaluate("Main.overview.hide()")
         wait_until(lambda: self.evaluate("Main.overview.visible") == "false", 10, "the desktop")
         self.env["DISPLAY"] = self.evaluate("imports.gi.GLib.getenv('DISPLAY')").strip('"')
         self.env["XAUTHORITY"] = glob.glob(
             os.path.join(self.env["XDG_RUNTIME_DIR"], ".mutter-Xwaylandauth.*"))[0]
+        self.tell_activated_programs("DISPLAY", "XAUTHORITY")
         self.start_media_keys()
+
+    def _has_started(self):
+        with contextlib.suppress(GLib.Error):  # Its name comes before what it serves.
+            return self.evaluate("Main.layoutManager._startingUp") == "false"
+        return False
 
     def start_media_keys(self):
         self.media_keys = self._start_service([MEDIA_KEYS], env={

@@ -5,6 +5,7 @@ import os
 import shutil
 import subprocess
 import threading
+from typing import NamedTuple
 
 import gi
 
@@ -16,19 +17,37 @@ from wayland_session import WaylandSession, connect  # noqa: E402
 SOCKET = "wayland-tavin"
 
 
+class Window(NamedTuple):
+    """`box` is where it stands: x, y, width, height; `program` its application's name."""
+    uuid: str
+    pid: int
+    active: bool
+    box: tuple
+    program: str
+    title: str
+
+
 class KwinSession(WaylandSession):
-    """`build` is the build tree with the program that works the keyboard."""
+    """`build` is the build tree with the program that works the keyboard. With `native`, programs
+    speak Wayland. With `trusting` off, KWin looks for a desktop file before it lets a program type
+    or see the windows, as it does for every user."""
 
     DESKTOP = "KDE"
 
-    def __init__(self, folder, build, **kwargs):
+    def __init__(self, folder, build, native=False, trusting=True, **kwargs):
         super().__init__(folder, **kwargs)
-        self._input_program = os.path.join(build, "bin/fake_input")
+        self.trusting = trusting
+        if native:
+            self.env.update(GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland",
+                            MOZ_ENABLE_WAYLAND="1", QT_WAYLAND_DISABLE_WINDOWDECORATION="1")
+        self.programs = os.path.join(build, "bin")
+        self._input_program = os.path.join(self.programs, "fake_input")
         self._input = None
         self.compositor = None
-        self.env.update(KDE_FULL_SESSION="true", KDE_SESSION_VERSION="5", KWIN_COMPOSE="O2",
-                        KWIN_WAYLAND_NO_PERMISSION_CHECKS="1",
+        self.env.update(KDE_FULL_SESSION="true", KWIN_COMPOSE="O2",
                         KWIN_SCREENSHOT_NO_PERMISSION_CHECKS="1")
+        if trusting:
+            self.env["KWIN_WAYLAND_NO_PERMISSION_CHECKS"] = "1"
 
     def __exit__(self, *_):
         if self._input:
@@ -45,6 +64,29 @@ class KwinSession(WaylandSession):
             raise SessionError("kwin_wayland is not installed")
         shutil.copyfile(source, self._program)
         os.chmod(self._program, 0o755)
+        version = self.run([self._program, "--version"]).split()[-1]
+        self.env["KDE_SESSION_VERSION"] = version.split(".", maxsplit=1)[0]
+        self._display_file = os.path.join(self.folder, "display")
+        self._tell_display = os.path.join(self.folder, "tell-display")
+        with open(self._tell_display, "w", encoding="utf-8") as f:
+            f.write(f'#!/bin/sh\necho "$DISPLAY" >{self._display_file}.new\n'
+                    f"mv {self._display_file}.new {self._display_file}\n")
+        os.chmod(self._tell_display, 0o755)
+        # Without frames, what a program shows begins where its window begins.
+        with open(os.path.join(self.env["XDG_CONFIG_HOME"], "kwinrc"), "w", encoding="utf-8") as f:
+            f.write("[org.kde.kdecoration2]\nNoPlugin=true\n")
+        if not self.trusting:
+            self._allow(self._input_program)
+
+    def _allow(self, program):
+        """What an installed program of KDE's has."""
+        folder = os.path.join(self.env["XDG_DATA_HOME"], "applications")
+        os.makedirs(folder, exist_ok=True)
+        name = os.path.basename(program)
+        with open(os.path.join(folder, name + ".desktop"), "w", encoding="utf-8") as f:
+            f.write(f"[Desktop Entry]\nType=Application\nName={name}\nExec={program}\n"
+                    "X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input,"
+                    "org_kde_plasma_window_management\n")
 
     def _start_compositor(self):
         self.env["WAYLAND_DISPLAY"] = SOCKET
@@ -59,7 +101,7 @@ class KwinSession(WaylandSession):
         width, height = self.size
         self.compositor = self._start_service(
             [self._program, "--virtual", "--no-lockscreen", "--xwayland", "--socket", SOCKET,
-             "--width", str(width), "--height", str(height)], env=env)
+             "--width", str(width), "--height", str(height), self._tell_display], env=env)
         self.wait_for_socket(SOCKET)
         wait_until(lambda: self.owner("org.kde.kglobalaccel") == self.compositor.pid, 30,
                    "KWin's shortcuts")
@@ -81,18 +123,12 @@ class KwinSession(WaylandSession):
             f.write(f"[{program}]\n_k_friendly_name={program}\n{action}={key},none,{action}\n")
 
     def _x_display(self):
-        """KWin tells its own programs alone which display it has taken."""
-        for entry in filter(str.isdigit, os.listdir("/proc")):
-            with contextlib.suppress(OSError):
-                with open(f"/proc/{entry}/cmdline", encoding="utf-8") as f:
-                    arguments = f.read().split("\0")
-                if os.path.basename(arguments[0]) == "Xwayland" and self._is_ours(entry):
-                    return next(a for a in arguments if a.startswith(":"))
+        """KWin tells its own programs alone which display it has taken; the server itself may not
+        run before the first of them needs it."""
+        with contextlib.suppress(FileNotFoundError), open(self._display_file,
+                                                          encoding="utf-8") as f:
+            return f.read().strip()
         return None
-
-    def _is_ours(self, process):
-        with open(f"/proc/{process}/stat", encoding="latin-1") as f:
-            return int(f.read().rpartition(")")[2].split()[1]) == self.compositor.pid
 
     def _open_input(self):
         """One for the session: a keyboard that comes and goes takes the focus along."""
@@ -105,11 +141,29 @@ class KwinSession(WaylandSession):
     def _await_input(self, what):
         answer = self._input.stdout
         wait_until(lambda: _readable(answer), 10, f"keyboard: {what}")
-        if answer.readline() != b"ok\n":
-            raise SessionError(f"keyboard: {what}: {self.log('fake_input.log')}")
+        lines = []
+        for line in iter(answer.readline, b"ok\n"):
+            if not line:
+                raise SessionError(f"keyboard: {what}: {self.log('fake_input.log')}")
+            lines.append(line.decode().rstrip("\n"))
+        return lines
 
     def picture(self, path):
         """Writes what the screen shows to a PNG file."""
+        shape, pixels = self._capture("CaptureWorkspace", GLib.Variant("(a{sv}h)", ({}, 0)))
+        pixels[0::4], pixels[2::4] = pixels[2::4], pixels[0::4]  # From blue first to red first.
+        GdkPixbuf.Pixbuf.new_from_bytes(
+            GLib.Bytes.new(pixels), GdkPixbuf.Colorspace.RGB, True, 8, shape["width"],
+            shape["height"], shape["stride"]).savev(path, "png", [], [])
+
+    def pixels(self, x, y, width, height):
+        """What is to be seen there: rows of four bytes for each pixel."""
+        shape, pixels = self._capture("CaptureArea", GLib.Variant(
+            "(iiuua{sv}h)", (x, y, width, height, {}, 0)))
+        row = shape["stride"]
+        return [bytes(pixels[n * row:n * row + 4 * width]) for n in range(height)]
+
+    def _capture(self, method, arguments):
         reader, writer = os.pipe()
         pixels = bytearray()
         pump = threading.Thread(target=_read_all, args=(reader, pixels), daemon=True)
@@ -117,21 +171,38 @@ class KwinSession(WaylandSession):
         bus = connect(self.env["DBUS_SESSION_BUS_ADDRESS"])
         end = Gio.UnixFDList.new_from_array([writer])  # Which closes it with itself.
         answer, _ = bus.call_with_unix_fd_list_sync(
-            "org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2",
-            "CaptureWorkspace", GLib.Variant("(a{sv}h)", ({}, 0)), None, 0, 10000, end, None)
+            "org.kde.KWin", "/org/kde/KWin/ScreenShot2", "org.kde.KWin.ScreenShot2", method,
+            arguments, None, 0, 10000, end, None)
         del end
         pump.join(20)
-        shape = answer.unpack()[0]
-        pixels[0::4], pixels[2::4] = pixels[2::4], pixels[0::4]  # From blue first to red first.
-        GdkPixbuf.Pixbuf.new_from_bytes(
-            GLib.Bytes.new(pixels), GdkPixbuf.Colorspace.RGB, True, 8, shape["width"],
-            shape["height"], shape["stride"]).savev(path, "png", [], [])
+        return answer.unpack()[0], pixels
 
-    def send_key(self, code, down):
-        line = f"key {code} {int(down)}"
+    def _ask_input(self, line):
         self._input.stdin.write(line.encode() + b"\n")
         self._input.stdin.flush()
-        self._await_input(line)
+        return self._await_input(line)
+
+    def send_key(self, code, down):
+        self._ask_input(f"key {code} {int(down)}")
+
+    def move(self, x, y):
+        self._ask_input(f"move {round(x)} {round(y)}")
+
+    def button(self, code, down):
+        self._ask_input(f"button {code} {int(down)}")
+
+    def windows(self):
+        """All windows, as KWin tells them to a taskbar."""
+        found = []
+        for line in self._ask_input("windows"):
+            numbers, program, title = line.split("\t", 2)
+            uuid, pid, active, *box = numbers.split(" ")
+            found.append(Window(uuid, int(pid), active == "1", tuple(map(int, box)), program,
+                                title))
+        return found
+
+    def activate(self, uuid):
+        self._ask_input(f"activate {uuid}")
 
 
 def _read_all(reader, into):

@@ -11,9 +11,11 @@ from gi.repository import Gio
 from session import Session, wait_until
 
 # Kernel key codes; those of letters stand for the key in that place of an ANSI keyboard.
-KEYS = {"Escape": 1, "ctrl": 29, "shift": 42, "alt": 56, "super": 125, "Caps_Lock": 58,
-        "Num_Lock": 69, "Return": 28, "Down": 108, "Up": 103, "r": 19, "p": 25, "s": 31,
-        "a": 30, "Home": 102, "Right": 106, "Insert": 110}
+KEYS = {"Escape": 1, "BackSpace": 14, "Tab": 15, "ctrl": 29, "shift": 42, "alt": 56, "super": 125,
+        "Caps_Lock": 58, "Num_Lock": 69, "Return": 28, "Home": 102, "Up": 103, "Left": 105,
+        "Right": 106, "End": 107, "Down": 108, "Insert": 110,
+        **dict(zip("qwertyuiop", range(16, 26))), **dict(zip("asdfghjkl", range(30, 39))),
+        **dict(zip("zxcvbnm", range(44, 51)))}
 X_SOCKETS = "/tmp/.X11-unix"
 
 

@@ -1,9 +1,7 @@
 """No timer of many seconds wakes an engine that has nothing to say."""
 
-import time
-
 from sound import until
-from test_idle import processes, settled, switches
+from test_idle import processes, sleep_is_seen
 
 WATCHED_SECONDS = 30
 
@@ -24,8 +22,4 @@ def test_no_wake_up_in_half_a_minute_of_a_pause(engine):
 
 
 def asleep(engine):
-    pids = processes(engine)
-    until(lambda: settled(pids), 15, "the engine settles")
-    before = [switches(pid) for pid in pids]
-    time.sleep(WATCHED_SECONDS)
-    assert [switches(pid) for pid in pids] == before
+    sleep_is_seen(processes(engine), WATCHED_SECONDS)

@@ -11,7 +11,7 @@ import tiny_model
 from engine_process import exists
 from sound import RATE, until
 from spoken import trimmed
-from test_idle import WATCHED_SECONDS, settled, switches
+from test_idle import sleep_is_seen
 from test_sound import STATUS_LIMIT, usual_status
 from tree import Tree
 
@@ -300,10 +300,7 @@ def test_no_wake_up_after_speaking(engine, recorder):
     ready(engine)
     speaks(engine, recorder)
     pids = [engine.process.pid, neural_worker(engine), engine.helper("tavin.player")]
-    until(lambda: settled(pids), 15, "the engine settles")
-    before = [switches(pid) for pid in pids]
-    time.sleep(WATCHED_SECONDS)
-    assert [switches(pid) for pid in pids] == before
+    sleep_is_seen(pids)
 
 
 def memory(engine):

@@ -1,14 +1,20 @@
 #include "platform/atspi/FocusTracker.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <thread>
 
 #include "platform/atspi/MatchRule.h"
 #include "platform/atspi/ProgramFinder.h"
+#include "platform/atspi/ProgramKind.h"
 
 namespace tavin::atspi {
 namespace {
 
 constexpr double secondsToFind = 0.6;
+constexpr double secondsForMenu = 0.5;
+constexpr auto menuInterval = std::chrono::milliseconds(10);
 // A copy follows the look at accessibility after at most half a second of waiting for the
 // modifier keys, and the text that was read in between.
 constexpr double secondsFresh = 3;
@@ -17,7 +23,27 @@ constexpr int mostTexts = 50;
 
 }  // namespace
 
-Focus FocusTracker::look() { return lookInto(windows_->frontWindow()); }
+Focus FocusTracker::look() {
+  const FrontWindow window = windows_->frontWindow();
+  return window.afterMenu ? waitForProgram(window) : lookInto(window);
+}
+
+// The program that has the keyboard again once the menu is gone.
+Focus FocusTracker::waitForProgram(FrontWindow window) {
+  const Deadline deadline = Deadline::in(secondsForMenu);
+  while (true) {
+    Focus focus = lookInto(window);
+    const bool found = !window.unknown || (focus.program && !isOwn(*focus.program));
+    if (found || deadline.passed())
+      return focus;
+    std::this_thread::sleep_for(menuInterval);
+    window = windows_->frontWindow();
+  }
+}
+
+bool FocusTracker::isOwn(const ObjectRef& program) {
+  return bus_.processIds({program}, Deadline::in(secondsToFind)).front() == getpid();
+}
 
 Focus FocusTracker::lookInto(const FrontWindow& window) {
   const Deadline deadline = Deadline::in(secondsToFind);
@@ -27,12 +53,29 @@ Focus FocusTracker::lookInto(const FrontWindow& window) {
     if (const auto found = findProgram(bus_, *windows_, window, deadline)) {
       last_.program = found->program;
       last_.object = found->search.focus;
+      if (window.unknown)
+        identify(last_.window, found->program, deadline);
       const bool text = last_.object && last_.object->hasText;
       last_.showsNoText = !text && showsNoText(found->search, deadline);
     }
   }
   lastIsFresh_ = Deadline::in(secondsFresh);
   return last_;
+}
+
+// What the window system does not tell, the program itself does.
+void FocusTracker::identify(FrontWindow& window, const ObjectRef& program, Deadline deadline) {
+  const std::int64_t process = bus_.processIds({program}, deadline).front();
+  if (process == 0)
+    return;
+  const QString name =
+      valueIn(bus_.ask(property(program, "Accessible", "Name"), deadline)).toString().toLower();
+  const std::vector<std::string> names{name.toStdString()};
+  window.processId = process;
+  window.unknown = false;
+  window.terminal = isTerminal(names, process, windows_->windowProcesses());
+  window.browser = isBrowser(names, process);
+  window.withoutCopyKey = lacksCopyKey(names);
 }
 
 // Asked only where Collection can answer; labels do not count.
@@ -56,9 +99,10 @@ bool FocusTracker::mayReceiveCopy() {
   const FrontWindow window = windows_->frontWindow();
   if (window.id == 0 || window.terminal || window.withoutCopyKey)
     return false;
-  if (lastIsFresh_.passed() || last_.window.id != window.id)
+  // All windows of which nothing is known look alike.
+  if (window.unknown || lastIsFresh_.passed() || last_.window.id != window.id)
     lookInto(window);
-  if (window.unknown && !last_.object)
+  if (last_.window.unknown || last_.window.withoutCopyKey)
     return false;
   return !last_.isTerminal() && !last_.isPassword();
 }

@@ -25,6 +25,9 @@ class FocusTracker {
 
  private:
   Focus lookInto(const FrontWindow& window);
+  Focus waitForProgram(FrontWindow window);
+  void identify(FrontWindow& window, const ObjectRef& program, Deadline deadline);
+  bool isOwn(const ObjectRef& program);
   bool showsNoText(const FocusSearch& search, Deadline deadline);
 
   Bus bus_;

@@ -57,9 +57,11 @@ class Candidate {
 };
 
 // Of the programs that are asked all at once, the first to answer with a focused object in an
-// active window; one that hangs keeps nobody waiting.
-std::optional<FoundProgram> firstWithFocus(Bus& bus, const std::vector<ObjectRef>& programs,
-                                           Deadline deadline) {
+// active window; one that hangs keeps nobody waiting. Else the first that has the active window and
+// shows nothing in it.
+std::optional<FoundProgram> firstInFront(Bus& bus, const std::vector<ObjectRef>& programs,
+                                         Deadline deadline) {
+  std::optional<FoundProgram> withoutFocus;
   std::list<Candidate> waiting;
   for (const auto& program : programs) waiting.emplace_back(bus, program, deadline);
   while (!waiting.empty() && !deadline.passed()) {
@@ -69,13 +71,15 @@ std::optional<FoundProgram> firstWithFocus(Bus& bus, const std::vector<ObjectRef
         FoundProgram found{candidate->program(), findFocus(bus, candidate->program(), deadline)};
         if (found.search.focus && found.search.inActiveWindow)
           return found;
+        if (!withoutFocus)
+          withoutFocus = std::move(found);
       }
       candidate =
           answer == Candidate::Answer::pending ? std::next(candidate) : waiting.erase(candidate);
     }
     std::this_thread::sleep_for(lookInterval);
   }
-  return std::nullopt;
+  return withoutFocus;
 }
 
 // A process may be on the bus more than once.
@@ -118,7 +122,9 @@ std::optional<FoundProgram> findProgram(Bus& bus, WindowSystem& windows, const F
   }
   if (!neighbours.empty())
     return bestOf(bus, neighbours, deadline);
-  return firstWithFocus(bus, candidates, deadline);
+  auto found = firstInFront(bus, candidates, deadline);
+  const bool onlyGuessed = front.processId != 0 && found && !found->search.focus;
+  return onlyGuessed ? std::nullopt : found;
 }
 
 }  // namespace tavin::atspi

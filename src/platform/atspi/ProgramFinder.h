@@ -13,7 +13,8 @@ struct FoundProgram {
 // Finds the program in front on the accessibility bus, and what has the keyboard in it: by its
 // process, else by its sandbox, else as the first of the programs without windows of their own
 // (their messages come through a proxy) that says it has the focus. Where the window system knows
-// no process, as the first of all programs that says so. None where it is not there.
+// no process, as the first of all programs that says so, or at least that its window is the active
+// one. None where it is not there.
 std::optional<FoundProgram> findProgram(Bus& bus, WindowSystem& windows, const FrontWindow& front,
                                         Deadline deadline);
 

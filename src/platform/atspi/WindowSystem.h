@@ -17,6 +17,7 @@ struct FrontWindow {
   bool browser = false;         // Built on a browser engine.
   bool withoutCopyKey = false;  // No key makes it copy: some document viewers.
   bool unknown = false;         // Nothing is known of its program: it may be a terminal.
+  bool afterMenu = false;       // A menu was chosen from, and has perhaps not closed yet.
 };
 
 // What accessibility needs to know from the window system. Work queue only, save

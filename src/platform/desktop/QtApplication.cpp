@@ -46,6 +46,8 @@ QtApplication::QtApplication(const char* program, const char* qtPlatform)
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavin"));
   QGuiApplication::setDesktopFileName(QStringLiteral("app.tavin.Tavin"));
   QGuiApplication::setQuitOnLastWindowClosed(false);
+  // KDE's tray icons hold such a lock: the end of one, when the panel comes, would end Tavin.
+  QCoreApplication::setQuitLockEnabled(false);
   // The login item starts the program; a session manager that restored it would start a second.
   const auto neverRestart = [](QSessionManager& session) {
     session.setRestartHint(QSessionManager::RestartNever);

@@ -1,25 +1,17 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <chrono>
 #include <memory>
 #include <optional>
 
 #include "platform/RemoteActions.h"
+#include "platform/gnome/HeldModifiers.h"
 
 namespace tavin::gnome {
 
 // One shortcut's presses among the runs of its command, which a held key repeats.
 class PressFilter {
  public:
-  using Clock = std::chrono::steady_clock;
-
-  // When the user last pressed, released or moved anything, as nearly as is known.
-  struct Input {
-    Clock::time_point earliest;
-    Clock::time_point latest;
-  };
-
   // Whether a run that was asked for at `now` is a press of its own: that takes new input, a
   // repetition takes none. In doubt it is a repetition.
   bool isPress(Clock::time_point now, Input last);
@@ -39,15 +31,19 @@ class PressFilter {
 // makes a press of a repetition. Main thread only.
 class HeldKeyFilter final : public RemoteControl {
  public:
-  HeldKeyFilter(const QDBusConnection& bus, std::unique_ptr<RemoteControl> actions);
+  // Tells `modifiers`, which may be null, of each press that makes Tavin look for a selection.
+  HeldKeyFilter(const QDBusConnection& bus, std::unique_ptr<RemoteControl> actions,
+                std::shared_ptr<HeldModifiers> modifiers);
 
   void serve(RemoteActions actions) override;
 
  private:
-  std::function<void()> filtered(std::function<void()> action);
+  std::function<void()> filtered(std::function<void()> action,
+                                 std::shared_ptr<HeldModifiers> modifiers);
 
   QDBusConnection bus_;
   const std::unique_ptr<RemoteControl> actions_;
+  const std::shared_ptr<HeldModifiers> modifiers_;
 };
 
 }  // namespace tavin::gnome

@@ -6,6 +6,7 @@
 #include <QDBusPendingReply>
 #include <utility>
 
+#include "platform/desktop/DesktopName.h"
 #include "platform/tray/DBusMenu.h"
 #include "platform/tray/Introspection.h"
 #include "platform/tray/StatusNotifierTypes.h"
@@ -23,7 +24,10 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus,
     return QVariantList{};
   };
   const auto ignore = [](const QVariantList&) { return QVariantList{}; };
-  addMethod("Activate", "ii", open);
+  const auto refuse = [](const QVariantList&) { return std::nullopt; };
+  // Plasma asks for this even of an icon that is but a menu; refused, it shows the menu under it.
+  const bool panelHasMenu = desktop::currentDesktops().contains(QLatin1String("KDE"));
+  addMethod("Activate", "ii", panelHasMenu ? Handler(refuse) : Handler(open));
   addMethod("ContextMenu", "ii", open);
   addMethod("SecondaryActivate", "ii", ignore);
   addMethod("Scroll", "is", ignore);

@@ -3,7 +3,8 @@
 namespace tavin::wayland {
 namespace {
 
-constexpr double secondsToConnect = 1;
+// KWin answers late where it must first read which programs there are.
+constexpr double secondsToConnect = 4;
 
 }  // namespace
 
@@ -46,7 +47,8 @@ std::optional<Compositor::Front> Compositor::front(Deadline deadline) {
     return std::nullopt;
   const auto front = thread_.ask<std::optional<Front>>(deadline, [=, this] {
     return connection_->roundTrip(deadline)
-               ? std::optional(Front{windows_->active(), windows_->primaryMaker()})
+               ? std::optional(
+                     Front{windows_->active(), windows_->primaryMaker(), windows_->processes()})
                : std::nullopt;
   });
   return front.value_or(std::nullopt);

@@ -25,9 +25,12 @@ class Compositor {
 
   // Whether it tells which window is active.
   bool tellsWindows() const { return windows_ != nullptr; }
+  // The protocol that tells it, for people.
+  std::string windowsName() const { return windows_ ? windows_->name() : "none"; }
   struct Front {
     Toplevel window;  // The active one.
     WindowWatch::PrimaryMaker primaryMaker;
+    std::set<std::int64_t> processes;  // Of all windows, where it tells.
   };
   // Up to date. None where the compositor does not answer in time. Any thread.
   std::optional<Front> front(Deadline deadline);

@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "fake-input-client-protocol.h"
+#include "plasma-window-management-client-protocol.h"
 #include "virtual-keyboard-unstable-v1-client-protocol.h"
 #include "wayland-client.h"
 #include "wlr-data-control-unstable-v1-client-protocol.h"
@@ -30,6 +32,11 @@ struct DestroyProxy {
     zwp_virtual_keyboard_manager_v1_destroy(p);
   }
   void operator()(zwp_virtual_keyboard_v1* p) const { zwp_virtual_keyboard_v1_destroy(p); }
+  void operator()(org_kde_kwin_fake_input* p) const { org_kde_kwin_fake_input_destroy(p); }
+  void operator()(org_kde_plasma_window_management* p) const {
+    org_kde_plasma_window_management_destroy(p);
+  }
+  void operator()(org_kde_plasma_window* p) const { org_kde_plasma_window_destroy(p); }
 };
 
 // An object of the compositor's, owned here. The connection must outlive it.

@@ -12,7 +12,6 @@
 namespace tavin::wayland {
 namespace {
 
-constexpr std::uint16_t copyKeyCode = 8;
 constexpr double secondsForKeyboard = 1;
 constexpr std::uint32_t controlModifier = 1 << 2;
 
@@ -41,29 +40,6 @@ std::uint32_t milliseconds() {
 
 }  // namespace
 
-// The key going down, which types the whole chord.
-class VirtualKeyboard::CopyEvent final : public KeyboardEvent {
- public:
-  explicit CopyEvent(VirtualKeyboard& keyboard) : keyboard_(keyboard) {}
-
-  void setFlags(std::uint64_t flags) override { flags_ = flags; }
-  void post() override {
-    if (flags_ == EventFlags::command)  // Else it is no copy command, and types nothing.
-      keyboard_.typeChord();
-  }
-
- private:
-  VirtualKeyboard& keyboard_;
-  std::uint64_t flags_ = 0;
-};
-
-// The key going up. The chord let go of its keys itself, so nothing is left to do.
-class VirtualKeyboard::ReleasedEvent final : public KeyboardEvent {
- public:
-  void setFlags(std::uint64_t) override {}
-  void post() override {}
-};
-
 std::unique_ptr<VirtualKeyboard> VirtualKeyboard::create(std::function<bool()> mayCopy) {
   const Deadline deadline = Deadline::in(secondsForKeyboard);
   auto connection = Connection::open(deadline);
@@ -88,19 +64,9 @@ std::unique_ptr<VirtualKeyboard> VirtualKeyboard::create(std::function<bool()> m
 VirtualKeyboard::VirtualKeyboard(std::unique_ptr<Connection> connection,
                                  Owned<zwp_virtual_keyboard_v1> keyboard,
                                  std::function<bool()> mayCopy)
-    : connection_(std::move(connection)),
-      keyboard_(std::move(keyboard)),
-      mayCopy_(std::move(mayCopy)) {}
-
-std::unique_ptr<KeyboardEvent> VirtualKeyboard::createKeyboardEvent(std::uint16_t keyCode,
-                                                                    bool down) {
-  if (keyCode != copyKeyCode)
-    return nullptr;
-  if (!down)
-    return std::exchange(chordMade_, false) ? std::make_unique<ReleasedEvent>() : nullptr;
-  chordMade_ = mayCopy_();
-  return chordMade_ ? std::make_unique<CopyEvent>(*this) : nullptr;
-}
+    : CopyKeyboard(std::move(mayCopy)),
+      connection_(std::move(connection)),
+      keyboard_(std::move(keyboard)) {}
 
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
 // moment, and a key that it held down then would go on being held. When this returns, the

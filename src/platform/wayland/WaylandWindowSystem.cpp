@@ -39,7 +39,7 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
     return {};
   const std::vector<std::string> names{lowerCase(now->window.appId)};
   front.id = now->window.id;
-  front.processId = processOf(now->window);
+  front.processId = processOf(*now);
   front.unknown = front.processId == 0 && names.front().empty();
   front.terminal = atspi::isTerminal(names, front.processId, processes_);
   front.browser = atspi::isBrowser(names, front.processId);
@@ -57,11 +57,14 @@ void WaylandWindowSystem::waitForMenu() {
   }
 }
 
-std::int64_t WaylandWindowSystem::processOf(const Toplevel& window) {
+std::int64_t WaylandWindowSystem::processOf(const Compositor::Front& front) {
+  processes_ = front.processes;
+  if (front.window.processId != 0)
+    return front.window.processId;
   const auto tree = readSwayTree(Deadline::in(secondsForTree));
   processes_ = tree ? tree->processes : std::set<std::int64_t>();
   // Another window may have come to the front meanwhile.
-  return tree && tree->focusedAppId == window.appId ? tree->focusedProcess : 0;
+  return tree && tree->focusedAppId == front.window.appId ? tree->focusedProcess : 0;
 }
 
 std::optional<QString> WaylandWindowSystem::primaryText(const atspi::FrontWindow& window,

@@ -9,8 +9,8 @@
 namespace tavin::wayland {
 
 // The front window and the PRIMARY selection on Wayland: as the compositor tells it to taskbars,
-// with the process where it is sway. Where it tells nobody, there is one window of which nothing is
-// known. Work queue only, save menuCommandChosen().
+// with the process where it is KWin or sway. Where it tells nobody, there is one window of which
+// nothing is known. Work queue only, save menuCommandChosen().
 class WaylandWindowSystem final : public atspi::WindowSystem {
  public:
   explicit WaylandWindowSystem(std::shared_ptr<Compositor> compositor)
@@ -24,7 +24,7 @@ class WaylandWindowSystem final : public atspi::WindowSystem {
 
  private:
   void waitForMenu();
-  std::int64_t processOf(const Toplevel& window);
+  std::int64_t processOf(const Compositor::Front& front);
 
   const std::shared_ptr<Compositor> compositor_;
   std::set<std::int64_t> processes_;  // At the last look at the front window.

@@ -1,19 +1,19 @@
 """What a user does in a sway session, told in the same words as on X11."""
 
-import subprocess
 import time
 
-from driver import Desktop
+from data_control import DataControlDesktop
 from session import wait_until
 from sway_input import HEIGHT, WIDTH
 
 
-class SwayDesktop(Desktop):
+class SwayDesktop(DataControlDesktop):
     screen = WIDTH, HEIGHT
 
-    def __init__(self, session):
-        super().__init__(session)
-        self._owners = {}  # They end when another program takes the selection over.
+    @staticmethod
+    def terminal(title):
+        """A terminal's command line, for a program's to follow, and where its first row is."""
+        return ["foot", "--title", title], 12
 
     def windows(self, name):
         return [str(window["id"]) for window in self.session.windows_matching(name)]
@@ -28,6 +28,14 @@ class SwayDesktop(Desktop):
     def key(self, *keys):
         for names in keys:
             self.session.input.chord(names)
+
+    def press(self, chord):
+        for name in chord.split("+"):
+            self.session.input.hold(name)
+
+    def release(self, chord):
+        for name in reversed(chord.split("+")):
+            self.session.input.let_go(name)
 
     def click(self, wid, x, y, times=1):
         window = self.window(wid)
@@ -52,37 +60,6 @@ class SwayDesktop(Desktop):
 
     def has_keyboard(self, wid):
         return self.window(wid)["focused"]
-
-    def _paste(self, *options):
-        result = subprocess.run(["wl-paste", "--no-newline", *options], env=self.session.env,
-                                capture_output=True, timeout=10)
-        return result.stdout if result.returncode == 0 else None
-
-    def _selection(self, name):
-        options = ["--primary"] if name == "primary" else []
-        text = self._paste(*options, "--type", "text/plain;charset=utf-8")
-        if text is None:
-            text = self._paste(*options, "--type", "text/plain")
-        return text.decode(errors="replace") if text is not None else None
-
-    def own(self, selection, text):
-        options = ["--primary"] if selection == "primary" else []
-        self._owners[selection] = self.start(["wl-copy", "--foreground", *options, text])
-        owned = self.primary if selection == "primary" else self.clipboard_text
-        wait_until(lambda: owned() == text, 10, f"owner of {selection}")
-
-    def selection_owner(self, name):
-        """The process that was made to own the selection, 0 once it owns it no more."""
-        owner = self._owners[name.lower()]
-        return owner.pid if owner.poll() is None else 0
-
-    def clipboard(self):
-        names = self._paste("--list-types")
-        return self.clipboard_types(names.decode().splitlines()) if names is not None else None
-
-    def clipboard_types(self, names):
-        """Those types of the clipboard with their bytes."""
-        return [(name, self._paste("--type", name)) for name in names]
 
     def picture(self, x, y, width, height):
         """What is to be seen there, as bytes that differ where it does."""

@@ -27,11 +27,11 @@ def test_text_is_copied_and_the_clipboard_given_back(tavin, desktop, editor):
     assert desktop.clipboard() == before
 
 
-def test_what_the_user_holds_down_does_not_matter(tavin, desktop, session, engine, editor):
+def test_what_the_user_holds_down_does_not_matter(tavin, desktop, engine, editor):
     since = engine.mark()
-    session.input.hold("alt")
+    desktop.press("alt")
     try:
         desktop.key("Escape")
         assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
     finally:
-        session.input.let_go("alt")
+        desktop.release("alt")

@@ -15,7 +15,7 @@ class PressFilterTest : public ::testing::Test {
     return filter.isPress(start + milliseconds(now),
                           {start + milliseconds(input - 1), start + milliseconds(input + 1)});
   }
-  const gnome::PressFilter::Clock::time_point start = gnome::PressFilter::Clock::now();
+  const gnome::Clock::time_point start = gnome::Clock::now();
   gnome::PressFilter filter;
 };
 

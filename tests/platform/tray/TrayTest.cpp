@@ -99,6 +99,25 @@ TEST_F(TrayTest, OpensItsOwnMenuWhereThePanelAsks) {
   EXPECT_EQ(openPopup(), nullptr);
 }
 
+class PlasmaTrayTest : public TrayTest {
+ protected:
+  void SetUp() override {
+    qputenv("XDG_CURRENT_DESKTOP", "KDE");
+    item = createStatusItem({});
+    TrayTest::SetUp();
+  }
+  void TearDown() override { qunsetenv("XDG_CURRENT_DESKTOP"); }
+};
+
+TEST_F(PlasmaTrayTest, LeavesTheMenuToThePanel) {
+  FakePanel panel;
+  ASSERT_TRUE(waitFor([&] { return !panel.registered.isEmpty(); }));
+  const auto answer = panel.callItem(panel.registered[0], "Activate", {40, 50});
+  EXPECT_EQ(answer.type(), QDBusMessage::ErrorMessage) << "then Plasma shows it";
+  runEvents();
+  EXPECT_EQ(openPopup(), nullptr);
+}
+
 TEST_F(TrayTest, OpensOneMenuHoweverOftenAsked) {
   item->popUpMenu();
   ASSERT_TRUE(waitFor([] { return openPopup() != nullptr; }));

@@ -9,12 +9,16 @@ from session import wait_until
 from terminal import WORD, Watched
 
 OTHER = "selected in another program"
-FOOT = ["foot", "--title", "watched"]
+
+
+def watched(desktop, programs, record, title="watched"):
+    command, row = desktop.terminal(title)
+    return Watched(desktop, programs, command, str(record), row, title)
 
 
 @pytest.fixture
 def terminal(desktop, programs, tmp_path):
-    return Watched(desktop, programs, FOOT, str(tmp_path / "record"))
+    return watched(desktop, programs, tmp_path / "record")
 
 
 def test_the_watching_program_sees_keys(desktop, terminal):
@@ -42,7 +46,7 @@ def test_without_a_selection_nothing_is_typed(tavin, terminal):
 def test_selection_of_another_program_is_not_read(tavin, desktop, build, programs, tmp_path):
     desktop.open([os.path.join(build, "bin/qt6_field"), OTHER], "Qt 6 field")
     desktop.select_until(OTHER, lambda: desktop.key("ctrl+a"))
-    terminal = Watched(desktop, programs, FOOT, str(tmp_path / "record"))
+    terminal = watched(desktop, programs, tmp_path / "record")
     assert desktop.primary() == OTHER
     assert tavin.press() == []
     assert terminal.reached() == ["ready"]
@@ -50,8 +54,7 @@ def test_selection_of_another_program_is_not_read(tavin, desktop, build, program
 
 def test_selection_of_another_window_is_not_read(tavin, desktop, terminal, programs, tmp_path):
     terminal.select_word()
-    other = Watched(desktop, programs, ["foot", "--title", "second"], str(tmp_path / "other"),
-                    title="second")
+    other = watched(desktop, programs, tmp_path / "other", "second")
     assert tavin.press() == []
     assert other.reached() == ["ready"]
     desktop.focus(terminal.window)

@@ -1,0 +1,42 @@
+#include "platform/desktop/CopyKeyboard.h"
+
+namespace tavin::desktop {
+namespace {
+
+constexpr std::uint16_t copyKeyCode = 8;
+
+}  // namespace
+
+// The key going down, which types the whole chord.
+class CopyKeyboard::CopyEvent final : public KeyboardEvent {
+ public:
+  explicit CopyEvent(CopyKeyboard& keyboard) : keyboard_(keyboard) {}
+
+  void setFlags(std::uint64_t flags) override { flags_ = flags; }
+  void post() override {
+    if (flags_ == EventFlags::command)  // Else it is no copy command, and types nothing.
+      keyboard_.typeChord();
+  }
+
+ private:
+  CopyKeyboard& keyboard_;
+  std::uint64_t flags_ = 0;
+};
+
+// The key going up. The chord let go of its keys itself, so nothing is left to do.
+class CopyKeyboard::ReleasedEvent final : public KeyboardEvent {
+ public:
+  void setFlags(std::uint64_t) override {}
+  void post() override {}
+};
+
+std::unique_ptr<KeyboardEvent> CopyKeyboard::createKeyboardEvent(std::uint16_t keyCode, bool down) {
+  if (keyCode != copyKeyCode)
+    return nullptr;
+  if (!down)
+    return std::exchange(chordMade_, false) ? std::make_unique<ReleasedEvent>() : nullptr;
+  chordMade_ = mayCopy_();
+  return chordMade_ ? std::make_unique<CopyEvent>(*this) : nullptr;
+}
+
+}  // namespace tavin::desktop

@@ -1,0 +1,38 @@
+#include "platform/gnome/GnomeWindows.h"
+
+#include <unistd.h>
+
+namespace tavin::gnome {
+namespace {
+
+constexpr std::uint64_t nativeWindow = ~std::uint64_t{0};
+
+}  // namespace
+
+atspi::FrontWindow GnomeWindows::frontWindow() {
+  const bool afterMenu = menuIsClosing_.exchange(false);
+  if (!probe_.isTheSame())
+    xwayland_ = make_();
+  atspi::FrontWindow front = xwayland_ ? xwayland_->frontWindow() : atspi::FrontWindow();
+  // A menu of our own may be the active window still.
+  if (front.id == 0 || (afterMenu && front.processId == getpid())) {
+    front = {};
+    front.id = nativeWindow;
+    front.unknown = true;
+  }
+  front.afterMenu = afterMenu;
+  return front;
+}
+
+std::set<std::int64_t> GnomeWindows::windowProcesses() {
+  return xwayland_ ? xwayland_->windowProcesses() : std::set<std::int64_t>();
+}
+
+std::optional<QString> GnomeWindows::primaryText(const atspi::FrontWindow& window,
+                                                 PrimaryProof proof, Deadline deadline) {
+  if (!xwayland_ || window.id == nativeWindow)
+    return std::nullopt;
+  return xwayland_->primaryText(window, proof, deadline);
+}
+
+}  // namespace tavin::gnome

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include "platform/atspi/WindowSystem.h"
+#include "platform/x11/DisplayProbe.h"
+
+namespace tavin::gnome {
+
+// The front window and the PRIMARY selection on GNOME's Wayland: GNOME tells programs nothing of
+// each other's windows, but those that run through Xwayland are known to its display. Any other is
+// one window of which nothing is known. Work queue only, save menuCommandChosen().
+class GnomeWindows final : public atspi::WindowSystem {
+ public:
+  using Maker = std::function<std::unique_ptr<atspi::WindowSystem>()>;
+
+  // `make` gives what is known of Xwayland's windows, or null where it does not run. Once for each
+  // time that it was started.
+  explicit GnomeWindows(Maker make) : make_(std::move(make)), xwayland_(make_()) {}
+
+  void menuCommandChosen() override { menuIsClosing_ = true; }
+  atspi::FrontWindow frontWindow() override;
+  std::set<std::int64_t> windowProcesses() override;
+  std::optional<QString> primaryText(const atspi::FrontWindow& window, PrimaryProof proof,
+                                     Deadline deadline) override;
+
+ private:
+  const Maker make_;
+  std::unique_ptr<atspi::WindowSystem> xwayland_;
+  x11::DisplayProbe probe_;
+  std::atomic<bool> menuIsClosing_ = false;
+};
+
+}  // namespace tavin::gnome

@@ -1,0 +1,58 @@
+#include "platform/gnome/HeldModifiers.h"
+
+#include "platform/Keyboard.h"
+
+namespace tavin::gnome {
+namespace {
+
+using std::chrono::milliseconds;
+
+// From a key to the command that it runs; what comes later was started in another way.
+constexpr milliseconds slowestCommand(400);
+// From a press to the question about it: the selection is looked for meanwhile.
+constexpr milliseconds longestCapture(5000);
+// The modifiers go up within this time after the key.
+constexpr milliseconds handOpens(120);
+constexpr milliseconds answerDeadline(100);
+
+}  // namespace
+
+void ShortcutHold::pressed(Clock::time_point now, Input input) {
+  press_.reset();
+  released_.reset();
+  if (now - input.latest < slowestCommand)
+    press_ = Press{now, input};
+}
+
+bool ShortcutHold::mayBeHeld(Clock::time_point now) const {
+  return press_ && now - press_->at < longestCapture;
+}
+
+bool ShortcutHold::isHeld(Clock::time_point now, Input input) {
+  if (!mayBeHeld(now))
+    return false;
+  if (!released_ && input.earliest > press_->input.latest)
+    released_ = input.latest;
+  return !released_ || now - *released_ < handOpens;
+}
+
+void HeldModifiers::pressed(Clock::time_point now, Input input) {
+  const std::lock_guard lock(mutex_);
+  hold_.pressed(now, input);
+}
+
+std::uint64_t HeldModifiers::flags() {
+  const auto asked = Clock::now();
+  {
+    const std::lock_guard lock(mutex_);
+    if (!hold_.mayBeHeld(asked))
+      return 0;
+  }
+  QDBusPendingCall answer = askIdleTime(bus_, answerDeadline);
+  answer.waitForFinished();
+  const Input input = lastInput(asked, answer);
+  const std::lock_guard lock(mutex_);
+  return hold_.isHeld(Clock::now(), input) ? EventFlags::option : 0;
+}
+
+}  // namespace tavin::gnome

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+
+#include "platform/gnome/InputClock.h"
+
+namespace tavin::gnome {
+
+// Whether the user still holds the shortcut down. GNOME tells no program which keys are held, but
+// how long ago the last input was: where nothing was pressed, released or moved since the shortcut,
+// all of it is still down. The hand that lets go of the key lets go of the modifiers right after.
+class ShortcutHold {
+ public:
+  // A shortcut ran its command at `now`, and the last input before that was `input`.
+  void pressed(Clock::time_point now, Input input);
+  // Whether it is held at `now`, when the last input was `input`.
+  bool isHeld(Clock::time_point now, Input input);
+  // Whether there is a press to ask about. Costs nothing.
+  bool mayBeHeld(Clock::time_point now) const;
+
+ private:
+  struct Press {
+    Clock::time_point at;
+    Input input;
+  };
+  std::optional<Press> press_;
+  std::optional<Clock::time_point> released_;  // The first input after it.
+};
+
+// The same, by asking the shell. What remains: whoever lets go of the key alone and keeps the
+// modifier down counts as having let go of both. Any thread.
+class HeldModifiers {
+ public:
+  explicit HeldModifiers(const QDBusConnection& bus) : bus_(bus) {}
+
+  void pressed(Clock::time_point now, Input input);
+  // As EventFlags; bounded by a tenth of a second.
+  std::uint64_t flags();
+
+ private:
+  const QDBusConnection bus_;
+  std::mutex mutex_;
+  ShortcutHold hold_;
+};
+
+}  // namespace tavin::gnome

@@ -1,0 +1,222 @@
+#include "platform/portal/RemoteDesktop.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <utility>
+
+#include "platform/desktop/SessionBus.h"
+
+namespace tavin::portal {
+namespace {
+
+constexpr uint keyboardDevice = 1;
+constexpr uint firstVersionThatRemembers = 2;
+constexpr uint untilRevoked = 2;
+constexpr int keyDeadline = 1000;     // Milliseconds.
+constexpr int offerDeadline = 10000;  // The portal may have to be started.
+
+const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString remoteInterface = QStringLiteral("org.freedesktop.portal.RemoteDesktop");
+
+QString newBusName() {
+  static int count = 0;
+  return QStringLiteral("tavin-remote-desktop-%1").arg(++count);
+}
+
+// Another one each time: the desktop's own part of a portal outlives the portal, with its sessions.
+QString newSessionToken() {
+  static int count = 0;
+  return QStringLiteral("tavin_keys_%1").arg(++count);
+}
+
+}  // namespace
+
+RemoteDesktop::RemoteDesktop(SystemLog& log, RestoreToken token)
+    : log_(log),
+      token_(std::move(token)),
+      connectionName_(newBusName()),
+      bus_(desktop::connectToSessionBus(connectionName_)),
+      owners_(portalName, bus_, QDBusServiceWatcher::WatchForUnregistration) {
+  QObject::connect(&owners_, &QDBusServiceWatcher::serviceUnregistered, &owners_,
+                   [this] { portalLeft(); });
+  closed_ = std::make_unique<desktop::BusSignal>(
+      bus_,
+      desktop::BusSignal::Source{portalName,
+                                 {},
+                                 QStringLiteral("org.freedesktop.portal.Session"),
+                                 QStringLiteral("Closed")},
+      [this](const QDBusMessage& signal) {
+        if (signal.path() == session_.path())
+          giveUp(QStringLiteral("the desktop or the user has ended it"));
+      });
+}
+
+RemoteDesktop::~RemoteDesktop() {
+  request_.reset();
+  closed_.reset();
+  // The desktop takes the keys away from whoever leaves.
+  QDBusConnection::disconnectFromBus(connectionName_);
+}
+
+std::optional<QDBusObjectPath> RemoteDesktop::sessionOrAsk() {
+  const std::lock_guard lock(mutex_);
+  if (state_ == State::open)
+    return session_;
+  if (state_ == State::closed) {
+    state_ = State::asking;
+    QMetaObject::invokeMethod(
+        &owners_, [this] { ask(); }, Qt::QueuedConnection);
+  }
+  return std::nullopt;
+}
+
+bool RemoteDesktop::type(const QDBusObjectPath& session, const std::vector<KeyStep>& steps) {
+  std::vector<QDBusPendingCall> calls;
+  for (const KeyStep& step : steps) {
+    QDBusMessage key = portalCall(remoteInterface, QStringLiteral("NotifyKeyboardKeycode"));
+    key << QVariant::fromValue(session) << QVariantMap() << step.code << uint(step.down ? 1 : 0);
+    calls.push_back(bus_.asyncCall(key, keyDeadline));
+  }
+  bool done = true;
+  for (QDBusPendingCall& each : calls) {
+    each.waitForFinished();
+    done = done && !each.isError();
+  }
+  return done;
+}
+
+void RemoteDesktop::ask() {
+  if (!bus_.isConnected())
+    return giveUp(QStringLiteral("there is no session bus"));
+  announce();
+  readOffer();
+}
+
+// A program outside of a sandbox says who it is. A portal that cannot be told finds out itself.
+void RemoteDesktop::announce() {
+  QDBusMessage announcement = portalCall(QStringLiteral("org.freedesktop.host.portal.Registry"),
+                                         QStringLiteral("Register"));
+  announcement << QStringLiteral("app.tavin.Tavin") << QVariantMap();
+  bus_.send(announcement);
+}
+
+// The interface is there on desktops whose portal can do none of it, too.
+void RemoteDesktop::readOffer() {
+  QDBusMessage question =
+      portalCall(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"));
+  question << remoteInterface;
+  auto* reply = new QDBusPendingCallWatcher(bus_.asyncCall(question, offerDeadline), &owners_);
+  QObject::connect(
+      reply, &QDBusPendingCallWatcher::finished, &owners_, [this](QDBusPendingCallWatcher* done) {
+        done->deleteLater();
+        const QDBusPendingReply<QVariantMap> offer = *done;
+        const QVariantMap properties = offer.isError() ? QVariantMap() : offer.value();
+        version_ = properties.value(QStringLiteral("version")).toUInt();
+        const uint types = properties.value(QStringLiteral("AvailableDeviceTypes")).toUInt();
+        if ((types & keyboardDevice) == 0)
+          return giveUp(QStringLiteral("this desktop's portal has no keyboard now"));
+        createSession();
+      });
+}
+
+void RemoteDesktop::createSession() {
+  call(QStringLiteral("CreateSession"), {},
+       {{QStringLiteral("session_handle_token"), newSessionToken()}},
+       [this](int code, const QVariantMap& results) {
+         const QString handle = results.value(QStringLiteral("session_handle")).toString();
+         if (code != succeeded || handle.isEmpty())
+           return giveUp(QStringLiteral("the portal opens no session"));
+         {
+           const std::lock_guard lock(mutex_);
+           session_ = QDBusObjectPath(handle);
+         }
+         selectDevices();
+       });
+}
+
+void RemoteDesktop::selectDevices() {
+  QVariantMap options{{QStringLiteral("types"), keyboardDevice}};
+  if (version_ >= firstVersionThatRemembers) {
+    options.insert(QStringLiteral("persist_mode"), untilRevoked);
+    const QString token = token_.read();
+    if (!token.isEmpty())
+      options.insert(QStringLiteral("restore_token"), token);
+  }
+  call(QStringLiteral("SelectDevices"), {QVariant::fromValue(session_)}, options,
+       [this](int code, const QVariantMap&) {
+         if (code != succeeded)
+           return giveUp(QStringLiteral("the portal selects no keyboard"));
+         start();
+       });
+}
+
+void RemoteDesktop::start() {
+  log_.write(QStringLiteral("Tavin: asking the desktop for leave to press the copy key"));
+  call(QStringLiteral("Start"), {QVariant::fromValue(session_), QString()}, {},
+       [this](int code, const QVariantMap& results) {
+         const uint devices = results.value(QStringLiteral("devices")).toUInt();
+         if (code == succeeded && (devices & keyboardDevice) != 0)
+           take(results);
+         else
+           decline();
+       });
+}
+
+void RemoteDesktop::take(const QVariantMap& results) {
+  request_.reset();
+  const QString token = results.value(QStringLiteral("restore_token")).toString();
+  if (!token.isEmpty())
+    token_.store(token);
+  log_.write(QStringLiteral("Tavin: the desktop lets Tavin press the copy key"));
+  setState(State::open);
+}
+
+void RemoteDesktop::decline() {
+  log_.write(
+      QStringLiteral("Tavin: declined; programs that accessibility cannot read stay unread until "
+                     "the next start"));
+  closeSession();
+  setState(State::refused);
+}
+
+void RemoteDesktop::call(const QString& method, QVariantList arguments, QVariantMap options,
+                         Request::Answer answer) {
+  request_ = std::make_unique<Request>(bus_, remoteInterface, method, std::move(arguments),
+                                       std::move(options), std::move(answer));
+}
+
+// The next need tries it again.
+void RemoteDesktop::giveUp(const QString& reason) {
+  log_.write(QStringLiteral("Tavin: no copy key: ") + reason);
+  closeSession();
+  setState(State::closed);
+}
+
+// A dialog that was open has gone unanswered with it.
+void RemoteDesktop::portalLeft() {
+  {
+    const std::lock_guard lock(mutex_);
+    session_ = {};
+    const bool waits = state_ == State::asking && request_;
+    if (!waits && state_ != State::open)
+      return;
+  }
+  giveUp(QStringLiteral("the desktop's portal has ended"));
+}
+
+void RemoteDesktop::setState(State state) {
+  const std::lock_guard lock(mutex_);
+  state_ = state;
+}
+
+void RemoteDesktop::closeSession() {
+  request_.reset();
+  const std::lock_guard lock(mutex_);
+  const QDBusObjectPath session = std::exchange(session_, {});
+  if (!session.path().isEmpty())
+    bus_.send(QDBusMessage::createMethodCall(portalName, session.path(),
+                                             QStringLiteral("org.freedesktop.portal.Session"),
+                                             QStringLiteral("Close")));
+}
+
+}  // namespace tavin::portal

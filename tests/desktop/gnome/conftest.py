@@ -1,0 +1,45 @@
+"""A GNOME session on Wayland whose programs speak Wayland; a file may have another one."""
+
+import os
+
+import pytest
+from gnome_desktop import GnomeDesktop, NativeGnome
+from session import wait_until
+
+TEXT = "Grüße, only a copy brings this text"
+
+
+@pytest.fixture(scope="module")
+def session(tmp_path_factory):
+    with NativeGnome(str(tmp_path_factory.mktemp("session"))) as private:
+        yield private
+
+
+@pytest.fixture
+def desktop(session):
+    programs = GnomeDesktop(session)
+    yield programs
+    programs.close()
+
+
+@pytest.fixture
+def copied_text():
+    return TEXT
+
+
+@pytest.fixture
+def bare_field(desktop, build):
+    """A program with no accessibility, that only a copy gets anything out of."""
+    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
+                        env={**desktop.session.env, "QT_QPA_PLATFORM": "xcb",
+                             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"})
+
+
+@pytest.fixture
+def granted(tavin, desktop, bare_field):
+    """A Tavin that was given leave, with the program in front again."""
+    assert tavin.press() == []
+    desktop.share()
+    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "leave")
+    wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
+    return tavin

@@ -1,0 +1,134 @@
+"""The menu: under its icon where GNOME has the extension for that, and as a window where not."""
+
+import json
+import os
+
+import pytest
+from gi.repository import GLib
+from gnome_desktop import NativeGnome
+from session import wait_until
+
+TEXT = "read from the menu"
+EXTENSION = "ubuntu-appindicators@ubuntu.com"
+ICON = """Object.entries(Main.panel.statusArea)
+    .filter(([name, _]) => name.startsWith('appindicator')).map(([_, icon]) => icon)"""
+PLACE = "(a => [...a.get_transformed_position(), a.width, a.height])({})"
+LINES = ICON + """[0].menu._getMenuItems().filter(i => i.visible && i.label?.text)"""
+
+
+@pytest.fixture(scope="module")
+def session(tmp_path_factory):
+    with NativeGnome(str(tmp_path_factory.mktemp("session")), extensions=[EXTENSION]) as private:
+        yield private
+
+
+@pytest.fixture
+def field(desktop, programs):
+    window = desktop.open(["/usr/bin/python3", os.path.join(programs, "gtk4_field.py"), TEXT],
+                          "GTK 4 field")
+    desktop.select_until(TEXT, lambda: desktop.key("ctrl+a"))
+    return window
+
+
+class Icon:
+    def __init__(self, desktop):
+        self._desktop, self._session = desktop, desktop.session
+        wait_until(lambda: self._look(f"{ICON}.length") == 1, 15, "the icon")
+
+    def _look(self, script):
+        return json.loads(self._session.evaluate(script) or "null")
+
+    def _click(self, actor):
+        def place():
+            found = self._look(PLACE.format(actor))
+            drawn = found and None not in found and found[2] > 10 and found[3] > 10
+            return found if drawn else None
+        x, y, width, height = wait_until(place, 10, "a place to click at")
+        self._desktop.click_at(round(x + width / 2), round(y + height / 2))
+
+    def open(self):
+        self._click(ICON + "[0]")
+        wait_until(lambda: self._look(ICON + "[0].menu.isOpen") and self.titles(), 10, "the menu")
+
+    def titles(self):
+        return self._look(LINES + ".map(i => i.label.text)")
+
+    def choose(self, title):
+        # It grows while it opens.
+        place = PLACE.format(f"{LINES}.find(i => i.label.text.startsWith('{title}'))")
+        seen = []
+
+        def still():
+            seen.append(self._look(place))
+            return len(seen) > 2 and seen[-1] == seen[-2] == seen[-3]
+        wait_until(still, 10, "an open menu", interval=0.1)
+        self._click(f"{LINES}.find(i => i.label.text.startsWith('{title}'))")
+
+
+def test_the_icons_menu_has_its_lines(tavin, desktop):
+    icon = Icon(desktop)
+    icon.open()
+    titles = icon.titles()
+    assert titles[0].startswith("Speak Selection")
+    assert titles[-1] == "Quit Tavin"
+    assert "Engine: eSpeak NG" in titles
+    desktop.key("Escape")
+
+
+def test_speak_selection_reads_the_program_before_the_menu(tavin, desktop, engine, field):
+    icon = Icon(desktop)
+    for _ in range(2):
+        icon.open()
+        since = engine.mark()
+        icon.choose("Speak Selection")
+        assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
+
+
+def test_an_extension_that_comes_later_shows_the_icon(tavin, desktop, session, field):
+    shell = "org.gnome.shell"
+    session.set(shell, "enabled-extensions", "[]")
+    wait_until(lambda: session.evaluate(f"{ICON}.length") == "0", 15, "no icon")
+    assert tavin.press() == [TEXT]
+    session.set(shell, "enabled-extensions", f"['{EXTENSION}']")
+    Icon(desktop)
+
+
+def show_window(tavin, desktop):
+    tavin.call("org.freedesktop.Application", "Activate", GLib.Variant("(a{sv})", ({},)))
+    return wait_until(lambda: next((w for w in desktop.all_windows() if w["focused"]
+                                    and w["wm_class"] == "app.tavin.Tavin"), None), 10, "the menu")
+
+
+def no_window(desktop):
+    return not any(w["wm_class"] == "app.tavin.Tavin" for w in desktop.all_windows())
+
+
+@pytest.fixture
+def without_icon(session):
+    session.set("org.gnome.shell", "enabled-extensions", "[]")
+    wait_until(lambda: session.evaluate(f"{ICON}.length") == "0", 15, "no icon")
+
+
+def test_window_is_small_and_reads_the_program_before_it(without_icon, tavin, desktop, engine,
+                                                         field):
+    for _ in range(2):
+        left, top, width, height = show_window(tavin, desktop)["rect"]
+        assert width < 500 and height < 500
+        since = engine.mark()
+        desktop.key("Down", "Return")
+        assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
+        wait_until(lambda: no_window(desktop), 5, "the menu's end")
+        wait_until(lambda: desktop.has_keyboard(field), 5, "the program in front")
+
+
+def test_window_closes_by_key(without_icon, tavin, desktop, field):
+    show_window(tavin, desktop)
+    desktop.key("Escape")
+    wait_until(lambda: no_window(desktop), 5, "the menu's end")
+
+
+def test_window_closes_when_another_is_clicked(without_icon, tavin, desktop, field):
+    show_window(tavin, desktop)
+    desktop.click_at(1200, 700)  # Nobody's.
+    desktop.click(field, 400, 200)
+    wait_until(lambda: no_window(desktop), 5, "the menu's end")

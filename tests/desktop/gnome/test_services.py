@@ -1,0 +1,114 @@
+"""What serves under GNOME is chosen by what it offers; how quickly, and at what cost."""
+
+import os
+import time
+
+import pytest
+from driver import SPEAK, Tavin
+from session import stop, wait_until
+
+TEXT = "read whatever serves"
+PRESSES = 7
+SECONDS = 10
+
+
+@pytest.fixture
+def field(desktop, programs):
+    window = desktop.open(["/usr/bin/python3", os.path.join(programs, "gtk4_field.py"), TEXT],
+                          "GTK 4 field")
+    desktop.select_until(TEXT, lambda: desktop.key("ctrl+a"))
+    return window
+
+
+def test_one_line_tells_what_was_chosen(tavin):
+    assert tavin.log().splitlines()[0] == (
+        "Tavin: Wayland, clipboard x11, keyboard portal, windows Xwayland's, Qt wayland, "
+        "shortcuts gnome, with the session bus")
+
+
+def test_without_a_keyboard_nobody_is_asked(desktop, engine, build, bare_field):
+    tavin = Tavin(desktop, engine, build, settings={"TAVIN_KEYBOARD": "none"})
+    assert "keyboard none" in tavin.log()
+    assert tavin.press() == []
+    assert desktop.no_dialog()
+
+
+def test_a_portal_that_is_not_there_yet(desktop, session, engine, build, bare_field, copied_text):
+    """The desktop's own part of the portal failed, and is well again when the portal restarts."""
+    portal = "org.freedesktop.portal.Desktop"
+    if session.owner(portal):
+        os.kill(session.owner(portal), 15)
+        wait_until(lambda: session.owner(portal) is None, 10, "the portal's end")
+    # The command that the bus starts fails now: there is another owner of the name, which serves
+    # nothing.
+    blocker = desktop.start(["/usr/bin/python3", "-c", f"""
+from gi.repository import Gio, GLib
+Gio.bus_own_name(Gio.BusType.SESSION, "{portal}", Gio.BusNameOwnerFlags.NONE, None, None, None)
+GLib.MainLoop().run()"""])
+    wait_until(lambda: session.owner(portal) == blocker.pid, 10, "the wrong portal")
+    tavin = Tavin(desktop, engine, build)
+    assert tavin.press() == []
+    wait_until(lambda: "has no keyboard now" in tavin.log(), 10, "the answer")
+    stop(blocker)
+    assert tavin.press() == []
+    desktop.share()
+    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "leave")
+    wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
+    assert tavin.press() == [copied_text]
+
+
+def test_without_its_x_display_accessibility_goes_on(desktop, engine, build, field):
+    """As when Xwayland has crashed."""
+    display = desktop.start(["Xvfb", ":641", "-nolisten", "tcp", "-noreset"])
+    wait_until(lambda: os.path.exists("/tmp/.X11-unix/X641"), 20, "another display")
+    tavin = Tavin(desktop, engine, build, settings={"DISPLAY": ":641", "XAUTHORITY": ""})
+    desktop.focus(field)
+    assert tavin.press() == [TEXT]
+    display.kill()
+    display.wait(10)
+    assert tavin.press() == [TEXT]
+    assert tavin.process.poll() is None
+
+
+def test_how_quickly_a_selection_is_read(tavin, desktop, engine, field):
+    """Printed for the table; the limit is no measurement."""
+    taken = []
+    for _ in range(PRESSES):
+        desktop.stir()
+        since = engine.mark()
+        start = time.monotonic()
+        tavin.action("speak")
+        assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
+        taken.append((time.monotonic() - start) * 1000)
+        desktop.key("shift+Right", "ctrl+a")
+    keyed = []
+    for _ in range(PRESSES):
+        desktop.stir()
+        since = engine.mark()
+        start = time.monotonic()
+        desktop.press(SPEAK)
+        engine.wait_for("/speak", since=since)
+        keyed.append((time.monotonic() - start) * 1000)
+        desktop.release(SPEAK)
+    print("from the action:", [round(t) for t in sorted(taken)], "from the key:",
+          [round(t) for t in sorted(keyed)], "ms")
+    assert sorted(taken)[PRESSES // 2] < 500
+
+
+def switches(pid):
+    """How often its threads have gone to sleep so far, by their numbers."""
+    counts = {}
+    for thread in os.listdir(f"/proc/{pid}/task"):
+        with open(f"/proc/{pid}/task/{thread}/status", encoding="utf-8") as f:
+            line = next(line for line in f if line.startswith("voluntary_ctxt_switches"))
+            counts[thread] = int(line.split()[1])
+    return counts
+
+
+def test_nobody_wakes_it(granted, desktop, copied_text):
+    """Also with the leave to press keys."""
+    assert granted.press() == [copied_text]
+    time.sleep(3)  # What that has set off.
+    before = switches(granted.process.pid)
+    time.sleep(SECONDS)
+    assert switches(granted.process.pid) == before

@@ -1,0 +1,74 @@
+"""What KWin lets a program do only if its desktop file asks for it."""
+
+import os
+import subprocess
+
+import pytest
+from driver import Tavin
+from kwin_desktop import KwinDesktop
+from kwin_session import KwinSession
+
+ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../..")
+TEXT = "only a copy brings this text"
+
+
+@pytest.fixture
+def session(tmp_path, build):
+    with KwinSession(str(tmp_path), build, native=True, trusting=False) as private:
+        yield private
+
+
+@pytest.fixture
+def desktop(session):
+    programs = KwinDesktop(session)
+    yield programs
+    programs.close()
+
+
+@pytest.fixture
+def bare_field(desktop, build):
+    """A program with no accessibility, that only a copy gets anything out of."""
+    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
+    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
+                        env=nowhere)
+
+
+def link_entries(session, build):
+    return session.run([os.path.join(ROOT, "tools/link-entries"), build])
+
+
+def test_without_a_desktop_file_nothing_is_typed(desktop, engine, build, bare_field):
+    tavin = Tavin(desktop, engine, build)
+    assert ", keyboard none, windows none, " in tavin.log()
+    assert tavin.press() == []
+
+
+def test_with_the_linked_desktop_file_a_copy_brings_the_text(session, desktop, engine, build,
+                                                             bare_field):
+    assert "Linked" in link_entries(session, build)
+    tavin = Tavin(desktop, engine, build)
+    assert ", keyboard fake-input, windows plasma-window-management, " in tavin.log()
+    assert tavin.press() == [TEXT]
+
+
+def test_linking_again_changes_and_says_nothing(session, build):
+    link_entries(session, build)
+    assert link_entries(session, build) == ""
+
+
+def test_a_link_to_another_build_is_made_anew(session, build, tmp_path):
+    folder = os.path.join(session.env["XDG_DATA_HOME"], "applications")
+    os.makedirs(folder, exist_ok=True)
+    link = os.path.join(folder, "app.tavin.Tavin.desktop")
+    os.symlink(tmp_path / "gone", link)
+    link_entries(session, build)
+    assert os.readlink(link) == os.path.join(build, "share/applications/app.tavin.Tavin.desktop")
+
+
+def test_an_installed_desktop_file_stays(session, build):
+    path = os.path.join(session.env["XDG_DATA_HOME"], "applications/app.tavin.Tavin.desktop")
+    with open(path, "w", encoding="utf-8") as f:
+        f.write("installed")
+    link_entries(session, build)
+    assert open(path, encoding="utf-8").read() == "installed"
+    assert subprocess.run(["test", "-L", path], check=False).returncode == 1

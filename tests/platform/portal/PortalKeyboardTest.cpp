@@ -1,0 +1,222 @@
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <thread>
+
+#include "FakeRemoteDesktop.h"
+#include "platform/Eventually.h"
+#include "platform/portal/PortalKeyboard.h"
+
+namespace tavin::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr std::uint16_t keyC = 8;
+const QStringList chord{"29 down", "110 down", "110 up", "29 up"};
+
+class Log final : public SystemLog {
+ public:
+  void write(const QString& line) override { lines << line; }
+  QStringList lines;
+};
+
+class PortalKeyboardTest : public ::testing::Test {
+ protected:
+  void start(portal::ModifierHabits habits = {}) {
+    keyboard = std::make_unique<portal::PortalKeyboard>(
+        std::make_shared<portal::RemoteDesktop>(log, portal::RestoreToken(tokenPath())),
+        [this] { return mayCopy; }, std::move(habits));
+  }
+  QString tokenPath() const { return folder.filePath("tavin/token"); }
+
+  // What a press does, on a thread of its own like the work queue. Whether keys could be made.
+  bool press() {
+    bool made = false;
+    std::atomic<bool> done = false;
+    std::thread queue([&] {
+      for (const bool down : {true, false}) {
+        if (const auto event = keyboard->createKeyboardEvent(keyC, down)) {
+          made = true;
+          event->setFlags(EventFlags::command);
+          event->post();
+        }
+      }
+      done = true;
+    });
+    EXPECT_TRUE(eventually([&] { return done.load(); }));
+    queue.join();
+    return made;
+  }
+  // The press that asks, and the answer.
+  void pressAndWait(const QString& answer) {
+    EXPECT_FALSE(press());
+    EXPECT_TRUE(
+        eventually([&] { return !log.lines.isEmpty() && log.lines.last().contains(answer); }));
+  }
+  void open() { pressAndWait("lets Tavin press"); }
+  qsizetype dialogs() const { return portal->calls.count("Start"); }
+
+  int argumentCount = 0;
+  QCoreApplication application{argumentCount, nullptr};
+  QTemporaryDir folder;
+  Log log;
+  std::unique_ptr<FakeRemoteDesktop> portal = std::make_unique<FakeRemoteDesktop>();
+  std::unique_ptr<portal::PortalKeyboard> keyboard;
+  bool mayCopy = true;
+};
+
+TEST_F(PortalKeyboardTest, AsksAtTheFirstNeedAndTypesFromTheSecondOn) {
+  start();
+  EXPECT_THAT(portal->calls, IsEmpty());
+  open();
+  EXPECT_THAT(portal->keys, IsEmpty());
+  EXPECT_TRUE(press());
+  EXPECT_EQ(portal->keys, chord);
+  EXPECT_TRUE(press());
+  EXPECT_EQ(portal->keys, chord + chord);
+  EXPECT_EQ(dialogs(), 1);
+}
+
+TEST_F(PortalKeyboardTest, AsksOnceHoweverOftenIsPressedMeanwhile) {
+  portal->dialogStaysOpen = true;
+  start();
+  EXPECT_FALSE(press());
+  ASSERT_TRUE(eventually([&] { return dialogs() == 1; }));
+  EXPECT_FALSE(press());
+  EXPECT_FALSE(press());
+  portal->answerDialog();
+  ASSERT_TRUE(eventually([&] { return press(); }));
+  EXPECT_EQ(dialogs(), 1);
+  EXPECT_EQ(portal->keys, chord);
+}
+
+TEST_F(PortalKeyboardTest, NobodyIsAskedForAProgramThatGetsNoKeys) {
+  start();
+  mayCopy = false;
+  EXPECT_FALSE(press());
+  QCoreApplication::processEvents();
+  EXPECT_THAT(portal->calls, IsEmpty());
+}
+
+TEST_F(PortalKeyboardTest, WhatWasDeclinedIsNotAskedForAgain) {
+  portal->answerCode = 1;
+  start();
+  pressAndWait("declined");
+  portal->answerCode = 0;
+  EXPECT_FALSE(press());
+  portal->leave();
+  portal->comeBack();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(press());
+  EXPECT_EQ(dialogs(), 1);
+  EXPECT_TRUE(portal->session.isEmpty());
+}
+
+TEST_F(PortalKeyboardTest, AGrantWithoutTheKeyboardIsNone) {
+  portal->answerDevices = 0;
+  start();
+  pressAndWait("declined");
+  EXPECT_FALSE(press());
+  EXPECT_THAT(portal->keys, IsEmpty());
+}
+
+TEST_F(PortalKeyboardTest, AnInterfaceWithoutAKeyboardOpensNothing) {
+  portal->deviceTypes = 0;
+  start();
+  pressAndWait("no keyboard");
+  EXPECT_THAT(portal->calls, IsEmpty());
+  portal->deviceTypes = 1;  // Its desktop's part has come.
+  open();
+  EXPECT_TRUE(press());
+}
+
+TEST_F(PortalKeyboardTest, ASessionThatTheUserEndedIsOpenedByTheNextPress) {
+  start();
+  open();
+  portal->closeSession();
+  ASSERT_TRUE(eventually([&] { return log.lines.last().contains("ended"); }));
+  open();
+  EXPECT_TRUE(press());
+  EXPECT_EQ(dialogs(), 2);
+}
+
+TEST_F(PortalKeyboardTest, APortalThatRestartsIsAskedByTheNextPress) {
+  start();
+  open();
+  portal->leave();
+  ASSERT_TRUE(eventually([&] { return log.lines.last().contains("ended"); }));
+  portal->comeBack();
+  open();
+  EXPECT_TRUE(press());
+}
+
+TEST_F(PortalKeyboardTest, APortalThatEndsWhileItAsksKeepsNobodyWaiting) {
+  portal->dialogStaysOpen = true;
+  start();
+  EXPECT_FALSE(press());
+  ASSERT_TRUE(eventually([&] { return dialogs() == 1; }));
+  portal->leave();
+  ASSERT_TRUE(eventually([&] { return log.lines.last().contains("ended"); }));
+  portal->dialogStaysOpen = false;
+  portal->comeBack();
+  open();
+  EXPECT_TRUE(press());
+}
+
+TEST_F(PortalKeyboardTest, ANewerPortalRemembersTheUsersAnswer) {
+  portal->version = 2;
+  portal->answerToken = "first";
+  start();
+  open();
+  EXPECT_EQ(portal->selection["persist_mode"].toUInt(), 2U);
+  EXPECT_FALSE(portal->selection.contains("restore_token"));
+  EXPECT_EQ(QFile::permissions(tokenPath()) & (QFile::ReadGroup | QFile::ReadOther),
+            QFile::Permissions());
+  portal->answerToken = "second";
+  start();
+  EXPECT_FALSE(press());
+  ASSERT_TRUE(eventually([&] { return portal->selection["restore_token"] == "first"; }));
+  ASSERT_TRUE(eventually([&] { return portal::RestoreToken(tokenPath()).read() == "second"; }));
+}
+
+TEST_F(PortalKeyboardTest, AnOlderPortalIsNotAskedToRemember) {
+  start();
+  open();
+  EXPECT_FALSE(portal->selection.contains("persist_mode"));
+  EXPECT_FALSE(QFileInfo::exists(tokenPath()));
+}
+
+TEST_F(PortalKeyboardTest, WhileTheUserHoldsAModifierNoChordIsMade) {
+  std::uint64_t held = EventFlags::option;
+  start({.held = [&held] { return held; }, .released = false});
+  open();
+  EXPECT_EQ(keyboard->flagsState(), EventFlags::option);
+  EXPECT_FALSE(press());
+  held = 0;
+  EXPECT_TRUE(press());
+  EXPECT_EQ(portal->keys, chord);
+}
+
+TEST_F(PortalKeyboardTest, WhereThatCanBeDoneHeldModifiersAreReleasedFirst) {
+  start({.held = {}, .released = true});
+  open();
+  EXPECT_TRUE(press());
+  EXPECT_EQ(portal->keys.mid(8), chord);
+  for (const QString& key : portal->keys.mid(0, 8)) EXPECT_TRUE(key.endsWith("up"));
+  EXPECT_TRUE(portal->keys.contains("56 up"));
+}
+
+TEST_F(PortalKeyboardTest, WithoutAPortalNothingIsMade) {
+  portal.reset();
+  start();
+  pressAndWait("no keyboard");
+  EXPECT_FALSE(press());
+}
+
+}  // namespace
+}  // namespace tavin::test
