@@ -85,6 +85,9 @@ def test_the_desktop_entry_is_valid_and_names_the_program(prefix):
     subprocess.run(["desktop-file-validate", path], check=True, timeout=10)
     main = entry(path, "Desktop Entry")
     assert main["Exec"] == f'"{prefix}/bin/tavin"'
+    # Without this KWin neither lets Tavin type nor tells it which window is in front.
+    assert main["X-KDE-Wayland-Interfaces"] == (
+        "org_kde_kwin_fake_input,org_kde_plasma_window_management")
     assert main["Actions"] == "speak;pause;stop;menu;"
     for action in ("speak", "pause", "stop", "menu"):
         command = entry(path, f"Desktop Action {action}")["Exec"]

@@ -10,8 +10,8 @@ namespace {
 
 constexpr std::uint32_t versionWithKeys = 4;
 constexpr double secondsForInput = 2;
-constexpr std::array modifiersButAlt{KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL,
-                                     KEY_RIGHTCTRL, KEY_LEFTMETA,   KEY_RIGHTMETA};
+constexpr std::array<std::uint32_t, 6> modifiersButAlt{
+    KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL, KEY_RIGHTCTRL, KEY_LEFTMETA, KEY_RIGHTMETA};
 
 }  // namespace
 

@@ -119,6 +119,13 @@ def test_speak_selection_reads_the_program_in_front(tavin, desktop, engine, pane
     assert_reads(desktop, engine)
 
 
+def test_a_program_that_only_a_copy_reads(tavin, desktop, engine, build, panel):
+    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
+    desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field", env=nowhere)
+    open_menu(desktop, panel.icon())
+    assert_reads(desktop, engine)
+
+
 def test_the_icon_comes_back_to_a_panel_that_comes_later(desktop, engine, build, panel, field):
     Tavin(desktop, engine, build)
     icon = panel.icon()
