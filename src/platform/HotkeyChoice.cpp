@@ -7,6 +7,7 @@
 #include "platform/desktop/NoHotkeys.h"
 #include "platform/gnome/CustomBindings.h"
 #include "platform/gnome/CustomKeybindings.h"
+#include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/KeyHolders.h"
 #include "platform/kde/GlobalAccel.h"
 #include "platform/portal/GlobalShortcuts.h"
@@ -63,7 +64,14 @@ portal::GlobalShortcuts::Holder holderIn(const SessionTraits& session) {
   };
 }
 
-ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session, SystemLog& log) {
+std::function<void()> noteIn(const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
+  if (!modifiers)
+    return {};
+  return [modifiers] { gnome::HeldModifiers::noteIn(modifiers); };
+}
+
+ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session, SystemLog& log,
+                   const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   switch (road) {
     case HotkeyRoad::x11:
       if (auto grabs = x11::HotkeyGrabs::create(log))
@@ -74,7 +82,8 @@ ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session, SystemLog& log
     case HotkeyRoad::gnome:
       return toBeReleased(std::make_unique<gnome::CustomBindings>(QDBusConnection::sessionBus()));
     case HotkeyRoad::portal:
-      return {.service = std::make_unique<portal::GlobalShortcuts>(holderIn(session)),
+      return {.service =
+                  std::make_unique<portal::GlobalShortcuts>(holderIn(session), noteIn(modifiers)),
               .release = {},
               .road = {},
               .name = {}};
@@ -92,14 +101,15 @@ HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced)
   return roadsByName().value(forced, roadOf(session));
 }
 
-ChosenHotkeys chooseHotkeys(SystemLog& log) {
+ChosenHotkeys chooseHotkeys(SystemLog& log,
+                            const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   const QString forced = qEnvironmentVariable("TAVIN_SHORTCUTS");
   const SessionTraits session = SessionTraits::read();
   const HotkeyRoad road = chooseHotkeyRoad(session, forced);
   // A Tavin that was killed in the same user's other session may have left them there.
   if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))
     gnome::removeCustomBindings();
-  ChosenHotkeys chosen = make(road, session, log);
+  ChosenHotkeys chosen = make(road, session, log, modifiers);
   chosen.road = road;
   chosen.name = roadsByName().key(road);
   return chosen;

@@ -7,6 +7,10 @@
 
 #include "platform/HotkeyService.h"
 
+namespace tavin::gnome {
+class HeldModifiers;
+}
+
 namespace tavin {
 
 class SystemLog;
@@ -42,7 +46,8 @@ struct ChosenHotkeys {
 };
 
 // Shortcuts as this session offers them, or as the environment's TAVIN_SHORTCUTS says: x11, kde,
-// gnome, portal or none. `log` must outlive the service.
-ChosenHotkeys chooseHotkeys(SystemLog& log);
+// gnome, portal or none. `log` must outlive the service. `modifiers`, which may be null, is told of
+// presses by the services that know of them; GNOME's key bindings come as D-Bus actions.
+ChosenHotkeys chooseHotkeys(SystemLog& log, const std::shared_ptr<gnome::HeldModifiers>& modifiers);
 
 }  // namespace tavin

@@ -33,7 +33,7 @@ StartedPlatform cannotStart(const QByteArray& reason) {
 }
 
 QString addHotkeys(Platform& platform, std::shared_ptr<gnome::HeldModifiers> modifiers) {
-  ChosenHotkeys chosen = chooseHotkeys(*platform.log);
+  ChosenHotkeys chosen = chooseHotkeys(*platform.log, modifiers);
   platform.hotkeys = std::move(chosen.service);
   if (chosen.road == HotkeyRoad::gnome)
     platform.remoteControl = std::make_unique<gnome::HeldKeyFilter>(

@@ -155,6 +155,7 @@ class GnomeDesktop(WaylandDesktop):
                 return wait_until(self.no_dialog, 2)
             return False
         wait_until(shared, 20, "the dialog's end")
+        time.sleep(0.5)  # The program in front learns of it later than the shell.
 
     def decline(self):
         self.permission_dialog()
