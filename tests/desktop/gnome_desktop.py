@@ -70,6 +70,12 @@ class GnomeDesktop(WaylandDesktop):
         for down in (True, False):
             self.session.send_key(KEYS["shift"], down)
 
+        def is_quick():
+            start = time.monotonic()
+            self.session.evaluate("1")
+            return time.monotonic() - start < 0.05
+        wait_until(is_quick, 20, "a shell that is not busy")
+
     def selection_owner(self, name):
         # Read by this process, which has a display of its own otherwise, or none.
         os.environ["XAUTHORITY"] = self.session.env["XAUTHORITY"]
