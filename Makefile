@@ -32,7 +32,10 @@ build-tests:
 	@$(CONFIGURE) -DBUILD_TESTING=ON
 	@cmake --build $(BUILD) -j$(JOBS)
 
-run: build
+# All of its packages at once: one question for a password.
+run:
+	@tools/setup build engine $$(tools/has-display || echo demo)
+	@$(MAKE) --no-print-directory build
 	@tools/run $(BUILD)
 
 kokoro:

@@ -31,6 +31,7 @@ class Engine:
         self._language = voices.user_language()
         names = [name for name, backend in BACKENDS.items() if backend.takes_key]
         self._keys = Keys(names, settings.keyed)
+        self._noted = None  # the last time that `keyed` was stored
         self._synths = {
             name: Synthesis(backend, lambda backend=backend: self._key(backend))
             for name, backend in BACKENDS.items()
@@ -227,7 +228,9 @@ class Engine:
         """Remember who has a key: at the next start the keyring may come later than the engine."""
         if self._settings.keyed != self._keys.stored:
             self._settings.keyed = self._keys.stored
-            await self._settings.save()
+            self._noted = self._settings.save()
+        if self._noted:
+            await self._noted  # another request may have seen it first: this one waits as well
 
     async def _key(self, backend):
         try:
@@ -277,7 +280,7 @@ class Engine:
         voice = self._voice(synth)
         if not synth.backend.follows_language:
             return voice
-        own = self._voice_language(synth)
+        own = self._language_of(voice, synth)
         written = self._written_in.of(sentence, own)
         if language.primary(written) == language.primary(own):
             return voice
@@ -285,11 +288,10 @@ class Engine:
 
     def _sentence_language(self):
         """The language that decides where sentences end."""
-        own = self._voice_language(self._synth())
-        return self._written_in.of("", own) if self._synth().backend.follows_language else own
+        synth = self._synth()
+        own = self._language_of(self._voice(synth), synth)
+        return self._written_in.of("", own) if synth.backend.follows_language else own
 
-    def _voice_language(self, synth):
-        for voice in synth.voices:
-            if voice["id"] == self._voice(synth):
-                return voice["language"] or self._language
-        return self._language
+    def _language_of(self, voice, synth):
+        languages = (known["language"] for known in synth.voices if known["id"] == voice)
+        return next(languages, None) or self._language

@@ -26,6 +26,12 @@ class Clip:
         self.started = False
 
 
+def without_silence(samples):
+    """Without the zeros that a synthesiser begins with (eSpeak NG: 12 ms), which a user waits for."""
+    silence = len(samples) - len(samples.lstrip(b"\0"))
+    return samples[silence // 2 * 2 :]
+
+
 class Reading:
     def __init__(self, text, choose, language, backend, output, on_error):
         """`choose(sentence)` waits for the synthesis, the voice and the speed to speak it with."""
@@ -36,6 +42,7 @@ class Reading:
         self._again = deque()  # texts to be synthesised anew, before `_pieces`
         self._clips = deque()  # in the order of playing
         self._exhausted = False
+        self._begun = False  # whether there is sound of the text yet
         self._choices = 0  # how often the user chose something else
         self._making = None
         self._backend = backend
@@ -153,6 +160,9 @@ class Reading:
         self._again.extendleft(reversed(rest))
 
         def hear(samples):
+            if not self._begun:
+                samples = without_silence(samples)
+                self._begun = bool(samples)
             clip.sound += samples
             self._changed.set()
 

@@ -24,12 +24,15 @@ def user_language():
 
 def ordered(voices, language):
     """The user's language first and in it the best voices, then all others by name."""
+    return sorted(voices, key=place(language))
 
-    def place(voice):
+
+def place(language):
+    def key(voice):
         far = distance(voice["language"], language)
         return far, far == FOREIGN or not voice.get("best"), voice["name"].casefold()
 
-    return sorted(voices, key=place)
+    return key
 
 
 def default(voices, language):
@@ -37,7 +40,7 @@ def default(voices, language):
     for wanted in (language, WITHOUT_LANGUAGE):
         if voice := of_language(voices, wanted, language):
             return voice
-    return ordered(voices, WITHOUT_LANGUAGE)[0]["id"] if voices else None
+    return min(voices, key=place(WITHOUT_LANGUAGE))["id"] if voices else None
 
 
 def of_language(voices, wanted, users):
@@ -47,8 +50,8 @@ def of_language(voices, wanted, users):
     """
     if wanted == users.split("-")[0]:
         wanted = users
-    best = ordered(voices, REGIONS.get(wanted, wanted))
-    return best[0]["id"] if best and distance(best[0]["language"], wanted) < FOREIGN else None
+    best = min(voices, key=place(REGIONS.get(wanted, wanted)), default=None)
+    return best["id"] if best and distance(best["language"], wanted) < FOREIGN else None
 
 
 FOREIGN = 3

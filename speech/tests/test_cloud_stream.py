@@ -217,6 +217,14 @@ def test_a_proxy_is_used_and_learns_no_key(monkeypatch, encrypted):
     assert len(proxy.seen) == seen
 
 
+@pytest.mark.parametrize("address", ["http://127.0.0.1:port", "127.0.0.1:0", "http://[::1", "http://:80"])
+def test_a_proxy_that_is_none_is_told(monkeypatch, encrypted, address):
+    monkeypatch.setenv("https_proxy", address)
+    monkeypatch.setenv("no_proxy", "example.org")
+    with pytest.raises(Failure, match="cannot be reached: https_proxy names no proxy"):
+        say(openai.Synthesizer())
+
+
 def test_a_proxy_that_refuses_is_told(monkeypatch, encrypted):
     listener = socket.create_server(("127.0.0.1", 0))
 

@@ -96,6 +96,7 @@ class Player:
     def __init__(self):
         self.opened = 0
         self.played = 0
+        self.first = b""
 
     async def open(self, rate, paused, on_started):
         self.opened += 1
@@ -105,14 +106,18 @@ class Player:
 
     def send(self, kind, number, payload=b""):
         if kind == frames.AUDIO:
+            self.first = self.first or payload
             self.played += len(payload)
             asyncio.get_running_loop().call_soon(self._stream.frame, frames.NEED, str(len(payload)).encode())
         elif kind == frames.END:
             self._stream.frame(frames.ENDED, b"")
 
 
+SOUND = b"\0\1" * 1000
+
+
 class Synthesizer:
-    """Makes a second of silence of whatever it is given."""
+    """Makes a second of sound of whatever it is given."""
 
     backend = BACKENDS["espeak"]
     rate = 1000
@@ -125,7 +130,7 @@ class Synthesizer:
 
     async def say(self, text, voice, speed, hear):
         self.heard.append(len(text))
-        hear(bytes(2000))
+        hear(SOUND)
 
 
 def read(text):
@@ -153,6 +158,20 @@ def test_where_there_is_nothing_to_say_no_sound_is_opened(text):
     assert (synthesizer.heard, player.opened) == ([], 0)
 
 
+@pytest.mark.parametrize("silence", [0, 264, 1000])
+def test_the_synthesisers_silence_before_the_first_word_is_not_waited_for(monkeypatch, silence):
+    async def say(self, text, voice, speed, hear):
+        self.heard.append(len(text))
+        hear(bytes(2 * silence))
+        hear(bytes(2) + SOUND)
+
+    monkeypatch.setattr(Synthesizer, "say", say)
+    synthesizer, player = read("One sentence. Another one.")
+    assert player.first.startswith(SOUND[:100])
+    pauses = (len(synthesizer.heard) - 1) * 2 * (silence + 1)
+    assert player.played == len(synthesizer.heard) * len(SOUND) + pauses, "pauses within are kept"
+
+
 def resident():
     with open("/proc/self/statm", encoding="ascii") as file:
         return int(file.read().split()[1]) * os.sysconf("SC_PAGE_SIZE")
@@ -166,7 +185,7 @@ def test_ten_megabytes_are_read_to_their_end_in_constant_memory(monkeypatch):
         self.heard.append(len(text))
         if len(self.heard) % 1000 == 0:
             sizes.append(resident())
-        hear(bytes(2000))
+        hear(SOUND)
 
     monkeypatch.setattr(Synthesizer, "say", say)
     count = 10_000_000 // len(sentence)

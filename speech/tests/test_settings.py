@@ -16,6 +16,7 @@ import time
 import pytest
 from engine_process import FOLDER
 from sound import until
+from tavin.engine import Engine
 from tavin.settings import Settings, default_path
 
 
@@ -41,6 +42,26 @@ def test_the_file_is_whole_and_new_when_the_engine_is_killed(new_engine):
     # The last that was answered, or the one after that.
     assert stored["speed"] in (posted[-1], pytest.approx(posted[-1] + 0.001))
     assert stat.S_IMODE(engine.settings.parent.stat().st_mode) == 0o700
+
+
+def test_who_changes_nothing_waits_for_what_another_request_is_storing(tmp_path, monkeypatch):
+    """Else a stored key is answered before it is known after a restart."""
+    may_write = threading.Event()
+    write = Settings._write
+    monkeypatch.setattr(Settings, "_write", lambda *what: may_write.wait(10) and write(*what))
+    path = tmp_path / "engine.json"
+
+    async def scenario():
+        engine = Engine(Settings(path))
+        engine._keys._stored.add("openai")
+        notes = [asyncio.create_task(engine._note_keys()) for _ in range(2)]
+        await asyncio.wait(notes, timeout=0.1)
+        assert not any(note.done() for note in notes)
+        may_write.set()
+        await asyncio.gather(*notes)
+        assert json.loads(path.read_text("utf-8"))["keys"] == ["openai"]
+
+    asyncio.run(scenario())
 
 
 def post_on(engine, posted):

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/JsonLexis.h"
 #include "engine/StrictJson.h"
 #include "platform/Fatal.h"
 
@@ -46,7 +47,7 @@ std::int64_t EngineStatus::downloadPercent() const {
 
 std::optional<EngineStatus> EngineStatus::decode(const QByteArray& json) {
   const QJsonDocument document = QJsonDocument::fromJson(json);
-  if (!document.isObject())
+  if (!document.isObject() || !hasStrictJsonLexis(json))
     return std::nullopt;
   StrictObject object(document.object());
   EngineStatus status;
@@ -67,7 +68,7 @@ std::optional<EngineStatus> EngineStatus::decode(const QByteArray& json) {
 
 std::optional<std::vector<Voice>> Voice::decodeList(const QByteArray& json) {
   const QJsonDocument document = QJsonDocument::fromJson(json);
-  if (!document.isArray())
+  if (!document.isArray() || !hasStrictJsonLexis(json))
     return std::nullopt;
   std::vector<Voice> voices;
   for (const auto& value : document.array()) {

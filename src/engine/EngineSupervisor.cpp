@@ -1,6 +1,7 @@
 // The process half of the client; the HTTP half is EngineClient.cpp.
 #include <unistd.h>
 
+#include <QDir>
 #include <QFileInfo>
 
 #include "engine/EngineClient.h"
@@ -33,9 +34,10 @@ std::optional<EngineClient::Command> EngineClient::engineCommand() const {
                       {QStringLiteral("PYTHONDONTWRITEBYTECODE"), QStringLiteral("1")}}};
     }
   }
-  const QString dir = services_.bundle.info.value(QStringLiteral("TavinEngineDir")).toString();
+  QString dir = services_.bundle.info.value(QStringLiteral("TavinEngineDir")).toString();
   if (dir.isEmpty())
     return std::nullopt;
+  dir = QDir::current().absoluteFilePath(dir);  // The child looks for its program from there.
   return Command{dir + QStringLiteral("/.venv/bin/python"), dir, {}};
 }
 

@@ -3,7 +3,6 @@
 #include <QHash>
 #include <utility>
 
-#include "platform/SystemLog.h"
 #include "platform/desktop/NoHotkeys.h"
 #include "platform/gnome/CustomBindings.h"
 #include "platform/gnome/CustomKeybindings.h"
@@ -70,11 +69,11 @@ std::function<void()> noteIn(const std::shared_ptr<gnome::HeldModifiers>& modifi
   return [modifiers] { gnome::HeldModifiers::noteIn(modifiers); };
 }
 
-ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session, SystemLog& log,
+ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session,
                    const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   switch (road) {
     case HotkeyRoad::x11:
-      if (auto grabs = x11::HotkeyGrabs::create(log))
+      if (auto grabs = x11::HotkeyGrabs::create())
         return {.service = std::move(grabs), .release = {}, .road = {}, .name = {}};
       return refusing(QStringLiteral("the X display has no XInput 2.1 or later"));
     case HotkeyRoad::kde:
@@ -101,15 +100,14 @@ HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced)
   return roadsByName().value(forced, roadOf(session));
 }
 
-ChosenHotkeys chooseHotkeys(SystemLog& log,
-                            const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
+ChosenHotkeys chooseHotkeys(const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   const QString forced = qEnvironmentVariable("TAVIN_SHORTCUTS");
   const SessionTraits session = SessionTraits::read();
   const HotkeyRoad road = chooseHotkeyRoad(session, forced);
   // A Tavin that was killed in the same user's other session may have left them there.
   if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))
     gnome::removeCustomBindings();
-  ChosenHotkeys chosen = make(road, session, log, modifiers);
+  ChosenHotkeys chosen = make(road, session, modifiers);
   chosen.road = road;
   chosen.name = roadsByName().key(road);
   return chosen;

@@ -13,8 +13,6 @@ class HeldModifiers;
 
 namespace tavin {
 
-class SystemLog;
-
 // The ways in which desktops let a program have shortcuts.
 enum class HotkeyRoad {
   x11,     // Key grabs.
@@ -46,8 +44,8 @@ struct ChosenHotkeys {
 };
 
 // Shortcuts as this session offers them, or as the environment's TAVIN_SHORTCUTS says: x11, kde,
-// gnome, portal or none. `log` must outlive the service. `modifiers`, which may be null, is told of
+// gnome, portal or none. `modifiers`, which may be null, is told of
 // presses by the services that know of them; GNOME's key bindings come as D-Bus actions.
-ChosenHotkeys chooseHotkeys(SystemLog& log, const std::shared_ptr<gnome::HeldModifiers>& modifiers);
+ChosenHotkeys chooseHotkeys(const std::shared_ptr<gnome::HeldModifiers>& modifiers);
 
 }  // namespace tavin

@@ -15,6 +15,7 @@
 #include "platform/desktop/SessionBus.h"
 #include "platform/desktop/SessionBusControl.h"
 #include "platform/desktop/SettingsUserDefaults.h"
+#include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/HeldKeyFilter.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
@@ -33,7 +34,7 @@ StartedPlatform cannotStart(const QByteArray& reason) {
 }
 
 QString addHotkeys(Platform& platform, std::shared_ptr<gnome::HeldModifiers> modifiers) {
-  ChosenHotkeys chosen = chooseHotkeys(*platform.log, modifiers);
+  ChosenHotkeys chosen = chooseHotkeys(modifiers);
   platform.hotkeys = std::move(chosen.service);
   if (chosen.road == HotkeyRoad::gnome)
     platform.remoteControl = std::make_unique<gnome::HeldKeyFilter>(
@@ -70,6 +71,7 @@ void addCapture(Platform& platform, Capture capture) {
 }  // namespace
 
 StartedPlatform startPlatform(int& argc, char** argv) {
+  desktop::SignalWatch::endAtOnceMeanwhile();
   DesktopServices services;
   // Qt would end the process with a paragraph about its plug-ins.
   if (const QByteArray obstacle = services.obstacle(); !obstacle.isEmpty())

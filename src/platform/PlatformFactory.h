@@ -12,9 +12,10 @@ struct StartedPlatform {
   int exitCode = 0;                    // Then: 0 after handing over to a running Tavin, else 1.
 };
 
-// Chooses every back end from what the session offers. The one place that knows them all. What is
-// missing is said in one line on standard error. Call once, on the main thread, before anything
-// else; `argc` and `argv` must outlive the platform.
+// Chooses every back end from what the session offers; those of the display and the shortcuts
+// through DesktopServices and HotkeyChoice. Nothing else knows back ends. What is missing is said
+// in one line on standard error. Call once, on the main thread, before anything else; `argc` and
+// `argv` must outlive the platform.
 StartedPlatform startPlatform(int& argc, char** argv);
 
 }  // namespace tavin

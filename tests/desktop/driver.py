@@ -83,6 +83,12 @@ class Desktop:
     def stir(self):
         """Some input that changes nothing, where the desktop needs it between two actions."""
 
+    def press(self, chord):
+        self.session.run(["xdotool", "keydown", chord])
+
+    def release(self, chord):
+        self.session.run(["xdotool", "keyup", chord])
+
     def click(self, wid, x, y, times=1):
         self.session.run(["xdotool", "mousemove", "--window", wid, str(x), str(y),
                           "click", "--repeat", str(times), "--delay", "60", "1"])

@@ -115,6 +115,8 @@ TEST(EngineStatusTest, CharsAreExactSixtyFourBitIntegers) {
   EXPECT_EQ(decodeWith("chars", "-9223372036854775808")->chars, INT64_MIN);
   EXPECT_EQ(decodeWith("chars", "9007199254740993")->chars, 9007199254740993);
   EXPECT_FALSE(decodeWith("chars", "9223372036854775808"));
+  EXPECT_FALSE(decodeWith("chars", "-9223372036854775809"));
+  EXPECT_FALSE(decodeWith("chars", "-9223372036854776000"));
   EXPECT_FALSE(decodeWith("chars", "-9300000000000000000"));
   EXPECT_FALSE(decodeWith("chars", "1e300"));
 }
@@ -149,6 +151,31 @@ TEST(EngineStatusTest, BytesThatAreNoStatusAreUndecodable) {
   EXPECT_FALSE(decodeWith("speed", "1e999"));
   EXPECT_FALSE(decodeWith("voice", "\"\xff\""));
   EXPECT_FALSE(decodeWith("voice", "\"\xed\xa0\x80\""));
+}
+
+TEST(EngineStatusTest, NumbersThatAreNoJsonAreUndecodable) {
+  for (const char* number :
+       {"1.", ".5", "-", "+1", "01", "-01", "1e", "1e+", "1.e1", "0x1", "1.5.5"})
+    EXPECT_FALSE(decodeWith("speed", number)) << number;
+  for (const char* number : {"0", "-0", "1.5", "1E2", "1e+2", "0.5e-2", "-1", "10"})
+    EXPECT_TRUE(decodeWith("speed", number)) << number;
+}
+
+TEST(EngineStatusTest, StringsThatAreNoJsonAreUndecodable) {
+  for (const QByteArray& text :
+       {QByteArray(R"("\q")"), QByteArray("\"a\nb\""), QByteArray("\"\t\""),
+        QByteArray("\"\0\"", 3), QByteArray(R"("\u12g4")"), QByteArray(R"("\u12")"),
+        QByteArray(R"("\U0041")")})
+    EXPECT_FALSE(decodeWith("voice", text)) << text.toStdString();
+  EXPECT_EQ(decodeWith("voice", R"("\"\\\/\b\f\n\r\t\u0041\u00e4\uFFFF")")->voice,
+            QStringLiteral("\"\\/\b\f\n\r\tA\u00e4\uffff"));
+}
+
+TEST(EngineStatusTest, HalfACharacterIsUndecodable) {
+  for (const char* text : {R"("\ud83d")", R"("\ude00")", R"("\ude00\ud83d")", R"("\ud83dx")",
+                           R"("\ud83d\n")", R"("\ud83d\u0041")"})
+    EXPECT_FALSE(decodeWith("voice", text)) << text;
+  EXPECT_EQ(decodeWith("voice", R"("\ud83d\uDE00")")->voice, QString::fromUcs4(U"\U0001f600"));
 }
 
 TEST(EngineStatusTest, EveryTruncationIsUndecodable) {

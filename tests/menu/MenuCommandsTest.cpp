@@ -117,7 +117,7 @@ TEST_F(MenuCommandsTest, ItemWithoutTheExpectedValueDoesNothing) {
   }
 }
 
-TEST_F(MenuCommandsTest, KeyDialogAsksWithAMaskedEmptyField) {
+TEST_F(MenuCommandsTest, KeyDialogNamesItsEngineAndAsksWithAMaskedEmptyField) {
   choose("Set API Key", "ElevenLabs…");
   ASSERT_EQ(fakes.alerts.shown.size(), 1U);
   const Alert& alert = fakes.alerts.shown[0];
@@ -139,6 +139,14 @@ TEST_F(MenuCommandsTest, SavedKeyIsPostedThenItsEngineChosenInOneWorkItem) {
   EXPECT_THAT(lines(),
               ElementsAre("global: POST key {\"engine\":\"elevenlabs\",\"key\":\"  s3cret \"}",
                           "global: POST config {\"engine\":\"elevenlabs\"}"));
+}
+
+TEST_F(MenuCommandsTest, KeyWithLeadingAndTrailingSpacesIsPostedUnchanged) {
+  answerKeyDialog("OpenAI…", {.button = AlertResponse::firstButton, .text = " \tkey  "});
+  fakes.journal.clear();
+  fakes.settle();
+  EXPECT_THAT(lines(),
+              testing::Contains("global: POST key {\"engine\":\"openai\",\"key\":\" \\tkey  \"}"));
 }
 
 TEST_F(MenuCommandsTest, EmptyKeyIsPostedAloneAndChoosesNoEngine) {

@@ -6,6 +6,7 @@ user: an answer may quote the key.
 
 import base64
 import contextlib
+import errno
 import http.client
 import json
 import os
@@ -181,7 +182,13 @@ def proxy_for(host):
     address = urllib.request.getproxies().get("https")
     if not address or urllib.request.proxy_bypass(host):
         return None
-    return urllib.parse.urlsplit(address if "//" in address else f"//{address}")
+    try:
+        proxy = urllib.parse.urlsplit(address if "//" in address else f"//{address}")
+        if proxy.hostname and (proxy.port is None or proxy.port > 0):
+            return proxy
+    except ValueError:
+        pass
+    raise OSError(errno.EINVAL, "https_proxy names no proxy")
 
 
 def authorisation(proxy):

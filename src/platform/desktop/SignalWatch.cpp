@@ -27,6 +27,8 @@ void onSignal(int) {
   errno = savedError;
 }
 
+void endAtOnce(int) { _exit(0); }
+
 void setHandler(int number, void (*handler)(int)) {
   struct sigaction action = {};
   action.sa_handler = handler;
@@ -40,6 +42,13 @@ bool isIgnored(int number) {
   return sigaction(number, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
 }
 
+void handleWatched(void (*handler)(int)) {
+  for (const int number : watched) {
+    if (number != SIGHUP || !isIgnored(number))
+      setHandler(number, handler);
+  }
+}
+
 }  // namespace
 
 SignalWatch::SignalWatch(std::function<void()> received)
@@ -51,11 +60,10 @@ SignalWatch::SignalWatch(std::function<void()> received)
                        received();
                    });
   setHandler(SIGPIPE, SIG_IGN);
-  for (const int number : watched) {
-    if (number != SIGHUP || !isIgnored(number))
-      setHandler(number, onSignal);
-  }
+  handleWatched(onSignal);
 }
+
+void SignalWatch::endAtOnceMeanwhile() { handleWatched(endAtOnce); }
 
 SignalWatch::~SignalWatch() {
   for (const int number : watched) {

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTextBoundaryFinder>
 #include <algorithm>
 
 #include "platform/tray/TrayImage.h"
@@ -20,6 +21,8 @@ constexpr int textWidth = 400;
 constexpr int longText = 600;
 constexpr int manyLines = 12;
 constexpr int longWord = 40;  // A label cannot wrap inside a word.
+// Paragraphs are laid out whole, when they come into view: a megabyte in one takes minutes.
+constexpr qsizetype longestParagraph = 2000;
 
 QLabel* makeLabel(const QString& text) {
   auto* label = new QLabel;
@@ -47,10 +50,31 @@ bool fitsALabel(const QString& text) {
                       [](const QString& word) { return word.size() > longWord; });
 }
 
+// The text with its longest paragraphs broken up, each between two characters.
+QString inShortParagraphs(const QString& text) {
+  QStringList paragraphs;
+  for (const QString& paragraph : text.split('\n')) {
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, paragraph);
+    qsizetype begin = 0;
+    while (paragraph.size() - begin > longestParagraph) {
+      characters.setPosition(begin + longestParagraph);
+      qsizetype end = characters.position();
+      if (!characters.isAtBoundary())
+        end = characters.toPreviousBoundary();
+      if (end <= begin)  // One character with ever more accents.
+        end = begin + longestParagraph;
+      paragraphs << paragraph.sliced(begin, end - begin);
+      begin = end;
+    }
+    paragraphs << paragraph.sliced(begin);
+  }
+  return paragraphs.join('\n');
+}
+
 QWidget* makeText(const QString& text) {
   if (fitsALabel(text))
     return makeLabel(text);
-  auto* view = new QPlainTextEdit(text);
+  auto* view = new QPlainTextEdit(inShortParagraphs(text));
   view->setReadOnly(true);
   view->setTabChangesFocus(true);
   view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

@@ -11,14 +11,8 @@ namespace tavin {
 
 namespace {
 
-// Laying out more than this would hold up the program; nobody reads so far.
-constexpr qsizetype longestText = 4000;
 // An engine that finds another fault every second must not fill the memory of an absent user.
 constexpr std::size_t mostWaiting = 20;
-
-QString readable(const QString& text) {
-  return text.size() <= longestText ? text : text.left(longestText) + QChar(0x2026);
-}
 
 class ModalAlerts final : public QObject, public AlertPresenter {
  public:
@@ -29,7 +23,6 @@ class ModalAlerts final : public QObject, public AlertPresenter {
     if (waiting_.size() >= mostWaiting)
       return;
     waiting_.push_back({alert, inFront, std::move(completion)});
-    waiting_.back().alert.informativeText = readable(alert.informativeText);
     if (!busy_)
       openNext();
   }

@@ -16,12 +16,19 @@ using Rank = desktop::ClipboardRank;
 
 // One private type that never comes shall not use up the time of all.
 constexpr double secondsForOptionalTarget = 0.3;
+// Office programs offer some forty. Each costs messages, whatever time is left.
+constexpr std::size_t mostTargets = 1000;
 
+// Each atom once, in order.
 std::vector<xcb_atom_t> atomsIn(const Conversion& list) {
   std::vector<xcb_atom_t> atoms;
-  if (list.format == 32) {
-    atoms.resize(static_cast<std::size_t>(list.bytes.size()) / sizeof(xcb_atom_t));
-    std::memcpy(atoms.data(), list.bytes.constData(), atoms.size() * sizeof(xcb_atom_t));
+  std::set<xcb_atom_t> seen;
+  for (qsizetype at = 0; at + qsizetype(sizeof(xcb_atom_t)) <= list.bytes.size();
+       at += sizeof(xcb_atom_t)) {
+    xcb_atom_t atom = XCB_ATOM_NONE;
+    std::memcpy(&atom, list.bytes.constData() + at, sizeof atom);
+    if (seen.insert(atom).second)
+      atoms.push_back(atom);
   }
   return atoms;
 }
@@ -50,15 +57,18 @@ class Attempt {
 Outcome Attempt::listTargets() {
   const Connection& connection = reader_.connection();
   const auto list = reader_.convert(clipboard_, connection.atom("TARGETS"), deadline_);
-  if (list.outcome == Outcome::converted)
-    targets_ = atomsIn(list);
-  else if (list.outcome == Outcome::refused)  // An owner too plain to tell: then only texts.
-    targets_ = {connection.atom("UTF8_STRING"), connection.atom("STRING")};
-  else
+  if (list.outcome != Outcome::converted && list.outcome != Outcome::refused)
     return list.outcome;
+  // An owner too plain to tell, or one that answers with its text whatever it is asked for, is
+  // asked only for texts.
+  const bool told = list.outcome == Outcome::converted && list.format == 32;
+  targets_ =
+      told ? atomsIn(list) : std::vector{connection.atom("UTF8_STRING"), connection.atom("STRING")};
+  if (targets_.size() > mostTargets)
+    return Outcome::late;
   names_ = reader_.atomNames(targets_);
   values_.resize(targets_.size());
-  return list.outcome;
+  return told ? Outcome::converted : Outcome::refused;
 }
 
 Outcome Attempt::readTarget(std::size_t index) {
@@ -82,9 +92,8 @@ Outcome Attempt::read() {
   std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
     return clipboardRankOf(names_[a]) < clipboardRankOf(names_[b]);
   });
-  std::set<xcb_atom_t> seen;
   for (const std::size_t index : order) {
-    if (desktop::isQuestionToOwner(names_[index]) || !seen.insert(targets_[index]).second)
+    if (desktop::isQuestionToOwner(names_[index]))
       continue;
     const Outcome outcome = readTarget(index);
     if (outcome == Outcome::late || outcome == Outcome::ownerChanged)

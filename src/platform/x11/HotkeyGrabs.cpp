@@ -22,13 +22,14 @@ struct HotkeyGrabs::HotKey final : EventHotKey {
   EventHotKeyID id;
   std::uint16_t mask = 0;
   std::vector<KeyGrab> grabs;
+  bool active = false;
 };
 
-std::unique_ptr<HotkeyGrabs> HotkeyGrabs::create(SystemLog& log) {
+std::unique_ptr<HotkeyGrabs> HotkeyGrabs::create() {
   auto connection = Connection::open();
   if (!connection)
     return nullptr;
-  std::unique_ptr<HotkeyGrabs> service(new HotkeyGrabs(std::move(connection), log));
+  std::unique_ptr<HotkeyGrabs> service(new HotkeyGrabs(std::move(connection)));
   service->keyboard_.announceTo(*service->connection_);
   if (!service->heldKeys_.prepare())
     return nullptr;
@@ -36,9 +37,8 @@ std::unique_ptr<HotkeyGrabs> HotkeyGrabs::create(SystemLog& log) {
   return service;
 }
 
-HotkeyGrabs::HotkeyGrabs(std::unique_ptr<Connection> connection, SystemLog& log)
+HotkeyGrabs::HotkeyGrabs(std::unique_ptr<Connection> connection)
     : connection_(std::move(connection)),
-      log_(log),
       heldKeys_(*connection_),
       notifier_(xcb_get_file_descriptor(connection_->get()), QSocketNotifier::Read) {
   QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { readEvents(); });
@@ -47,6 +47,10 @@ HotkeyGrabs::HotkeyGrabs(std::unique_ptr<Connection> connection, SystemLog& log)
 std::int32_t HotkeyGrabs::installEventHandler(std::function<void(EventHotKeyID)> callback) {
   callback_ = std::move(callback);
   return 0;
+}
+
+void HotkeyGrabs::installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) {
+  answered_ = std::move(callback);
 }
 
 HotkeyRegistration HotkeyGrabs::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
@@ -63,6 +67,7 @@ HotkeyRegistration HotkeyGrabs::registerEventHotKey(std::uint32_t keyCode, std::
   readQueuedEventsLater();
   if (refusal)
     return refused(refusal->status, refusal->reason);
+  hotKey->active = true;
   hotKeys_.push_back(hotKey);
   return {.status = 0, .ref = hotKey, .reason = {}};
 }
@@ -147,11 +152,29 @@ void HotkeyGrabs::followKeyboard() {
     return;
   mapping_ = std::move(mapping);
   for (const auto& hotKey : hotKeys_) ungrab(*hotKey);
+  std::vector<HotkeyRegistration> changes;
   for (const auto& hotKey : hotKeys_) {
-    if (const auto refusal = grab(*hotKey))
-      log_.write(QStringLiteral("Tavin: a shortcut was lost when the keyboard changed: ") +
-                 refusal->reason);
+    if (auto change = changeOf(hotKey))
+      changes.push_back(std::move(*change));
   }
+  // Only now: whoever hears of it may register anew.
+  for (const auto& change : changes) {
+    if (answered_)
+      answered_(change);
+  }
+}
+
+// Grabs it again; what has changed by that, if anything.
+std::optional<HotkeyRegistration> HotkeyGrabs::changeOf(const std::shared_ptr<HotKey>& hotKey) {
+  const auto refusal = grab(*hotKey);
+  if (std::exchange(hotKey->active, !refusal) == !refusal)
+    return std::nullopt;
+  HotkeyRegistration answer{.status = 0, .ref = hotKey, .reason = {}};
+  if (refusal) {
+    answer.status = refusal->status;
+    answer.reason = refusal->reason;
+  }
+  return answer;
 }
 
 }  // namespace tavin::x11

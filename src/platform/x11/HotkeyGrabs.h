@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "platform/HotkeyService.h"
-#include "platform/SystemLog.h"
 #include "platform/x11/Connection.h"
 #include "platform/x11/HeldKeys.h"
 #include "platform/x11/HotkeyMapping.h"
@@ -17,12 +16,13 @@ namespace tavin::x11 {
 // Global shortcuts as key grabs on a connection of their own. Main thread only.
 class HotkeyGrabs final : public HotkeyService {
  public:
-  // Null where there is no display, or one without XInput 2.1. `log`, not owned, is told of a
-  // shortcut that another program took while the keyboard changed; the next change tries again.
-  static std::unique_ptr<HotkeyGrabs> create(SystemLog& log);
+  // Null where there is no display, or one without XInput 2.1.
+  static std::unique_ptr<HotkeyGrabs> create();
 
   std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
-  void installAnswerHandler(std::function<void(const HotkeyRegistration&)>) override {}
+  // Called when the keyboard changes and another program has taken a shortcut's new key. The next
+  // change tries again.
+  void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
   // A refusal's status is the X error code.
   HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                          EventHotKeyID id) override;
@@ -31,7 +31,7 @@ class HotkeyGrabs final : public HotkeyService {
  private:
   struct HotKey;
 
-  HotkeyGrabs(std::unique_ptr<Connection> connection, SystemLog& log);
+  explicit HotkeyGrabs(std::unique_ptr<Connection> connection);
   std::optional<GrabRefusal> grab(HotKey& hotKey);
   void ungrab(HotKey& hotKey);
   bool isRegistered(const HotKey& wanted) const;
@@ -40,14 +40,15 @@ class HotkeyGrabs final : public HotkeyService {
   void handle(const xcb_generic_event_t& event);
   void handlePress(const xcb_key_press_event_t& press);
   void followKeyboard();
+  std::optional<HotkeyRegistration> changeOf(const std::shared_ptr<HotKey>& hotKey);
 
   std::unique_ptr<Connection> connection_;
-  SystemLog& log_;
   KeyboardExtension keyboard_;
   HeldKeys heldKeys_;
   HotkeyMapping mapping_;
   std::vector<std::shared_ptr<HotKey>> hotKeys_;
   std::function<void(EventHotKeyID)> callback_;
+  std::function<void(const HotkeyRegistration&)> answered_;
   bool keyboardChanged_ = false;
   QSocketNotifier notifier_;
 };

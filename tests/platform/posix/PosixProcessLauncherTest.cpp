@@ -108,6 +108,18 @@ TEST_F(PosixProcessLauncherTest, MergesTheEnvironmentAndKeepsItsOwn) {
   EXPECT_EQ(getenv("TAVIN_TEST_NEW"), nullptr);
 }
 
+TEST_F(PosixProcessLauncherTest, ChildGetsThePythonpathGivenForItEvenWhereTheProgramHasOne) {
+  setenv("PYTHONPATH", "/of/the/program", 1);
+  ProcessDescription description = child({"report"});
+  description.environment = {{"PYTHONPATH", "/engine:/engine/site-packages"}};
+  start(description);
+  ASSERT_TRUE(isWritten("end of the report"));
+  EXPECT_THAT(written(), AllOf(HasSubstr("environment PYTHONPATH=/engine:/engine/site-packages\n"),
+                               Not(HasSubstr("/of/the/program"))));
+  EXPECT_STREQ(getenv("PYTHONPATH"), "/of/the/program");
+  unsetenv("PYTHONPATH");
+}
+
 TEST_F(PosixProcessLauncherTest, RunsInTheWorkingDirectory) {
   ProcessDescription description = child({"report"});
   description.workingDirectory = directory_.path();

@@ -2,6 +2,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <algorithm>
@@ -51,6 +52,35 @@ class ModalAlertsTest : public ::testing::Test {
   std::vector<AlertResponse> answers;
   std::unique_ptr<AlertPresenter> alerts = createAlertPresenter();
 };
+
+QString shownInAView() {
+  const auto* view = openAlert()->findChild<QPlainTextEdit*>();
+  return view == nullptr ? QString() : view->toPlainText();
+}
+
+TEST_F(ModalAlertsTest, ALongTextIsShownInFull) {
+  const QString lines = QString("a line of a traceback\n").repeated(5000) + "its end";
+  run({"heading", lines, {}, false});
+  ASSERT_NE(openAlert(), nullptr);
+  EXPECT_EQ(shownInAView(), lines);
+}
+
+TEST_F(ModalAlertsTest, ALongParagraphIsBrokenBetweenCharactersAndShownInFull) {
+  const QString family = QString::fromUtf8("👨‍👩‍👧");
+  for (const QString& text : {QString(1'000'000, 'x'), "x" + family.repeated(20'000),
+                              "e" + QString(50'000, QChar(0x301))}) {
+    alerts = createAlertPresenter();
+    run({"heading", text, {}, false});
+    ASSERT_NE(openAlert(), nullptr);
+    openAlert()->grab();
+    QString shown = shownInAView();
+    for (const QString& line : shown.split('\n')) {
+      EXPECT_LE(line.size(), 2000);
+      EXPECT_TRUE(!text.contains(family) || line.endsWith(family));
+    }
+    EXPECT_EQ(shown.remove('\n'), text);
+  }
+}
 
 TEST_F(ModalAlertsTest, ShowsTextsAsTheyAreWithASingleButton) {
   run({"Tavin couldn't read that", "<b>bold</b>\n&amp; plain", {}, false});

@@ -108,9 +108,17 @@ bool ClipboardOwner::answer(const xcb_selection_request_event_t& request) {
 
 bool ClipboardOwner::put(const xcb_selection_request_event_t& request, const std::string& name) {
   xcb_connection_t* c = connection_->get();
+  if (manners_.knowsOnlyText) {
+    const QByteArray& text = targets_.front().second;
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
+                        connection_->atom("UTF8_STRING"), 8,
+                        static_cast<std::uint32_t>(text.size()), text.constData());
+    return true;
+  }
   if (name == "TARGETS" && !manners_.refuses.contains(name)) {
     std::vector<xcb_atom_t> list{connection_->atom("TIMESTAMP"), connection_->atom("TARGETS")};
     for (const auto& [target, bytes] : targets_) list.push_back(connection_->atom(target));
+    for (std::uint32_t i = 0; i < manners_.listsMore; ++i) list.push_back(1'000'000 + i);
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
                         XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(list.size()), list.data());
     return true;

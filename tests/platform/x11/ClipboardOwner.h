@@ -23,6 +23,8 @@ struct OwnerManners {
   std::string changesOn = {};           // Copies something else when this is first asked for,
   Targets changesTo = {};               // namely this, before it has answered.
   std::string diesOn = {};              // Ends when this is asked for.
+  bool knowsOnlyText = false;           // Answers its first text, whatever it is asked for.
+  std::uint32_t listsMore = 0;          // So many targets that nobody has heard of.
   std::string selection = "CLIPBOARD";
 };
 

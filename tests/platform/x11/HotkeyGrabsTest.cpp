@@ -86,6 +86,16 @@ TEST_F(HotkeyGrabsTest, CallsOnceForAKeyThatIsHeldWhileTheProgramIsBusy) {
   EXPECT_THAT(presses(), ElementsAre(1, 1));
 }
 
+TEST_F(HotkeyGrabsTest, ReleasingAShortcutKeyDeliversNothing) {
+  add(1, mac::r, controlOption);
+  keyboard_.press(key::leftControl);
+  keyboard_.press(key::leftAlt);
+  keyboard_.press(key::r);
+  ASSERT_TRUE(eventually([this] { return pressed_.size() == 1; }));
+  for (const auto down : {key::r, key::leftAlt, key::leftControl}) keyboard_.release(down);
+  EXPECT_THAT(presses(), ElementsAre(1));
+}
+
 TEST_F(HotkeyGrabsTest, CallsForEachOfTwoQuickPresses) {
   add(1, mac::r, controlOption);
   keyboard_.type({key::leftControl, key::leftAlt, key::r});
@@ -211,6 +221,30 @@ TEST_F(HotkeyLayoutTest, EscapeIsWhereTheKeyboardHasIt) {
   EXPECT_THAT(presses(), ElementsAre(1));
   keyboard_.type({key::leftControl, key::escape});
   EXPECT_THAT(presses(), ElementsAre(1, 1));
+}
+
+TEST_F(HotkeyLayoutTest, AKeyThatAnotherProgramHasAfterTheSwitchIsToldAndSoIsItsReturn) {
+  std::vector<HotkeyRegistration> answers;
+  service_->installAnswerHandler(
+      [&answers](const HotkeyRegistration& answer) { answers.push_back(answer); });
+  const auto escape = add(1, mac::escape, controlKey);
+  ASSERT_EQ(escape.status, 0);
+  add(2, mac::r, controlOption);
+  ASSERT_TRUE(keyboard_.grab(key::capsLock, XCB_MOD_MASK_CONTROL));
+  setLayout({QStringLiteral("-option"), QStringLiteral("caps:swapescape")});
+  ASSERT_TRUE(eventually([&] { return answers.size() == 1; }));
+  EXPECT_EQ(answers[0].ref, escape.ref);
+  EXPECT_EQ(answers[0].status, badAccess);
+  EXPECT_FALSE(answers[0].reason.isEmpty());
+  keyboard_.type({key::leftControl, key::leftAlt, key::r});
+  EXPECT_THAT(presses(), ElementsAre(2)) << "the other one is not lost";
+  keyboard_.ungrab(key::capsLock, XCB_MOD_MASK_CONTROL);
+  setLayout({QStringLiteral("-option"), QString()});
+  ASSERT_TRUE(eventually([&] { return answers.size() == 2; }));
+  EXPECT_EQ(answers[1].ref, escape.ref);
+  EXPECT_EQ(answers[1].status, 0);
+  keyboard_.type({key::leftControl, key::escape});
+  EXPECT_THAT(presses(), ElementsAre(2, 1));
 }
 
 // A window of another program that has the keyboard.

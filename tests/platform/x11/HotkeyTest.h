@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "platform/Eventually.h"
-#include "fake/FakeServices.h"
 #include "platform/x11/HotkeyGrabs.h"
 #include "platform/x11/TestKeyboard.h"
 
@@ -44,8 +43,7 @@ class HotkeyTest : public testing::Test {
 
   int argumentCount_ = 0;
   QCoreApplication application_{argumentCount_, nullptr};
-  test::FakeLog log_;
-  std::unique_ptr<HotkeyService> service_ = x11::HotkeyGrabs::create(log_);
+  std::unique_ptr<HotkeyService> service_ = x11::HotkeyGrabs::create();
   TestKeyboard keyboard_;
   std::vector<std::uint32_t> pressed_;
 };

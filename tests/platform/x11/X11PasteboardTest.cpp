@@ -122,9 +122,35 @@ TEST_F(X11PasteboardTest, ARefusedTargetIsLeftOut) {
   EXPECT_EQ(read(), (Targets{{"UTF8_STRING", "a"}, {"x-third", "c"}}));
 }
 
+TEST_F(X11PasteboardTest, ATypeWhoseDataCouldNotBeReadBeforehandIsGoneAfterwards) {
+  ClipboardOwner owner({{"UTF8_STRING", "a"}, {"text/html", "b"}, {"x-third", "c"}},
+                       {.refuses = {"text/html"}});
+  const auto saved = pasteboard_->pasteboardItems();
+  ASSERT_TRUE(saved);
+  copyBySomeoneElse();
+  pasteboard_->clearContents();
+  pasteboard_->writeObjects(*saved);
+  EXPECT_EQ(test::pasted("UTF8_STRING"), "a");
+  EXPECT_EQ(test::pasted("x-third"), "c");
+  EXPECT_EQ(test::pasted("text/html"), "(no such target)");
+}
+
 TEST_F(X11PasteboardTest, AnOwnerThatListsNothingIsReadByItsText) {
   const ClipboardOwner owner({{"STRING", "old"}}, {.refuses = {"TARGETS"}});
   EXPECT_EQ(read(), (Targets{{"STRING", "old"}}));
+}
+
+TEST_F(X11PasteboardTest, AnOwnerThatAnswersItsTextToEverythingIsReadByItsText) {
+  const ClipboardOwner owner({{"UTF8_STRING", "old"}}, {.knowsOnlyText = true});
+  EXPECT_EQ(read(), (Targets{{"UTF8_STRING", "old"}, {"STRING", "old"}}));
+}
+
+TEST_F(X11PasteboardTest, AnOwnerThatListsTargetsWithoutEndIsUnknownInTime) {
+  const ClipboardOwner owner({{"UTF8_STRING", "a"}}, {.listsMore = 500'000});
+  QElapsedTimer timer;
+  timer.start();
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt);
+  EXPECT_LT(timer.elapsed(), 1400);
 }
 
 TEST_F(X11PasteboardTest, ASilentOwnerIsUnknownWithinTheTimeLimit) {

@@ -24,7 +24,7 @@ class Arrival:
         return json.loads(self.body)["text"]
 
 
-class ScriptedEngine(RecordingEngine):
+class TimedEngine(RecordingEngine):
     """`requests` and `wait_for` give Arrivals in place of decoded bodies."""
 
     def _handler(self):
