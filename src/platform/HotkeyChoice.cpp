@@ -6,6 +6,7 @@
 #include "platform/desktop/NoHotkeys.h"
 #include "platform/gnome/CustomBindings.h"
 #include "platform/gnome/CustomKeybindings.h"
+#include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/KeyHolders.h"
 #include "platform/kde/GlobalAccel.h"
 #include "platform/portal/GlobalShortcuts.h"
@@ -62,7 +63,14 @@ portal::GlobalShortcuts::Holder holderIn(const SessionTraits& session) {
   };
 }
 
-ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session) {
+std::function<void()> noteIn(const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
+  if (!modifiers)
+    return {};
+  return [modifiers] { gnome::HeldModifiers::noteIn(modifiers); };
+}
+
+ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session,
+                   const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   switch (road) {
     case HotkeyRoad::x11:
       if (auto grabs = x11::HotkeyGrabs::create())
@@ -73,7 +81,8 @@ ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session) {
     case HotkeyRoad::gnome:
       return toBeReleased(std::make_unique<gnome::CustomBindings>(QDBusConnection::sessionBus()));
     case HotkeyRoad::portal:
-      return {.service = std::make_unique<portal::GlobalShortcuts>(holderIn(session)),
+      return {.service =
+                  std::make_unique<portal::GlobalShortcuts>(holderIn(session), noteIn(modifiers)),
               .release = {},
               .road = {},
               .name = {}};
@@ -91,14 +100,14 @@ HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced)
   return roadsByName().value(forced, roadOf(session));
 }
 
-ChosenHotkeys chooseHotkeys() {
+ChosenHotkeys chooseHotkeys(const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   const QString forced = qEnvironmentVariable("TAVIN_SHORTCUTS");
   const SessionTraits session = SessionTraits::read();
   const HotkeyRoad road = chooseHotkeyRoad(session, forced);
   // A Tavin that was killed in the same user's other session may have left them there.
   if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))
     gnome::removeCustomBindings();
-  ChosenHotkeys chosen = make(road, session);
+  ChosenHotkeys chosen = make(road, session, modifiers);
   chosen.road = road;
   chosen.name = roadsByName().key(road);
   return chosen;

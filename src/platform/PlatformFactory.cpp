@@ -34,7 +34,7 @@ StartedPlatform cannotStart(const QByteArray& reason) {
 }
 
 QString addHotkeys(Platform& platform, std::shared_ptr<gnome::HeldModifiers> modifiers) {
-  ChosenHotkeys chosen = chooseHotkeys();
+  ChosenHotkeys chosen = chooseHotkeys(modifiers);
   platform.hotkeys = std::move(chosen.service);
   if (chosen.road == HotkeyRoad::gnome)
     platform.remoteControl = std::make_unique<gnome::HeldKeyFilter>(

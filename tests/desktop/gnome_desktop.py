@@ -70,6 +70,12 @@ class GnomeDesktop(WaylandDesktop):
         for down in (True, False):
             self.session.send_key(KEYS["shift"], down)
 
+        def is_quick():
+            start = time.monotonic()
+            self.session.evaluate("1")
+            return time.monotonic() - start < 0.05
+        wait_until(is_quick, 20, "a shell that is not busy")
+
     def selection_owner(self, name):
         # Read by this process, which has a display of its own otherwise, or none.
         os.environ["XAUTHORITY"] = self.session.env["XAUTHORITY"]
@@ -155,6 +161,7 @@ class GnomeDesktop(WaylandDesktop):
                 return wait_until(self.no_dialog, 2)
             return False
         wait_until(shared, 20, "the dialog's end")
+        time.sleep(0.5)  # The program in front learns of it later than the shell.
 
     def decline(self):
         self.permission_dialog()

@@ -1,5 +1,7 @@
 #include "platform/gnome/HeldModifiers.h"
 
+#include <QDBusPendingCallWatcher>
+
 #include "platform/Keyboard.h"
 
 namespace tavin::gnome {
@@ -39,6 +41,16 @@ bool ShortcutHold::isHeld(Clock::time_point now, Input input) {
 void HeldModifiers::pressed(Clock::time_point now, Input input) {
   const std::lock_guard lock(mutex_);
   hold_.pressed(now, input);
+}
+
+void HeldModifiers::noteIn(const std::shared_ptr<HeldModifiers>& modifiers) {
+  const auto asked = Clock::now();
+  auto* reply = new QDBusPendingCallWatcher(askIdleTime(modifiers->bus_, answerDeadline));
+  QObject::connect(reply, &QDBusPendingCallWatcher::finished, reply,
+                   [modifiers, asked](QDBusPendingCallWatcher* done) {
+                     modifiers->pressed(asked, lastInput(asked, *done));
+                     done->deleteLater();
+                   });
 }
 
 std::uint64_t HeldModifiers::flags() {

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <optional>
 
@@ -37,6 +38,8 @@ class HeldModifiers {
   explicit HeldModifiers(const QDBusConnection& bus) : bus_(bus) {}
 
   void pressed(Clock::time_point now, Input input);
+  // The same for a press that came just now: asks for the last input beside. Main thread.
+  static void noteIn(const std::shared_ptr<HeldModifiers>& modifiers);
   // As EventFlags; bounded by a tenth of a second.
   std::uint64_t flags();
 

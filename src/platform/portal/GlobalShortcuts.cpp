@@ -36,8 +36,9 @@ struct GlobalShortcuts::HotKey final : EventHotKey {
   bool held = false;
 };
 
-GlobalShortcuts::GlobalShortcuts(Holder holder)
+GlobalShortcuts::GlobalShortcuts(Holder holder, std::function<void()> pressed)
     : holder_(std::move(holder)),
+      pressed_(std::move(pressed)),
       connectionName_(newConnectionName()),
       bus_(desktop::connectToSessionBus(connectionName_)),
       owners_(portalService, bus_) {
@@ -221,7 +222,11 @@ void GlobalShortcuts::listen() {
   };
   hear(shortcutsInterface, QStringLiteral("Activated"), [this](const QDBusMessage& signal) {
     HotKey* hotKey = hotKeyIn(signal);
-    if (hotKey && hotKey->active && !std::exchange(hotKey->held, true) && callback_)
+    if (!hotKey || !hotKey->active || std::exchange(hotKey->held, true))
+      return;
+    if (pressed_)
+      pressed_();
+    if (callback_)
       callback_(hotKey->id);
   });
   hear(shortcutsInterface, QStringLiteral("Deactivated"), [this](const QDBusMessage& signal) {

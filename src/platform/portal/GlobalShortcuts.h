@@ -26,7 +26,8 @@ class GlobalShortcuts final : public HotkeyService {
   using Holder =
       std::function<std::optional<QString>(std::uint32_t keyCode, std::uint32_t modifiers)>;
 
-  explicit GlobalShortcuts(Holder holder);
+  // `pressed` is told of each press before its handler; may be empty.
+  explicit GlobalShortcuts(Holder holder, std::function<void()> pressed = {});
   ~GlobalShortcuts() override;
 
   std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
@@ -58,6 +59,7 @@ class GlobalShortcuts final : public HotkeyService {
   HotKey* hotKeyIn(const QDBusMessage& signal) const;
 
   const Holder holder_;
+  const std::function<void()> pressed_;
   const QString connectionName_;
   QDBusConnection bus_;
   QDBusServiceWatcher owners_;

@@ -7,8 +7,7 @@ std::unique_ptr<Connection> Connection::open() {
   xcb_connection_t* connection = xcb_connect(nullptr, &preferred);
   if (xcb_connection_has_error(connection) == 0) {
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    for (int i = 0; i < preferred && screens.rem > 1; ++i)
-      xcb_screen_next(&screens);
+    for (int i = 0; i < preferred && screens.rem > 1; ++i) xcb_screen_next(&screens);
     if (screens.rem > 0)
       return std::unique_ptr<Connection>(new Connection(connection, screens.data));
   }

@@ -1,5 +1,6 @@
 """The copy road under GNOME on Wayland: through the portal, with the user's leave."""
 
+import json
 import os
 
 import pytest
@@ -79,4 +80,21 @@ def test_a_portal_that_restarts_is_asked_again(granted, desktop, session, bare_f
     desktop.share()
     wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
     wait_until(lambda: granted.log().count("lets Tavin press") == 2, 10, "leave")
+    assert granted.press() == [copied_text]
+
+
+def test_a_user_who_stops_it_is_asked_again_by_the_next_press(granted, desktop, session, bare_field,
+                                                             copied_text):
+    # The button in the shell's bar ends the test's own input, too.
+    icon = "Main.panel.statusArea.screenSharing"
+    x, y, width, height = json.loads(session.evaluate(
+        f"[...{icon}.get_transformed_position(), {icon}.width, {icon}.height]"))
+    desktop.click_at(round(x + width / 2), round(y + height / 2))
+    wait_until(lambda: "the user has ended it" in granted.log(), 10, "the end of sharing")
+    session._open_input()
+    desktop.focus(bare_field)
+    assert granted.press() == []
+    desktop.share()
+    wait_until(lambda: granted.log().count("lets Tavin press") == 2, 10, "leave")
+    wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
     assert granted.press() == [copied_text]

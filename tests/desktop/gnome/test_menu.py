@@ -93,6 +93,42 @@ def test_an_extension_that_comes_later_shows_the_icon(tavin, desktop, session, f
     Icon(desktop)
 
 
+def click_line(session, title):
+    """What the extension says when a line is clicked, wherever the line stands."""
+    watcher = "org.kde.StatusNotifierWatcher"
+
+    def item():
+        found, = session.call(watcher, "/StatusNotifierWatcher", "org.freedesktop.DBus.Properties",
+                              "Get", GLib.Variant("(ss)", (watcher, "RegisteredStatusNotifierItems")))
+        return found[0].split("/")[0].split("@")[0] if found else None
+    name = wait_until(item, 10, "the icon")
+
+    def ask(method, kind, *arguments):
+        return session.call(name, "/MenuBar", "com.canonical.dbusmenu", method,
+                            GLib.Variant(kind, arguments))
+    ask("AboutToShow", "(i)", 0)
+    _, (_, _, lines) = ask("GetLayout", "(iias)", 0, -1, [])
+    while lines:
+        number, properties, below = lines.pop()
+        if properties.get("label") == title:
+            ask("Event", "(isvu)", number, "clicked", GLib.Variant("s", ""), 0)
+            return
+        lines += below
+    raise AssertionError(f"no line {title}")
+
+
+def test_the_key_dialog_has_the_keyboard(tavin, desktop, session, engine, field):
+    click_line(session, "ElevenLabs…")
+    wait_until(lambda: any(w["focused"] and w["wm_class"] == "app.tavin.Tavin"
+                           for w in desktop.all_windows()), 10, "the dialog")
+    since = engine.mark()
+    desktop.key("k", "e", "y", "Return")
+    assert engine.wait_for("/key", since=since) == [{"engine": "elevenlabs", "key": "key"}]
+    assert no_window(desktop)
+    desktop.focus(field)
+    assert tavin.press() == [TEXT]
+
+
 def show_window(tavin, desktop):
     tavin.call("org.freedesktop.Application", "Activate", GLib.Variant("(a{sv})", ({},)))
     return wait_until(lambda: next((w for w in desktop.all_windows() if w["focused"]
