@@ -26,6 +26,7 @@ ActiveWindow::ActiveWindow(const Connection& connection)
     : connection_(connection),
       probe_(xcb_generate_id(connection.get())),
       activeWindow_(connection.atom("_NET_ACTIVE_WINDOW")),
+      managerWindow_(connection.atom("_NET_SUPPORTING_WM_CHECK")),
       windowType_(connection.atom("_NET_WM_WINDOW_TYPE")),
       passingTypes_{connection.atom("_NET_WM_WINDOW_TYPE_DOCK"),
                     connection.atom("_NET_WM_WINDOW_TYPE_MENU"),
@@ -40,8 +41,11 @@ xcb_window_t ActiveWindow::find() const {
   const auto active = unitsProperty(connection_, connection_.root(), activeWindow_);
   if (active.empty())
     return focused();
+  // Mutter names a window of its own while no X program has the keyboard.
+  const auto manager = unitsProperty(connection_, connection_.root(), managerWindow_);
+  const bool isManagers = !manager.empty() && sameClient(connection_, manager[0], active[0]);
   // A window manager that ended leaves its last word behind.
-  return active[0] != XCB_WINDOW_NONE && exists(connection_, active[0])
+  return active[0] != XCB_WINDOW_NONE && !isManagers && exists(connection_, active[0])
              ? active[0]
              : xcb_window_t{XCB_WINDOW_NONE};
 }

@@ -24,7 +24,7 @@ class ActiveWindow {
 
   const Connection& connection_;
   xcb_window_t probe_;
-  xcb_atom_t activeWindow_, windowType_;
+  xcb_atom_t activeWindow_, managerWindow_, windowType_;
   xcb_atom_t passingTypes_[5];
 };
 
