@@ -23,7 +23,7 @@ class CurlSession final : public UrlSession {
  public:
   // What an answer may hold; the engine's are a few kilobytes. A larger one would take too long to
   // decode for the main thread, which waits for it.
-  static constexpr std::size_t maxAnswerSize = 1024 * 1024;
+  static constexpr std::size_t maxAnswerSize = std::size_t{1024} * 1024;
 
   // `log` is not owned. `user` is whose listeners count as an engine; none means ours.
   explicit CurlSession(SystemLog& log, std::optional<uid_t> user = std::nullopt);

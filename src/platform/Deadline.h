@@ -21,7 +21,7 @@ class Deadline {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(at_ - Clock::now()).count();
     return static_cast<int>(std::max<decltype(left)>(left, 0));
   }
-  auto operator<=>(const Deadline&) const = default;
+  auto operator<=>(const Deadline&) const = default;  // NOLINT(modernize-use-nullptr)
   // This one, or `seconds` from now where that is sooner.
   Deadline orIn(double seconds) const { return Deadline(std::min(at_, in(seconds).at_)); }
 

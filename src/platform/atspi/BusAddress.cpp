@@ -9,7 +9,7 @@
 namespace tavin::atspi {
 
 QString busAddress(Deadline deadline) {
-  const QString given = qEnvironmentVariable("AT_SPI_BUS_ADDRESS");
+  QString given = qEnvironmentVariable("AT_SPI_BUS_ADDRESS");
   if (!given.isEmpty())
     return given;
   if (!desktop::sessionBusIsUsable())

@@ -12,7 +12,7 @@ constexpr double probeSeconds = 1;
 
 // Empty where the D-Bus library would start a bus, which nobody would ever end.
 QString sessionBusAddress() {
-  const QString given = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+  QString given = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
   if (!given.isEmpty())
     return given;
   const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");

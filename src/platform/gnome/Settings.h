@@ -5,8 +5,10 @@
 #include <memory>
 #include <optional>
 
-typedef struct _GSettings GSettings;
-typedef struct _GSettingsSchema GSettingsSchema;
+// As GLib has them.
+typedef struct _GSettings GSettings;  // NOLINT(bugprone-reserved-identifier,modernize-use-using)
+typedef struct _GSettingsSchema
+    GSettingsSchema;  // NOLINT(bugprone-reserved-identifier,modernize-use-using)
 
 namespace tavin::gnome {
 

@@ -35,7 +35,7 @@ std::string sandboxInstance(pid_t pid) {
 std::string applicationScope(pid_t pid) {
   std::ifstream groups(folderOf(pid) / "cgroup");
   for (std::string line; std::getline(groups, line);) {
-    const auto name = line.substr(line.rfind('/') + 1);
+    auto name = line.substr(line.rfind('/') + 1);
     const bool unit = endsWith(name, ".scope") || endsWith(name, ".service");
     if (unit && (name.rfind("app-", 0) == 0 || name.rfind("snap.", 0) == 0))
       return name;

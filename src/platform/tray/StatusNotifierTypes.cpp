@@ -7,10 +7,10 @@ namespace tavin::tray {
 
 IconPixmap iconPixmap(const QImage& image) {
   const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
-  IconPixmap pixmap{argb.width(), argb.height(), QByteArray(argb.width() * argb.height() * 4, 0)};
+  const qsizetype line = qsizetype{4} * argb.width();
+  IconPixmap pixmap{argb.width(), argb.height(), QByteArray(line * argb.height(), 0)};
   for (int y = 0; y < argb.height(); ++y)
-    qToBigEndian<quint32>(argb.constScanLine(y), argb.width(),
-                          pixmap.pixels.data() + y * argb.width() * 4);
+    qToBigEndian<quint32>(argb.constScanLine(y), argb.width(), pixmap.pixels.data() + y * line);
   return pixmap;
 }
 

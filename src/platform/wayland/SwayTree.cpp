@@ -36,7 +36,7 @@ posix::FileDescriptor connectToSway() {
   address.sun_family = AF_UNIX;
   if (!path || std::strlen(path) >= sizeof(address.sun_path))
     return posix::FileDescriptor();
-  std::strcpy(address.sun_path, path);
+  std::memcpy(address.sun_path, path, std::strlen(path));  // The rest is zeros.
   posix::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   if (connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
     socket.reset();

@@ -124,7 +124,7 @@ bool ClipboardServer::perform(Deadline deadline, std::function<void()> task) {
     const std::lock_guard lock(mutex_);
     if (!alive_)
       return false;
-    tasks_.push_back([task = std::move(task), done] {
+    tasks_.emplace_back([task = std::move(task), done] {
       task();
       done->set_value();
     });

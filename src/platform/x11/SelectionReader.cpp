@@ -123,7 +123,7 @@ Conversion SelectionReader::readIncrementally(xcb_window_t window, Deadline dead
   Conversion whole;
   whole.outcome = Conversion::Outcome::converted;
   while (waitForProperty(window, deadline)) {
-    const Conversion piece = takeProperty(window);
+    Conversion piece = takeProperty(window);
     if (piece.outcome != Conversion::Outcome::converted)
       return piece;
     if (whole.type == XCB_ATOM_NONE) {
