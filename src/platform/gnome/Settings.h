@@ -5,10 +5,10 @@
 #include <memory>
 #include <optional>
 
-// As GLib has them.
-typedef struct _GSettings GSettings;  // NOLINT(bugprone-reserved-identifier,modernize-use-using)
-typedef struct _GSettingsSchema
-    GSettingsSchema;  // NOLINT(bugprone-reserved-identifier,modernize-use-using)
+// As GLib has them. NOLINTBEGIN(bugprone-reserved-identifier,modernize-use-using)
+typedef struct _GSettings GSettings;
+typedef struct _GSettingsSchema GSettingsSchema;
+// NOLINTEND(bugprone-reserved-identifier,modernize-use-using)
 
 namespace tavin::gnome {
 
