@@ -10,6 +10,7 @@
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/XwaylandPasteboard.h"
 #include "platform/portal/PortalKeyboard.h"
+#include "platform/wayland/Connection.h"
 #include "platform/wayland/FakeInput.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
@@ -21,6 +22,7 @@
 namespace tavin {
 namespace {
 
+constexpr double connectSeconds = 1;
 // The first that serves is taken: the one that may need a dialog comes last.
 constexpr const char* waylandKeyboards = "virtual-keyboard fake-input portal";
 
@@ -55,6 +57,7 @@ std::optional<Clipboard> createClipboard(const QString& kind,
 DesktopServices::DesktopServices()
     : compositor_(wayland::Compositor::connect()),
       display_(x11::Connection::open() != nullptr),
+      wayland_(compositor_ || wayland::Connection::open(Deadline::in(connectSeconds))),
       xwayland_(!compositor_ && isWaylandSession()),
       clipboard_(chosen("TAVIN_CLIPBOARD", compositor_ ? "data-control" : "x11")),
       keyboard_(chosen("TAVIN_KEYBOARD", compositor_ ? waylandKeyboards
@@ -77,7 +80,7 @@ QByteArray DesktopServices::obstacle() const {
 }
 
 const char* DesktopServices::qtPlatform() const {
-  return (compositor_ || xwayland_) && qtSpeaksWayland() ? "wayland" : "xcb";
+  return wayland_ && qtSpeaksWayland() ? "wayland" : "xcb";
 }
 
 std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {

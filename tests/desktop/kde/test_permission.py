@@ -39,7 +39,7 @@ def link_entries(session, build):
 
 def test_without_a_desktop_file_nothing_is_typed(desktop, engine, build, bare_field):
     tavin = Tavin(desktop, engine, build)
-    assert ", keyboard none, windows none, " in tavin.log()
+    assert ", keyboard portal, windows none, " in tavin.log()
     assert tavin.press() == []
 
 
