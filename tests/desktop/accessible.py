@@ -134,8 +134,16 @@ class OpenMenu:
     def __init__(self, desktop, focus):
         self._desktop, self._focus = desktop, focus
         focus.forget()
-        desktop.key("Down")
-        self._item = wait_until(focus.menu_item, 10, "the menu's first item")
+        self._item = self._go_down() or self._go_down() or self._go_down()
+        if not self._item:
+            raise SessionError("no item of the menu took the focus")
+
+    def _go_down(self):
+        """The first item. Now and then a panel draws its menu long before that takes keys."""
+        self._desktop.key("Down")
+        with contextlib.suppress(SessionError):
+            return wait_until(self._focus.menu_item, 5, "the menu's first item")
+        return None
 
     def entries(self):
         return self._focus.menu_of(self._item)
