@@ -44,8 +44,8 @@ struct ChosenHotkeys {
 };
 
 // Shortcuts as this session offers them, or as the environment's TAVIN_SHORTCUTS says: x11, kde,
-// gnome, portal or none. `modifiers`, which may be null, is told of presses by the services that know
-// of them; GNOME's key bindings come as D-Bus actions.
+// gnome, portal or none. `modifiers`, which may be null, is told of presses by the services that
+// know of them; GNOME's key bindings come as D-Bus actions.
 ChosenHotkeys chooseHotkeys(const std::shared_ptr<gnome::HeldModifiers>& modifiers);
 
 }  // namespace tavin

@@ -86,11 +86,11 @@ def _descendants(root):
     for entry in filter(str.isdigit, os.listdir("/proc")):
         with contextlib.suppress(OSError), open(f"/proc/{entry}/stat", encoding="latin-1") as f:
             parents.setdefault(int(f.read().rpartition(")")[2].split()[1]), []).append(int(entry))
-    found, todo = [], [root]
-    while todo:
-        children = parents.get(todo.pop(), [])
+    found, unseen = [], [root]
+    while unseen:
+        children = parents.get(unseen.pop(), [])
         found += children
-        todo += children
+        unseen += children
     return found
 
 

@@ -55,7 +55,9 @@ bool KeyState::isDown(xcb_keycode_t key) const {
 
 std::uint64_t KeyState::flagOf(xcb_keycode_t key) const {
   const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(symbols_.get());
-  return columns_ == 0 ? 0 : flagOfSymbol(symbols[static_cast<std::ptrdiff_t>(key - first_) * columns_]);
+  return columns_ == 0
+             ? 0
+             : flagOfSymbol(symbols[static_cast<std::ptrdiff_t>(key - first_) * columns_]);
 }
 
 std::uint64_t KeyState::flags() const {

@@ -85,10 +85,10 @@ class SwaySession(Session):
 
     def windows(self):
         """All windows, as sway describes them."""
-        found, todo = [], [self.ask(GET_TREE)]
-        while todo:
-            node = todo.pop()
-            todo += node["nodes"] + node["floating_nodes"]
+        found, unseen = [], [self.ask(GET_TREE)]
+        while unseen:
+            node = unseen.pop()
+            unseen += node["nodes"] + node["floating_nodes"]
             if node.get("pid"):
                 found.append(node)
         return found
