@@ -6,21 +6,16 @@
 #include "platform/UserDefaults.h"
 
 namespace tavin {
-namespace {
-
-constexpr int escapeKey = 53;
-constexpr int ansiRKey = 15;
-
-}  // namespace
 
 const QString ShortcutPreset::defaultsKey = QStringLiteral("shortcut");
 
 const std::vector<ShortcutPreset>& ShortcutPreset::all() {
   using namespace HotkeyModifiers;
   static const std::vector<ShortcutPreset> presets{
-      {QStringLiteral("opt-esc"), QStringLiteral("⌥ Esc"), escapeKey, optionKey},
-      {QStringLiteral("ctrl-esc"), QStringLiteral("⌃ Esc"), escapeKey, controlKey},
-      {QStringLiteral("ctrl-opt-r"), QStringLiteral("⌃⌥ R"), ansiRKey, controlKey | optionKey},
+      {QStringLiteral("opt-esc"), QStringLiteral("⌥ Esc"), HotkeyKeys::escape, optionKey},
+      {QStringLiteral("ctrl-esc"), QStringLiteral("⌃ Esc"), HotkeyKeys::escape, controlKey},
+      {QStringLiteral("ctrl-opt-r"), QStringLiteral("⌃⌥ R"), HotkeyKeys::ansiR,
+       controlKey | optionKey},
   };
   return presets;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace tavin {
 
@@ -19,19 +20,35 @@ struct EventHotKey {
 using EventHotKeyRef = std::shared_ptr<EventHotKey>;
 
 struct HotkeyRegistration {
-  std::int32_t status = 0;  // 0 is success; else the service's own number, -1 where it has none.
+  static constexpr std::int32_t noNumber = -1;
+
+  std::int32_t status = 0;  // 0 is success; else the service's own number, or noNumber.
   // Null where the combination was refused. With a status other than 0 it is refused until the
   // desktop has answered, and released like one that was granted.
   EventHotKeyRef ref;
   QString reason;  // Why it was refused, for the log; may be empty.
+
+  static HotkeyRegistration granted(EventHotKeyRef ref) {
+    return {.status = 0, .ref = std::move(ref), .reason = {}};
+  }
+  static HotkeyRegistration refused(QString reason, EventHotKeyRef ref = nullptr,
+                                    std::int32_t status = noNumber) {
+    return {.status = status, .ref = std::move(ref), .reason = std::move(reason)};
+  }
 };
 
-// Modifier masks and key codes of a combination are those of the macOS hot-key service.
+// Modifier masks and key codes of a combination are those of the macOS hot-key service. Tavin's
+// shortcuts have no others.
+namespace HotkeyKeys {
+inline constexpr std::uint32_t escape = 53;
+inline constexpr std::uint32_t ansiR = 15;  // The key in the place of R on an ANSI keyboard.
+}  // namespace HotkeyKeys
 namespace HotkeyModifiers {
 inline constexpr std::uint32_t cmdKey = 0x0100;
 inline constexpr std::uint32_t shiftKey = 0x0200;
 inline constexpr std::uint32_t optionKey = 0x0800;
 inline constexpr std::uint32_t controlKey = 0x1000;
+inline constexpr std::uint32_t all = cmdKey | shiftKey | optionKey | controlKey;
 }  // namespace HotkeyModifiers
 
 // Whatever delivers key presses wherever the keyboard is. Main thread only.

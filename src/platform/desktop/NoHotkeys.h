@@ -15,7 +15,7 @@ class NoHotkeys final : public HotkeyService {
   std::int32_t installEventHandler(std::function<void(EventHotKeyID)>) override { return -1; }
   void installAnswerHandler(std::function<void(const HotkeyRegistration&)>) override {}
   HotkeyRegistration registerEventHotKey(std::uint32_t, std::uint32_t, EventHotKeyID) override {
-    return {.status = -1, .ref = nullptr, .reason = reason_};
+    return HotkeyRegistration::refused(reason_);
   }
   void unregisterEventHotKey(const EventHotKeyRef&) override {}
 

@@ -10,8 +10,6 @@ namespace {
 
 using namespace HotkeyModifiers;
 
-constexpr std::uint32_t macEscape = 53;
-constexpr std::uint32_t macR = 15;
 // The kernel's code of the key in the ANSI "R" position, counted as X counts.
 constexpr auto keyInPositionOfR = "0x1b";
 
@@ -69,13 +67,13 @@ QString Accelerator::text() const {
 }
 
 std::optional<Combination> Combination::of(std::uint32_t keyCode, std::uint32_t modifiers) {
-  if ((modifiers & ~(cmdKey | shiftKey | optionKey | controlKey)) != 0)
+  if ((modifiers & ~HotkeyModifiers::all) != 0)
     return std::nullopt;
-  if (keyCode == macEscape) {
+  if (keyCode == HotkeyKeys::escape) {
     const Accelerator escape{modifiers, QStringLiteral("escape")};
     return Combination{escape, escape};
   }
-  if (keyCode == macR)
+  if (keyCode == HotkeyKeys::ansiR)
     return Combination{{modifiers, QLatin1String(keyInPositionOfR)},
                        {modifiers, QStringLiteral("r")}};
   return std::nullopt;

@@ -16,15 +16,10 @@
 namespace tavin::gnome {
 namespace {
 
-constexpr std::int32_t noNumber = -1;
 constexpr int busDeadline = 500;  // Milliseconds.
 constexpr std::chrono::milliseconds storeDeadline(500);
 
 const QString settingsDaemon = QStringLiteral("org.gnome.SettingsDaemon.MediaKeys");
-
-HotkeyRegistration refused(QString reason, EventHotKeyRef ref = nullptr) {
-  return {.status = noNumber, .ref = std::move(ref), .reason = std::move(reason)};
-}
 
 // The settings' service may hang; the thread then ends with the process.
 void waitUntilStored() {
@@ -60,23 +55,24 @@ HotkeyRegistration CustomBindings::registerEventHotKey(std::uint32_t keyCode,
                                                        std::uint32_t modifiers, EventHotKeyID) {
   const auto combination = Combination::of(keyCode, modifiers);
   if (!combination)
-    return refused(QStringLiteral("GNOME's shortcuts have no such key"));
+    return HotkeyRegistration::refused(QStringLiteral("GNOME's shortcuts have no such key"));
   if (!Settings::open(mediaKeysSchema()))
-    return refused(QStringLiteral("GNOME's settings daemon is not installed"));
+    return HotkeyRegistration::refused(QStringLiteral("GNOME's settings daemon is not installed"));
   auto hotKey = std::make_shared<HotKey>();
   hotKey->action = desktop::shortcutAction(modifiers);
   if (holds(hotKey->action))
-    return refused(QStringLiteral("Tavin itself holds the combination"));
+    return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"));
   if (const auto holder = holderOf(*combination, ourCustomPaths())) {
     removeCustomBinding(hotKey->action);  // A killed Tavin's.
-    return refused(QStringLiteral("it is the key of ") + *holder);
+    return HotkeyRegistration::refused(QStringLiteral("it is the key of ") + *holder);
   }
   addCustomBinding(hotKey->action, desktop::shortcutTitle(modifiers), combination->ours);
   hotKeys_.push_back(hotKey);
   hotKey->active = daemonRuns();
   if (!hotKey->active)
-    return refused(QStringLiteral("GNOME's settings daemon does not run yet"), hotKey);
-  return {.status = 0, .ref = hotKey, .reason = {}};
+    return HotkeyRegistration::refused(QStringLiteral("GNOME's settings daemon does not run yet"),
+                                       hotKey);
+  return HotkeyRegistration::granted(hotKey);
 }
 
 void CustomBindings::unregisterEventHotKey(const EventHotKeyRef& ref) {
@@ -118,7 +114,7 @@ bool CustomBindings::daemonRuns() {
 void CustomBindings::daemonCame() {
   for (const auto& hotKey : std::vector(hotKeys_)) {
     if (!std::exchange(hotKey->active, true) && answered_)
-      answered_({.status = 0, .ref = hotKey, .reason = {}});
+      answered_(HotkeyRegistration::granted(hotKey));
   }
 }
 

@@ -13,7 +13,6 @@
 namespace tavin::kde {
 namespace {
 
-constexpr std::int32_t noNumber = -1;
 constexpr int answerDeadline = 500;  // Milliseconds.
 constexpr int whenItMay = std::numeric_limits<int>::max();
 
@@ -27,10 +26,6 @@ desktop::BusSignal::Source signalOfOurs(const QString& name) {
           .path = componentPath,
           .interface = QStringLiteral("org.kde.kglobalaccel.Component"),
           .signal = name};
-}
-
-HotkeyRegistration refused(QString reason, EventHotKeyRef ref = nullptr) {
-  return {.status = noNumber, .ref = std::move(ref), .reason = std::move(reason)};
 }
 
 QString heldByAnother() {
@@ -76,9 +71,9 @@ HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::
                                                     EventHotKeyID id) {
   const auto key = qtKey(keyCode, modifiers);
   if (!key)
-    return refused(QStringLiteral("KDE's shortcuts have no such key"));
+    return HotkeyRegistration::refused(QStringLiteral("KDE's shortcuts have no such key"));
   if (isRegistered(*key))
-    return refused(QStringLiteral("Tavin itself holds the combination"));
+    return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"));
   auto hotKey = std::make_shared<HotKey>();
   hotKey->action = {.name = desktop::shortcutAction(modifiers),
                     .title = desktop::shortcutTitle(modifiers),
@@ -91,15 +86,16 @@ HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::
     // A service that hangs answers one day; one that does not run is asked when it comes.
     if (QDBusError(answer).type() == QDBusError::NoReply)
       ask(hotKey);
-    return refused(QStringLiteral("KDE's shortcut service has not answered yet"), hotKey);
+    return HotkeyRegistration::refused(
+        QStringLiteral("KDE's shortcut service has not answered yet"), hotKey);
   }
   if (!isGranted(answer, hotKey->action)) {
     bus_.send(removal(hotKey->action));
-    return refused(heldByAnother());
+    return HotkeyRegistration::refused(heldByAnother());
   }
   hotKey->active = true;
   hotKeys_.push_back(hotKey);
-  return {.status = 0, .ref = hotKey, .reason = {}};
+  return HotkeyRegistration::granted(hotKey);
 }
 
 void GlobalAccel::unregisterEventHotKey(const EventHotKeyRef& ref) {
@@ -147,8 +143,8 @@ void GlobalAccel::take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage
   if (std::exchange(hotKey->active, granted) == granted && granted)
     return;
   if (answered_)
-    answered_(granted ? HotkeyRegistration{.status = 0, .ref = hotKey, .reason = {}}
-                      : refused(heldByAnother(), hotKey));
+    answered_(granted ? HotkeyRegistration::granted(hotKey)
+                      : HotkeyRegistration::refused(heldByAnother(), hotKey));
 }
 
 void GlobalAccel::serviceChanged(const QString& owner) {

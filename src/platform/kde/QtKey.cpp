@@ -5,20 +5,14 @@
 #include "platform/HotkeyService.h"
 
 namespace tavin::kde {
-namespace {
-
-constexpr std::uint32_t macEscape = 53;
-constexpr std::uint32_t macR = 15;
-
-}  // namespace
 
 std::optional<int> qtKey(std::uint32_t keyCode, std::uint32_t modifiers) {
   using namespace HotkeyModifiers;
-  if ((modifiers & ~(cmdKey | shiftKey | optionKey | controlKey)) != 0)
+  if ((modifiers & ~HotkeyModifiers::all) != 0)
     return std::nullopt;
-  if (keyCode != macEscape && keyCode != macR)
+  if (keyCode != HotkeyKeys::escape && keyCode != HotkeyKeys::ansiR)
     return std::nullopt;
-  std::uint32_t key = keyCode == macEscape ? Qt::Key_Escape : Qt::Key_R;
+  std::uint32_t key = keyCode == HotkeyKeys::escape ? Qt::Key_Escape : Qt::Key_R;
   key |= (modifiers & cmdKey) != 0 ? Qt::META : 0U;
   key |= (modifiers & shiftKey) != 0 ? Qt::SHIFT : 0U;
   key |= (modifiers & optionKey) != 0 ? Qt::ALT : 0U;

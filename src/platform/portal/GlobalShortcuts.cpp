@@ -9,8 +9,6 @@
 namespace tavin::portal {
 namespace {
 
-constexpr std::int32_t noNumber = -1;
-
 const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 // The same at each start: some desktops know a program's shortcuts by it.
@@ -19,10 +17,6 @@ const QString sessionToken = QStringLiteral("tavin");
 QString newConnectionName() {
   static int count = 0;
   return QStringLiteral("tavin-portal-%1").arg(++count);
-}
-
-HotkeyRegistration refused(QString reason, EventHotKeyRef ref = nullptr) {
-  return {.status = noNumber, .ref = std::move(ref), .reason = std::move(reason)};
 }
 
 }  // namespace
@@ -88,18 +82,18 @@ HotkeyRegistration GlobalShortcuts::registerEventHotKey(std::uint32_t keyCode,
                                                         std::uint32_t modifiers, EventHotKeyID id) {
   auto wanted = wantedShortcut(keyCode, modifiers);
   if (!wanted)
-    return refused(QStringLiteral("the portal's shortcuts have no such key"));
+    return HotkeyRegistration::refused(QStringLiteral("the portal's shortcuts have no such key"));
   if (std::ranges::any_of(hotKeys_,
                           [&](const auto& other) { return other->wanted.id == wanted->id; }))
-    return refused(QStringLiteral("Tavin itself holds the combination"));
+    return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"));
   if (const auto holder = holder_(keyCode, modifiers))
-    return refused(QStringLiteral("it is the key of ") + *holder);
+    return HotkeyRegistration::refused(QStringLiteral("it is the key of ") + *holder);
   auto hotKey = std::make_shared<HotKey>();
   hotKey->wanted = std::move(*wanted);
   hotKey->id = id;
   hotKeys_.push_back(hotKey);
   startOverSoon();
-  return refused(QStringLiteral("the desktop has not answered yet"), hotKey);
+  return HotkeyRegistration::refused(QStringLiteral("the desktop has not answered yet"), hotKey);
 }
 
 void GlobalShortcuts::unregisterEventHotKey(const EventHotKeyRef& ref) {
@@ -211,8 +205,8 @@ void GlobalShortcuts::settle(const std::shared_ptr<HotKey>& hotKey, bool active,
   const bool first = !std::exchange(hotKey->answered, true);
   const bool changed = std::exchange(hotKey->active, active) != active;
   if ((first || changed) && answered_)
-    answered_(active ? HotkeyRegistration{.status = 0, .ref = hotKey, .reason = {}}
-                     : refused(reason, hotKey));
+    answered_(active ? HotkeyRegistration::granted(hotKey)
+                     : HotkeyRegistration::refused(reason, hotKey));
 }
 
 void GlobalShortcuts::listen() {

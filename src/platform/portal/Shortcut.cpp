@@ -9,9 +9,6 @@
 namespace tavin::portal {
 namespace {
 
-constexpr std::uint32_t macEscape = 53;
-constexpr std::uint32_t macR = 15;
-
 const QString listKey = QStringLiteral("shortcuts");
 const QString signature = QStringLiteral("a(sa{sv})");
 
@@ -27,7 +24,7 @@ QString triggerText(std::uint32_t keyCode, std::uint32_t modifiers) {
     parts << QStringLiteral("SHIFT");
   if ((modifiers & cmdKey) != 0)
     parts << QStringLiteral("LOGO");
-  parts << (keyCode == macEscape ? QStringLiteral("Escape") : QStringLiteral("r"));
+  parts << (keyCode == HotkeyKeys::escape ? QStringLiteral("Escape") : QStringLiteral("r"));
   return parts.join(u'+');
 }
 
@@ -53,8 +50,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Shortcut& shortcu
 
 std::optional<Shortcut> wantedShortcut(std::uint32_t keyCode, std::uint32_t modifiers) {
   using namespace HotkeyModifiers;
-  if ((modifiers & ~(cmdKey | shiftKey | optionKey | controlKey)) != 0 ||
-      (keyCode != macEscape && keyCode != macR))
+  if ((modifiers & ~HotkeyModifiers::all) != 0 ||
+      (keyCode != HotkeyKeys::escape && keyCode != HotkeyKeys::ansiR))
     return std::nullopt;
   const QString trigger = triggerText(keyCode, modifiers);
   return Shortcut{desktop::shortcutAction(modifiers) + u'-' + trigger.toLower().replace(u'+', u'-'),

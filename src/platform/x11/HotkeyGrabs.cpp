@@ -7,12 +7,7 @@
 namespace tavin::x11 {
 namespace {
 
-constexpr std::int32_t noNumber = -1;
 constexpr std::int32_t badAccess = 10;
-
-HotkeyRegistration refused(std::int32_t status, QString reason) {
-  return {.status = status, .ref = nullptr, .reason = std::move(reason)};
-}
 
 }  // namespace
 
@@ -60,16 +55,17 @@ HotkeyRegistration HotkeyGrabs::registerEventHotKey(std::uint32_t keyCode, std::
   hotKey->modifiers = modifiers;
   hotKey->id = id;
   if (mapping_.keycodes(keyCode).empty() || !mapping_.modifierMask(modifiers))
-    return refused(noNumber, QStringLiteral("this keyboard has no such key"));
+    return HotkeyRegistration::refused(QStringLiteral("this keyboard has no such key"));
   if (isRegistered(*hotKey))
-    return refused(badAccess, QStringLiteral("Tavin itself holds the combination"));
+    return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"),
+                                       nullptr, badAccess);
   const auto refusal = grab(*hotKey);
   readQueuedEventsLater();
   if (refusal)
-    return refused(refusal->status, refusal->reason);
+    return HotkeyRegistration::refused(refusal->reason, nullptr, refusal->status);
   hotKey->active = true;
   hotKeys_.push_back(hotKey);
-  return {.status = 0, .ref = hotKey, .reason = {}};
+  return HotkeyRegistration::granted(hotKey);
 }
 
 void HotkeyGrabs::unregisterEventHotKey(const EventHotKeyRef& ref) {
@@ -169,12 +165,8 @@ std::optional<HotkeyRegistration> HotkeyGrabs::changeOf(const std::shared_ptr<Ho
   const auto refusal = grab(*hotKey);
   if (std::exchange(hotKey->active, !refusal) == !refusal)
     return std::nullopt;
-  HotkeyRegistration answer{.status = 0, .ref = hotKey, .reason = {}};
-  if (refusal) {
-    answer.status = refusal->status;
-    answer.reason = refusal->reason;
-  }
-  return answer;
+  return refusal ? HotkeyRegistration::refused(refusal->reason, hotKey, refusal->status)
+                 : HotkeyRegistration::granted(hotKey);
 }
 
 }  // namespace tavin::x11

@@ -9,8 +9,6 @@
 namespace tavin::x11 {
 namespace {
 
-constexpr std::uint32_t macEscape = 53;
-constexpr std::uint32_t macR = 15;
 constexpr xcb_keycode_t keyInPositionOfEscape = 9;
 constexpr xcb_keycode_t keyInPositionOfR = 27;
 
@@ -100,16 +98,16 @@ HotkeyMapping HotkeyMapping::read(const Connection& connection) {
 }
 
 std::vector<xcb_keycode_t> HotkeyMapping::keycodes(std::uint32_t keyCode) const {
-  if (keyCode == macEscape)
+  if (keyCode == HotkeyKeys::escape)
     return escape_;
-  if (keyCode == macR)
+  if (keyCode == HotkeyKeys::ansiR)
     return {keyInPositionOfR};
   return {};
 }
 
 std::optional<std::uint16_t> HotkeyMapping::modifierMask(std::uint32_t modifiers) const {
   using namespace HotkeyModifiers;
-  if ((modifiers & ~(cmdKey | shiftKey | optionKey | controlKey)) != 0)
+  if ((modifiers & ~HotkeyModifiers::all) != 0)
     return std::nullopt;
   std::uint16_t mask = 0;
   mask |= (modifiers & cmdKey) != 0 ? super_ : 0;
