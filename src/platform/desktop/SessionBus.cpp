@@ -37,12 +37,21 @@ bool decide() {
   return usable;
 }
 
+// Each is one of a kind, also where one object takes another's place.
+QString newName(const QString& purpose) {
+  static int count = 0;
+  return QStringLiteral("tavin-%1-%2").arg(purpose).arg(++count);
+}
+
 }  // namespace
 
 bool sessionBusIsUsable() {
   static const bool usable = decide();
   return usable;
 }
+
+OwnConnection::OwnConnection(const QString& purpose)
+    : bus_(connectToSessionBus(newName(purpose))) {}
 
 QDBusConnection connectToSessionBus(const QString& connectionName) {
   // Where the bus is not usable there is no connection of any name.

@@ -16,4 +16,20 @@ bool sessionBusIsUsable();
 // A connection of its own to that bus, disconnected where there is none.
 QDBusConnection connectToSessionBus(const QString& connectionName);
 
+// The same, ended with this object. `purpose` names it among Qt's connections. Main thread; the
+// connection itself serves any.
+class OwnConnection {
+ public:
+  explicit OwnConnection(const QString& purpose);
+  ~OwnConnection() { QDBusConnection::disconnectFromBus(bus_.name()); }
+  OwnConnection(const OwnConnection&) = delete;
+  OwnConnection& operator=(const OwnConnection&) = delete;
+
+  const QDBusConnection& operator*() const { return bus_; }
+  const QDBusConnection* operator->() const { return &bus_; }
+
+ private:
+  const QDBusConnection bus_;
+};
+
 }  // namespace tavin::desktop

@@ -6,7 +6,6 @@
 #include <limits>
 #include <utility>
 
-#include "platform/desktop/SessionBus.h"
 #include "platform/desktop/ShortcutAction.h"
 #include "platform/kde/QtKey.h"
 
@@ -15,11 +14,6 @@ namespace {
 
 constexpr int answerDeadline = 500;  // Milliseconds.
 constexpr int whenItMay = std::numeric_limits<int>::max();
-
-QString newConnectionName() {
-  static int count = 0;
-  return QStringLiteral("tavin-kglobalaccel-%1").arg(++count);
-}
 
 desktop::BusSignal::Source signalOfOurs(const QString& name) {
   return {.service = globalAccelService,
@@ -42,21 +36,19 @@ struct GlobalAccel::HotKey final : EventHotKey {
 };
 
 GlobalAccel::GlobalAccel()
-    : connectionName_(newConnectionName()),
-      bus_(desktop::connectToSessionBus(connectionName_)),
-      owners_(globalAccelService, bus_),
+    : owners_(globalAccelService, *bus_),
       presses_(std::make_unique<desktop::BusSignal>(
-          bus_, signalOfOurs(QStringLiteral("globalShortcutPressed")),
+          *bus_, signalOfOurs(QStringLiteral("globalShortcutPressed")),
           [this](const QDBusMessage& signal) { pressed(signal); })),
       releases_(std::make_unique<desktop::BusSignal>(
-          bus_, signalOfOurs(QStringLiteral("globalShortcutReleased")),
+          *bus_, signalOfOurs(QStringLiteral("globalShortcutReleased")),
           [this](const QDBusMessage& signal) { released(signal); })) {
   QObject::connect(
       &owners_, &QDBusServiceWatcher::serviceOwnerChanged, &owners_,
       [this](const QString&, const QString&, const QString& owner) { serviceChanged(owner); });
 }
 
-GlobalAccel::~GlobalAccel() { QDBusConnection::disconnectFromBus(connectionName_); }
+GlobalAccel::~GlobalAccel() = default;
 
 std::int32_t GlobalAccel::installEventHandler(std::function<void(EventHotKeyID)> callback) {
   callback_ = std::move(callback);
@@ -79,8 +71,8 @@ HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::
                     .title = desktop::shortcutTitle(modifiers),
                     .key = *key};
   hotKey->id = id;
-  bus_.send(registration(hotKey->action));
-  const QDBusMessage answer = bus_.call(keyRequest(hotKey->action), QDBus::Block, answerDeadline);
+  bus_->send(registration(hotKey->action));
+  const QDBusMessage answer = bus_->call(keyRequest(hotKey->action), QDBus::Block, answerDeadline);
   if (answer.type() != QDBusMessage::ReplyMessage) {
     hotKeys_.push_back(hotKey);
     // A service that hangs answers one day; one that does not run is asked when it comes.
@@ -90,7 +82,7 @@ HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::
         QStringLiteral("KDE's shortcut service has not answered yet"), hotKey);
   }
   if (!isGranted(answer, hotKey->action)) {
-    bus_.send(removal(hotKey->action));
+    bus_->send(removal(hotKey->action));
     return HotkeyRegistration::refused(heldByAnother());
   }
   hotKey->active = true;
@@ -102,19 +94,19 @@ void GlobalAccel::unregisterEventHotKey(const EventHotKeyRef& ref) {
   const auto found = std::ranges::find(hotKeys_, ref);
   if (found == hotKeys_.end())
     return;
-  bus_.send(removal((*found)->action));
+  bus_->send(removal((*found)->action));
   hotKeys_.erase(found);
 }
 
 void GlobalAccel::release() {
   if (hotKeys_.empty())
     return;
-  for (const auto& hotKey : std::exchange(hotKeys_, {})) bus_.send(removal(hotKey->action));
+  for (const auto& hotKey : std::exchange(hotKeys_, {})) bus_->send(removal(hotKey->action));
   // Once the bus has answered, it has what was sent before.
-  bus_.call(QDBusMessage::createMethodCall(
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")),
-            QDBus::Block, answerDeadline);
+  bus_->call(QDBusMessage::createMethodCall(
+                 QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                 QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")),
+             QDBus::Block, answerDeadline);
 }
 
 bool GlobalAccel::isRegistered(int key) const {
@@ -124,7 +116,7 @@ bool GlobalAccel::isRegistered(int key) const {
 
 void GlobalAccel::ask(const std::shared_ptr<HotKey>& hotKey) {
   auto* reply =
-      new QDBusPendingCallWatcher(bus_.asyncCall(keyRequest(hotKey->action), whenItMay), &owners_);
+      new QDBusPendingCallWatcher(bus_->asyncCall(keyRequest(hotKey->action), whenItMay), &owners_);
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
                    [this, hotKey](QDBusPendingCallWatcher* done) {
                      take(hotKey, done->reply());
@@ -139,7 +131,7 @@ void GlobalAccel::take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage
     return;
   const bool granted = isGranted(answer, hotKey->action);
   if (!granted)
-    bus_.send(removal(hotKey->action));
+    bus_->send(removal(hotKey->action));
   if (std::exchange(hotKey->active, granted) == granted && granted)
     return;
   if (answered_)
@@ -152,7 +144,7 @@ void GlobalAccel::serviceChanged(const QString& owner) {
     hotKey->held = false;
     if (owner.isEmpty())
       continue;
-    bus_.send(registration(hotKey->action));
+    bus_->send(registration(hotKey->action));
     ask(hotKey);
   }
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <memory>
 #include <vector>
 
 #include "platform/HotkeyService.h"
 #include "platform/desktop/BusSignal.h"
+#include "platform/desktop/SessionBus.h"
 #include "platform/kde/GlobalAccelMessages.h"
 
 namespace tavin::kde {
@@ -41,8 +41,7 @@ class GlobalAccel final : public HotkeyService {
   void released(const QDBusMessage& signal);
   HotKey* hotKeyIn(const QDBusMessage& signal) const;
 
-  const QString connectionName_;
-  QDBusConnection bus_;
+  const desktop::OwnConnection bus_{QStringLiteral("kglobalaccel")};
   QDBusServiceWatcher owners_;
   const std::unique_ptr<desktop::BusSignal> presses_;
   const std::unique_ptr<desktop::BusSignal> releases_;

@@ -4,20 +4,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/desktop/SessionBus.h"
+#include "platform/portal/Portal.h"
 
 namespace tavin::portal {
 namespace {
 
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 // The same at each start: some desktops know a program's shortcuts by it.
 const QString sessionToken = QStringLiteral("tavin");
-
-QString newConnectionName() {
-  static int count = 0;
-  return QStringLiteral("tavin-portal-%1").arg(++count);
-}
 
 }  // namespace
 
@@ -31,11 +25,7 @@ struct GlobalShortcuts::HotKey final : EventHotKey {
 };
 
 GlobalShortcuts::GlobalShortcuts(Holder holder, std::function<void()> pressed)
-    : holder_(std::move(holder)),
-      pressed_(std::move(pressed)),
-      connectionName_(newConnectionName()),
-      bus_(desktop::connectToSessionBus(connectionName_)),
-      owners_(portalService, bus_) {
+    : holder_(std::move(holder)), pressed_(std::move(pressed)), owners_(portalService, *bus_) {
   QObject::connect(&owners_, &QDBusServiceWatcher::serviceUnregistered, &owners_, [this] {
     portalGone_ = true;
     creating_ = false;
@@ -46,27 +36,14 @@ GlobalShortcuts::GlobalShortcuts(Holder holder, std::function<void()> pressed)
     // Our own first call may have started it.
     if (!std::exchange(portalGone_, false))
       return;
-    announce();
+    announceTo(*bus_);
     startOverSoon();
   });
   listen();
-  announce();
+  announceTo(*bus_);
 }
 
-GlobalShortcuts::~GlobalShortcuts() {
-  request_.reset();
-  signals_.clear();
-  QDBusConnection::disconnectFromBus(connectionName_);
-}
-
-// A program outside of a sandbox says who it is, before anything else. A portal that cannot be told
-// finds out itself.
-void GlobalShortcuts::announce() {
-  QDBusMessage announcement = portalCall(QStringLiteral("org.freedesktop.host.portal.Registry"),
-                                         QStringLiteral("Register"));
-  announcement << QStringLiteral("app.tavin.Tavin") << QVariantMap();
-  bus_.send(announcement);
-}
+GlobalShortcuts::~GlobalShortcuts() = default;
 
 std::int32_t GlobalShortcuts::installEventHandler(std::function<void(EventHotKeyID)> callback) {
   callback_ = std::move(callback);
@@ -140,8 +117,8 @@ void GlobalShortcuts::list() {
   ask(QStringLiteral("ListShortcuts"), {QVariant::fromValue(session_)}, {},
       [this](int, const QVariantMap& results) {
         const auto given = shortcutsIn(results).value_or(QList<Shortcut>());
-        const bool mayAsk = std::ranges::none_of(hotKeys_, &HotKey::declined,
-                                                 [](const auto& each) -> HotKey& { return *each; });
+        const bool mayAsk =
+            std::ranges::none_of(hotKeys_, [](const auto& hotKey) { return hotKey->declined; });
         if (lacksAny(given) && mayAsk)
           bind();
         else
@@ -167,18 +144,13 @@ void GlobalShortcuts::bind() {
 
 void GlobalShortcuts::ask(const QString& method, QVariantList arguments, QVariantMap options,
                           Request::Answer answer) {
-  request_ = std::make_unique<Request>(bus_, shortcutsInterface, method, std::move(arguments),
+  request_ = std::make_unique<Request>(*bus_, shortcutsInterface, method, std::move(arguments),
                                        std::move(options), std::move(answer));
 }
 
 void GlobalShortcuts::closeSession() {
   request_.reset();
-  if (session_.path().isEmpty())
-    return;
-  bus_.send(QDBusMessage::createMethodCall(portalService, session_.path(),
-                                           QStringLiteral("org.freedesktop.portal.Session"),
-                                           QStringLiteral("Close")));
-  session_ = {};
+  portal::closeSession(*bus_, std::exchange(session_, {}));
 }
 
 bool GlobalShortcuts::lacksAny(const QList<Shortcut>& given) const {
@@ -212,7 +184,7 @@ void GlobalShortcuts::settle(const std::shared_ptr<HotKey>& hotKey, bool active,
 void GlobalShortcuts::listen() {
   const auto hear = [this](const QString& interface, const QString& name, auto handler) {
     signals_.push_back(std::make_unique<desktop::BusSignal>(
-        bus_, desktop::BusSignal::Source{portalService, {}, interface, name}, handler));
+        *bus_, desktop::BusSignal::Source{portalService, {}, interface, name}, handler));
   };
   hear(shortcutsInterface, QStringLiteral("Activated"), [this](const QDBusMessage& signal) {
     HotKey* hotKey = hotKeyIn(signal);
@@ -227,13 +199,12 @@ void GlobalShortcuts::listen() {
     if (HotKey* hotKey = hotKeyIn(signal))
       hotKey->held = false;
   });
-  hear(QStringLiteral("org.freedesktop.portal.Session"), QStringLiteral("Closed"),
-       [this](const QDBusMessage& signal) {
-         if (signal.path() != session_.path())
-           return;
-         session_ = {};
-         startOverSoon();
-       });
+  hear(sessionInterface, QStringLiteral("Closed"), [this](const QDBusMessage& signal) {
+    if (signal.path() != session_.path())
+      return;
+    session_ = {};
+    startOverSoon();
+  });
 }
 
 GlobalShortcuts::HotKey* GlobalShortcuts::hotKeyIn(const QDBusMessage& signal) const {

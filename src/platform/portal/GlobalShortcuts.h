@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
 #include <functional>
@@ -10,6 +9,7 @@
 
 #include "platform/HotkeyService.h"
 #include "platform/desktop/BusSignal.h"
+#include "platform/desktop/SessionBus.h"
 #include "platform/portal/Request.h"
 #include "platform/portal/Shortcut.h"
 
@@ -47,7 +47,6 @@ class GlobalShortcuts final : public HotkeyService {
   void list();
   void bind();
 
-  void announce();
   void ask(const QString& method, QVariantList arguments, QVariantMap options,
            Request::Answer answer);
   void closeSession();
@@ -60,8 +59,7 @@ class GlobalShortcuts final : public HotkeyService {
 
   const Holder holder_;
   const std::function<void()> pressed_;
-  const QString connectionName_;
-  QDBusConnection bus_;
+  const desktop::OwnConnection bus_{QStringLiteral("portal")};
   QDBusServiceWatcher owners_;
   std::vector<std::unique_ptr<desktop::BusSignal>> signals_;
   std::vector<std::shared_ptr<HotKey>> hotKeys_;

@@ -4,7 +4,7 @@
 #include <QDBusPendingReply>
 #include <utility>
 
-#include "platform/desktop/SessionBus.h"
+#include "platform/portal/Portal.h"
 
 namespace tavin::portal {
 namespace {
@@ -15,13 +15,7 @@ constexpr uint untilRevoked = 2;
 constexpr int keyDeadline = 1000;     // Milliseconds.
 constexpr int offerDeadline = 10000;  // The portal may have to be started.
 
-const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString remoteInterface = QStringLiteral("org.freedesktop.portal.RemoteDesktop");
-
-QString newBusName() {
-  static int count = 0;
-  return QStringLiteral("tavin-remote-desktop-%1").arg(++count);
-}
 
 // Another one each time: the desktop's own part of a portal outlives the portal, with its sessions.
 QString newSessionToken() {
@@ -34,29 +28,19 @@ QString newSessionToken() {
 RemoteDesktop::RemoteDesktop(SystemLog& log, RestoreToken token)
     : log_(log),
       token_(std::move(token)),
-      connectionName_(newBusName()),
-      bus_(desktop::connectToSessionBus(connectionName_)),
-      owners_(portalName, bus_, QDBusServiceWatcher::WatchForUnregistration) {
+      owners_(portalService, *bus_, QDBusServiceWatcher::WatchForUnregistration) {
   QObject::connect(&owners_, &QDBusServiceWatcher::serviceUnregistered, &owners_,
                    [this] { portalLeft(); });
   closed_ = std::make_unique<desktop::BusSignal>(
-      bus_,
-      desktop::BusSignal::Source{portalName,
-                                 {},
-                                 QStringLiteral("org.freedesktop.portal.Session"),
-                                 QStringLiteral("Closed")},
+      *bus_,
+      desktop::BusSignal::Source{portalService, {}, sessionInterface, QStringLiteral("Closed")},
       [this](const QDBusMessage& signal) {
         if (signal.path() == session_.path())
           giveUp(QStringLiteral("the desktop or the user has ended it"));
       });
 }
 
-RemoteDesktop::~RemoteDesktop() {
-  request_.reset();
-  closed_.reset();
-  // The desktop takes the keys away from whoever leaves.
-  QDBusConnection::disconnectFromBus(connectionName_);
-}
+RemoteDesktop::~RemoteDesktop() = default;
 
 std::optional<QDBusObjectPath> RemoteDesktop::sessionOrAsk() {
   const std::lock_guard lock(mutex_);
@@ -75,7 +59,7 @@ bool RemoteDesktop::type(const QDBusObjectPath& session, const std::vector<KeySt
   for (const KeyStep& step : steps) {
     QDBusMessage key = portalCall(remoteInterface, QStringLiteral("NotifyKeyboardKeycode"));
     key << QVariant::fromValue(session) << QVariantMap() << step.code << uint(step.down ? 1 : 0);
-    calls.push_back(bus_.asyncCall(key, keyDeadline));
+    calls.push_back(bus_->asyncCall(key, keyDeadline));
   }
   bool done = true;
   for (QDBusPendingCall& each : calls) {
@@ -86,18 +70,10 @@ bool RemoteDesktop::type(const QDBusObjectPath& session, const std::vector<KeySt
 }
 
 void RemoteDesktop::ask() {
-  if (!bus_.isConnected())
+  if (!bus_->isConnected())
     return giveUp(QStringLiteral("there is no session bus"));
-  announce();
+  announceTo(*bus_);
   readOffer();
-}
-
-// A program outside of a sandbox says who it is. A portal that cannot be told finds out itself.
-void RemoteDesktop::announce() {
-  QDBusMessage announcement = portalCall(QStringLiteral("org.freedesktop.host.portal.Registry"),
-                                         QStringLiteral("Register"));
-  announcement << QStringLiteral("app.tavin.Tavin") << QVariantMap();
-  bus_.send(announcement);
 }
 
 // The interface is there on desktops whose portal can do none of it, too.
@@ -105,7 +81,7 @@ void RemoteDesktop::readOffer() {
   QDBusMessage question =
       portalCall(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"));
   question << remoteInterface;
-  auto* reply = new QDBusPendingCallWatcher(bus_.asyncCall(question, offerDeadline), &owners_);
+  auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(question, offerDeadline), &owners_);
   QObject::connect(
       reply, &QDBusPendingCallWatcher::finished, &owners_, [this](QDBusPendingCallWatcher* done) {
         done->deleteLater();
@@ -181,7 +157,7 @@ void RemoteDesktop::decline() {
 
 void RemoteDesktop::call(const QString& method, QVariantList arguments, QVariantMap options,
                          Request::Answer answer) {
-  request_ = std::make_unique<Request>(bus_, remoteInterface, method, std::move(arguments),
+  request_ = std::make_unique<Request>(*bus_, remoteInterface, method, std::move(arguments),
                                        std::move(options), std::move(answer));
 }
 
@@ -212,11 +188,7 @@ void RemoteDesktop::setState(State state) {
 void RemoteDesktop::closeSession() {
   request_.reset();
   const std::lock_guard lock(mutex_);
-  const QDBusObjectPath session = std::exchange(session_, {});
-  if (!session.path().isEmpty())
-    bus_.send(QDBusMessage::createMethodCall(portalName, session.path(),
-                                             QStringLiteral("org.freedesktop.portal.Session"),
-                                             QStringLiteral("Close")));
+  portal::closeSession(*bus_, std::exchange(session_, {}));
 }
 
 }  // namespace tavin::portal

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
 #include <memory>
@@ -10,6 +9,7 @@
 
 #include "platform/SystemLog.h"
 #include "platform/desktop/BusSignal.h"
+#include "platform/desktop/SessionBus.h"
 #include "platform/portal/Request.h"
 #include "platform/portal/RestoreToken.h"
 
@@ -59,7 +59,6 @@ class RemoteDesktop {
 
   void call(const QString& method, QVariantList arguments, QVariantMap options,
             Request::Answer answer);
-  void announce();
   void giveUp(const QString& reason);
   void portalLeft();
   void setState(State state);
@@ -67,8 +66,8 @@ class RemoteDesktop {
 
   SystemLog& log_;
   const RestoreToken token_;
-  const QString connectionName_;
-  QDBusConnection bus_;
+  // The desktop takes the keys away from whoever leaves the bus.
+  const desktop::OwnConnection bus_{QStringLiteral("remote-desktop")};
   QDBusServiceWatcher owners_;
   std::unique_ptr<desktop::BusSignal> closed_;
   std::unique_ptr<Request> request_;  // The one under way.

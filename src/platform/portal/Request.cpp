@@ -6,13 +6,12 @@
 #include <limits>
 #include <utility>
 
+#include "platform/portal/Portal.h"
+
 namespace tavin::portal {
 namespace {
 
 constexpr int whenItMay = std::numeric_limits<int>::max();
-
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString object = QStringLiteral("/org/freedesktop/portal/desktop");
 
 QString newToken() {
   static int count = 0;
@@ -22,14 +21,10 @@ QString newToken() {
 // Known before the call, so that the answer cannot come before we listen.
 QString pathOf(const QDBusConnection& bus, const QString& token) {
   const QString sender = bus.baseService().mid(1).replace(u'.', u'_');
-  return object + QStringLiteral("/request/") + sender + u'/' + token;
+  return QStringLiteral("/org/freedesktop/portal/desktop/request/") + sender + u'/' + token;
 }
 
 }  // namespace
-
-QDBusMessage portalCall(const QString& interface, const QString& method) {
-  return QDBusMessage::createMethodCall(service, object, interface, method);
-}
 
 Request::Request(const QDBusConnection& bus, const QString& interface, const QString& method,
                  QVariantList arguments, QVariantMap options, Answer answer)
@@ -37,7 +32,7 @@ Request::Request(const QDBusConnection& bus, const QString& interface, const QSt
   const QString token = newToken();
   response_ = std::make_unique<desktop::BusSignal>(
       bus,
-      desktop::BusSignal::Source{service, pathOf(bus, token),
+      desktop::BusSignal::Source{portalService, pathOf(bus, token),
                                  QStringLiteral("org.freedesktop.portal.Request"),
                                  QStringLiteral("Response")},
       [this](const QDBusMessage& response) {

@@ -35,7 +35,4 @@ class Request {
   std::unique_ptr<desktop::BusSignal> response_;
 };
 
-// A call of the portal's one object.
-QDBusMessage portalCall(const QString& interface, const QString& method);
-
 }  // namespace tavin::portal

@@ -6,7 +6,6 @@
 #include <QTimer>
 #include <utility>
 
-#include "platform/desktop/SessionBus.h"
 #include "platform/tray/DBusMenu.h"
 #include "platform/tray/MenuSource.h"
 #include "platform/tray/StatusNotifierItem.h"
@@ -17,35 +16,24 @@ namespace {
 
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 
-QString newConnectionName() {
-  static int count = 0;
-  return QStringLiteral("tavin-tray-%1").arg(++count);
-}
-
 }  // namespace
 
 NotifierTray::NotifierTray(MenuSource& source, std::function<void(QPoint)> openMenu,
                            std::function<void(bool)> watcherChanged)
-    : connectionName_(newConnectionName()),
-      bus_(desktop::connectToSessionBus(connectionName_)),
-      watcherChanged_(std::move(watcherChanged)),
-      item_(std::make_unique<StatusNotifierItem>(bus_, std::move(openMenu))),
-      menu_(std::make_unique<DBusMenu>(bus_, source)),
-      owners_(watcherName, bus_) {
+    : watcherChanged_(std::move(watcherChanged)),
+      item_(std::make_unique<StatusNotifierItem>(*bus_, std::move(openMenu))),
+      menu_(std::make_unique<DBusMenu>(*bus_, source)),
+      owners_(watcherName, *bus_) {
   QObject::connect(
       &owners_, &QDBusServiceWatcher::serviceOwnerChanged, &owners_,
       [this](const QString&, const QString&, const QString& owner) { setWatcher(owner); });
-  if (bus_.isConnected())
+  if (bus_->isConnected())
     findWatcher();
   else
     QTimer::singleShot(0, &owners_, [this] { setWatcher({}); });
 }
 
-NotifierTray::~NotifierTray() {
-  item_.reset();
-  menu_.reset();
-  QDBusConnection::disconnectFromBus(connectionName_);
-}
+NotifierTray::~NotifierTray() = default;
 
 void NotifierTray::setImage(const TrayImage& image, const QString& accessibilityDescription) {
   item_->setImage(image, accessibilityDescription);
@@ -55,7 +43,7 @@ void NotifierTray::findWatcher() {
   QDBusMessage call = QDBusMessage::createMethodCall(
       "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetNameOwner");
   call << watcherName;
-  auto* reply = new QDBusPendingCallWatcher(bus_.asyncCall(call), &owners_);
+  auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(call), &owners_);
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
                    [this](QDBusPendingCallWatcher* done) {
                      const QDBusPendingReply<QString> answer = *done;

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QPoint>
 #include <functional>
 #include <memory>
 
+#include "platform/desktop/SessionBus.h"
 #include "platform/tray/TrayImage.h"
 
 namespace tavin::tray {
@@ -34,8 +34,7 @@ class NotifierTray {
   void findWatcher();
   void setWatcher(const QString& owner);
 
-  QString connectionName_;
-  QDBusConnection bus_;
+  const desktop::OwnConnection bus_{QStringLiteral("tray")};
   std::function<void(bool)> watcherChanged_;
   std::unique_ptr<StatusNotifierItem> item_;
   std::unique_ptr<DBusMenu> menu_;
