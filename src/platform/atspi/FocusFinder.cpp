@@ -67,17 +67,25 @@ std::vector<ObjectRef> walkToFocus(Bus& bus, const ObjectRef& window, Deadline d
   return found;
 }
 
+Question focusedIn(const ObjectRef& window) {
+  return {window, "Collection", "GetMatches", matchesWithState(States::focused)};
+}
+
+std::vector<QDBusMessage> askForFocused(Bus& bus, const std::vector<ObjectRef>& windows,
+                                        Deadline deadline) {
+  return askEach(bus, windows, "Collection", "GetMatches", deadline,
+                 matchesWithState(States::focused));
+}
+
+// `answers` are those of the windows' Collections.
 std::vector<ObjectRef> focusedBelow(Bus& bus, const std::vector<ObjectRef>& windows,
-                                    FocusSearch& search, Deadline deadline) {
+                                    std::vector<QDBusMessage> answers, FocusSearch& search,
+                                    Deadline deadline) {
   std::vector<ObjectRef> found;
-  auto answers = askEach(bus, windows, "Collection", "GetMatches", deadline,
-                         matchesWithState(States::focused));
   for (std::size_t i = 0; i < windows.size(); ++i) {
     // A browser that has just opened a page takes its time; a second message may still make it.
     if (isLate(answers[i]) && !deadline.passed())
-      answers[i] = bus.ask(
-          Question{windows[i], "Collection", "GetMatches", matchesWithState(States::focused)},
-          deadline);
+      answers[i] = bus.ask(focusedIn(windows[i]), deadline);
     if (isAnswer(answers[i])) {
       append(found, objectsIn(answers[i]), mostFocused);
     } else if (!isLate(answers[i])) {
@@ -88,22 +96,21 @@ std::vector<ObjectRef> focusedBelow(Bus& bus, const std::vector<ObjectRef>& wind
   return found;
 }
 
-// The mark of a hidden text: it has characters, but they are not told.
-bool hidesItsText(Bus& bus, const FocusedObject& focus, Deadline deadline) {
-  const auto first = bus.ask(Question{focus.object, "Text", "GetText", {0, 1}}, deadline);
-  return isAnswer(first) && valueIn(first).toString().isEmpty();
-}
-
 bool isPassword(Bus& bus, const FocusedObject& focus, Deadline deadline) {
   if (focus.role == Role::passwordText)
     return true;
   if (!focus.hasText || focus.characters == 0)
     return false;
-  const auto parent = objectIn(bus.ask(property(focus.object, "Accessible", "Parent"), deadline));
+  std::vector<Question> questions{{focus.object, "Text", "GetText", {0, 1}}};
+  if (!focus.parent.isNull())
+    questions.push_back({focus.parent, "Accessible", "GetRole"});
+  const auto answers = bus.ask(questions, deadline);
+  // The mark of a hidden text: it has characters, but they are not told.
+  const auto& first = answers.front();
+  const bool hidesItsText = isAnswer(first) && valueIn(first).toString().isEmpty();
   const bool partOfPasswordField =
-      !parent.isNull() &&
-      roleIn(bus.ask(Question{parent, "Accessible", "GetRole"}, deadline)) == Role::passwordText;
-  return partOfPasswordField || hidesItsText(bus, focus, deadline);
+      !focus.parent.isNull() && roleIn(answers.back()) == Role::passwordText;
+  return hidesItsText || partOfPasswordField;
 }
 
 std::vector<FocusedObject> describe(Bus& bus, const std::vector<ObjectRef>& objects,
@@ -114,13 +121,19 @@ std::vector<FocusedObject> describe(Bus& bus, const std::vector<ObjectRef>& obje
     questions.push_back({object, "Accessible", "GetState"});
     questions.push_back({object, "Text", "GetNSelections"});
     questions.push_back(property(object, "Text", "CharacterCount"));
+    questions.push_back(property(object, "Accessible", "Parent"));
   }
   const auto answers = bus.ask(questions, deadline);
   std::vector<FocusedObject> described;
   for (std::size_t i = 0; i < objects.size(); ++i) {
-    const auto* answer = &answers[4 * i];
-    described.push_back({objects[i], roleIn(answer[0]), statesIn(answer[1]), isAnswer(answer[2]),
-                         valueIn(answer[3]).toInt(), valueIn(answer[2]).toInt()});
+    const auto* answer = &answers[5 * i];
+    described.push_back({.object = objects[i],
+                         .parent = objectIn(answer[4]),
+                         .role = roleIn(answer[0]),
+                         .states = statesIn(answer[1]),
+                         .hasText = isAnswer(answer[2]),
+                         .characters = valueIn(answer[3]).toInt(),
+                         .selections = valueIn(answer[2]).toInt()});
   }
   return described;
 }
@@ -156,14 +169,23 @@ std::optional<FocusedObject> soleSelection(Bus& bus, const FocusSearch& search, 
 FocusSearch findFocus(Bus& bus, const ObjectRef& program, Deadline deadline) {
   FocusSearch search;
   const auto windows = childrenOf(bus, {program}, mostWindows, deadline);
-  const auto states = askEach(bus, windows, "Accessible", "GetState", deadline);
+  std::vector<Question> questions;
+  for (const auto& window : windows) questions.push_back({window, "Accessible", "GetState"});
+  // A sole window is asked for everything at once; of several only the active ones are searched.
+  const bool sole = windows.size() == 1;
+  if (sole)
+    questions.push_back(focusedIn(windows.front()));
+  const auto answers = bus.ask(questions, deadline);
   std::vector<ObjectRef> others;
   for (std::size_t i = 0; i < windows.size(); ++i)
-    (statesIn(states[i]).has(States::active) ? search.windows : others).push_back(windows[i]);
-  auto found = focusedBelow(bus, search.windows, search, deadline);
+    (statesIn(answers[i]).has(States::active) ? search.windows : others).push_back(windows[i]);
+  const auto focused = [&](const std::vector<ObjectRef>& some) {
+    return sole ? std::vector{answers.back()} : askForFocused(bus, some, deadline);
+  };
+  auto found = focusedBelow(bus, search.windows, focused(search.windows), search, deadline);
   search.inActiveWindow = !found.empty();
   if (found.empty())
-    found = focusedBelow(bus, others, search, deadline);
+    found = focusedBelow(bus, others, focused(others), search, deadline);
   search.focus =
       found.empty() ? soleSelection(bus, search, deadline) : choose(describe(bus, found, deadline));
   append(search.windows, others, mostWindows);

@@ -10,6 +10,7 @@ namespace tavin::atspi {
 // The object that has the keyboard, as its program tells.
 struct FocusedObject {
   ObjectRef object;
+  ObjectRef parent;
   Role role = Role::unknown;
   States states;
   bool hasText = false;

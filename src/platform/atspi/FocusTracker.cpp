@@ -70,12 +70,9 @@ void FocusTracker::identify(FrontWindow& window, const ObjectRef& program, Deadl
     return;
   const QString name =
       valueIn(bus_.ask(property(program, "Accessible", "Name"), deadline)).toString().toLower();
-  const std::vector<std::string> names{name.toStdString()};
   window.processId = process;
   window.unknown = false;
-  window.terminal = isTerminal(names, process, windows_->windowProcesses());
-  window.browser = isBrowser(names, process);
-  window.withoutCopyKey = lacksCopyKey(names);
+  setProgramKind(window, {name.toStdString()}, windows_->windowProcesses());
 }
 
 // Asked only where Collection can answer; labels do not count.

@@ -85,30 +85,29 @@ bool rendersForBrowser(pid_t pid) {
   });
 }
 
-}  // namespace
-
-bool isTerminal(const Names& classNames, std::int64_t pid,
-                const std::set<std::int64_t>& windowProcesses) {
-  if (anyOf(classNames, terminalNames))
+bool holdsTerminal(pid_t pid, const std::vector<pid_t>& children,
+                   const std::set<std::int64_t>& windowProcesses) {
+  if (posix::ptyMasterOf(pid) != posix::PtyMaster::none)
     return true;
-  if (pid == 0)
-    return false;
-  const auto process = static_cast<pid_t>(pid);
-  if (posix::ptyMasterOf(process) != posix::PtyMaster::none)
-    return true;
-  const auto children = posix::childrenOf(process);
   return std::any_of(children.begin(), children.end(), [&](pid_t child) {
     return !windowProcesses.contains(child) && posix::ptyMasterOf(child) == posix::PtyMaster::held;
   });
 }
 
-bool isBrowser(const Names& classNames, std::int64_t pid) {
-  if (anyOf(classNames, browserNames))
-    return true;
-  const auto children = posix::childrenOf(static_cast<pid_t>(pid));
-  return pid != 0 && std::any_of(children.begin(), children.end(), rendersForBrowser);
-}
+}  // namespace
 
-bool lacksCopyKey(const Names& classNames) { return anyOf(classNames, namesWithoutCopyKey); }
+void setProgramKind(FrontWindow& window, const Names& classNames,
+                    const std::set<std::int64_t>& windowProcesses) {
+  window.terminal = anyOf(classNames, terminalNames);
+  window.browser = anyOf(classNames, browserNames);
+  window.withoutCopyKey = anyOf(classNames, namesWithoutCopyKey);
+  const auto pid = static_cast<pid_t>(window.processId);
+  if (pid == 0)
+    return;
+  const auto children = posix::childrenOf(pid);
+  window.terminal = window.terminal || holdsTerminal(pid, children, windowProcesses);
+  window.browser =
+      window.browser || std::any_of(children.begin(), children.end(), rendersForBrowser);
+}
 
 }  // namespace tavin::atspi

@@ -50,30 +50,45 @@ GatheredText TextGatherer::gather(const ObjectRef& object) {
   return result_;
 }
 
-// Reads the selected text of the nodes and returns the marks in it.
-std::vector<TextGatherer::Mark> TextGatherer::readSelections(
-    const std::vector<std::size_t>& nodes) {
-  std::vector<Question> counts;
-  for (const std::size_t node : nodes)
-    counts.push_back({nodes_[node].object, "Text", "GetNSelections"});
-  const auto countAnswers = bus_.ask(counts, deadline_);
-  std::vector<Question> ranges;
-  std::vector<std::size_t> owners;
+// The questions for the selected texts of the nodes, and which node each of them is of. Nearly
+// every selection is its object's only one, so the first is asked for along with their number.
+std::vector<Question> TextGatherer::selectedTexts(const std::vector<std::size_t>& nodes,
+                                                  std::vector<std::size_t>& owners) {
+  std::vector<Question> firsts;
+  for (const std::size_t node : nodes) {
+    firsts.push_back({nodes_[node].object, "Text", "GetNSelections"});
+    firsts.push_back({nodes_[node].object, "Text", "GetSelection", {0}});
+  }
+  const auto firstAnswers = bus_.ask(firsts, deadline_);
+  std::vector<int> counts;
+  std::vector<Question> others;
   for (std::size_t i = 0; i < nodes.size(); ++i) {
-    const int count = valueIn(countAnswers[i]).toInt();
+    const int count = valueIn(firstAnswers[2 * i]).toInt();
     const auto room = static_cast<int>(mostRanges - std::min(mostRanges, ranges_));
-    const int asked = std::min({count, mostSelections, room});
-    result_.complete = result_.complete && asked >= count;
-    ranges_ += static_cast<std::size_t>(std::max(asked, 0));
-    for (int selection = 0; selection < asked; ++selection) {
-      ranges.push_back({nodes_[nodes[i]].object, "Text", "GetSelection", {selection}});
+    counts.push_back(std::clamp(count, 0, std::min(mostSelections, room)));
+    result_.complete = result_.complete && counts.back() >= count;
+    ranges_ += static_cast<std::size_t>(counts.back());
+    for (int selection = 1; selection < counts.back(); ++selection)
+      others.push_back({nodes_[nodes[i]].object, "Text", "GetSelection", {selection}});
+  }
+  const auto otherAnswers = bus_.ask(others, deadline_);
+  std::vector<Question> texts;
+  auto other = otherAnswers.begin();
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    for (int selection = 0; selection < counts[i]; ++selection) {
+      const auto& range = selection == 0 ? firstAnswers[2 * i + 1] : *other++;
+      texts.push_back({nodes_[nodes[i]].object, "Text", "GetText", range.arguments()});
       owners.push_back(nodes[i]);
     }
   }
-  const auto rangeAnswers = bus_.ask(ranges, deadline_);
-  std::vector<Question> texts;
-  for (std::size_t i = 0; i < ranges.size(); ++i)
-    texts.push_back({ranges[i].object, "Text", "GetText", rangeAnswers[i].arguments()});
+  return texts;
+}
+
+// Reads the selected text of the nodes and returns the marks in it.
+std::vector<TextGatherer::Mark> TextGatherer::readSelections(
+    const std::vector<std::size_t>& nodes) {
+  std::vector<std::size_t> owners;
+  const std::vector<Question> texts = selectedTexts(nodes, owners);
   const auto textAnswers = bus_.ask(texts, deadline_);
   std::vector<Mark> marks;
   for (std::size_t i = 0; i < texts.size(); ++i) {

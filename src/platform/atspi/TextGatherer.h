@@ -42,6 +42,8 @@ class TextGatherer {
   };
 
   std::vector<std::size_t> resolve(const std::vector<Mark>& marks);
+  std::vector<Question> selectedTexts(const std::vector<std::size_t>& nodes,
+                                      std::vector<std::size_t>& owners);
   std::vector<Mark> readSelections(const std::vector<std::size_t>& nodes);
   void split(std::size_t node, const QString& text, int start, std::vector<Mark>& marks);
   QString assemble(std::size_t node);

@@ -41,9 +41,7 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
   front.id = now->window.id;
   front.processId = processOf(*now);
   front.unknown = front.processId == 0 && names.front().empty();
-  front.terminal = atspi::isTerminal(names, front.processId, processes_);
-  front.browser = atspi::isBrowser(names, front.processId);
-  front.withoutCopyKey = atspi::lacksCopyKey(names);
+  atspi::setProgramKind(front, names, processes_);
   return front;
 }
 

@@ -23,13 +23,10 @@ atspi::FrontWindow X11WindowSystem::frontWindow() {
   const xcb_window_t window = activeWindow_.find();
   if (window == XCB_WINDOW_NONE)
     return {};
-  const auto classNames = windowClass(reader_->connection(), window);
   atspi::FrontWindow front;
   front.id = window;
   front.processId = clientProcess(reader_->connection(), window);
-  front.terminal = atspi::isTerminal(classNames, front.processId, windowProcesses());
-  front.browser = atspi::isBrowser(classNames, front.processId);
-  front.withoutCopyKey = atspi::lacksCopyKey(classNames);
+  atspi::setProgramKind(front, windowClass(reader_->connection(), window), windowProcesses());
   return front;
 }
 

@@ -174,7 +174,8 @@ TEST_F(HostileProgramTest, SelectionsWithoutEndAreIncomplete) {
   }));
   EXPECT_FALSE(deadline_.passed());
   EXPECT_FALSE(text.complete);
-  EXPECT_EQ(program.asked("GetSelection"), 20'000);
+  EXPECT_EQ(program.asked("GetText"), 20'000);
+  EXPECT_LE(program.asked("GetSelection"), 20'100);  // The first one of each object in any case.
 }
 
 }  // namespace
