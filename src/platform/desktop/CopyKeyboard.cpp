@@ -3,11 +3,11 @@
 namespace tavin::desktop {
 namespace {
 
-constexpr std::uint16_t copyKeyCode = 8;
+constexpr std::uint16_t keyInPositionC = 8;
 
 }  // namespace
 
-// The key going down, which types the whole chord.
+// The key going down, which types the whole chord: this process may end between two events.
 class CopyKeyboard::CopyEvent final : public KeyboardEvent {
  public:
   explicit CopyEvent(CopyKeyboard& keyboard) : keyboard_(keyboard) {}
@@ -31,11 +31,11 @@ class CopyKeyboard::ReleasedEvent final : public KeyboardEvent {
 };
 
 std::unique_ptr<KeyboardEvent> CopyKeyboard::createKeyboardEvent(std::uint16_t keyCode, bool down) {
-  if (keyCode != copyKeyCode)
+  if (keyCode != keyInPositionC)
     return nullptr;
   if (!down)
     return std::exchange(chordMade_, false) ? std::make_unique<ReleasedEvent>() : nullptr;
-  chordMade_ = mayCopy_();
+  chordMade_ = prepareChord();
   return chordMade_ ? std::make_unique<CopyEvent>(*this) : nullptr;
 }
 

@@ -18,11 +18,15 @@ class CopyKeyboard : public Keyboard {
  protected:
   // `mayCopy` tells whether the program in front may get the keys.
   explicit CopyKeyboard(std::function<bool()> mayCopy) : mayCopy_(std::move(mayCopy)) {}
+  bool mayCopy() const { return mayCopy_(); }
 
  private:
   class CopyEvent;
   class ReleasedEvent;
 
+  // Whether the chord can be typed and the program in front may get it. What it needs is kept until
+  // it is typed, if ever.
+  virtual bool prepareChord() { return mayCopy(); }
   // Presses and releases the keys; when it returns, the program in front has been sent them all.
   virtual void typeChord() = 0;
 
