@@ -1,7 +1,6 @@
 #include "platform/wayland/ClipboardSnapshot.h"
 
 #include <algorithm>
-#include <numeric>
 #include <set>
 
 #include "platform/desktop/ClipboardTypes.h"
@@ -9,9 +8,7 @@
 namespace tavin::wayland {
 namespace {
 
-using desktop::clipboardRankOf;
 using Outcome = SelectionReader::Content::Outcome;
-using Rank = desktop::ClipboardRank;
 
 // One private type that never comes shall not use up the time of all.
 constexpr double secondsForOptionalType = 0.3;
@@ -26,27 +23,16 @@ constexpr const char* textTypes[] = {"text/plain;charset=utf-8",
                                      latin1Text,
                                      "TEXT"};
 
-// The indices of the types in the order in which they are asked for.
-std::vector<std::size_t> askingOrder(const std::vector<std::string>& types) {
-  std::vector<std::size_t> order(types.size());
-  std::iota(order.begin(), order.end(), 0);
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    return clipboardRankOf(types[a]) < clipboardRankOf(types[b]);
-  });
-  return order;
-}
-
 // One attempt to read all of what is listed.
 Outcome readListed(SelectionReader& reader, const SelectionReader::Listing& listing,
                    Deadline deadline, PasteboardItem& item) {
   const auto& types = listing.types;
   std::vector<std::optional<QByteArray>> values(types.size());
   std::set<std::string> seen;
-  for (const std::size_t index : askingOrder(types)) {
-    if (desktop::isQuestionToOwner(types[index]) || !seen.insert(types[index]).second)
+  for (const std::size_t index : desktop::clipboardAskingOrder(types)) {
+    if (!seen.insert(types[index]).second)
       continue;
-    const Rank rank = clipboardRankOf(types[index]);
-    const bool needed = rank == Rank::text || rank == Rank::png;
+    const bool needed = desktop::isNeededClipboardType(types[index]);
     auto content = reader.read(Selection::clipboard, listing, types[index],
                                needed ? deadline : deadline.orIn(secondsForOptionalType));
     if (content.outcome == Outcome::read)

@@ -1,7 +1,5 @@
 #include "platform/wayland/EventThread.h"
 
-#include <sys/eventfd.h>
-
 #include <algorithm>
 #include <csignal>
 
@@ -18,8 +16,7 @@ void blockBrokenPipes() {
 
 }  // namespace
 
-EventThread::EventThread(Connection& connection)
-    : connection_(connection), wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+EventThread::EventThread(Connection& connection) : connection_(connection) {}
 
 void EventThread::start() {
   thread_ = std::thread([this] { run(); });
@@ -29,46 +26,23 @@ void EventThread::stop() {
   if (!thread_.joinable())
     return;
   stopping_ = true;
-  eventfd_write(wake_.get(), 1);
+  inbox_.wake();
   thread_.join();
-}
-
-bool EventThread::post(std::function<void()> task) {
-  {
-    const std::lock_guard lock(mutex_);
-    if (!alive_)
-      return false;
-    tasks_.push_back(std::move(task));
-  }
-  eventfd_write(wake_.get(), 1);
-  return true;
 }
 
 void EventThread::run() {
   blockBrokenPipes();
   std::vector<pollfd> files;
   do {
-    runTasks();
+    inbox_.run();
     for (Part* part : parts_) part->proceed();
   } while (!stopping_ && connection_.turn(files, prepare(files)));
-  const std::lock_guard lock(mutex_);
-  alive_ = false;
-}
-
-void EventThread::runTasks() {
-  eventfd_t ignored = 0;
-  eventfd_read(wake_.get(), &ignored);
-  std::deque<std::function<void()>> tasks;
-  {
-    const std::lock_guard lock(mutex_);
-    tasks.swap(tasks_);
-  }
-  for (const auto& task : tasks) task();
+  inbox_.close();
 }
 
 // Collects what to wait for; returns for how many milliseconds, -1 for ever.
 int EventThread::prepare(std::vector<pollfd>& files) {
-  files.assign(1, {wake_.get(), POLLIN, 0});
+  files.assign(1, {inbox_.file(), POLLIN, 0});
   int timeout = -1;
   for (Part* part : parts_) {
     part->addFiles(files);

@@ -1,16 +1,12 @@
 #pragma once
 
 #include <atomic>
-#include <deque>
 #include <functional>
-#include <future>
-#include <memory>
-#include <mutex>
 #include <optional>
 #include <thread>
 #include <vector>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/TaskInbox.h"
 #include "platform/wayland/Connection.h"
 
 namespace tavin::wayland {
@@ -40,31 +36,19 @@ class EventThread {
   // No part is called afterwards.
   void stop();
 
-  // Runs `task` on the thread and waits for its result; none when it did not end in time, or the
-  // thread has ended. It may still run later, so it must hold all that it uses. Any other thread.
+  // Runs `task` on the thread, as TaskInbox::ask() says. Any other thread.
   template <typename T>
   std::optional<T> ask(Deadline deadline, std::function<T()> task) {
-    const auto promise = std::make_shared<std::promise<T>>();
-    auto result = promise->get_future();
-    const bool taken = post([promise, task = std::move(task)] { promise->set_value(task()); });
-    if (!taken || result.wait_for(std::chrono::milliseconds(deadline.remainingMs())) !=
-                      std::future_status::ready)
-      return std::nullopt;
-    return result.get();
+    return inbox_.ask<T>(deadline, std::move(task));
   }
 
  private:
-  bool post(std::function<void()> task);
   void run();
-  void runTasks();
   int prepare(std::vector<pollfd>& files);
 
   Connection& connection_;
   std::vector<Part*> parts_;
-  const posix::FileDescriptor wake_;
-  std::mutex mutex_;
-  std::deque<std::function<void()>> tasks_;
-  bool alive_ = true;
+  posix::TaskInbox inbox_;
   std::atomic<bool> stopping_ = false;
   std::thread thread_;
 };

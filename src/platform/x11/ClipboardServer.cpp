@@ -1,7 +1,6 @@
 #include "platform/x11/ClipboardServer.h"
 
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <xcb/xfixes.h>
 
 #include <future>
@@ -54,8 +53,7 @@ ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::ui
       saveTargets_(connection_->atom("SAVE_TARGETS")),
       kept_(connection_->atom("TAVIN_CLIPBOARD")),
       clock_(connection_->atom("TAVIN_CLOCK")),
-      answers_(*connection_, transferIdleSeconds),
-      wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+      answers_(*connection_, transferIdleSeconds) {
   xcb_xfixes_select_selection_input(connection_->get(), window_, clipboard_,
                                     XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                         XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
@@ -65,11 +63,8 @@ ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::ui
 }
 
 ClipboardServer::~ClipboardServer() {
-  {
-    const std::lock_guard lock(mutex_);
-    stopping_ = true;
-  }
-  eventfd_write(wake_.get(), 1);
+  stopping_ = true;
+  inbox_.wake();
   thread_.join();
 }
 
@@ -118,51 +113,25 @@ bool ClipboardServer::handOver(Deadline deadline) {
 }
 
 bool ClipboardServer::perform(Deadline deadline, std::function<void()> task) {
-  const auto done = std::make_shared<std::promise<void>>();
-  auto finished = done->get_future();
-  {
-    const std::lock_guard lock(mutex_);
-    if (!alive_)
-      return false;
-    tasks_.emplace_back([task = std::move(task), done] {
-      task();
-      done->set_value();
-    });
-  }
-  eventfd_write(wake_.get(), 1);
-  return finished.wait_for(std::chrono::milliseconds(deadline.remainingMs())) ==
-         std::future_status::ready;
+  const auto done = inbox_.ask<bool>(deadline, [task = std::move(task)] {
+    task();
+    return true;
+  });
+  return done.has_value();
 }
 
 void ClipboardServer::run() {
   xcb_connection_t* c = connection_->get();
-  while (xcb_connection_has_error(c) == 0) {
-    {
-      const std::lock_guard lock(mutex_);
-      if (stopping_)
-        break;
-    }
-    runTasks();
+  while (xcb_connection_has_error(c) == 0 && !stopping_) {
+    inbox_.run();
     handleQueuedEvents();
     answers_.transfers().dropIdle();
     giveUpIfDue(false);
     xcb_flush(c);
-    pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {wake_.get(), POLLIN, 0}};
+    pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {inbox_.file(), POLLIN, 0}};
     poll(descriptors, 2, pollTimeout());
   }
-  const std::lock_guard lock(mutex_);
-  alive_ = false;
-}
-
-void ClipboardServer::runTasks() {
-  eventfd_t ignored = 0;
-  eventfd_read(wake_.get(), &ignored);
-  std::deque<std::function<void()>> tasks;
-  {
-    const std::lock_guard lock(mutex_);
-    tasks.swap(tasks_);
-  }
-  for (const auto& task : tasks) task();
+  inbox_.close();
 }
 
 int ClipboardServer::pollTimeout() const {

@@ -2,14 +2,12 @@
 
 #include <atomic>
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <thread>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/TaskInbox.h"
 #include "platform/x11/ClipboardAnswers.h"
 
 namespace tavin::x11 {
@@ -43,7 +41,6 @@ class ClipboardServer {
 
   // The thread's own, all below.
   void run();
-  void runTasks();
   int pollTimeout() const;
   void handleQueuedEvents();
   void handle(const xcb_generic_event_t& event);
@@ -64,11 +61,8 @@ class ClipboardServer {
   std::optional<Deadline> giveUpAt_;
   std::function<void(bool)> onHandedOver_;
 
-  posix::FileDescriptor wake_;
-  std::mutex mutex_;
-  std::deque<std::function<void()>> tasks_;
-  bool stopping_ = false;
-  bool alive_ = true;
+  posix::TaskInbox inbox_;
+  std::atomic<bool> stopping_ = false;
   std::thread thread_;
 };
 

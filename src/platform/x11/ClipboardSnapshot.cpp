@@ -1,8 +1,6 @@
 #include "platform/x11/ClipboardSnapshot.h"
 
-#include <algorithm>
 #include <cstring>
-#include <numeric>
 #include <set>
 
 #include "platform/desktop/ClipboardTypes.h"
@@ -10,9 +8,7 @@
 namespace tavin::x11 {
 namespace {
 
-using desktop::clipboardRankOf;
 using Outcome = Conversion::Outcome;
-using Rank = desktop::ClipboardRank;
 
 // One private type that never comes shall not use up the time of all.
 constexpr double secondsForOptionalTarget = 0.3;
@@ -72,8 +68,7 @@ Outcome Attempt::listTargets() {
 }
 
 Outcome Attempt::readTarget(std::size_t index) {
-  const Rank rank = clipboardRankOf(names_[index]);
-  const bool needed = rank == Rank::text || rank == Rank::png;
+  const bool needed = desktop::isNeededClipboardType(names_[index]);
   auto value = reader_.convert(clipboard_, targets_[index],
                                needed ? deadline_ : deadline_.orIn(secondsForOptionalTarget));
   if (value.outcome == Outcome::converted)
@@ -87,14 +82,7 @@ Outcome Attempt::read() {
   const Outcome listed = listTargets();
   if (listed != Outcome::converted && listed != Outcome::refused)
     return listed;
-  std::vector<std::size_t> order(targets_.size());
-  std::iota(order.begin(), order.end(), 0);
-  std::stable_sort(order.begin(), order.end(), [this](std::size_t a, std::size_t b) {
-    return clipboardRankOf(names_[a]) < clipboardRankOf(names_[b]);
-  });
-  for (const std::size_t index : order) {
-    if (desktop::isQuestionToOwner(names_[index]))
-      continue;
+  for (const std::size_t index : desktop::clipboardAskingOrder(names_)) {
     const Outcome outcome = readTarget(index);
     if (outcome == Outcome::late || outcome == Outcome::ownerChanged)
       return outcome;

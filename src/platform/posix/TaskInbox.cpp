@@ -1,0 +1,40 @@
+#include "platform/posix/TaskInbox.h"
+
+#include <sys/eventfd.h>
+
+#include <utility>
+
+namespace tavin::posix {
+
+TaskInbox::TaskInbox() : wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+
+void TaskInbox::wake() const { eventfd_write(wake_.get(), 1); }
+
+bool TaskInbox::post(std::function<void()> task) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (!open_)
+      return false;
+    tasks_.push_back(std::move(task));
+  }
+  wake();
+  return true;
+}
+
+void TaskInbox::run() {
+  eventfd_t ignored = 0;
+  eventfd_read(wake_.get(), &ignored);
+  std::deque<std::function<void()>> tasks;
+  {
+    const std::lock_guard lock(mutex_);
+    tasks.swap(tasks_);
+  }
+  for (const auto& task : tasks) task();
+}
+
+void TaskInbox::close() {
+  const std::lock_guard lock(mutex_);
+  open_ = false;
+}
+
+}  // namespace tavin::posix

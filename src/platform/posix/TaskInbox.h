@@ -1,0 +1,51 @@
+#pragma once
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+#include "platform/Deadline.h"
+#include "platform/posix/FileDescriptor.h"
+
+namespace tavin::posix {
+
+// Tasks for one thread that sleeps in poll. Any thread may post and ask; running and closing are
+// that thread's.
+class TaskInbox {
+ public:
+  TaskInbox();
+
+  // Readable while there is something to do.
+  int file() const { return wake_.get(); }
+  void wake() const;
+  // False once it is closed.
+  bool post(std::function<void()> task);
+  // Waits for the task's result; none when it did not end in time, or the thread has ended. It may
+  // still run later, so it must hold all that it uses. Not from the thread itself.
+  template <typename T>
+  std::optional<T> ask(Deadline deadline, std::function<T()> task) {
+    const auto promise = std::make_shared<std::promise<T>>();
+    auto result = promise->get_future();
+    const bool taken = post([promise, task = std::move(task)] { promise->set_value(task()); });
+    if (!taken || result.wait_for(std::chrono::milliseconds(deadline.remainingMs())) !=
+                      std::future_status::ready)
+      return std::nullopt;
+    return result.get();
+  }
+
+  // Runs the tasks that are there.
+  void run();
+  void close();
+
+ private:
+  const FileDescriptor wake_;
+  std::mutex mutex_;
+  std::deque<std::function<void()>> tasks_;
+  bool open_ = true;
+};
+
+}  // namespace tavin::posix
