@@ -27,16 +27,20 @@ class Lexis {
   explicit Lexis(QByteArrayView json) : json_(json) {}
 
   bool isStrict() {
-    bool strict = true;
-    while (strict && at_ < json_.size()) {
-      if (next() == '"')
-        strict = string();
-      else if (next() == '-' || isDigit(next()))
-        strict = number();
-      else
-        strict = next() != '.' && ++at_ > 0;  // The one thing that begins a number only for Qt.
+    while (at_ < json_.size()) {
+      if (next() == '"') {
+        if (!string())
+          return false;
+      } else if (next() == '-' || isDigit(next())) {
+        if (!number())
+          return false;
+      } else if (next() == '.') {
+        return false;  // The one thing that begins a number only for Qt.
+      } else {
+        ++at_;
+      }
     }
-    return strict;
+    return true;
   }
 
  private:
@@ -71,14 +75,17 @@ class Lexis {
 
   bool string() {
     ++at_;
-    bool strict = true;
-    while (strict && !take('"')) {
-      if (take('\\'))
-        strict = escape();
-      else
-        strict = static_cast<unsigned char>(next()) >= 0x20 && ++at_ > 0;
+    while (!take('"')) {
+      if (take('\\')) {
+        if (!escape())
+          return false;
+      } else if (static_cast<unsigned char>(next()) < 0x20) {
+        return false;
+      } else {
+        ++at_;
+      }
     }
-    return strict;
+    return true;
   }
 
   bool escape() {

@@ -40,17 +40,11 @@ HotkeyRoad roadOf(const SessionTraits& session) {
 template <typename Service>
 ChosenHotkeys toBeReleased(std::unique_ptr<Service> service) {
   Service& given = *service;
-  return {.service = std::move(service),
-          .release = [&given] { given.release(); },
-          .road = {},
-          .name = {}};
+  return {.service = std::move(service), .release = [&given] { given.release(); }};
 }
 
 ChosenHotkeys refusing(const QString& reason) {
-  return {.service = std::make_unique<desktop::NoHotkeys>(reason),
-          .release = {},
-          .road = {},
-          .name = {}};
+  return {.service = std::make_unique<desktop::NoHotkeys>(reason)};
 }
 
 // GNOME's portal grants a key that GNOME itself holds, and never tells its presses.
@@ -74,7 +68,7 @@ ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session,
   switch (road) {
     case HotkeyRoad::x11:
       if (auto grabs = x11::HotkeyGrabs::create())
-        return {.service = std::move(grabs), .release = {}, .road = {}, .name = {}};
+        return {.service = std::move(grabs)};
       return refusing(QStringLiteral("the X display has no XInput 2.1 or later"));
     case HotkeyRoad::kde:
       return toBeReleased(std::make_unique<kde::GlobalAccel>());
@@ -82,10 +76,7 @@ ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session,
       return toBeReleased(std::make_unique<gnome::CustomBindings>(QDBusConnection::sessionBus()));
     case HotkeyRoad::portal:
       return {.service =
-                  std::make_unique<portal::GlobalShortcuts>(holderIn(session), noteIn(modifiers)),
-              .release = {},
-              .road = {},
-              .name = {}};
+                  std::make_unique<portal::GlobalShortcuts>(holderIn(session), noteIn(modifiers))};
     case HotkeyRoad::none:
       break;
   }

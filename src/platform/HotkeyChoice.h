@@ -38,9 +38,9 @@ HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced)
 
 struct ChosenHotkeys {
   std::unique_ptr<HotkeyService> service;  // Never null.
-  std::function<void()> release;           // What it owes the desktop at the end; may be empty.
+  std::function<void()> release = {};      // What it owes the desktop at the end; may be empty.
   HotkeyRoad road = HotkeyRoad::none;
-  QString name;  // Of the road, for the log.
+  QString name = {};  // Of the road, for the log.
 };
 
 // Shortcuts as this session offers them, or as the environment's TAVIN_SHORTCUTS says: x11, kde,
