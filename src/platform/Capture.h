@@ -18,7 +18,7 @@ struct Clipboard {
 };
 
 // What reads the selected text on a desktop. The three share their connections and keep them alive
-// together; none may be used by a thread that outlives them.
+// together, so they live as long as each other; none may be used by a thread that outlives them.
 struct Capture {
   std::unique_ptr<Accessibility> accessibility;
   std::unique_ptr<Keyboard> keyboard;

@@ -91,7 +91,7 @@ std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {
   return x11::createWindowSystem();
 }
 
-std::unique_ptr<Keyboard> DesktopServices::createPortalKeyboard(
+std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
     SystemLog& log, std::function<bool()> mayCopy) const {
   portal::ModifierHabits habits;
   habits.released = desktop::currentDesktops().contains(QStringLiteral("KDE"));
@@ -101,7 +101,7 @@ std::unique_ptr<Keyboard> DesktopServices::createPortalKeyboard(
                                                   std::move(mayCopy), std::move(habits));
 }
 
-std::unique_ptr<Keyboard> DesktopServices::createKeyboard(
+std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createKeyboard(
     const QString& kind, SystemLog& log, const std::function<bool()>& mayCopy) const {
   if (kind == "virtual-keyboard")
     return wayland::VirtualKeyboard::create(mayCopy);
@@ -129,7 +129,7 @@ std::optional<Capture> DesktopServices::createCapture(SystemLog& log) {
       }
     }
     keyboard_ = "none";
-    return std::unique_ptr<Keyboard>();
+    return std::unique_ptr<desktop::CopyKeyboard>();
   };
   return atspi::assembleCapture(log, {std::move(windows), std::move(*clipboard), makeKeyboard});
 }

@@ -12,6 +12,9 @@
 namespace tavin::atspi {
 class WindowSystem;
 }
+namespace tavin::desktop {
+class CopyKeyboard;
+}
 namespace tavin::gnome {
 class HeldModifiers;
 }
@@ -48,9 +51,9 @@ class DesktopServices {
 
  private:
   std::unique_ptr<atspi::WindowSystem> createWindows() const;
-  std::unique_ptr<Keyboard> createKeyboard(const QString& kind, SystemLog& log,
+  std::unique_ptr<desktop::CopyKeyboard> createKeyboard(const QString& kind, SystemLog& log,
                                            const std::function<bool()>& mayCopy) const;
-  std::unique_ptr<Keyboard> createPortalKeyboard(SystemLog& log,
+  std::unique_ptr<desktop::CopyKeyboard> createPortalKeyboard(SystemLog& log,
                                                  std::function<bool()> mayCopy) const;
 
   const std::shared_ptr<wayland::Compositor> compositor_;  // Null where X11 serves.

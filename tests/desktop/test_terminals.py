@@ -1,6 +1,7 @@
 """Terminals: the selection is read, and nothing is ever typed into what runs there."""
 
 import pytest
+from driver import SPEAK
 from session import wait_until
 from terminal import WORD, Watched
 
@@ -34,4 +35,17 @@ def test_selection_is_read_and_nothing_typed(tavin, terminal):
 
 def test_without_a_selection_nothing_is_typed(tavin, terminal):
     assert tavin.press() == []
+    assert terminal.reached() == ["ready"]
+
+
+def test_what_is_copied_where_nothing_can_be_typed_is_not_tavins(tavin, desktop, engine, terminal):
+    """A change of the clipboard is the user's own then: it is neither spoken nor undone."""
+    desktop.own("clipboard", "copied before")
+    since = engine.mark()
+    desktop.key(SPEAK)
+    engine.wait_for("/status", count=2, since=since)
+    desktop.own("clipboard", "copied meanwhile")
+    assert tavin.press() == []  # The first one is through, too.
+    assert engine.requests("/speak", since) == []
+    assert desktop.clipboard_text() == "copied meanwhile"
     assert terminal.reached() == ["ready"]

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/atspi/AtspiAccessibility.h"
+#include "platform/desktop/GuardedPasteboard.h"
 #include "platform/desktop/NoKeyboard.h"
 
 namespace tavin::atspi {
@@ -11,12 +12,16 @@ Capture assembleCapture(SystemLog& log, CaptureParts parts) {
   const auto tracker = std::make_shared<FocusTracker>(std::move(parts.windows));
   auto keyboard = parts.makeKeyboard([tracker] { return tracker->mayReceiveCopy(); });
   const bool canType = keyboard != nullptr;
+  if (!canType)
+    keyboard = std::make_unique<desktop::NoKeyboard>();
 
   Capture capture;
   capture.accessibility =
       std::make_unique<AtspiAccessibility>(tracker, log, [canType] { return canType; });
-  capture.keyboard = canType ? std::move(keyboard) : std::make_unique<desktop::NoKeyboard>();
   capture.clipboard = std::move(parts.clipboard);
+  capture.clipboard.pasteboard = std::make_unique<desktop::GuardedPasteboard>(
+      std::move(capture.clipboard.pasteboard), *keyboard);
+  capture.keyboard = std::move(keyboard);
   capture.menuCommandChosen = [tracker] { tracker->windows().menuCommandChosen(); };
   return capture;
 }

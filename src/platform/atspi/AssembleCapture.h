@@ -6,12 +6,14 @@
 #include "platform/Capture.h"
 #include "platform/SystemLog.h"
 #include "platform/atspi/WindowSystem.h"
+#include "platform/desktop/CopyKeyboard.h"
 
 namespace tavin::atspi {
 
 // Makes the keyboard of a capture; `mayCopy` tells whether the program in front may get the keys.
 // Null where there is none: then nothing is ever copied.
-using KeyboardMaker = std::function<std::unique_ptr<Keyboard>(std::function<bool()> mayCopy)>;
+using KeyboardMaker =
+    std::function<std::unique_ptr<desktop::CopyKeyboard>(std::function<bool()> mayCopy)>;
 
 // What differs between the window systems. All must be there.
 struct CaptureParts {

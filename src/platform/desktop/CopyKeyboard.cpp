@@ -14,8 +14,10 @@ class CopyKeyboard::CopyEvent final : public KeyboardEvent {
 
   void setFlags(std::uint64_t flags) override { flags_ = flags; }
   void post() override {
-    if (flags_ == EventFlags::command)  // Else it is no copy command, and types nothing.
-      keyboard_.typeChord();
+    if (flags_ != EventFlags::command)
+      return;  // It is no copy command, and types nothing.
+    keyboard_.typeChord();
+    ++keyboard_.chordsTyped_;
   }
 
  private:

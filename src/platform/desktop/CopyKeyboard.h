@@ -15,10 +15,15 @@ class CopyKeyboard : public Keyboard {
  public:
   std::unique_ptr<KeyboardEvent> createKeyboardEvent(std::uint16_t keyCode, bool down) final;
 
+  // Whether a copy can be made at all now, from the program in front. Where the user's leave is
+  // missing, asking begins, and the answer is no meanwhile.
+  virtual bool isReady() { return mayCopy_(); }
+  // How often the command was typed so far.
+  int chordsTyped() const { return chordsTyped_; }
+
  protected:
   // `mayCopy` tells whether the program in front may get the keys.
   explicit CopyKeyboard(std::function<bool()> mayCopy) : mayCopy_(std::move(mayCopy)) {}
-  bool mayCopy() const { return mayCopy_(); }
 
  private:
   class CopyEvent;
@@ -26,13 +31,14 @@ class CopyKeyboard : public Keyboard {
 
   // Whether the chord can be typed and the program in front may get it. What it needs is kept until
   // it is typed, if ever.
-  virtual bool prepareChord() { return mayCopy(); }
+  virtual bool prepareChord() { return isReady(); }
   // Presses and releases the keys; when it returns, the program in front has been sent them all.
   virtual void typeChord() = 0;
 
   const std::function<bool()> mayCopy_;
   // Whether the last key going down could be made: then one going up belongs to it.
   bool chordMade_ = false;
+  int chordsTyped_ = 0;
 };
 
 }  // namespace tavin::desktop

@@ -1,16 +1,18 @@
 #pragma once
 
-#include "platform/Keyboard.h"
+#include "platform/desktop/CopyKeyboard.h"
 
 namespace tavin::desktop {
 
 // For a session that lets no program type: no event can be made.
-class NoKeyboard final : public Keyboard {
+class NoKeyboard final : public CopyKeyboard {
  public:
+  NoKeyboard() : CopyKeyboard([] { return false; }) {}
+
   std::uint64_t flagsState() override { return 0; }
-  std::unique_ptr<KeyboardEvent> createKeyboardEvent(std::uint16_t, bool) override {
-    return nullptr;
-  }
+
+ private:
+  void typeChord() override {}
 };
 
 }  // namespace tavin::desktop

@@ -31,12 +31,14 @@ PortalKeyboard::PortalKeyboard(std::shared_ptr<RemoteDesktop> desktop,
 
 std::uint64_t PortalKeyboard::flagsState() { return modifiers_.held ? modifiers_.held() : 0; }
 
-bool PortalKeyboard::prepareChord() {
-  if (!mayCopy())
+bool PortalKeyboard::isReady() {
+  if (!CopyKeyboard::isReady())
     return false;  // And nobody is asked for leave.
   session_ = desktop_->sessionOrAsk();
-  return session_ && flagsState() == 0;
+  return session_.has_value();
 }
+
+bool PortalKeyboard::prepareChord() { return isReady() && flagsState() == 0; }
 
 void PortalKeyboard::typeChord() { desktop_->type(*session_, copyChord(modifiers_.released)); }
 

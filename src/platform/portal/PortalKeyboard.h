@@ -28,6 +28,7 @@ class PortalKeyboard final : public desktop::CopyKeyboard {
                  ModifierHabits modifiers);
 
   std::uint64_t flagsState() override;
+  bool isReady() override;
 
  private:
   bool prepareChord() override;

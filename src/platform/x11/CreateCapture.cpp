@@ -1,6 +1,5 @@
 #include "platform/x11/CreateCapture.h"
 
-#include "platform/atspi/AssembleCapture.h"
 #include "platform/x11/X11Keyboard.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11WindowSystem.h"
@@ -27,17 +26,9 @@ std::unique_ptr<atspi::WindowSystem> createWindowSystem() {
                 : nullptr;
 }
 
-std::unique_ptr<Keyboard> createKeyboard(std::function<bool()> mayCopy) {
+std::unique_ptr<desktop::CopyKeyboard> createKeyboard(std::function<bool()> mayCopy) {
   auto keyboard = X11Keyboard::create(std::move(mayCopy));
   return keyboard && keyboard->canType() ? std::move(keyboard) : nullptr;
-}
-
-std::optional<Capture> createCapture(SystemLog& log) {
-  auto clipboard = createClipboard();
-  auto windows = createWindowSystem();
-  if (!clipboard || !windows)
-    return std::nullopt;
-  return atspi::assembleCapture(log, {std::move(windows), std::move(*clipboard), createKeyboard});
 }
 
 }  // namespace tavin::x11

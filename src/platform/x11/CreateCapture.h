@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "platform/Capture.h"
-#include "platform/SystemLog.h"
 #include "platform/atspi/WindowSystem.h"
+#include "platform/desktop/CopyKeyboard.h"
 
 namespace tavin::x11 {
 
@@ -14,9 +14,6 @@ namespace tavin::x11 {
 std::optional<Clipboard> createClipboard();
 std::unique_ptr<atspi::WindowSystem> createWindowSystem();
 // Null where the display lets nobody type, too.
-std::unique_ptr<Keyboard> createKeyboard(std::function<bool()> mayCopy);
-
-// The three, put together with accessibility. `log` must outlive it. Needs the QCoreApplication.
-std::optional<Capture> createCapture(SystemLog& log);
+std::unique_ptr<desktop::CopyKeyboard> createKeyboard(std::function<bool()> mayCopy);
 
 }  // namespace tavin::x11

@@ -39,7 +39,7 @@ bool X11Keyboard::prepareChord() {
   control_ = state.keyFor(controlSymbol);
   insert_ = state.keyFor(insertSymbol);
   // While a menu or a screen lock holds the keyboard, the keys would go there.
-  return canType_ && control_ && insert_ && !activeWindow_.keyboardIsGrabbed() && mayCopy();
+  return canType_ && control_ && insert_ && !activeWindow_.keyboardIsGrabbed() && isReady();
 }
 
 // All of it reaches the display in one piece, or nothing does: this process may end at any moment,

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "platform/Eventually.h"
+#include "platform/atspi/AssembleCapture.h"
 #include "platform/x11/CreateCapture.h"
 #include "platform/x11/TestKeyboard.h"
 
@@ -32,6 +33,16 @@ class ListLog final : public SystemLog {
   std::mutex mutex_;
   QStringList lines_;
 };
+
+// As the factory puts it together on X11; none without a display.
+inline std::optional<Capture> captureOnX11(SystemLog& log) {
+  auto clipboard = x11::createClipboard();
+  auto windows = x11::createWindowSystem();
+  if (!clipboard || !windows)
+    return std::nullopt;
+  return atspi::assembleCapture(log,
+                                {std::move(windows), std::move(*clipboard), x11::createKeyboard});
+}
 
 // The back ends of capture in a real session, and a keyboard to select with.
 class CaptureTest : public testing::Test {
@@ -86,7 +97,7 @@ class CaptureTest : public testing::Test {
   QTemporaryDir folder_;
   ListLog log_;
   TestKeyboard keyboard_;
-  std::optional<Capture> capture_ = x11::createCapture(log_);
+  std::optional<Capture> capture_ = captureOnX11(log_);
 };
 
 }  // namespace tavin::test

@@ -87,7 +87,7 @@ TEST_F(BusTest, ABusThatHangsIsGivenUpInTimeAndOneThatRestartsIsFoundAgain) {
     timer.start();
     EXPECT_EQ(selectedText(), std::nullopt);
     EXPECT_LT(timer.elapsed(), 1500);
-    const auto fresh = x11::createCapture(log_);
+    const auto fresh = captureOnX11(log_);
     timer.restart();
     fresh->accessibility->isProcessTrusted(false);
     EXPECT_LT(timer.elapsed(), 1500) << "nor does connecting to it hang";
