@@ -32,11 +32,6 @@ QString chosen(const char* variable, const char* serves) {
   return forced.isEmpty() ? QString(QLatin1String(serves)) : forced;
 }
 
-bool isWaylandSession() {
-  return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-         qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
-}
-
 bool qtSpeaksWayland() {
   const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms");
   return !plugins.entryList({"libqwayland*"}, QDir::Files).isEmpty();
@@ -58,7 +53,9 @@ DesktopServices::DesktopServices()
     : compositor_(wayland::Compositor::connect()),
       display_(x11::Connection::open() != nullptr),
       wayland_(compositor_ || wayland::Connection::open(Deadline::in(connectSeconds))),
-      xwayland_(!compositor_ && isWaylandSession()),
+      // WAYLAND_DISPLAY tells nothing by itself: it may be left of a session that has ended.
+      xwayland_(!compositor_ &&
+                (wayland_ || qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland"))),
       clipboard_(chosen("TAVIN_CLIPBOARD", compositor_ ? "data-control" : "x11")),
       keyboard_(chosen("TAVIN_KEYBOARD", compositor_ ? waylandKeyboards
                                          : xwayland_ ? "portal"

@@ -36,6 +36,7 @@ class DesktopServices {
 
   // Why nothing can be shown here, in one line; empty where it can.
   QByteArray obstacle() const;
+  bool isWaylandSession() const { return compositor_ || xwayland_; }
   // Qt's plug-in for this session.
   const char* qtPlatform() const;
 
@@ -52,9 +53,9 @@ class DesktopServices {
  private:
   std::unique_ptr<atspi::WindowSystem> createWindows() const;
   std::unique_ptr<desktop::CopyKeyboard> createKeyboard(const QString& kind, SystemLog& log,
-                                           const std::function<bool()>& mayCopy) const;
+                                                        const std::function<bool()>& mayCopy) const;
   std::unique_ptr<desktop::CopyKeyboard> createPortalKeyboard(SystemLog& log,
-                                                 std::function<bool()> mayCopy) const;
+                                                              std::function<bool()> mayCopy) const;
 
   const std::shared_ptr<wayland::Compositor> compositor_;  // Null where X11 serves.
   const bool display_;                                     // There is an X display.

@@ -91,9 +91,9 @@ HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced)
   return roadsByName().value(forced, roadOf(session));
 }
 
-ChosenHotkeys chooseHotkeys(const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
+ChosenHotkeys chooseHotkeys(bool wayland, const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   const QString forced = qEnvironmentVariable("TAVIN_SHORTCUTS");
-  const SessionTraits session = SessionTraits::read();
+  const SessionTraits session = SessionTraits::read(wayland);
   const HotkeyRoad road = chooseHotkeyRoad(session, forced);
   // A Tavin that was killed in the same user's other session may have left them there.
   if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))

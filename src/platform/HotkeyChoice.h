@@ -30,7 +30,7 @@ struct SessionTraits {
   QString gnomeShellVersion;  // Empty where there is no GNOME Shell.
 
   // Asks the session, for at most a second.
-  static SessionTraits read();
+  static SessionTraits read(bool wayland);
 };
 
 // The road for such a session. `forced` is a road's name, any other is ignored.
@@ -44,8 +44,8 @@ struct ChosenHotkeys {
 };
 
 // Shortcuts as this session offers them, or as the environment's TAVIN_SHORTCUTS says: x11, kde,
-// gnome, portal or none. `modifiers`, which may be null, is told of presses by the services that
-// know of them; GNOME's key bindings come as D-Bus actions.
-ChosenHotkeys chooseHotkeys(const std::shared_ptr<gnome::HeldModifiers>& modifiers);
+// gnome, portal or none. `wayland`: the session is one of Wayland. `modifiers`, which may be null,
+// is told of presses by the services that know of them; GNOME's key bindings come as D-Bus actions.
+ChosenHotkeys chooseHotkeys(bool wayland, const std::shared_ptr<gnome::HeldModifiers>& modifiers);
 
 }  // namespace tavin

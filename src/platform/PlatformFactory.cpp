@@ -33,12 +33,13 @@ StartedPlatform cannotStart(const QByteArray& reason) {
   return {.platform = nullptr, .exitCode = 1};
 }
 
-QString addHotkeys(Platform& platform, std::shared_ptr<gnome::HeldModifiers> modifiers) {
-  ChosenHotkeys chosen = chooseHotkeys(modifiers);
+QString addHotkeys(Platform& platform, const DesktopServices& services) {
+  const auto modifiers = services.heldModifiers();
+  ChosenHotkeys chosen = chooseHotkeys(services.isWaylandSession(), modifiers);
   platform.hotkeys = std::move(chosen.service);
   if (chosen.road == HotkeyRoad::gnome)
     platform.remoteControl = std::make_unique<gnome::HeldKeyFilter>(
-        QDBusConnection::sessionBus(), std::move(platform.remoteControl), std::move(modifiers));
+        QDBusConnection::sessionBus(), std::move(platform.remoteControl), modifiers);
   if (chosen.release)
     platform.lastDuties.push_back(std::move(chosen.release));
   return chosen.name;
@@ -96,7 +97,7 @@ StartedPlatform startPlatform(int& argc, char** argv) {
     return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
   addCapture(*platform, std::move(*capture));
-  const QString shortcuts = addHotkeys(*platform, services.heldModifiers());
+  const QString shortcuts = addHotkeys(*platform, services);
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(services.displayBell());
   platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3")
                            .arg(services.description(), shortcuts,

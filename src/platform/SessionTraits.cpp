@@ -48,10 +48,9 @@ QString shellVersion(Deadline deadline) {
 
 }  // namespace
 
-SessionTraits SessionTraits::read() {
+SessionTraits SessionTraits::read(bool wayland) {
   SessionTraits session;
-  session.wayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-                    qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland");
+  session.wayland = wayland;
   session.desktops = desktop::currentDesktops();
   if (!session.wayland || !QDBusConnection::sessionBus().isConnected())
     return session;

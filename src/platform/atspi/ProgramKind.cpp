@@ -98,9 +98,9 @@ bool holdsTerminal(pid_t pid, const std::vector<pid_t>& children,
 
 void setProgramKind(FrontWindow& window, const Names& classNames,
                     const std::set<std::int64_t>& windowProcesses) {
-  window.terminal = anyOf(classNames, terminalNames);
-  window.browser = anyOf(classNames, browserNames);
-  window.withoutCopyKey = anyOf(classNames, namesWithoutCopyKey);
+  window.terminal = window.terminal || anyOf(classNames, terminalNames);
+  window.browser = window.browser || anyOf(classNames, browserNames);
+  window.withoutCopyKey = window.withoutCopyKey || anyOf(classNames, namesWithoutCopyKey);
   const auto pid = static_cast<pid_t>(window.processId);
   if (pid == 0)
     return;

@@ -9,7 +9,7 @@
 
 namespace tavin::atspi {
 
-// Fills in what the window's program is, by the window's class names (in lower case) and by its
+// Adds to the window what its program is, by the window's class names (in lower case) and by its
 // process: `terminal`, also where the process's open files may not be looked at, `browser` and
 // `withoutCopyKey`. `windowProcesses` are all that show windows: a terminal that a program started
 // is no part of it. Any thread; reads files of /proc alone.

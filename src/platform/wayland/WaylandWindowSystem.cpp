@@ -40,7 +40,8 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
   const std::vector<std::string> names{lowerCase(now->window.appId)};
   front.id = now->window.id;
   front.processId = processOf(*now);
-  front.unknown = front.processId == 0 && names.front().empty();
+  // A name is what the user gives it; a terminal that drops down has often one of its own.
+  front.unknown = front.processId == 0;
   atspi::setProgramKind(front, names, processes_);
   return front;
 }

@@ -16,8 +16,8 @@ xwayland disable
 output HEADLESS-1 resolution {WIDTH}x{HEIGHT}
 default_border none
 default_floating_border none
-bindsym Mod1+Escape exec gapplication action app.tavin.Tavin speak
-bindsym Mod1+Shift+Escape exec gapplication action app.tavin.Tavin pause
+bindsym --no-repeat Mod1+Escape exec gapplication action app.tavin.Tavin speak
+bindsym --no-repeat Mod1+Shift+Escape exec gapplication action app.tavin.Tavin pause
 """
 GET_TREE, RUN_COMMAND = 4, 0
 

@@ -2,6 +2,7 @@
 
 import os
 import signal
+import time
 
 import pytest
 from accessible import accessible_processes
@@ -64,8 +65,11 @@ def test_without_processes_a_stopped_program_keeps_nobody_waiting(start, desktop
         other.kill()
 
 
-def test_without_processes_a_terminal_is_known_by_its_name(start, desktop, programs, tmp_path):
-    terminal = Watched(desktop, programs, ["foot", "--title", "watched"], str(tmp_path / "record"))
+@pytest.mark.parametrize("name", ["foot", "dropdown"])
+def test_without_processes_nothing_is_typed_into_a_terminal(start, desktop, programs, tmp_path,
+                                                            name):
+    terminal = Watched(desktop, programs, ["foot", "--app-id", name, "--title", "watched"],
+                       str(tmp_path / "record"))
     assert start(SWAYSOCK="/nonexistent").press() == []
     assert terminal.reached() == ["ready"]
 
@@ -84,6 +88,22 @@ def test_a_service_that_is_not_there_is_told(desktop, session, build):
                             env={**session.env, "TAVIN_CLIPBOARD": "x11"})
     assert program.wait(10) == 1
     assert session.log("forced.log") == "tavin: the clipboard of this session cannot be reached\n"
+
+
+@pytest.mark.parametrize("seconds", [2, 0.05])
+def test_a_shortcut_is_one_action_however_long_it_is_held(start, desktop, engine, seconds):
+    start()
+    engine.status = {**engine.status, "state": "speaking"}
+    since = engine.mark()
+    desktop.press("alt+Escape")
+    time.sleep(seconds)
+    desktop.release("alt+Escape")
+    engine.wait_for("/stop", since=since)
+    # Whatever else the key led to has started meanwhile.
+    desktop.key("alt+shift+Escape")
+    engine.wait_for("/toggle-pause", since=since)
+    assert len(engine.requests("/stop", since)) == 1
+    assert len(engine.requests("/toggle-pause", since)) == 1
 
 
 def test_without_any_display_one_line_is_said(desktop, session, build):
