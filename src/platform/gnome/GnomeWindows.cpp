@@ -10,7 +10,7 @@ constexpr std::uint64_t nativeWindow = ~std::uint64_t{0};
 }  // namespace
 
 atspi::FrontWindow GnomeWindows::frontWindow() {
-  const bool afterMenu = menuIsClosing_.exchange(false);
+  const bool afterMenu = menu_.take();
   if (!probe_.isTheSame())
     xwayland_ = make_();
   atspi::FrontWindow front = xwayland_ ? xwayland_->frontWindow() : atspi::FrontWindow();

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <atomic>
 #include <functional>
 #include <memory>
 
+#include "platform/atspi/MenuNotice.h"
 #include "platform/atspi/WindowSystem.h"
 #include "platform/x11/DisplayProbe.h"
 
@@ -20,7 +20,7 @@ class GnomeWindows final : public atspi::WindowSystem {
   // time that it was started.
   explicit GnomeWindows(Maker make) : make_(std::move(make)), xwayland_(make_()) {}
 
-  void menuCommandChosen() override { menuIsClosing_ = true; }
+  void menuCommandChosen() override { menu_.note(); }
   atspi::FrontWindow frontWindow() override;
   std::set<std::int64_t> windowProcesses() override;
   std::optional<QString> primaryText(const atspi::FrontWindow& window, PrimaryProof proof,
@@ -30,7 +30,7 @@ class GnomeWindows final : public atspi::WindowSystem {
   const Maker make_;
   std::unique_ptr<atspi::WindowSystem> xwayland_;
   x11::DisplayProbe probe_;
-  std::atomic<bool> menuIsClosing_ = false;
+  atspi::MenuNotice menu_;
 };
 
 }  // namespace tavin::gnome

@@ -12,6 +12,8 @@ namespace {
 constexpr uint keyboardDevice = 1;
 constexpr uint firstVersionThatRemembers = 2;
 constexpr uint untilRevoked = 2;
+// A desktop that fails in the middle of each question shall not go on flashing dialogs.
+constexpr int mostInVain = 3;
 constexpr int keyDeadline = 1000;     // Milliseconds.
 constexpr int offerDeadline = 10000;  // The portal may have to be started.
 
@@ -133,13 +135,16 @@ void RemoteDesktop::start() {
          const uint devices = results.value(QStringLiteral("devices")).toUInt();
          if (code == succeeded && (devices & keyboardDevice) != 0)
            take(results);
-         else
+         else if (code == succeeded || code == declined || ++questionsInVain_ == mostInVain)
            decline();
+         else
+           giveUp(QStringLiteral("the desktop has not asked to the end"));
        });
 }
 
 void RemoteDesktop::take(const QVariantMap& results) {
   request_.reset();
+  questionsInVain_ = 0;
   const QString token = results.value(QStringLiteral("restore_token")).toString();
   if (!token.isEmpty())
     token_.store(token);

@@ -72,6 +72,7 @@ class RemoteDesktop {
   std::unique_ptr<desktop::BusSignal> closed_;
   std::unique_ptr<Request> request_;  // The one under way.
   uint version_ = 0;                  // Of the portal's interface.
+  int questionsInVain_ = 0;           // That ended without the user's answer, one after another.
 
   std::mutex mutex_;  // For these two.
   State state_ = State::closed;

@@ -68,6 +68,7 @@ void ClipboardServer::serve(PasteboardItem item) {
 void ClipboardServer::clear() {
   thread_.ask<bool>(Deadline::in(patienceSeconds), [this] {
     clearAt_ = Deadline::in(secondsUntilCleared);
+    changesBeforeClear_ = control_.changes(Selection::clipboard);
     return true;
   });
 }
@@ -99,6 +100,8 @@ void ClipboardServer::clearIfDue(bool now) {
   if (!clearAt_ || (!now && !clearAt_->passed()))
     return;
   clearAt_.reset();
+  if (control_.changes(Selection::clipboard) != changesBeforeClear_)
+    return;  // A program has put something there meanwhile.
   control_.setClipboard(nullptr);
   served_.reset();
 }

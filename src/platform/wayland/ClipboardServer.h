@@ -47,6 +47,7 @@ class ClipboardServer final : public EventThread::Part {
   PipeWriters writers_;
   std::unique_ptr<Served> served_;  // Null while others own the clipboard.
   std::optional<Deadline> clearAt_;
+  std::int64_t changesBeforeClear_ = 0;
   std::int64_t lastKnownCount_ = 0;  // Of the calling thread.
 };
 

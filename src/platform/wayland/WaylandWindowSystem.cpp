@@ -32,7 +32,7 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
     front.id = unknownWindow;
     return front;
   }
-  if (menuIsClosing_.exchange(false))
+  if (menu_.take())
     waitForMenu();
   const auto now = compositor_->front(Deadline::in(secondsForFront));
   if (!now || now->window.id == 0)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <atomic>
 #include <memory>
 
+#include "platform/atspi/MenuNotice.h"
 #include "platform/atspi/WindowSystem.h"
 #include "platform/wayland/Compositor.h"
 
@@ -16,7 +16,7 @@ class WaylandWindowSystem final : public atspi::WindowSystem {
   explicit WaylandWindowSystem(std::shared_ptr<Compositor> compositor)
       : compositor_(std::move(compositor)) {}
 
-  void menuCommandChosen() override { menuIsClosing_ = true; }
+  void menuCommandChosen() override { menu_.note(); }
   atspi::FrontWindow frontWindow() override;
   std::set<std::int64_t> windowProcesses() override { return processes_; }
   std::optional<QString> primaryText(const atspi::FrontWindow& window, PrimaryProof proof,
@@ -28,7 +28,7 @@ class WaylandWindowSystem final : public atspi::WindowSystem {
 
   const std::shared_ptr<Compositor> compositor_;
   std::set<std::int64_t> processes_;  // At the last look at the front window.
-  std::atomic<bool> menuIsClosing_ = false;
+  atspi::MenuNotice menu_;
 };
 
 }  // namespace tavin::wayland

@@ -18,7 +18,7 @@ X11WindowSystem::X11WindowSystem(std::unique_ptr<SelectionReader> reader,
     : reader_(std::move(reader)), watch_(std::move(watch)), activeWindow_(reader_->connection()) {}
 
 atspi::FrontWindow X11WindowSystem::frontWindow() {
-  if (menuIsClosing_.exchange(false))
+  if (menu_.take())
     waitForMenu();
   const xcb_window_t window = activeWindow_.find();
   if (window == XCB_WINDOW_NONE)

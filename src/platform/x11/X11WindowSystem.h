@@ -1,8 +1,8 @@
 #pragma once
 
-#include <atomic>
 #include <memory>
 
+#include "platform/atspi/MenuNotice.h"
 #include "platform/atspi/WindowSystem.h"
 #include "platform/x11/ActiveWindow.h"
 #include "platform/x11/PrimaryWatch.h"
@@ -15,7 +15,7 @@ class X11WindowSystem final : public atspi::WindowSystem {
  public:
   X11WindowSystem(std::unique_ptr<SelectionReader> reader, std::unique_ptr<PrimaryWatch> watch);
 
-  void menuCommandChosen() override { menuIsClosing_ = true; }
+  void menuCommandChosen() override { menu_.note(); }
   atspi::FrontWindow frontWindow() override;
   std::set<std::int64_t> windowProcesses() override;
   std::optional<QString> primaryText(const atspi::FrontWindow& window, PrimaryProof proof,
@@ -28,7 +28,7 @@ class X11WindowSystem final : public atspi::WindowSystem {
   const std::unique_ptr<SelectionReader> reader_;
   const std::unique_ptr<PrimaryWatch> watch_;
   const ActiveWindow activeWindow_;
-  std::atomic<bool> menuIsClosing_ = false;
+  atspi::MenuNotice menu_;
 };
 
 }  // namespace tavin::x11

@@ -54,11 +54,16 @@ class PortalKeyboardTest : public ::testing::Test {
   }
   // The press that asks, and the answer.
   void pressAndWait(const QString& answer) {
+    const auto before = log.lines.size();
     EXPECT_FALSE(press());
     EXPECT_TRUE(
-        eventually([&] { return !log.lines.isEmpty() && log.lines.last().contains(answer); }));
+        eventually([&] { return log.lines.size() > before && log.lines.last().contains(answer); }));
   }
   void open() { pressAndWait("lets Tavin press"); }
+  bool nothingIsAsked() {
+    const auto before = portal->calls;
+    return !eventually([&] { return portal->calls != before; }, 200);
+  }
   qsizetype dialogs() const { return portal->calls.count("Start"); }
 
   int argumentCount = 0;
@@ -99,7 +104,7 @@ TEST_F(PortalKeyboardTest, NobodyIsAskedForAProgramThatGetsNoKeys) {
   start();
   mayCopy = false;
   EXPECT_FALSE(press());
-  QCoreApplication::processEvents();
+  EXPECT_TRUE(nothingIsAsked());
   EXPECT_THAT(portal->calls, IsEmpty());
 }
 
@@ -109,12 +114,33 @@ TEST_F(PortalKeyboardTest, WhatWasDeclinedIsNotAskedForAgain) {
   pressAndWait("declined");
   portal->answerCode = 0;
   EXPECT_FALSE(press());
+  EXPECT_TRUE(nothingIsAsked());
   portal->leave();
   portal->comeBack();
-  QCoreApplication::processEvents();
   EXPECT_FALSE(press());
+  EXPECT_TRUE(nothingIsAsked());
   EXPECT_EQ(dialogs(), 1);
   EXPECT_TRUE(portal->session.isEmpty());
+}
+
+TEST_F(PortalKeyboardTest, AQuestionThatTheDesktopBreaksOffIsAskedAgainByTheNextPress) {
+  portal->answerCode = portal::endedOtherwise;
+  start();
+  pressAndWait("not asked to the end");
+  portal->answerCode = 0;
+  open();
+  EXPECT_TRUE(press());
+}
+
+TEST_F(PortalKeyboardTest, ADesktopThatAlwaysBreaksOffIsNotAskedForEver) {
+  portal->answerCode = portal::endedOtherwise;
+  start();
+  pressAndWait("not asked to the end");
+  pressAndWait("not asked to the end");
+  pressAndWait("declined");
+  EXPECT_FALSE(press());
+  EXPECT_TRUE(nothingIsAsked());
+  EXPECT_EQ(dialogs(), 3);
 }
 
 TEST_F(PortalKeyboardTest, AGrantWithoutTheKeyboardIsNone) {
