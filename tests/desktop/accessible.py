@@ -48,11 +48,48 @@ def accessible_processes(session):
             for name, _ in programs}
 
 
-class Focus:
-    """Hears on the accessibility bus of `session` where the focus goes."""
+class Tree:
+    """The programs on the accessibility bus of `session`, and what they show."""
 
     def __init__(self, session):
         self._bus = bus_connection(accessibility_address(session))
+
+    def box(self, role, name):
+        """Where the first thing shown with that role and name is on the screen, or None."""
+        below = [("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")]
+        while below:
+            node = below.pop(0)
+            with contextlib.suppress(GLib.Error):  # It may leave meanwhile.
+                if (self._get(node, "Name") == name and self._role(node) == role
+                        and SHOWING in self._states(node)):
+                    return self._box(node)
+                below += self._call(node, ACCESSIBLE, "GetChildren")
+        return None
+
+    def _call(self, node, interface, method, arguments=None):
+        answer = self._bus.call_sync(*node, interface, method, arguments, None, 0, 3000, None)
+        return answer.unpack()[0] if answer.n_children() else None
+
+    def _get(self, node, name):
+        return self._call(node, "org.freedesktop.DBus.Properties", "Get",
+                          GLib.Variant("(ss)", (ACCESSIBLE, name)))
+
+    def _role(self, node):
+        return self._call(node, ACCESSIBLE, "GetRoleName")
+
+    def _states(self, node):
+        low, high = self._call(node, ACCESSIBLE, "GetState")
+        return {bit for bit in range(64) if (high << 32 | low) >> bit & 1}
+
+    def _box(self, node):
+        return self._call(node, "org.a11y.atspi.Component", "GetExtents", GLib.Variant("(u)", (0,)))
+
+
+class Focus(Tree):
+    """Hears on the accessibility bus of `session` where the focus goes."""
+
+    def __init__(self, session):
+        super().__init__(session)
         self._focused = None
         self._bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", "StateChanged", None, None,
                                    Gio.DBusSignalFlags.NONE, self._changed)
@@ -87,24 +124,9 @@ class Focus:
         while GLib.MainContext.default().iteration(False):
             pass
 
-    def _call(self, node, interface, method, arguments=None):
-        answer = self._bus.call_sync(*node, interface, method, arguments, None, 0, 3000, None)
-        return answer.unpack()[0] if answer.n_children() else None
-
-    def _get(self, node, name):
-        return self._call(node, "org.freedesktop.DBus.Properties", "Get",
-                          GLib.Variant("(ss)", (ACCESSIBLE, name)))
-
-    def _role(self, node):
-        return self._call(node, ACCESSIBLE, "GetRoleName")
-
     def _is_submenu(self, node):
         # GTK calls the item that opens a menu a menu; the menu itself has no name.
         return self._role(node) == "menu" and self._get(node, "Name") != ""
-
-    def _states(self, node):
-        low, high = self._call(node, ACCESSIBLE, "GetState")
-        return {bit for bit in range(64) if (high << 32 | low) >> bit & 1}
 
     def _entries(self, menu, shown_only=True):
         entries = []
@@ -115,9 +137,7 @@ class Focus:
             separator = self._role(node) == "separator"
             entries.append(Entry("" if separator else self._get(node, "Name"),
                                  separator or ENABLED in states, CHECKED in states,
-                                 self._below(node),
-                                 self._call(node, "org.a11y.atspi.Component", "GetExtents",
-                                            GLib.Variant("(u)", (0,)))))
+                                 self._below(node), self._box(node)))
         return entries
 
     def _below(self, item):

@@ -4,6 +4,7 @@ import contextlib
 import os
 
 import pytest
+from accessible import Focus, OpenMenu
 from driver import Tavin
 from kwin_desktop import LEFT, RIGHT, KwinDesktop
 from kwin_session import KwinSession
@@ -11,8 +12,6 @@ from panel import tray_items
 from session import SessionError, wait_until
 
 TEXT = "read from Plasma's menu"
-# The right half of the panel without the clock at its end.
-LEFT_END, WIDTH, HEIGHT = 640, 500, 44
 
 
 class Panel:
@@ -20,8 +19,9 @@ class Panel:
 
     def __init__(self, session):
         self._desktop = KwinDesktop(session)
+        # First: programs ask at their start who wants to hear of the focus.
+        self._focus = Focus(session)
         self.start()
-        self._empty = self._when_quiet()
 
     def start(self):
         self._desktop.start(["kded5"])
@@ -36,31 +36,26 @@ class Panel:
         self.close()
         wait_until(lambda: tray_items(self._desktop) is None, 20, "the end of the tray")
         self.start()
-        self._when_quiet()
 
-    def icon(self):
-        """Where Tavin's icon is: the tray grows to the left, and programs' icons come last."""
-        def first():
-            changed = self._changed(self._when_quiet())
-            return changed[0] if changed else None
+    def open_menu(self, button=RIGHT):
+        """Clicks at Tavin's icon; another one that comes meanwhile moves it along."""
         wait_until(lambda: tray_items(self._desktop), 30, "Tavin at the tray")
-        x = wait_until(first, 30, "an icon in the panel")
-        return LEFT_END + x + 10, self._desktop.screen[1] - HEIGHT // 2
+        wait_until(lambda: self._click(button), 40, "the menu")
+        return OpenMenu(self._desktop, self._focus)
 
-    def _changed(self, rows):
-        """The columns of pixels that differ from those without Tavin."""
-        return [x for x in range(WIDTH) if any(row[4 * x:4 * x + 4] != old[4 * x:4 * x + 4]
-                                               for row, old in zip(rows, self._empty))]
-
-    def _when_quiet(self):
-        """The picture of the tray once it has stayed the same for a second."""
-        seen = []
-
-        def same():
-            seen.append(self._desktop.session.pixels(
-                LEFT_END, self._desktop.screen[1] - HEIGHT, WIDTH, HEIGHT))
-            return seen[-1] if seen[-5:] == [seen[-1]] * 5 else None
-        return wait_until(same, 30, "a panel that does not change", interval=0.25)
+    def _click(self, button):
+        box = self._focus.box("push button", "Tavin")
+        if not box:
+            return False
+        x, y = box[0] + box[2] // 2, box[1] + box[3] // 2
+        self._desktop.session.move(x, 100)
+        # As high above the panel as the menu reaches, but no hint.
+        above = x, y - 250, 150, 100
+        before = self._desktop.picture(*above)
+        self._desktop.click_at(x, y, button=button)
+        with contextlib.suppress(SessionError):
+            return wait_until(lambda: self._desktop.picture(*above) != before, 5, "menu")
+        return False
 
 
 @pytest.fixture(scope="module")
@@ -90,47 +85,28 @@ def field(desktop, build):
     return window
 
 
-def open_menu(desktop, icon, button=RIGHT):
-    x, y = icon
-    desktop.session.move(x, 100)
-    # As high above the panel as the menu reaches, but no hint.
-    above = x, y - 250, 150, 100
-    before = desktop.picture(*above)
-
-    def shown():
-        # The icon stands in the panel a moment after its program is registered.
-        desktop.click_at(x, y, button=button)
-        with contextlib.suppress(SessionError):
-            return wait_until(lambda: desktop.picture(*above) != before, 3, "menu")
-        return False
-    wait_until(shown, 20, "the menu")
-
-
-def assert_reads(desktop, engine):
+def assert_reads(menu, engine):
     since = engine.mark()
-    desktop.key("Down", "Return")
+    menu.choose_with_keys("Speak Selection")
     assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
 
 
 @pytest.mark.parametrize("button", [RIGHT, LEFT], ids=["right", "left"])
 def test_speak_selection_reads_the_program_in_front(tavin, desktop, engine, panel, field, button):
-    open_menu(desktop, panel.icon(), button)
+    menu = panel.open_menu(button)
     assert not desktop.windows("app.tavin.Tavin"), "the menu is the panel's"
-    assert_reads(desktop, engine)
+    assert_reads(menu, engine)
 
 
 def test_a_program_that_only_a_copy_reads(tavin, desktop, engine, build, panel):
     nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
     desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field", env=nowhere)
-    open_menu(desktop, panel.icon())
-    assert_reads(desktop, engine)
+    assert_reads(panel.open_menu(), engine)
 
 
 def test_the_icon_comes_back_to_a_panel_that_comes_later(desktop, engine, build, panel, field):
     Tavin(desktop, engine, build)
-    icon = panel.icon()
+    panel.open_menu().close()
     panel.restart()
-    wait_until(lambda: tray_items(desktop), 30, "Tavin at the new tray")
     desktop.focus(field)
-    open_menu(desktop, icon)
-    assert_reads(desktop, engine)
+    assert_reads(panel.open_menu(), engine)
