@@ -28,11 +28,13 @@ std::string lowerCase(std::string text) {
 atspi::FrontWindow WaylandWindowSystem::frontWindow() {
   atspi::FrontWindow front;
   front.unknown = true;
+  const bool afterMenu = menu_.take();
   if (!compositor_->tellsWindows()) {
     front.id = unknownWindow;
+    front.afterMenu = afterMenu;
     return front;
   }
-  if (menu_.take())
+  if (afterMenu)
     waitForMenu();
   const auto now = compositor_->front(Deadline::in(secondsForFront));
   if (!now || now->window.id == 0)

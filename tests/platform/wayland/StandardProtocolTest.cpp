@@ -5,6 +5,7 @@
 #include "platform/wayland/FakeCompositor.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
+#include "platform/wayland/WaylandWindowSystem.h"
 
 namespace tavin::wayland {
 namespace {
@@ -39,6 +40,15 @@ TEST_F(StandardProtocolTest, TheClipboardIsReadAndGivenBackThroughIt) {
 TEST_F(StandardProtocolTest, WhatACompositorLacksIsMissingAlone) {
   EXPECT_FALSE(compositor_->tellsWindows());
   EXPECT_EQ(VirtualKeyboard::create([] { return true; }), nullptr);
+}
+
+TEST_F(StandardProtocolTest, WhereNoWindowsAreToldNobodyKnowsWhetherTheMenuIsGone) {
+  WaylandWindowSystem windows(compositor_);
+  EXPECT_TRUE(windows.frontWindow().unknown);
+  EXPECT_FALSE(windows.frontWindow().afterMenu);
+  windows.menuCommandChosen();
+  EXPECT_TRUE(windows.frontWindow().afterMenu);
+  EXPECT_FALSE(windows.frontWindow().afterMenu);
 }
 
 TEST_F(StandardProtocolTest, ACompositorThatHangsIsNotWaitedForLong) {
