@@ -8,6 +8,7 @@
 #include "platform/desktop/DesktopName.h"
 #include "platform/gnome/GnomeWindows.h"
 #include "platform/gnome/HeldModifiers.h"
+#include "platform/gnome/XwaylandKeys.h"
 #include "platform/gnome/XwaylandPasteboard.h"
 #include "platform/portal/PortalKeyboard.h"
 #include "platform/wayland/Connection.h"
@@ -92,8 +93,12 @@ std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
     SystemLog& log, std::function<bool()> mayCopy) const {
   portal::ModifierHabits habits;
   habits.released = desktop::currentDesktops().contains(QStringLiteral("KDE"));
-  if (heldModifiers_)
-    habits.held = [modifiers = heldModifiers_] { return modifiers->flags(); };
+  if (heldModifiers_) {
+    habits.held = [modifiers = heldModifiers_, keys = std::make_shared<gnome::XwaylandKeys>()] {
+      const auto known = keys->flags();
+      return known ? *known : modifiers->flags();
+    };
+  }
   return std::make_unique<portal::PortalKeyboard>(std::make_shared<portal::RemoteDesktop>(log),
                                                   std::move(mayCopy), std::move(habits));
 }

@@ -44,8 +44,6 @@ class NativeGnome(GnomeSession):
 
 class GnomeDesktop(WaylandDesktop):
     screen = 1280, 800
-    # GNOME runs a command for a shortcut: a hand still holds the key when it arrives.
-    HELD = 0.15
     SHORTCUTS = {"alt+Escape", "alt+shift+Escape"}
 
     def key(self, *chords):
@@ -54,8 +52,6 @@ class GnomeDesktop(WaylandDesktop):
                 # The settings daemon takes a key a moment after Tavin has started.
                 wait_until(lambda: self.is_shortcut(chord), 10, f"shortcut {chord}")
             self.press(chord)
-            if chord in self.SHORTCUTS:
-                time.sleep(self.HELD)
             self.release(chord)
 
     def is_shortcut(self, chord):

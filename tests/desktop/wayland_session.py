@@ -1,6 +1,7 @@
 """What the private sessions under a Wayland compositor have in common."""
 
 import contextlib
+import glob
 import os
 import subprocess
 import time
@@ -56,6 +57,7 @@ class WaylandSession(Session):
         self.env.pop("GSETTINGS_BACKEND", None)
 
     def __enter__(self):
+        self._started = time.time()
         try:
             keep_x_sockets_apart()
             self._prepare()
@@ -66,6 +68,19 @@ class WaylandSession(Session):
             self.__exit__()
             raise
         return self
+
+    def __exit__(self, *_):
+        ours = {str(service.pid) for service in self._services}
+        super().__exit__()
+        self._unlock_displays(ours)
+
+    def _unlock_displays(self, processes):
+        """A compositor that is ended hard leaves its displays locked, and one of those that come
+        after it, whose processes have the same numbers, finds none free some day."""
+        for lock in glob.glob("/tmp/.X*-lock"):
+            with contextlib.suppress(OSError), open(lock, encoding="ascii") as f:
+                if f.read().strip() in processes and os.path.getmtime(lock) >= self._started - 1:
+                    os.unlink(lock)
 
     def _prepare(self):
         """What comes before the session bus."""

@@ -31,8 +31,9 @@ class ShortcutHold {
   std::optional<Clock::time_point> released_;  // The first input after it.
 };
 
-// The same, by asking the shell. What remains: whoever lets go of the key alone and keeps the
-// modifier down counts as having let go of both. Any thread.
+// The same, by asking the shell, for windows of which XwaylandKeys knows nothing. What remains:
+// whoever lets go of the key alone and keeps the modifier down counts as having let go of both, and
+// whoever let go of all before the command ran as holding it still. Any thread.
 class HeldModifiers {
  public:
   explicit HeldModifiers(const QDBusConnection& bus) : bus_(bus) {}

@@ -58,19 +58,24 @@ def test_accessibility_goes_on_working_without_leave(tavin, desktop, bare_field,
     assert tavin.press() == [text]
 
 
-def test_while_the_shortcut_is_held_no_chord_is_made(granted, desktop, engine):
+@pytest.mark.parametrize("held", ["alt+Escape", "alt"])
+def test_while_the_shortcut_is_held_no_chord_is_made(granted, desktop, engine, copied_text, held):
     owner = desktop.selection_owner("clipboard")
     since = engine.mark()
     desktop.press(SPEAK)
     try:
+        if held == "alt":
+            desktop.release("Escape")
         # One from the press and one from the capture that follows.
         engine.wait_for("/status", count=2, since=since)
         granted.action("stop")
         engine.wait_for("/stop", since=since)
     finally:
-        desktop.release(SPEAK)
+        desktop.release(held)
     assert engine.requests("/speak", since) == []
     assert desktop.selection_owner("clipboard") == owner
+    desktop.stir()
+    assert granted.press() == [copied_text]
 
 
 def test_a_portal_that_restarts_is_asked_again(granted, desktop, session, bare_field, copied_text):

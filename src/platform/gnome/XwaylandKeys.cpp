@@ -1,0 +1,23 @@
+#include "platform/gnome/XwaylandKeys.h"
+
+#include "platform/x11/KeyState.h"
+
+namespace tavin::gnome {
+
+std::optional<std::uint64_t> XwaylandKeys::flags() {
+  if (!connect() || activeWindow_->find() == XCB_WINDOW_NONE)
+    return std::nullopt;
+  return x11::KeyState(*connection_).flags();
+}
+
+bool XwaylandKeys::connect() {
+  if (connection_ && xcb_connection_has_error(connection_->get()) == 0)
+    return true;
+  activeWindow_.reset();
+  connection_ = x11::Connection::open();
+  if (connection_)
+    activeWindow_.emplace(*connection_);
+  return connection_ != nullptr;
+}
+
+}  // namespace tavin::gnome
