@@ -51,6 +51,7 @@ class GnomeDesktop(WaylandDesktop):
             if chord in self.SHORTCUTS:
                 # The settings daemon takes a key a moment after Tavin has started.
                 wait_until(lambda: self.is_shortcut(chord), 10, f"shortcut {chord}")
+                self.wait_for_calm()
             self.press(chord)
             self.release(chord)
 
@@ -65,12 +66,15 @@ class GnomeDesktop(WaylandDesktop):
         time.sleep(0.3)
         for down in (True, False):
             self.session.send_key(KEYS["shift"], down)
+        self.wait_for_calm()
 
+    def wait_for_calm(self):
+        """Until the shell answers at once: it has shown what it was told to show."""
         def is_quick():
             start = time.monotonic()
             self.session.evaluate("1")
             return time.monotonic() - start < 0.05
-        wait_until(is_quick, 20, "a shell that is not busy")
+        wait_until(lambda: all(is_quick() for _ in range(3)), 20, "a shell that is not busy")
 
     def selection_owner(self, name):
         # Read by this process, which has a display of its own otherwise, or none.

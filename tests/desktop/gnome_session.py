@@ -47,6 +47,8 @@ class GnomeSession(WaylandSession):
         # The portal's dialogs are shown before there is an X display.
         self.tell_activated_programs("GDK_BACKEND=wayland")
         self.set("org.gnome.shell", "welcome-dialog-last-shown-version", "99")
+        # Drawn by the processor, they take its time for as long as they last.
+        self.set("org.gnome.desktop.interface", "enable-animations", "false")
         width, height = self.size
         env = {k: v for k, v in self.env.items()
                if k not in ("DISPLAY", "WAYLAND_DISPLAY", "GDK_BACKEND", "QT_QPA_PLATFORM")}

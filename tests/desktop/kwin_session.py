@@ -30,12 +30,13 @@ class Window(NamedTuple):
 class KwinSession(WaylandSession):
     """`build` is the build tree with the program that works the keyboard. With `native`, programs
     speak Wayland. With `trusting` off, KWin looks for a desktop file before it lets a program type
-    or see the windows, as it does for every user."""
+    or see the windows, as it does for every user. `layout` is the keyboard's and its variant."""
 
     DESKTOP = "KDE"
 
-    def __init__(self, folder, build, native=False, trusting=True, **kwargs):
+    def __init__(self, folder, build, native=False, trusting=True, layout=None, **kwargs):
         super().__init__(folder, **kwargs)
+        self._layout = layout
         self.trusting = trusting
         if native:
             self.env.update(GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland",
@@ -73,10 +74,18 @@ class KwinSession(WaylandSession):
                     f"mv {self._display_file}.new {self._display_file}\n")
         os.chmod(self._tell_display, 0o755)
         # Without frames, what a program shows begins where its window begins.
-        with open(os.path.join(self.env["XDG_CONFIG_HOME"], "kwinrc"), "w", encoding="utf-8") as f:
-            f.write("[org.kde.kdecoration2]\nNoPlugin=true\n")
+        self._configure("kwinrc", "org.kde.kdecoration2", NoPlugin="true")
+        # Drawn by the processor, animations take its time for as long as they last.
+        self._configure("kdeglobals", "KDE", AnimationDurationFactor="0")
+        if self._layout:
+            layout, variant = self._layout
+            self._configure("kxkbrc", "Layout", Use="true", LayoutList=layout, VariantList=variant)
         if not self.trusting:
             self._allow(self._input_program)
+
+    def _configure(self, name, group, **values):
+        with open(os.path.join(self.env["XDG_CONFIG_HOME"], name), "w", encoding="utf-8") as f:
+            f.write(f"[{group}]\n" + "".join(f"{key}={value}\n" for key, value in values.items()))
 
     def _allow(self, program):
         """What an installed program of KDE's has."""

@@ -59,7 +59,7 @@ def test_accessibility_goes_on_working_without_leave(tavin, desktop, bare_field,
 
 
 @pytest.mark.parametrize("held", ["alt+Escape", "alt"])
-def test_while_the_shortcut_is_held_no_chord_is_made(granted, desktop, engine, copied_text, held):
+def test_while_the_shortcut_is_held_no_chord_is_made(granted, desktop, engine, held):
     owner = desktop.selection_owner("clipboard")
     since = engine.mark()
     desktop.press(SPEAK)
@@ -74,8 +74,6 @@ def test_while_the_shortcut_is_held_no_chord_is_made(granted, desktop, engine, c
         desktop.release(held)
     assert engine.requests("/speak", since) == []
     assert desktop.selection_owner("clipboard") == owner
-    desktop.stir()
-    assert granted.press() == [copied_text]
 
 
 def test_a_portal_that_restarts_is_asked_again(granted, desktop, session, bare_field, copied_text):

@@ -95,6 +95,21 @@ def test_a_stored_key_of_an_earlier_start_does_not_come_back(desktop, engine, bu
     assert accel.action_at(accel.ALT | accel.ESCAPE) is None
 
 
+@pytest.mark.parametrize("layout, variant", [("fr", ""), ("ru,us", ",")])
+def test_r_under_other_layouts(tmp_path, build, engine, layout, variant):
+    with KwinSession(str(tmp_path), build, layout=(layout, variant)) as session:
+        folder = os.path.join(session.env["XDG_CONFIG_HOME"], "tavin")
+        os.mkdir(folder)
+        with open(os.path.join(folder, "tavin.conf"), "w", encoding="utf-8") as f:
+            f.write("[General]\nshortcut=ctrl-opt-r\n")
+        desktop = WaylandDesktop(session)
+        try:
+            Tavin(desktop, engine, build)
+            assert_each_works(desktop, engine, CHORDS["ctrl-opt-r"])
+        finally:
+            desktop.close()
+
+
 class LastingDesktop(WaylandDesktop):
     """Its programs depend on KWin for their shortcuts, and for nothing else."""
 
