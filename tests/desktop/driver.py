@@ -28,6 +28,10 @@ class Desktop:
             stop(program)
         self._programs.clear()
 
+    @property
+    def last_program(self):
+        return self._programs[-1]
+
     def start(self, command, **kwargs):
         program = self.session.spawn(command, **kwargs)
         self._programs.append(program)

@@ -80,6 +80,12 @@ class GnomeSession(WaylandSession):
         wait_until(lambda: has_owner(self.bus, "org.gnome.SettingsDaemon.MediaKeys"), 20,
                    "the media keys")
 
+    def start_server_for_x(self):
+        """A display beside Xwayland's: its server and its name."""
+        number = self._start_with_answer(["Xvfb", "-nolisten", "tcp", "-noreset"],
+                                         "-displayfd", "{}")
+        return self._services[-1], f":{number}"
+
     def stop_media_keys(self):
         stop(self.media_keys)
         self._services.remove(self.media_keys)

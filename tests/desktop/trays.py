@@ -35,6 +35,13 @@ def processor_time(pid):
     return spent
 
 
+def rests(pid):
+    """Whether the process and its descendants do nothing for a moment."""
+    before = processor_time(pid)
+    time.sleep(0.15)
+    return processor_time(pid) == before
+
+
 STARTERS = {"xfce4-panel": start_xfce4_panel, "lxqt-panel": start_lxqt_panel,
             "trayer": start_trayer}
 
@@ -56,12 +63,7 @@ class Tray:
         such as fetching the menu: no hand is as fast as this one."""
         x, y = ICON
         wait_until(lambda: len(colours(self.desktop, x - 8, y - 8, 16, 16)) > 4, 20, "the icon")
-        wait_until(self._rests, 20, "the panel at rest")
-
-    def _rests(self):
-        before = processor_time(self.process.pid)
-        time.sleep(0.15)
-        return processor_time(self.process.pid) == before
+        wait_until(lambda: rests(self.process.pid), 20, "the panel at rest")
 
     def click_icon(self, button="1"):
         """Opens the menu. Returns once the panel has drawn it."""

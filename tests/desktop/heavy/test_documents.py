@@ -2,6 +2,7 @@
 
 import pytest
 from session import wait_until
+from trays import rests
 
 LINES = ["First paragraph, Grüße.", "Second paragraph.", "Third and last."]
 TEXT = "\n".join(LINES)
@@ -44,6 +45,8 @@ def test_editor_with_several_paragraphs(tavin, desktop, tmp_path, editor):
     desktop.open([*EDITORS[editor], str(path)], "letter.txt", seconds=90)
     desktop.select_until_matching(lambda text: words(text) == words(TEXT),
                                   lambda: desktop.key("ctrl+a"), seconds=30)
+    # An office suite goes on starting after it has shown the text, and answers late meanwhile.
+    wait_until(lambda: rests(desktop.last_program.pid), 30, "the editor at rest")
     assert [words(text) for text in tavin.press()] == [words(TEXT)]
 
 
