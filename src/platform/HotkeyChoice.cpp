@@ -63,8 +63,7 @@ std::function<void()> noteIn(const std::shared_ptr<gnome::HeldModifiers>& modifi
   return [modifiers] { gnome::HeldModifiers::noteIn(modifiers); };
 }
 
-ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session,
-                   const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
+ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session, const HotkeyNeeds& needs) {
   switch (road) {
     case HotkeyRoad::x11:
       if (auto grabs = x11::HotkeyGrabs::create())
@@ -73,10 +72,11 @@ ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session,
     case HotkeyRoad::kde:
       return toBeReleased(std::make_unique<kde::GlobalAccel>());
     case HotkeyRoad::gnome:
-      return toBeReleased(std::make_unique<gnome::CustomBindings>(QDBusConnection::sessionBus()));
+      return toBeReleased(std::make_unique<gnome::CustomBindings>(QDBusConnection::sessionBus(),
+                                                                  needs.serveKey, needs.modifiers));
     case HotkeyRoad::portal:
-      return {.service =
-                  std::make_unique<portal::GlobalShortcuts>(holderIn(session), noteIn(modifiers))};
+      return {.service = std::make_unique<portal::GlobalShortcuts>(holderIn(session),
+                                                                   noteIn(needs.modifiers))};
     case HotkeyRoad::none:
       break;
   }
@@ -91,14 +91,14 @@ HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced)
   return roadsByName().value(forced, roadOf(session));
 }
 
-ChosenHotkeys chooseHotkeys(bool wayland, const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
+ChosenHotkeys chooseHotkeys(const HotkeyNeeds& needs) {
   const QString forced = qEnvironmentVariable("TAVIN_SHORTCUTS");
-  const SessionTraits session = SessionTraits::read(wayland);
+  const SessionTraits session = SessionTraits::read(needs.wayland);
   const HotkeyRoad road = chooseHotkeyRoad(session, forced);
   // A Tavin that was killed in the same user's other session may have left them there.
   if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))
     gnome::removeCustomBindings();
-  ChosenHotkeys chosen = make(road, session, modifiers);
+  ChosenHotkeys chosen = make(road, session, needs);
   chosen.road = road;
   chosen.name = roadsByName().key(road);
   return chosen;

@@ -43,9 +43,17 @@ struct ChosenHotkeys {
   QString name = {};  // Of the road, for the log.
 };
 
+// What the services need.
+struct HotkeyNeeds {
+  bool wayland = false;  // The session is one of Wayland.
+  // To be told of presses on GNOME; null elsewhere.
+  std::shared_ptr<gnome::HeldModifiers> modifiers;
+  // Has a D-Bus action call the function at each of its runs.
+  std::function<void(const QString& action, std::function<void()> ran)> serveKey;
+};
+
 // Shortcuts as this session offers them, or as the environment's TAVIN_SHORTCUTS says: x11, kde,
-// gnome, portal or none. `wayland`: the session is one of Wayland. `modifiers`, which may be null,
-// is told of presses by the services that know of them; GNOME's key bindings come as D-Bus actions.
-ChosenHotkeys chooseHotkeys(bool wayland, const std::shared_ptr<gnome::HeldModifiers>& modifiers);
+// gnome, portal or none.
+ChosenHotkeys chooseHotkeys(const HotkeyNeeds& needs);
 
 }  // namespace tavin

@@ -16,7 +16,6 @@
 #include "platform/desktop/SessionBusControl.h"
 #include "platform/desktop/SettingsUserDefaults.h"
 #include "platform/desktop/SignalWatch.h"
-#include "platform/gnome/HeldKeyFilter.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/tray/ModalAlerts.h"
@@ -33,13 +32,15 @@ StartedPlatform cannotStart(const QByteArray& reason) {
   return {.platform = nullptr, .exitCode = 1};
 }
 
-QString addHotkeys(Platform& platform, const DesktopServices& services) {
-  const auto modifiers = services.heldModifiers();
-  ChosenHotkeys chosen = chooseHotkeys(services.isWaylandSession(), modifiers);
+QString addHotkeys(Platform& platform, const DesktopServices& services,
+                   desktop::SessionBusControl& control) {
+  ChosenHotkeys chosen =
+      chooseHotkeys({.wayland = services.isWaylandSession(),
+                     .modifiers = services.heldModifiers(),
+                     .serveKey = [&control](const QString& action, std::function<void()> ran) {
+                       control.serveKey(action, std::move(ran));
+                     }});
   platform.hotkeys = std::move(chosen.service);
-  if (chosen.road == HotkeyRoad::gnome)
-    platform.remoteControl = std::make_unique<gnome::HeldKeyFilter>(
-        QDBusConnection::sessionBus(), std::move(platform.remoteControl), modifiers);
   if (chosen.release)
     platform.lastDuties.push_back(std::move(chosen.release));
   return chosen.name;
@@ -90,6 +91,7 @@ StartedPlatform startPlatform(int& argc, char** argv) {
     remoteControl->activateOther();
     return {.platform = nullptr, .exitCode = 0};
   }
+  desktop::SessionBusControl& control = *remoteControl;
   platform->remoteControl = std::move(remoteControl);
 
   auto capture = services.createCapture(*platform->log);
@@ -97,7 +99,7 @@ StartedPlatform startPlatform(int& argc, char** argv) {
     return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
   addCapture(*platform, std::move(*capture));
-  const QString shortcuts = addHotkeys(*platform, services);
+  const QString shortcuts = addHotkeys(*platform, services, control);
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(services.displayBell());
   platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3")
                            .arg(services.description(), shortcuts,

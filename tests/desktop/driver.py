@@ -90,9 +90,6 @@ class Desktop:
         """Whether the press made Tavin ask for leave to copy, and it was given."""
         return False
 
-    def stir(self):
-        """Some input that changes nothing, where the desktop needs it between two actions."""
-
     def click(self, wid, x, y, times=1):
         self.session.run(["xdotool", "mousemove", "--window", wid, str(x), str(y),
                           "click", "--repeat", str(times), "--delay", "60", "1"])
@@ -232,7 +229,6 @@ class Tavin:
         # first pause comes before that item, but the second after it.
         self.engine.wait_for("/status", count=2, since=since)
         for count in (1, 2):
-            self.desktop.stir()
             self.action("pause")
             self.engine.wait_for("/toggle-pause", count=count, since=since, seconds=15)
         texts = [body["text"] for body in self.engine.requests("/speak", since)]

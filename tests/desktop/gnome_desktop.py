@@ -60,14 +60,6 @@ class GnomeDesktop(WaylandDesktop):
         return self.session.evaluate(
             f"global.display.get_keybinding_action({ESCAPE}, {mask})") not in ("", "0")
 
-    def stir(self):
-        """A key's repetitions are told from presses by the input between them, which a busy shell
-        does not tell to the millisecond."""
-        time.sleep(0.3)
-        for down in (True, False):
-            self.session.send_key(KEYS["shift"], down)
-        self.wait_for_calm()
-
     def wait_for_calm(self):
         """Until the shell answers at once: it has shown what it was told to show."""
         def is_quick():

@@ -109,28 +109,34 @@ bool SessionBusControl::handleMessage(const QDBusMessage& message,
                                              QStringLiteral("There is no such method")));
     return true;
   }
-  const auto request = requestIn(message);
+  const auto task = taskIn(message);
   if (message.signature() != signature)
     connection.send(message.createErrorReply(
         QDBusError::InvalidArgs,
         QStringLiteral("The arguments must be of type %1").arg(signature)));
-  else if (!request && message.member() == QLatin1String("ActivateAction"))
+  else if (!task && message.member() == QLatin1String("ActivateAction"))
     connection.send(message.createErrorReply(QDBusError::InvalidArgs,
                                              QStringLiteral("There is no such action")));
   else if (message.isReplyRequired())
     connection.send(message.createReply());
-  if (request && message.signature() == signature)
-    receive(*request);
+  if (task && message.signature() == signature)
+    task();
   return true;
 }
 
-std::optional<SessionBusControl::Request> SessionBusControl::requestIn(
-    const QDBusMessage& message) {
-  if (message.member() == QLatin1String("Activate"))
-    return Request::activate;
-  if (message.member() == QLatin1String("ActivateAction"))
-    return requestNamed(message.arguments().value(0).toString());
-  return std::nullopt;  // Nothing is read from files.
+std::function<void()> SessionBusControl::taskIn(const QDBusMessage& message) {
+  const bool activates = message.member() == QLatin1String("Activate");
+  if (!activates && message.member() != QLatin1String("ActivateAction"))
+    return {};  // Nothing is read from files.
+  const QString action = message.arguments().value(0).toString();
+  if (const auto key = keys_.find(action); !activates && key != keys_.end())
+    return key->second;
+  const auto request = activates ? Request::activate : requestNamed(action);
+  return request ? [this, request] { receive(*request); } : std::function<void()>();
+}
+
+void SessionBusControl::serveKey(const QString& action, std::function<void()> ran) {
+  keys_[action] = std::move(ran);
 }
 
 std::optional<SessionBusControl::Request> SessionBusControl::requestNamed(const QString& action) {

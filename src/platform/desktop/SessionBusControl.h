@@ -2,6 +2,8 @@
 
 #include <QDBusConnection>
 #include <QDBusVirtualObject>
+#include <functional>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -22,11 +24,15 @@ class SessionBusControl final : public RemoteControl, private QDBusVirtualObject
   // Has that process show its menu; gives up after two seconds.
   void activateOther();
   void serve(RemoteActions actions) override;
+  // One more action, for a desktop whose shortcuts run commands: called at each of its runs. None
+  // is served without a handler.
+  void serveKey(const QString& action, std::function<void()> ran);
 
  private:
   enum class Request { activate, speak, pause, stop };
   static std::optional<Request> requestNamed(const QString& action);
-  static std::optional<Request> requestIn(const QDBusMessage& message);
+  // What the message asks for; empty where that is nothing.
+  std::function<void()> taskIn(const QDBusMessage& message);
 
   QString introspect(const QString& path) const override;
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
@@ -37,6 +43,7 @@ class SessionBusControl final : public RemoteControl, private QDBusVirtualObject
   bool holdsName_ = false;
   std::optional<RemoteActions> actions_;
   std::vector<Request> early_;
+  std::map<QString, std::function<void()>> keys_;
 };
 
 }  // namespace tavin::desktop

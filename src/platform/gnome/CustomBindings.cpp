@@ -1,6 +1,8 @@
 #include "platform/gnome/CustomBindings.h"
 
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QPointer>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
@@ -18,6 +20,7 @@ namespace {
 
 constexpr int busDeadline = 500;  // Milliseconds.
 constexpr std::chrono::milliseconds storeDeadline(500);
+constexpr std::chrono::milliseconds idleDeadline(300);
 
 const QString settingsDaemon = QStringLiteral("org.gnome.SettingsDaemon.MediaKeys");
 
@@ -36,23 +39,35 @@ void waitUntilStored() {
 
 struct CustomBindings::HotKey final : EventHotKey {
   QString action;
+  EventHotKeyID id;
   bool active = false;
 };
 
-CustomBindings::CustomBindings(const QDBusConnection& bus)
-    : bus_(bus), owners_(settingsDaemon, bus, QDBusServiceWatcher::WatchForRegistration) {
+CustomBindings::CustomBindings(const QDBusConnection& bus, const ServeKey& serveKey,
+                               std::shared_ptr<HeldModifiers> modifiers)
+    : bus_(bus),
+      owners_(settingsDaemon, bus, QDBusServiceWatcher::WatchForRegistration),
+      modifiers_(std::move(modifiers)) {
+  for (const QString& action : keyActions())
+    serveKey(runActionOf(action), [this, alive = QPointer<QObject>(&owners_), action] {
+      if (alive)
+        commandRan(action);
+    });
   QObject::connect(&owners_, &QDBusServiceWatcher::serviceRegistered, &owners_,
                    [this] { daemonCame(); });
 }
 
-std::int32_t CustomBindings::installEventHandler(std::function<void(EventHotKeyID)>) { return 0; }
+std::int32_t CustomBindings::installEventHandler(std::function<void(EventHotKeyID)> callback) {
+  pressed_ = std::move(callback);
+  return 0;
+}
 
 void CustomBindings::installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) {
   answered_ = std::move(callback);
 }
 
 HotkeyRegistration CustomBindings::registerEventHotKey(std::uint32_t keyCode,
-                                                       std::uint32_t modifiers, EventHotKeyID) {
+                                                       std::uint32_t modifiers, EventHotKeyID id) {
   const auto combination = Combination::of(keyCode, modifiers);
   if (!combination)
     return HotkeyRegistration::refused(QStringLiteral("GNOME's shortcuts have no such key"));
@@ -60,7 +75,8 @@ HotkeyRegistration CustomBindings::registerEventHotKey(std::uint32_t keyCode,
     return HotkeyRegistration::refused(QStringLiteral("GNOME's settings daemon is not installed"));
   auto hotKey = std::make_shared<HotKey>();
   hotKey->action = desktop::shortcutAction(modifiers);
-  if (holds(hotKey->action))
+  hotKey->id = id;
+  if (keyOf(hotKey->action))
     return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"));
   if (const auto holder = holderOf(*combination, ourCustomPaths())) {
     removeCustomBinding(hotKey->action);  // A killed Tavin's.
@@ -87,14 +103,35 @@ void CustomBindings::unregisterEventHotKey(const EventHotKeyRef& ref) {
 // confused by several in a row.
 void CustomBindings::removeLater(const QString& action) {
   QTimer::singleShot(0, &owners_, [this, action] {
-    if (!holds(action))
+    if (!keyOf(action))
       removeCustomBinding(action);
   });
 }
 
-bool CustomBindings::holds(const QString& action) const {
-  return std::ranges::any_of(hotKeys_,
-                             [&action](const auto& hotKey) { return hotKey->action == action; });
+std::shared_ptr<CustomBindings::HotKey> CustomBindings::keyOf(const QString& action) const {
+  const auto found =
+      std::ranges::find(hotKeys_, action, [](const auto& key) { return key->action; });
+  return found == hotKeys_.end() ? nullptr : *found;
+}
+
+void CustomBindings::commandRan(const QString& action) {
+  const auto at = Clock::now();
+  auto* reply = new QDBusPendingCallWatcher(askIdleTime(bus_, idleDeadline), &owners_);
+  QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
+                   [this, action, at](QDBusPendingCallWatcher* done) {
+                     done->deleteLater();
+                     take(action, at, lastInput(at, *done));
+                   });
+}
+
+void CustomBindings::take(const QString& action, Clock::time_point at, Input last) {
+  const auto hotKey = keyOf(action);
+  if (!filters_[action].isPress(at, last) || !hotKey)
+    return;
+  if (modifiers_ && action == desktop::shortcutAction(0))
+    modifiers_->pressed(at, last);
+  if (pressed_)
+    pressed_(hotKey->id);
 }
 
 void CustomBindings::release() {

@@ -2,21 +2,30 @@
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
+#include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
 #include "platform/HotkeyService.h"
+#include "platform/gnome/HeldModifiers.h"
+#include "platform/gnome/PressFilter.h"
 
 namespace tavin::gnome {
 
-// Global shortcuts of GNOME before 48: custom key bindings in the user's settings that run the
-// program's D-Bus actions. So a press arrives as such an action (see HeldKeyFilter), never through
-// the event handler. Refuses a combination that something in GNOME's settings holds; answers later
-// where the settings daemon, which hears the keys, does not run yet. What a killed Tavin left
-// behind is overwritten, or removed where its key is refused. Main thread only.
+// Global shortcuts of GNOME before 48: custom key bindings in the user's settings that run D-Bus
+// actions of their own. GNOME repeats those while the key is held, so the shell is asked at each
+// how long the user has been idle. Refuses a combination that something in GNOME's settings holds;
+// answers later where the settings daemon, which hears the keys, does not run yet. What a killed
+// Tavin left behind is overwritten, or removed where its key is refused. Main thread only.
 class CustomBindings final : public HotkeyService {
  public:
-  explicit CustomBindings(const QDBusConnection& bus);
+  // Has a D-Bus action call the function at each of its runs.
+  using ServeKey = std::function<void(const QString& action, std::function<void()> ran)>;
+
+  // Tells `modifiers`, which may be null, of each press that makes Tavin look for a selection.
+  CustomBindings(const QDBusConnection& bus, const ServeKey& serveKey,
+                 std::shared_ptr<HeldModifiers> modifiers);
 
   std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
   void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
@@ -30,14 +39,19 @@ class CustomBindings final : public HotkeyService {
  private:
   struct HotKey;
 
-  bool holds(const QString& action) const;
+  void commandRan(const QString& action);
+  void take(const QString& action, Clock::time_point at, Input last);
+  std::shared_ptr<HotKey> keyOf(const QString& action) const;
   void removeLater(const QString& action);
   bool daemonRuns();
   void daemonCame();
 
   QDBusConnection bus_;
   QDBusServiceWatcher owners_;
+  const std::shared_ptr<HeldModifiers> modifiers_;
   std::vector<std::shared_ptr<HotKey>> hotKeys_;
+  std::map<QString, PressFilter> filters_;
+  std::function<void(EventHotKeyID)> pressed_;
   std::function<void(const HotkeyRegistration&)> answered_;
 };
 

@@ -1,7 +1,5 @@
 #include "platform/gnome/CustomKeybindings.h"
 
-#include <algorithm>
-
 #include "platform/gnome/Settings.h"
 
 namespace tavin::gnome {
@@ -11,11 +9,6 @@ const QString listKey = QStringLiteral("custom-keybindings");
 const QString nameKey = QStringLiteral("name");
 const QString commandKey = QStringLiteral("command");
 const QString bindingKey = QStringLiteral("binding");
-
-const QStringList& actions() {
-  static const QStringList names{QStringLiteral("speak"), QStringLiteral("pause")};
-  return names;
-}
 
 void setPaths(const QStringList& paths) {
   if (auto settings = Settings::open(mediaKeysSchema())) {
@@ -38,6 +31,11 @@ QStringList customPaths() {
   return settings ? settings->strings(listKey) : QStringList();
 }
 
+const QStringList& keyActions() {
+  static const QStringList names{QStringLiteral("speak"), QStringLiteral("pause")};
+  return names;
+}
+
 QString customPathOf(const QString& action) {
   return QStringLiteral(
              "/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/tavin-%1/")
@@ -46,9 +44,11 @@ QString customPathOf(const QString& action) {
 
 QStringList ourCustomPaths() {
   QStringList paths;
-  for (const QString& action : actions()) paths << customPathOf(action);
+  for (const QString& action : keyActions()) paths << customPathOf(action);
   return paths;
 }
+
+QString runActionOf(const QString& action) { return action + QStringLiteral("-key"); }
 
 void addCustomBinding(const QString& action, const QString& title, const Accelerator& key) {
   const QString path = customPathOf(action);
@@ -56,7 +56,8 @@ void addCustomBinding(const QString& action, const QString& title, const Acceler
   if (!binding)
     return;
   binding->setString(nameKey, QStringLiteral("Tavin: ") + title);
-  binding->setString(commandKey, QStringLiteral("gapplication action app.tavin.Tavin ") + action);
+  binding->setString(commandKey,
+                     QStringLiteral("gapplication action app.tavin.Tavin ") + runActionOf(action));
   binding->setString(bindingKey, key.text());
   QStringList paths = customPaths();
   if (!paths.contains(path))
@@ -74,14 +75,8 @@ void removeCustomBinding(const QString& action) {
   }
 }
 
-bool hasCustomBindings() {
-  const QStringList paths = customPaths();
-  return std::ranges::any_of(ourCustomPaths(),
-                             [&paths](const QString& path) { return paths.contains(path); });
-}
-
 void removeCustomBindings() {
-  for (const QString& action : actions()) removeCustomBinding(action);
+  for (const QString& action : keyActions()) removeCustomBinding(action);
 }
 
 }  // namespace tavin::gnome

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/gnome/HeldKeyFilter.h"
+#include "platform/gnome/PressFilter.h"
 
 namespace tavin::test {
 namespace {
