@@ -113,7 +113,7 @@ def holder(session):
     def hold(chord):
         # Once the settings daemon has given up the last test's keys: the compositor forgets what
         # takes the place of a key before that.
-        wait_until(lambda: not is_held(session, chord), 10, chord)
+        wait_until(lambda: not is_held(session, chord), 30, chord)
         return setting(session, "org.gnome.mutter.keybindings", "toggle-tiled-left",
                        f"['{accelerator(chord)}']")
     return hold
