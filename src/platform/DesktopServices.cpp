@@ -52,7 +52,8 @@ std::optional<Clipboard> createClipboard(const QString& kind,
 
 DesktopServices::DesktopServices()
     : compositor_(wayland::Compositor::connect()),
-      display_(x11::Connection::open() != nullptr),
+      // Where a compositor serves, a lazy Xwayland would be started for nothing.
+      display_((!compositor_ || !qtSpeaksWayland()) && x11::Connection::open() != nullptr),
       wayland_(compositor_ || wayland::Connection::open(Deadline::in(connectSeconds))),
       // WAYLAND_DISPLAY tells nothing by itself: it may be left of a session that has ended.
       xwayland_(!compositor_ &&

@@ -58,7 +58,7 @@ class DesktopServices {
                                                               std::function<bool()> mayCopy) const;
 
   const std::shared_ptr<wayland::Compositor> compositor_;  // Null where X11 serves.
-  const bool display_;                                     // There is an X display.
+  const bool display_;                                     // There is an X display, and a need.
   const bool wayland_;            // There is a compositor, with or without data control.
   const bool xwayland_;           // The X display is that of a compositor without data control.
   QString clipboard_, keyboard_;  // Of keyboards at first all that come into question.

@@ -11,9 +11,11 @@ constexpr std::uint64_t nativeWindow = ~std::uint64_t{0};
 
 atspi::FrontWindow GnomeWindows::frontWindow() {
   const bool afterMenu = menu_.take();
-  if (!probe_.isTheSame())
+  const auto display = probe_.look();
+  if (display == x11::DisplayProbe::Display::other)
     xwayland_ = make_();
-  atspi::FrontWindow front = xwayland_ ? xwayland_->frontWindow() : atspi::FrontWindow();
+  silent_ = display == x11::DisplayProbe::Display::silent;
+  atspi::FrontWindow front = answers() ? xwayland_->frontWindow() : atspi::FrontWindow();
   // A menu of our own may be the active window still.
   if (front.id == 0 || (afterMenu && front.processId == getpid())) {
     front = {};
@@ -25,12 +27,12 @@ atspi::FrontWindow GnomeWindows::frontWindow() {
 }
 
 std::set<std::int64_t> GnomeWindows::windowProcesses() {
-  return xwayland_ ? xwayland_->windowProcesses() : std::set<std::int64_t>();
+  return answers() ? xwayland_->windowProcesses() : std::set<std::int64_t>();
 }
 
 std::optional<QString> GnomeWindows::primaryText(const atspi::FrontWindow& window,
                                                  PrimaryProof proof, Deadline deadline) {
-  if (!xwayland_ || window.id == nativeWindow)
+  if (!answers() || window.id == nativeWindow)
     return std::nullopt;
   return xwayland_->primaryText(window, proof, deadline);
 }

@@ -27,9 +27,12 @@ class GnomeWindows final : public atspi::WindowSystem {
                                      Deadline deadline) override;
 
  private:
+  bool answers() const { return xwayland_ && !silent_; }
+
   const Maker make_;
   std::unique_ptr<atspi::WindowSystem> xwayland_;
   x11::DisplayProbe probe_;
+  bool silent_ = false;  // At the last look.
   atspi::MenuNotice menu_;
 };
 

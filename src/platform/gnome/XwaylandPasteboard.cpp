@@ -32,7 +32,10 @@ void XwaylandPasteboard::use(Clipboard clipboard) {
 
 // The first step of each copy.
 std::optional<std::vector<PasteboardItem>> XwaylandPasteboard::pasteboardItems() {
-  if (!probe_.isTheSame())
+  const auto display = probe_.look();
+  if (display == x11::DisplayProbe::Display::silent)
+    return std::nullopt;
+  if (display == x11::DisplayProbe::Display::other)
     use(make_().value_or(Clipboard{}));
   return pasteboard_ ? pasteboard_->pasteboardItems() : std::nullopt;
 }

@@ -1,8 +1,39 @@
 #include "platform/x11/Connection.h"
 
+#include <string>
+
+#include "platform/posix/SocketProbe.h"
+
 namespace tavin::x11 {
+namespace {
+
+// Xwayland may have to be started first.
+constexpr double secondsToOpen = 2;
+
+// The beginning of a connection of version 11, least byte first, without a word of authority:
+// whether the answer is yes or no does not matter.
+constexpr std::string_view greeting{"l\0\13\0\0\0\0\0\0\0\0\0", 12};
+
+}  // namespace
+
+bool displayAnswers(Deadline deadline) {
+  char* host = nullptr;
+  int number = 0;
+  int screen = 0;
+  if (xcb_parse_display(nullptr, &host, &number, &screen) == 0)
+    return false;
+  const Reply<char> freed(host);
+  if (const std::string_view name(host); !name.empty() && name != "unix")
+    return true;
+  const std::string path = "/tmp/.X11-unix/X" + std::to_string(number);
+  return posix::socketAnswers(path, greeting, deadline) ||
+         posix::socketAnswers('\0' + path, greeting, deadline);
+}
 
 std::unique_ptr<Connection> Connection::open() {
+  // xcb would wait without end for a display that hangs.
+  if (!displayAnswers(Deadline::in(secondsToOpen)))
+    return nullptr;
   int preferred = 0;
   xcb_connection_t* connection = xcb_connect(nullptr, &preferred);
   if (xcb_connection_has_error(connection) == 0) {

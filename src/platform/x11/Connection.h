@@ -6,6 +6,8 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/Deadline.h"
+
 namespace tavin::x11 {
 
 // Releases what xcb allocated with malloc.
@@ -15,11 +17,15 @@ struct Free {
 template <typename T>
 using Reply = std::unique_ptr<T, Free>;
 
+// Whether the display answers whoever connects to it. Those over a network are not asked. Any
+// thread.
+bool displayAnswers(Deadline deadline);
+
 // A connection to the display of its own, so that its events and its waits disturb no other part.
 // One thread at a time. Closed on destruction.
 class Connection {
  public:
-  // Null where there is no display or it refuses.
+  // Null where there is no display, it refuses, or it says nothing for two seconds.
   static std::unique_ptr<Connection> open();
   ~Connection();
   Connection(const Connection&) = delete;

@@ -10,8 +10,13 @@ namespace tavin::x11 {
 // the session goes on. One thread.
 class DisplayProbe {
  public:
-  // Whether the display is still the one that it was at the last call. Asks it.
-  bool isTheSame();
+  enum class Display {
+    same,    // As at the last call.
+    other,   // It has ended since; there may be a new one.
+    silent,  // It does not answer: whoever asks it anything would wait without end.
+  };
+  // Asks it; bounded by a third of a second.
+  Display look();
 
  private:
   std::unique_ptr<Connection> connection_ = Connection::open();

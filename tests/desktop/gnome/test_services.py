@@ -1,6 +1,7 @@
 """What serves under GNOME is chosen by what it offers; how quickly, and at what cost."""
 
 import os
+import signal
 import time
 
 import pytest
@@ -66,6 +67,17 @@ def test_without_its_x_display_accessibility_goes_on(desktop, session, engine, b
     display.wait(10)
     assert tavin.press() == [TEXT]
     assert tavin.process.poll() is None
+
+
+def test_an_x_display_that_hangs_keeps_no_press_waiting(desktop, session, engine, build, field):
+    display, name = session.start_server_for_x()
+    tavin = Tavin(desktop, engine, build, settings={"DISPLAY": name, "XAUTHORITY": ""})
+    desktop.focus(field)
+    assert tavin.press() == [TEXT]
+    display.send_signal(signal.SIGSTOP)
+    assert tavin.press() == [TEXT]
+    display.send_signal(signal.SIGCONT)
+    assert tavin.press() == [TEXT]
 
 
 def test_a_programs_actions_are_one_each(tavin, engine):

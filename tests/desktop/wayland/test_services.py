@@ -2,6 +2,7 @@
 
 import os
 import signal
+import socket
 import time
 
 import pytest
@@ -72,6 +73,19 @@ def test_without_processes_nothing_is_typed_into_a_terminal(start, desktop, prog
                        str(tmp_path / "record"))
     assert start(SWAYSOCK="/nonexistent").press() == []
     assert terminal.reached() == ["ready"]
+
+
+def test_an_x_display_that_says_nothing_is_not_needed(start, field):
+    folder = "/tmp/.X11-unix"
+    os.makedirs(folder, exist_ok=True)
+    number = next(n for n in range(700, 800) if not os.path.exists(f"{folder}/X{n}"))
+    with socket.socket(socket.AF_UNIX) as silent:
+        silent.bind(f"{folder}/X{number}")
+        try:
+            silent.listen()
+            assert start(DISPLAY=f":{number}").press() == [TEXT]
+        finally:
+            os.unlink(f"{folder}/X{number}")
 
 
 def test_without_a_keyboard_nothing_is_copied(start, desktop, bare_field):
