@@ -13,6 +13,7 @@
 #include "platform/portal/PortalKeyboard.h"
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/FakeInput.h"
+#include "platform/wayland/KeyStates.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
 #include "platform/wayland/WaylandWindowSystem.h"
@@ -93,7 +94,10 @@ std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {
 std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
     SystemLog& log, std::function<bool()> mayCopy) const {
   portal::ModifierHabits habits;
-  habits.released = desktop::currentDesktops().contains(QStringLiteral("KDE"));
+  if (std::shared_ptr states = wayland::KeyStates::create(Deadline::in(connectSeconds)))
+    habits.held = [states] { return states->modifiers(); };
+  else
+    habits.released = desktop::currentDesktops().contains(QStringLiteral("KDE"));
   if (heldModifiers_) {
     habits.held = [modifiers = heldModifiers_, keys = std::make_shared<gnome::XwaylandKeys>()] {
       const auto known = keys->flags();

@@ -128,10 +128,8 @@ class GnomeDesktop(WaylandDesktop):
         time.sleep(0.1)
         self.button(False)
 
-
-
-
-    DIALOG = "Remote desktop"
+    # Its title, and where it has "Allow remote interaction" and "Share".
+    DIALOG, ALLOW, SHARE = "Remote desktop", (430, 74), (457, 23)
 
     def permission_dialog(self):
         """The window in which the portal asks for leave, once it has the keyboard."""
@@ -147,13 +145,17 @@ class GnomeDesktop(WaylandDesktop):
 
         def shared():
             if not self.no_dialog():
-                self.click(dialog, 430, 74)  # Allow remote interaction.
-                self.click(dialog, 457, 23)  # Share.
+                self.click(dialog, *self.ALLOW)
+                self.click(dialog, *self.SHARE)
             with contextlib.suppress(SessionError):
                 return wait_until(self.no_dialog, 2)
             return False
         wait_until(shared, 20, "the dialog's end")
         time.sleep(0.5)  # The program in front learns of it later than the shell.
+
+    def share_again(self):
+        """After a grant that has ended."""
+        self.share()
 
     def decline(self):
         self.permission_dialog()

@@ -9,14 +9,15 @@ from session import SessionError, wait_until
 
 DAEMON = "org.gnome.settings-daemon.global-shortcuts"
 PROGRAM = "app.tavin.Tavin"
+LEAVE = "tavin/remote-desktop-token"
 PROGRAM_SHORTCUTS = f"{DAEMON}.application:/org/gnome/settings-daemon/global-shortcuts/{PROGRAM}/"
 
 
 class PortalGnome(NativeGnome):
     """Tavin is installed: the portal asks for its desktop file."""
 
-    def __init__(self, folder, build):
-        super().__init__(folder)
+    def __init__(self, folder, build, **kwargs):
+        super().__init__(folder, **kwargs)
         applications = os.path.join(self.env["XDG_DATA_HOME"], "applications")
         os.makedirs(applications)
         shutil.copy(os.path.join(build, "share/applications", PROGRAM + ".desktop"), applications)
@@ -44,7 +45,21 @@ class GrantedGnome(PortalGnome):
 
 
 class PortalDesktop(GnomeDesktop):
+    """The user has allowed no copies yet."""
+
     SHORTCUT_DIALOG = "Add Keyboard Shortcuts"
+    DIALOG, ALLOW, SHARE = "Remote Desktop", (575, 157), (612, 23)
+
+    def __init__(self, session):
+        super().__init__(session)
+        self.forget_leave()
+
+    def share_again(self):
+        """The user has chosen to be asked once."""
+
+    def forget_leave(self):
+        with contextlib.suppress(FileNotFoundError):
+            os.unlink(os.path.join(self.session.env["XDG_CONFIG_HOME"], LEAVE))
 
     def shortcut_dialogs(self):
         return [w["id"] for w in self.all_windows()

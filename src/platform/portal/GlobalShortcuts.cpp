@@ -2,6 +2,7 @@
 
 #include <QTimer>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "platform/portal/Portal.h"
@@ -9,9 +10,26 @@
 namespace tavin::portal {
 namespace {
 
+using std::chrono::milliseconds;
+
 const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
+constexpr milliseconds beforeRestart(1000);
+constexpr milliseconds betweenRestarts(60000);
+
 // The same at each start: some desktops know a program's shortcuts by it.
 const QString sessionToken = QStringLiteral("tavin");
+
+// GNOME's own part of a portal outlives the portal, and would keep the keys for a session that no
+// program hears of any more.
+void closeInGnome(const QDBusConnection& bus, const QDBusObjectPath& session) {
+  if (session.path().isEmpty())
+    return;
+  QDBusMessage close = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.impl.portal.desktop.gnome"), session.path(),
+      QStringLiteral("org.freedesktop.impl.portal.Session"), QStringLiteral("Close"));
+  close.setAutoStartService(false);
+  bus.send(close);
+}
 
 }  // namespace
 
@@ -26,12 +44,8 @@ struct GlobalShortcuts::HotKey final : EventHotKey {
 
 GlobalShortcuts::GlobalShortcuts(Holder holder, std::function<void()> pressed)
     : holder_(std::move(holder)), pressed_(std::move(pressed)), owners_(portalService, *bus_) {
-  QObject::connect(&owners_, &QDBusServiceWatcher::serviceUnregistered, &owners_, [this] {
-    portalGone_ = true;
-    creating_ = false;
-    request_.reset();
-    session_ = {};
-  });
+  QObject::connect(&owners_, &QDBusServiceWatcher::serviceUnregistered, &owners_,
+                   [this] { portalLeft(); });
   QObject::connect(&owners_, &QDBusServiceWatcher::serviceRegistered, &owners_, [this] {
     // Our own first call may have started it.
     if (!std::exchange(portalGone_, false))
@@ -44,6 +58,21 @@ GlobalShortcuts::GlobalShortcuts(Holder holder, std::function<void()> pressed)
 }
 
 GlobalShortcuts::~GlobalShortcuts() = default;
+
+// The first message has the bus start it again, and no press can while our keys are gone. One that
+// does not stay is left to whoever else needs it.
+void GlobalShortcuts::portalLeft() {
+  portalGone_ = true;
+  creating_ = false;
+  request_.reset();
+  closeInGnome(*bus_, std::exchange(session_, {}));
+  const bool restartedLately =
+      lastRestart_.isValid() && !lastRestart_.hasExpired(betweenRestarts.count());
+  if (hotKeys_.empty() || restartedLately)
+    return;
+  lastRestart_.start();
+  QTimer::singleShot(beforeRestart, &owners_, [this] { announceTo(*bus_); });
+}
 
 std::int32_t GlobalShortcuts::installEventHandler(std::function<void(EventHotKeyID)> callback) {
   callback_ = std::move(callback);

@@ -2,6 +2,7 @@
 
 #include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
+#include <QElapsedTimer>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -39,6 +40,7 @@ class GlobalShortcuts final : public HotkeyService {
  private:
   struct HotKey;
 
+  void portalLeft();
   // Once the event loop runs: what is asked for in one go is one question to the user.
   void startOverSoon();
   void startOver();
@@ -68,6 +70,7 @@ class GlobalShortcuts final : public HotkeyService {
   bool startsSoon_ = false;
   bool creating_ = false;    // A session that cannot be closed yet.
   bool portalGone_ = false;  // Or it was never there.
+  QElapsedTimer lastRestart_;  // Of the portal, by us.
   std::function<void(EventHotKeyID)> callback_;
   std::function<void(const HotkeyRegistration&)> answered_;
 };

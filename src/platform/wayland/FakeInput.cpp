@@ -26,15 +26,21 @@ std::unique_ptr<FakeInput> FakeInput::create(std::function<bool()> mayCopy) {
   connection->bindingIsDone();
   if (!connection->roundTrip(deadline))
     return nullptr;
+  const std::shared_ptr<KeyStates> states = KeyStates::create(deadline);
+  if (states)
+    mayCopy = [states, mayCopy = std::move(mayCopy)] {
+      return states->modifiers() == 0 && mayCopy();
+    };
   return std::unique_ptr<FakeInput>(
-      new FakeInput(std::move(connection), std::move(input), std::move(mayCopy)));
+      new FakeInput(std::move(connection), std::move(input), std::move(mayCopy), states));
 }
 
 FakeInput::FakeInput(std::unique_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
-                     std::function<bool()> mayCopy)
+                     std::function<bool()> mayCopy, std::shared_ptr<KeyStates> states)
     : CopyKeyboard(std::move(mayCopy)),
       connection_(std::move(connection)),
-      input_(std::move(input)) {}
+      input_(std::move(input)),
+      states_(std::move(states)) {}
 
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
 // moment, and a key that it held down then would stay down for the whole session. Alt comes up

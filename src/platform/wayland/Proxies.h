@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "fake-input-client-protocol.h"
+#include "keystate-client-protocol.h"
 #include "plasma-window-management-client-protocol.h"
 #include "virtual-keyboard-unstable-v1-client-protocol.h"
 #include "wayland-client.h"
@@ -33,6 +34,7 @@ struct DestroyProxy {
   }
   void operator()(zwp_virtual_keyboard_v1* p) const { zwp_virtual_keyboard_v1_destroy(p); }
   void operator()(org_kde_kwin_fake_input* p) const { org_kde_kwin_fake_input_destroy(p); }
+  void operator()(org_kde_kwin_keystate* p) const { org_kde_kwin_keystate_destroy(p); }
   void operator()(org_kde_plasma_window_management* p) const {
     org_kde_plasma_window_management_destroy(p);
   }

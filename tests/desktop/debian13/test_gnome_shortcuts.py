@@ -118,3 +118,15 @@ def test_a_key_of_gnome_is_refused_and_another_preset_works(session, desktop, en
     wait_until(lambda: f"Shortcut: {LABELS['ctrl-esc']}" in panel.titles(), 10, "the shortcut")
     assert_each_works(desktop, engine, CHORDS["ctrl-esc"])
     assert "speak-alt-escape" not in session.granted_shortcuts()
+
+
+def test_a_portal_that_was_killed_comes_back_with_the_keys(session, desktop, engine, build, preset,
+                                                           ready):
+    """Nobody else may need it, and while the keys are gone no press can have it started."""
+    tavin = Tavin(desktop, engine, build)
+    ready(CHORDS[preset])
+    os.kill(session.owner("org.freedesktop.portal.Desktop"), 9)
+    wait_until(lambda: not is_held(session, CHORDS[preset]), 10, "the key's end")
+    wait_until(lambda: is_held(session, CHORDS[preset]), 20, f"the key; it said: {tavin.log()}")
+    assert_each_works(desktop, engine, CHORDS[preset])
+    assert desktop.titled(desktop.SHORTCUT_DIALOG) == []

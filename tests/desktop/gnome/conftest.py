@@ -1,25 +1,41 @@
-"""A GNOME session on Wayland whose programs speak Wayland; a file may have another one."""
+"""A GNOME session on Wayland whose programs speak Wayland; a file may have another one. With
+TAVIN_TEST_DESKTOP=gnome-portal it is GNOME 48's."""
 
 import os
 
 import pytest
 from gnome_desktop import GnomeDesktop, NativeGnome
+from gnome_portal import GrantedGnome, PortalDesktop
 from session import wait_until
 
 TEXT = "Grüße, only a copy brings this text"
+HAS_PORTAL = os.environ.get("TAVIN_TEST_DESKTOP") == "gnome-portal"
 
 
 @pytest.fixture(scope="module")
-def session(tmp_path_factory):
-    with NativeGnome(str(tmp_path_factory.mktemp("session"))) as private:
+def start_session(tmp_path_factory, build):
+    """A session as this desktop has it; takes what NativeGnome takes."""
+    start = GrantedGnome if HAS_PORTAL else NativeGnome
+    return lambda **kwargs: start(str(tmp_path_factory.mktemp("session")), build, **kwargs)
+
+
+@pytest.fixture(scope="module")
+def session(start_session):
+    with start_session() as private:
         yield private
 
 
 @pytest.fixture
 def desktop(session):
-    programs = GnomeDesktop(session)
+    programs = (PortalDesktop if HAS_PORTAL else GnomeDesktop)(session)
     yield programs
     programs.close()
+
+
+@pytest.fixture
+def shortcuts():
+    """How Tavin names the road of the shortcuts."""
+    return "portal" if HAS_PORTAL else "gnome"
 
 
 @pytest.fixture

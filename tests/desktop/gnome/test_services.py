@@ -20,10 +20,10 @@ def field(desktop, programs):
     return window
 
 
-def test_one_line_tells_what_was_chosen(tavin):
+def test_one_line_tells_what_was_chosen(tavin, shortcuts):
     assert tavin.log().splitlines()[0] == (
         "Tavin: Wayland, clipboard x11, keyboard portal, windows Xwayland's, Qt wayland, "
-        "shortcuts gnome, with the session bus")
+        f"shortcuts {shortcuts}, with the session bus")
 
 
 def test_without_a_keyboard_nobody_is_asked(desktop, engine, build, bare_field):

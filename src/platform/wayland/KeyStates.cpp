@@ -1,0 +1,57 @@
+#include "platform/wayland/KeyStates.h"
+
+#include "platform/Keyboard.h"
+
+namespace tavin::wayland {
+namespace {
+
+// The description of the protocol may be older than the compositor, so its newest words stand here.
+constexpr std::uint32_t versionWithModifiers = 5;
+constexpr std::uint32_t statePressed = 3;
+constexpr double secondsForAnswer = 0.1;
+
+std::uint64_t flagOf(std::uint32_t key) {
+  switch (key) {
+    case 3:  // Alt.
+    case 7:  // AltGr.
+      return EventFlags::option;
+    case 4:
+      return EventFlags::control;
+    case 5:
+      return EventFlags::shift;
+    case 6:
+      return EventFlags::command;
+    default:
+      return 0;
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<KeyStates> KeyStates::create(Deadline deadline) {
+  auto connection = Connection::open(deadline);
+  if (!connection ||
+      connection->offered(org_kde_kwin_keystate_interface.name) < versionWithModifiers)
+    return nullptr;
+  return std::unique_ptr<KeyStates>(new KeyStates(std::move(connection)));
+}
+
+// The compositor would tell whoever stays bound of each press of a modifier.
+std::uint64_t KeyStates::modifiers() {
+  const auto states = connection_->bind<org_kde_kwin_keystate>(org_kde_kwin_keystate_interface,
+                                                               versionWithModifiers);
+  if (!states)
+    return 0;
+  std::uint64_t held = 0;
+  static constexpr org_kde_kwin_keystate_listener listener{
+      .stateChanged = [](void* flags, org_kde_kwin_keystate*, std::uint32_t key,
+                         std::uint32_t state) {
+        if (state == statePressed)
+          *static_cast<std::uint64_t*>(flags) |= flagOf(key);
+      }};
+  org_kde_kwin_keystate_add_listener(states.get(), &listener, &held);
+  org_kde_kwin_keystate_fetchStates(states.get());
+  return connection_->roundTrip(Deadline::in(secondsForAnswer)) ? held : 0;
+}
+
+}  // namespace tavin::wayland

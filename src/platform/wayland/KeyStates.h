@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "platform/wayland/Connection.h"
+
+namespace tavin::wayland {
+
+// Which modifiers the user holds down. KWin tells it in Plasma 6, where no program can release a
+// key that another keyboard holds. Work queue only, save its making.
+class KeyStates {
+ public:
+  // Null where the compositor does not tell it, or does not answer in time.
+  static std::unique_ptr<KeyStates> create(Deadline deadline);
+
+  // Those held now, as EventFlags; bounded by a tenth of a second, none where no answer came.
+  std::uint64_t modifiers();
+
+ private:
+  explicit KeyStates(std::unique_ptr<Connection> connection) : connection_(std::move(connection)) {}
+
+  const std::unique_ptr<Connection> connection_;
+};
+
+}  // namespace tavin::wayland

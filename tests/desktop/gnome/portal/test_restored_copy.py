@@ -1,0 +1,39 @@
+"""What GNOME 48 remembers of the leave to copy."""
+
+import os
+
+from driver import Tavin
+from gnome_portal import LEAVE
+from session import wait_until
+
+COPIED = "what was copied before"
+
+
+def leave_in(session):
+    return os.path.join(session.env["XDG_CONFIG_HOME"], LEAVE)
+
+
+def test_the_next_start_asks_nothing(granted, desktop, session, engine, build, copied_text):
+    desktop.own("clipboard", COPIED)
+    assert granted.press() == [copied_text]
+    assert os.stat(leave_in(session)).st_mode & 0o777 == 0o600
+    for log in ("second.log", "third.log"):  # Each word serves once.
+        assert granted.quit()[0] == 0
+        granted = Tavin(desktop, engine, build, log=log)
+        assert granted.press() == []
+        wait_until(lambda: "lets Tavin press" in granted.log(), 10, "leave")
+        assert desktop.no_dialog()
+        assert granted.press() == [copied_text]
+        assert desktop.clipboard_text() == COPIED
+
+
+def test_a_word_that_gnome_does_not_know_is_answered_by_its_dialog(desktop, session, tavin,
+                                                                  bare_field, copied_text):
+    os.makedirs(os.path.dirname(leave_in(session)), exist_ok=True)
+    with open(leave_in(session), "w", encoding="utf-8") as f:
+        f.write("00000000-0000-0000-0000-000000000000")
+    assert tavin.press() == []
+    desktop.share()
+    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "leave")
+    wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
+    assert tavin.press() == [copied_text]
