@@ -10,7 +10,7 @@ namespace {
 
 using Outcome = SelectionReader::Content::Outcome;
 
-// One private type that never comes shall not use up the time of all.
+// One private type that does not come shall not use up the time of all.
 constexpr double secondsForOptionalType = 0.3;
 constexpr double secondsToCheck = 0.3;
 
@@ -33,11 +33,12 @@ Outcome readListed(SelectionReader& reader, const SelectionReader::Listing& list
     if (!seen.insert(types[index]).second)
       continue;
     const bool needed = desktop::isNeededClipboardType(types[index]);
-    auto content = reader.read(Selection::clipboard, listing, types[index],
+    auto content = reader.read(Selection::clipboard, listing, types[index], deadline,
                                needed ? deadline : deadline.orIn(secondsForOptionalType));
     if (content.outcome == Outcome::read)
       values[index] = std::move(content.bytes);
-    else if (needed || content.outcome == Outcome::changed)
+    // What has begun to come and is not all there could not be given back.
+    else if (needed || content.outcome == Outcome::changed || !content.bytes.isEmpty())
       return content.outcome;
   }
   for (std::size_t i = 0; i < types.size(); ++i) {
@@ -87,7 +88,7 @@ std::optional<QString> readText(SelectionReader& reader, Selection selection, De
     });
     if (best == std::end(textTypes))
       return std::nullopt;
-    const auto content = reader.read(selection, *listing, *best, deadline);
+    const auto content = reader.read(selection, *listing, *best, deadline, deadline);
     if (content.outcome == Outcome::late)
       return std::nullopt;
     if (content.outcome == Outcome::read && isStillThere(reader, *listing, selection))

@@ -26,17 +26,12 @@ std::unique_ptr<FakeInput> FakeInput::create(std::function<bool()> mayCopy) {
   connection->bindingIsDone();
   if (!connection->roundTrip(deadline))
     return nullptr;
-  const std::shared_ptr<KeyStates> states = KeyStates::create(deadline);
-  if (states)
-    mayCopy = [states, mayCopy = std::move(mayCopy)] {
-      return states->modifiers() == 0 && mayCopy();
-    };
-  return std::unique_ptr<FakeInput>(
-      new FakeInput(std::move(connection), std::move(input), std::move(mayCopy), states));
+  return std::unique_ptr<FakeInput>(new FakeInput(std::move(connection), std::move(input),
+                                                  std::move(mayCopy), KeyStates::create(deadline)));
 }
 
 FakeInput::FakeInput(std::unique_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
-                     std::function<bool()> mayCopy, std::shared_ptr<KeyStates> states)
+                     std::function<bool()> mayCopy, std::unique_ptr<KeyStates> states)
     : CopyKeyboard(std::move(mayCopy)),
       connection_(std::move(connection)),
       input_(std::move(input)),

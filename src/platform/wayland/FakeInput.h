@@ -23,12 +23,13 @@ class FakeInput final : public desktop::CopyKeyboard {
 
  private:
   FakeInput(std::unique_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
-            std::function<bool()> mayCopy, std::shared_ptr<KeyStates> states);
+            std::function<bool()> mayCopy, std::unique_ptr<KeyStates> states);
+  bool prepareChord() override { return mayCopy() && flagsState() == 0; }
   void typeChord() override;
 
   const std::unique_ptr<Connection> connection_;
   const Owned<org_kde_kwin_fake_input> input_;
-  const std::shared_ptr<KeyStates> states_;  // Null where KWin does not tell them.
+  const std::unique_ptr<KeyStates> states_;  // Null where KWin does not tell them.
 };
 
 }  // namespace tavin::wayland

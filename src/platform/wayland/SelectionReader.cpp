@@ -76,16 +76,18 @@ posix::FileDescriptor SelectionReader::request(Selection selection, const Listin
 }
 
 SelectionReader::Content SelectionReader::read(Selection selection, const Listing& listing,
-                                               const std::string& type, Deadline deadline) {
+                                               const std::string& type, Deadline deadline,
+                                               Deadline begin) {
   Content content;
   const auto pipe = request(selection, listing, type, deadline);
   if (!pipe) {
     content.outcome = deadline.passed() ? Outcome::late : Outcome::changed;
     return content;
   }
-  while (!deadline.passed()) {
+  const auto until = [&] { return content.bytes.isEmpty() ? begin : deadline; };
+  while (!until().passed()) {
     pollfd files[] = {{pipe.get(), POLLIN, 0}, {changeOf(selection), POLLIN, 0}};
-    poll(files, 2, deadline.remainingMs());
+    poll(files, 2, until().remainingMs());
     if (files[1].revents != 0) {
       content.outcome = Outcome::changed;
       return content;

@@ -34,10 +34,10 @@ class SelectionReader {
 
   // None where the compositor does not answer.
   std::optional<Listing> list(Selection selection, Deadline deadline);
-  // The bytes of one type, as many as its program writes. Ends early when the selection is no
-  // longer the listed one.
+  // The bytes of one type, as many as its program writes by `deadline`; some of them must have come
+  // by `begin`. Ends early when the selection is no longer the listed one.
   Content read(Selection selection, const Listing& listing, const std::string& type,
-               Deadline deadline);
+               Deadline deadline, Deadline begin);
 
  private:
   posix::FileDescriptor request(Selection selection, const Listing& listing,

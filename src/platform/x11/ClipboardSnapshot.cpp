@@ -10,7 +10,7 @@ namespace {
 
 using Outcome = Conversion::Outcome;
 
-// One private type that never comes shall not use up the time of all.
+// One private type that does not come shall not use up the time of all.
 constexpr double secondsForOptionalTarget = 0.3;
 // Office programs offer some forty. Each costs messages, whatever time is left.
 constexpr std::size_t mostTargets = 1000;
@@ -69,11 +69,12 @@ Outcome Attempt::listTargets() {
 
 Outcome Attempt::readTarget(std::size_t index) {
   const bool needed = desktop::isNeededClipboardType(names_[index]);
-  auto value = reader_.convert(clipboard_, targets_[index],
+  auto value = reader_.convert(clipboard_, targets_[index], deadline_,
                                needed ? deadline_ : deadline_.orIn(secondsForOptionalTarget));
   if (value.outcome == Outcome::converted)
     values_[index] = {targets_[index], value.type, value.format, std::move(value.bytes)};
-  if (value.outcome == Outcome::late && !needed)
+  // What has begun to come and is not all there could not be given back.
+  if (value.outcome == Outcome::late && !needed && value.bytes.isEmpty())
     return Outcome::refused;
   return value.outcome;
 }

@@ -87,11 +87,12 @@ std::vector<std::string> SelectionReader::atomNames(const std::vector<xcb_atom_t
   return names;
 }
 
-Conversion SelectionReader::convert(xcb_atom_t selection, xcb_atom_t target, Deadline deadline) {
+Conversion SelectionReader::convert(xcb_atom_t selection, xcb_atom_t target, Deadline deadline,
+                                    Deadline begin) {
   const ConversionWindow window(*connection_);
   xcb_convert_selection(connection_->get(), window.id(), selection, target, property_,
                         XCB_CURRENT_TIME);
-  while (const auto event = nextEvent(deadline)) {
+  while (const auto event = nextEvent(begin)) {
     if (kind(event) != XCB_SELECTION_NOTIFY)
       continue;
     const auto& answer = as<xcb_selection_notify_event_t>(event);
@@ -100,7 +101,7 @@ Conversion SelectionReader::convert(xcb_atom_t selection, xcb_atom_t target, Dea
     if (answer.property == XCB_ATOM_NONE)
       return {Conversion::Outcome::refused, XCB_ATOM_NONE, 8, {}};
     Conversion result = takeProperty(window.id());
-    return result.type == incr_ ? readIncrementally(window.id(), deadline) : result;
+    return result.type == incr_ ? readIncrementally(window.id(), deadline, begin) : result;
   }
   return failure();
 }
@@ -119,10 +120,11 @@ Conversion SelectionReader::takeProperty(xcb_window_t window) {
                      xcb_get_property_value_length(reply.get()))};
 }
 
-Conversion SelectionReader::readIncrementally(xcb_window_t window, Deadline deadline) {
+Conversion SelectionReader::readIncrementally(xcb_window_t window, Deadline deadline,
+                                              Deadline begin) {
   Conversion whole;
   whole.outcome = Conversion::Outcome::converted;
-  while (waitForProperty(window, deadline)) {
+  while (waitForProperty(window, whole.bytes.isEmpty() ? begin : deadline)) {
     Conversion piece = takeProperty(window);
     if (piece.outcome != Conversion::Outcome::converted)
       return piece;
@@ -136,7 +138,8 @@ Conversion SelectionReader::readIncrementally(xcb_window_t window, Deadline dead
       break;
     whole.bytes += piece.bytes;
   }
-  return failure();
+  whole.outcome = failure().outcome;
+  return whole;
 }
 
 bool SelectionReader::waitForProperty(xcb_window_t window, Deadline deadline) {

@@ -30,7 +30,11 @@ class SelectionReader {
 
   const Connection& connection() const { return *connection_; }
   xcb_window_t owner(xcb_atom_t selection);
-  Conversion convert(xcb_atom_t selection, xcb_atom_t target, Deadline deadline);
+  Conversion convert(xcb_atom_t selection, xcb_atom_t target, Deadline deadline) {
+    return convert(selection, target, deadline, deadline);
+  }
+  // The same, of which some must have come by `begin`. What is late keeps the bytes that came.
+  Conversion convert(xcb_atom_t selection, xcb_atom_t target, Deadline deadline, Deadline begin);
   // The names of atoms, in one exchange with the server; empty for what is no atom.
   std::vector<std::string> atomNames(const std::vector<xcb_atom_t>& atoms);
 
@@ -55,7 +59,7 @@ class SelectionReader {
   Reply<xcb_generic_event_t> nextEvent(Deadline deadline);
   bool waitForProperty(xcb_window_t window, Deadline deadline);
   Conversion takeProperty(xcb_window_t window);
-  Conversion readIncrementally(xcb_window_t window, Deadline deadline);
+  Conversion readIncrementally(xcb_window_t window, Deadline deadline, Deadline begin);
   Conversion failure() const;
 
   std::unique_ptr<Connection> connection_;

@@ -1,6 +1,7 @@
 #include "platform/wayland/ClipboardOwner.h"
 
 #include <sys/eventfd.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -81,6 +82,11 @@ void ClipboardOwner::send(const std::string& type, posix::FileDescriptor pipe) {
   for (const auto& [name, bytes] : types_) {
     if (name != type)
       continue;
+    if (manners_.stopsIn.contains(type)) {
+      [[maybe_unused]] const auto written = write(pipe.get(), bytes.constData(), bytes.size() / 2);
+      keptOpen_.push_back(std::move(pipe));
+      return;
+    }
     dead_ = manners_.diesOn == type;
     writers_.begin(std::move(pipe), dead_ ? bytes.left(bytes.size() / 2) : bytes);
     if (dead_)

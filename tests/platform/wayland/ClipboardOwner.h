@@ -19,6 +19,7 @@ using Types = std::vector<std::pair<std::string, QByteArray>>;
 
 struct OwnerManners {
   std::set<std::string> silentOn = {};  // Types whose pipe is kept open and never written to.
+  std::set<std::string> stopsIn = {};   // Types of which half is written, and their pipe kept open.
   std::string changesOn = {};           // Copies something else when this is first asked for,
   Types changesTo = {};                 // namely this, and gives nothing any more of the first.
   std::string diesOn = {};              // Ends when this is asked for, with half of it written.

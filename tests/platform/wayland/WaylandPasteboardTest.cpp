@@ -156,6 +156,12 @@ TEST_F(WaylandPasteboardTest, APrivateTypeThatDoesNotComeIsLeftOut) {
   EXPECT_EQ(read(), (Types{{"image/png", "p"}, {kText, "a"}}));
 }
 
+TEST_F(WaylandPasteboardTest, APrivateTypeThatComesByHalfIsUnknown) {
+  const ClipboardOwner owner({{"x-half", "both halves"}, {"text/plain", "a"}},
+                             {.stopsIn = {"x-half"}});
+  EXPECT_EQ(pasteboard_.pasteboardItems(), std::nullopt);
+}
+
 TEST_F(WaylandPasteboardTest, PicturesThatDoNotComeInTimeAreLeftOut) {
   const ClipboardOwner owner({{"image/a", "a"},
                               {"image/b", "b"},

@@ -151,6 +151,7 @@ void ClipboardOwner::sendNextPiece(const xcb_property_notify_event_t& taken) {
   });
   if (found == sending_.end())
     return;
+  std::this_thread::sleep_for(manners_.pieceTakes);
   const qsizetype size = std::min(kPiece, found->bytes.size() - found->sent);
   xcb_change_property(connection_->get(), XCB_PROP_MODE_REPLACE, found->requestor, found->property,
                       found->type, 8, static_cast<std::uint32_t>(size),

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <set>
 #include <string>
@@ -18,13 +19,14 @@ namespace tavin::test {
 using Targets = std::vector<std::pair<std::string, QByteArray>>;
 
 struct OwnerManners {
-  std::set<std::string> silentOn = {};  // Targets that get no answer.
-  std::set<std::string> refuses = {};   // Targets that are listed but refused.
-  std::string changesOn = {};           // Copies something else when this is first asked for,
-  Targets changesTo = {};               // namely this, before it has answered.
-  std::string diesOn = {};              // Ends when this is asked for.
-  bool knowsOnlyText = false;           // Answers its first text, whatever it is asked for.
-  std::uint32_t listsMore = 0;          // So many targets that nobody has heard of.
+  std::set<std::string> silentOn = {};      // Targets that get no answer.
+  std::set<std::string> refuses = {};       // Targets that are listed but refused.
+  std::string changesOn = {};               // Copies something else when this is first asked for,
+  Targets changesTo = {};                   // namely this, before it has answered.
+  std::string diesOn = {};                  // Ends when this is asked for.
+  std::chrono::milliseconds pieceTakes{0};  // Each piece of large data.
+  bool knowsOnlyText = false;               // Answers its first text, whatever it is asked for.
+  std::uint32_t listsMore = 0;              // So many targets that nobody has heard of.
   std::string selection = "CLIPBOARD";
 };
 

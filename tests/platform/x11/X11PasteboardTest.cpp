@@ -173,6 +173,12 @@ TEST_F(X11PasteboardTest, APrivateTypeThatDoesNotComeIsLeftOut) {
   EXPECT_EQ(read(), (Targets{{"image/png", "p"}, {"UTF8_STRING", "a"}}));
 }
 
+TEST_F(X11PasteboardTest, APrivateTypeThatComesSlowlyComesWhole) {
+  const Targets large{{"x-large", test::picture(150'000)}};
+  const ClipboardOwner owner(large, {.pieceTakes = std::chrono::milliseconds(180)});
+  EXPECT_EQ(read(), large);
+}
+
 TEST_F(X11PasteboardTest, TextsAreAskedForBeforePictures) {
   ClipboardOwner owner({{"image/bmp", "b"}, {"image/png", "p"}, {"x-data", "d"}, {"STRING", "s"}});
   read();
