@@ -67,6 +67,8 @@ class KwinSession(WaylandSession):
         os.chmod(self._program, 0o755)
         version = self.run([self._program, "--version"]).split()[-1]
         self.env["KDE_SESSION_VERSION"] = version.split(".", maxsplit=1)[0]
+        if self.env["KDE_SESSION_VERSION"] == "6":
+            self.env["XDG_MENU_PREFIX"] = "plasma-"  # Else no desktop file is found.
         self._display_file = os.path.join(self.folder, "display")
         self._tell_display = os.path.join(self.folder, "tell-display")
         with open(self._tell_display, "w", encoding="utf-8") as f:

@@ -1,7 +1,8 @@
 """What differs under KWin 6: there is no picture of its screen here, and it lets no program release
-a key that another keyboard holds."""
+a key that another keyboard holds, but tells which modifiers are held."""
 
 import os
+import time
 
 import pytest
 
@@ -30,6 +31,17 @@ def test_a_copy_gives_the_clipboard_back(tavin, desktop, bare_field):
     assert tavin.press() == [TEXT]
     assert desktop.clipboard() == before
     assert tavin.press() == [TEXT]
+
+
+def test_a_hand_that_lets_go_of_alt_after_the_key(tavin, desktop, engine, bare_field):
+    since = engine.mark()
+    desktop.press("alt")
+    try:
+        desktop.key("Escape")
+        time.sleep(0.3)
+    finally:
+        desktop.release("alt")
+    assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
 
 
 def test_while_alt_is_held_nothing_is_read_and_the_next_press_reads(tavin, desktop, engine,
