@@ -30,7 +30,8 @@ namespace tavin {
 // "fake-input", "portal", "xtest", "none") force one each.
 class DesktopServices {
  public:
-  // Looks round; bounded by five seconds. Before Qt is started.
+  // Looks round; bounded by seven seconds, of which a session that answers takes next to none. Before
+  // Qt is started.
   DesktopServices();
   ~DesktopServices();
 

@@ -140,12 +140,15 @@ void GlobalAccel::take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage
 }
 
 void GlobalAccel::serviceChanged(const QString& owner) {
-  for (const auto& hotKey : hotKeys_) {
+  for (const auto& hotKey : std::vector(hotKeys_)) {
     hotKey->held = false;
-    if (owner.isEmpty())
-      continue;
-    bus_->send(registration(hotKey->action));
-    ask(hotKey);
+    if (!owner.isEmpty()) {
+      bus_->send(registration(hotKey->action));
+      ask(hotKey);
+    } else if (std::exchange(hotKey->active, false) && answered_) {
+      answered_(
+          HotkeyRegistration::refused(QStringLiteral("KDE's shortcut service has ended"), hotKey));
+    }
   }
 }
 

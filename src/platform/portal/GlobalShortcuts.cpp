@@ -66,6 +66,7 @@ void GlobalShortcuts::portalLeft() {
   creating_ = false;
   request_.reset();
   closeInGnome(*bus_, std::exchange(session_, {}));
+  refuseAll(QStringLiteral("the desktop's portal has ended"));
   const bool restartedLately =
       lastRestart_.isValid() && !lastRestart_.hasExpired(betweenRestarts.count());
   if (hotKeys_.empty() || restartedLately)
@@ -121,6 +122,7 @@ void GlobalShortcuts::startOver() {
   if (creating_)
     return;  // It starts over then.
   closeSession();
+  for (const auto& hotKey : hotKeys_) hotKey->held = false;  // Its release would not be heard.
   if (!hotKeys_.empty())
     createSession();
 }
@@ -232,6 +234,11 @@ void GlobalShortcuts::listen() {
     if (signal.path() != session_.path())
       return;
     session_ = {};
+    // Closed instead of answered: another session would only show the same question again.
+    if (request_ && request_->isPending()) {
+      request_.reset();
+      return refuseAll(QStringLiteral("the desktop has closed its question"));
+    }
     startOverSoon();
   });
 }

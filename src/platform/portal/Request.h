@@ -27,6 +27,7 @@ class Request {
   // is called once, from the event loop, and may destroy this object.
   Request(const QDBusConnection& bus, const QString& interface, const QString& method,
           QVariantList arguments, QVariantMap options, Answer answer);
+  bool isPending() const { return answer_ != nullptr; }
 
  private:
   void finish(int code, const QVariantMap& results);

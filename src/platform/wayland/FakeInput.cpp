@@ -9,6 +9,8 @@ namespace tavin::wayland {
 namespace {
 
 constexpr std::uint32_t versionWithKeys = 4;
+// KWin looks up the desktop file of whoever connects, which may take it seconds after its start.
+constexpr double secondsToConnect = 5;
 constexpr double secondsForInput = 2;
 constexpr std::array<std::uint32_t, 6> modifiersButAlt{
     KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL, KEY_RIGHTCTRL, KEY_LEFTMETA, KEY_RIGHTMETA};
@@ -16,21 +18,23 @@ constexpr std::array<std::uint32_t, 6> modifiersButAlt{
 }  // namespace
 
 std::unique_ptr<FakeInput> FakeInput::create(std::function<bool()> mayCopy) {
-  const Deadline deadline = Deadline::in(secondsForInput);
-  auto connection = Connection::open(deadline);
+  const Deadline deadline = Deadline::in(secondsToConnect);
+  std::shared_ptr<Connection> connection = Connection::open(deadline);
   if (!connection || connection->offered(org_kde_kwin_fake_input_interface.name) < versionWithKeys)
     return nullptr;
   auto input =
       connection->bind<org_kde_kwin_fake_input>(org_kde_kwin_fake_input_interface, versionWithKeys);
   org_kde_kwin_fake_input_authenticate(input.get(), "Tavin", "Copies the selected text");
-  connection->bindingIsDone();
+  auto states = KeyStates::on(connection);
+  if (!states)
+    connection->bindingIsDone();
   if (!connection->roundTrip(deadline))
     return nullptr;
   return std::unique_ptr<FakeInput>(new FakeInput(std::move(connection), std::move(input),
-                                                  std::move(mayCopy), KeyStates::create(deadline)));
+                                                  std::move(mayCopy), std::move(states)));
 }
 
-FakeInput::FakeInput(std::unique_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
+FakeInput::FakeInput(std::shared_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
                      std::function<bool()> mayCopy, std::unique_ptr<KeyStates> states)
     : CopyKeyboard(std::move(mayCopy)),
       connection_(std::move(connection)),

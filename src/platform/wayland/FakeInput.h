@@ -22,12 +22,12 @@ class FakeInput final : public desktop::CopyKeyboard {
   std::uint64_t flagsState() override { return states_ ? states_->modifiers() : 0; }
 
  private:
-  FakeInput(std::unique_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
+  FakeInput(std::shared_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
             std::function<bool()> mayCopy, std::unique_ptr<KeyStates> states);
   bool prepareChord() override { return isReady() && flagsState() == 0; }
   void typeChord() override;
 
-  const std::unique_ptr<Connection> connection_;
+  const std::shared_ptr<Connection> connection_;
   const Owned<org_kde_kwin_fake_input> input_;
   const std::unique_ptr<KeyStates> states_;  // Null where KWin does not tell them.
 };

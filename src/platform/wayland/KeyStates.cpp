@@ -29,7 +29,10 @@ std::uint64_t flagOf(std::uint32_t key) {
 }  // namespace
 
 std::unique_ptr<KeyStates> KeyStates::create(Deadline deadline) {
-  auto connection = Connection::open(deadline);
+  return on(Connection::open(deadline));
+}
+
+std::unique_ptr<KeyStates> KeyStates::on(std::shared_ptr<Connection> connection) {
   if (!connection ||
       connection->offered(org_kde_kwin_keystate_interface.name) < versionWithModifiers)
     return nullptr;

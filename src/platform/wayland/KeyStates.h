@@ -12,16 +12,18 @@ namespace tavin::wayland {
 // key that another keyboard holds. Work queue only, save its making.
 class KeyStates {
  public:
-  // Null where the compositor does not tell it, or does not answer in time.
+  // Null where the compositor does not tell it. The one on a connection of its own is null also
+  // where that is not answered in time.
   static std::unique_ptr<KeyStates> create(Deadline deadline);
+  static std::unique_ptr<KeyStates> on(std::shared_ptr<Connection> connection);
 
   // Those held now, as EventFlags; bounded by a tenth of a second, none where no answer came.
   std::uint64_t modifiers();
 
  private:
-  explicit KeyStates(std::unique_ptr<Connection> connection) : connection_(std::move(connection)) {}
+  explicit KeyStates(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
 
-  const std::unique_ptr<Connection> connection_;
+  const std::shared_ptr<Connection> connection_;
 };
 
 }  // namespace tavin::wayland

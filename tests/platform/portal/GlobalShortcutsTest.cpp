@@ -201,17 +201,32 @@ TEST_F(GlobalShortcutsTest, ARestartedPortalIsAskedForWhatItRemembers) {
   start();
   addBoth();
   ASSERT_TRUE(answered(2));
+  portal->activate(pauseId);  // And its release is lost with the portal.
+  ASSERT_TRUE(eventually([&] { return presses.size() == 1; }));
+  presses.clear();
   portal.reset();
+  ASSERT_TRUE(answered(4));
+  EXPECT_THAT(answers, ElementsAre(0, 0, -1, -1)) << "no key works while it is away";
   portal = std::make_unique<FakePortal>();
   portal->remembered = {withKey(speakId, "Alt+Esc"), withKey(pauseId, "Shift+Alt+Esc")};
-  ASSERT_TRUE(eventually([&] { return portal->calls.contains("ListShortcuts"); }));
+  ASSERT_TRUE(answered(6));
+  EXPECT_THAT(answers, ElementsAre(0, 0, -1, -1, 0, 0));
   EXPECT_EQ(portal->calls.front(), "Register app.tavin.Tavin");
-  ASSERT_TRUE(eventually([&] {
-    press(pauseId);
-    return !presses.empty();
-  }));
+  press(pauseId);
+  ASSERT_TRUE(eventually([&] { return !presses.empty(); }));
   EXPECT_EQ(presses.front(), 2U);
   EXPECT_FALSE(portal->calls.contains("BindShortcuts"));
+}
+
+TEST_F(GlobalShortcutsTest, ADialogThatTheDesktopClosesIsNotOpenedAgain) {
+  portal->dialogStaysOpen = true;
+  start();
+  addBoth();
+  ASSERT_TRUE(eventually([&] { return portal->calls.contains("BindShortcuts"); }));
+  portal->closeSession();
+  ASSERT_TRUE(answered(2));
+  EXPECT_THAT(answers, ElementsAre(-1, -1));
+  EXPECT_FALSE(eventually([&] { return portal->calls.count("BindShortcuts") > 1; }, 200));
 }
 
 TEST_F(GlobalShortcutsTest, APortalWithoutShortcutsIsANoUntilABetterOneComes) {
