@@ -86,6 +86,9 @@ class Desktop:
     def release(self, chord):
         self.session.run(["xdotool", "keyup", chord])
 
+    def let_go(self):
+        """What tells the desktop that no shortcut is held any more, where it needs that."""
+
     def gives_leave(self, _tavin):
         """Whether the press made Tavin ask for leave to copy, and it was given."""
         return False
@@ -228,6 +231,7 @@ class Tavin:
         # it, on the same queue. One of the questions may be another's, such as the menu's: then the
         # first pause comes before that item, but the second after it.
         self.engine.wait_for("/status", count=2, since=since)
+        self.desktop.let_go()
         for count in (1, 2):
             self.action("pause")
             self.engine.wait_for("/toggle-pause", count=count, since=since, seconds=15)

@@ -60,6 +60,15 @@ class GnomeDesktop(WaylandDesktop):
         return self.session.evaluate(
             f"global.display.get_keybinding_action({ESCAPE}, {mask})") not in ("", "0")
 
+    def let_go(self):
+        """A hand still holds a shortcut when GNOME has run its command, and lets go of it soon. The
+        keys of these tests are up before; any input stands for theirs, where GNOME tells only when
+        the last one was."""
+        time.sleep(0.3)
+        for down in (True, False):
+            self.session.send_key(KEYS["shift"], down)
+        self.wait_for_calm()
+
     def wait_for_calm(self):
         """Until the shell answers at once: it has shown what it was told to show."""
         def is_quick():
@@ -144,9 +153,11 @@ class GnomeDesktop(WaylandDesktop):
         dialog = self.permission_dialog()
 
         def shared():
-            if not self.no_dialog():
-                self.click(dialog, *self.ALLOW)
-                self.click(dialog, *self.SHARE)
+            for place in (self.ALLOW, self.SHARE):
+                # What is drawn is not yet what takes a click.
+                self.wait_for_calm()
+                if not self.no_dialog():
+                    self.click(dialog, *place)
             with contextlib.suppress(SessionError):
                 return wait_until(self.no_dialog, 2)
             return False

@@ -3,6 +3,7 @@
 #include <deque>
 #include <map>
 #include <set>
+#include <utility>
 
 #include "fake/Journal.h"
 #include "platform/AlertPresenter.h"
@@ -67,7 +68,7 @@ class FakeAlerts final : public AlertPresenter {
   void answer(AlertResponse response) {
     const auto completion = std::move(completions.front());
     completions.pop_front();
-    completion(response);
+    completion(std::move(response));
   }
   std::vector<Alert> shown;
   std::deque<std::function<void(AlertResponse)>> completions;

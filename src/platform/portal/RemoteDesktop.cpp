@@ -72,6 +72,7 @@ bool RemoteDesktop::type(const QDBusObjectPath& session, const std::vector<KeySt
 }
 
 void RemoteDesktop::ask() {
+  log_.write(QStringLiteral("Tavin: asking the desktop for leave to press the copy key"));
   if (!bus_->isConnected())
     return giveUp(QStringLiteral("there is no session bus"));
   announceTo(*bus_);
@@ -129,7 +130,6 @@ void RemoteDesktop::selectDevices() {
 }
 
 void RemoteDesktop::start() {
-  log_.write(QStringLiteral("Tavin: asking the desktop for leave to press the copy key"));
   call(QStringLiteral("Start"), {QVariant::fromValue(session_), QString()}, {},
        [this](int code, const QVariantMap& results) {
          const uint devices = results.value(QStringLiteral("devices")).toUInt();
