@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint32_t versionWithKeys = 4;
 // KWin looks up the desktop file of whoever connects, which may take it seconds after its start.
-constexpr double secondsToConnect = 5;
+constexpr double secondsForKwin = 5;
 constexpr double secondsForInput = 2;
 constexpr std::array<std::uint32_t, 6> modifiersButAlt{
     KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL, KEY_RIGHTCTRL, KEY_LEFTMETA, KEY_RIGHTMETA};
@@ -18,7 +18,7 @@ constexpr std::array<std::uint32_t, 6> modifiersButAlt{
 }  // namespace
 
 std::unique_ptr<FakeInput> FakeInput::create(std::function<bool()> mayCopy) {
-  const Deadline deadline = Deadline::in(secondsToConnect);
+  const Deadline deadline = Deadline::in(secondsForKwin);
   std::shared_ptr<Connection> connection = Connection::open(deadline);
   if (!connection || connection->offered(org_kde_kwin_fake_input_interface.name) < versionWithKeys)
     return nullptr;
