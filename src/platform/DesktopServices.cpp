@@ -53,8 +53,9 @@ std::optional<Clipboard> createClipboard(const QString& kind,
 
 DesktopServices::DesktopServices()
     : compositor_(wayland::Compositor::connect()),
+      qtSpeaksWayland_(qtSpeaksWayland()),
       // Where a compositor serves, a lazy Xwayland would be started for nothing.
-      display_((!compositor_ || !qtSpeaksWayland()) && x11::Connection::open() != nullptr),
+      display_((!compositor_ || !qtSpeaksWayland_) && x11::Connection::open() != nullptr),
       wayland_(compositor_ || wayland::Connection::open(Deadline::in(connectSeconds))),
       // WAYLAND_DISPLAY tells nothing by itself: it may be left of a session that has ended.
       xwayland_(!compositor_ &&
@@ -67,7 +68,7 @@ DesktopServices::DesktopServices()
 DesktopServices::~DesktopServices() = default;
 
 QByteArray DesktopServices::obstacle() const {
-  if (display_ || (compositor_ && qtSpeaksWayland()))
+  if (display_ || (compositor_ && qtSpeaksWayland_))
     return {};
   if (compositor_)
     return "no window can be shown: Qt's Wayland plug-in (qt6-wayland) is not installed, and there "
@@ -80,7 +81,7 @@ QByteArray DesktopServices::obstacle() const {
 }
 
 const char* DesktopServices::qtPlatform() const {
-  return wayland_ && qtSpeaksWayland() ? "wayland" : "xcb";
+  return wayland_ && qtSpeaksWayland_ ? "wayland" : "xcb";
 }
 
 std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {
@@ -94,15 +95,15 @@ std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {
 std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
     SystemLog& log, std::function<bool()> mayCopy) const {
   portal::ModifierHabits habits;
-  if (std::shared_ptr states = wayland::KeyStates::create(Deadline::in(connectSeconds)))
-    habits.held = [states] { return states->modifiers(); };
-  else
-    habits.released = desktop::currentDesktops().contains(QStringLiteral("KDE"));
   if (heldModifiers_) {
     habits.held = [modifiers = heldModifiers_, keys = std::make_shared<gnome::XwaylandKeys>()] {
       const auto known = keys->flags();
       return known ? *known : modifiers->flags();
     };
+  } else if (std::shared_ptr states = wayland::KeyStates::create(Deadline::in(connectSeconds))) {
+    habits.held = [states] { return states->modifiers(); };
+  } else {
+    habits.released = desktop::currentDesktops().contains(QStringLiteral("KDE"));
   }
   return std::make_unique<portal::PortalKeyboard>(std::make_shared<portal::RemoteDesktop>(log),
                                                   std::move(mayCopy), std::move(habits));

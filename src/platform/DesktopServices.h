@@ -30,8 +30,8 @@ namespace tavin {
 // "fake-input", "portal", "xtest", "none") force one each.
 class DesktopServices {
  public:
-  // Looks round; bounded by seven seconds, of which a session that answers takes next to none. Before
-  // Qt is started.
+  // Looks round; bounded by seven seconds, of which a session that answers takes next to none.
+  // Before Qt is started.
   DesktopServices();
   ~DesktopServices();
 
@@ -59,6 +59,7 @@ class DesktopServices {
                                                               std::function<bool()> mayCopy) const;
 
   const std::shared_ptr<wayland::Compositor> compositor_;  // Null where X11 serves.
+  const bool qtSpeaksWayland_;                             // Its plug-in is installed.
   const bool display_;                                     // There is an X display, and a need.
   const bool wayland_;            // There is a compositor, with or without data control.
   const bool xwayland_;           // The X display is that of a compositor without data control.

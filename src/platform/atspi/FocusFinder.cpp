@@ -17,10 +17,9 @@ constexpr std::size_t mostFocused = 500;
 constexpr std::size_t batchSize = 200;
 
 std::vector<QDBusMessage> askEach(Bus& bus, const std::vector<ObjectRef>& objects,
-                                  const char* interface, const char* member, Deadline deadline,
-                                  const QVariantList& arguments = {}) {
+                                  const char* interface, const char* member, Deadline deadline) {
   std::vector<Question> questions;
-  for (const auto& object : objects) questions.push_back({object, interface, member, arguments});
+  for (const auto& object : objects) questions.push_back({object, interface, member});
   return bus.ask(questions, deadline);
 }
 
@@ -73,8 +72,9 @@ Question focusedIn(const ObjectRef& window) {
 
 std::vector<QDBusMessage> askForFocused(Bus& bus, const std::vector<ObjectRef>& windows,
                                         Deadline deadline) {
-  return askEach(bus, windows, "Collection", "GetMatches", deadline,
-                 matchesWithState(States::focused));
+  std::vector<Question> questions;
+  for (const auto& window : windows) questions.push_back(focusedIn(window));
+  return bus.ask(questions, deadline);
 }
 
 // `answers` are those of the windows' Collections.

@@ -29,9 +29,9 @@ class CopyKeyboard : public Keyboard {
   class CopyEvent;
   class ReleasedEvent;
 
-  // Whether the chord can be typed and the program in front may get it. What it needs is kept until
-  // it is typed, if ever.
-  virtual bool prepareChord() { return isReady(); }
+  // Whether the chord can be typed and the program in front may get it: not while a modifier is
+  // held that would join it. What the chord needs is kept until it is typed, if ever.
+  virtual bool prepareChord() { return isReady() && flagsState() == 0; }
   // Presses and releases the keys; when it returns, the program in front has been sent them all.
   virtual void typeChord() = 0;
 

@@ -38,8 +38,6 @@ bool PortalKeyboard::isReady() {
   return session_.has_value();
 }
 
-bool PortalKeyboard::prepareChord() { return isReady() && flagsState() == 0; }
-
 void PortalKeyboard::typeChord() { desktop_->type(*session_, copyChord(modifiers_.released)); }
 
 }  // namespace tavin::portal

@@ -31,7 +31,6 @@ class PortalKeyboard final : public desktop::CopyKeyboard {
   bool isReady() override;
 
  private:
-  bool prepareChord() override;
   void typeChord() override;
 
   const std::shared_ptr<RemoteDesktop> desktop_;

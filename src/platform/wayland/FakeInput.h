@@ -24,7 +24,6 @@ class FakeInput final : public desktop::CopyKeyboard {
  private:
   FakeInput(std::shared_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
             std::function<bool()> mayCopy, std::unique_ptr<KeyStates> states);
-  bool prepareChord() override { return isReady() && flagsState() == 0; }
   void typeChord() override;
 
   const std::shared_ptr<Connection> connection_;
