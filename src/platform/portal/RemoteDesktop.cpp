@@ -2,8 +2,10 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <algorithm>
 #include <utility>
 
+#include "platform/Deadline.h"
 #include "platform/portal/Portal.h"
 
 namespace tavin::portal {
@@ -14,8 +16,8 @@ constexpr uint firstVersionThatRemembers = 2;
 constexpr uint untilRevoked = 2;
 // A desktop that fails in the middle of each question shall not go on flashing dialogs.
 constexpr int mostInVain = 3;
-constexpr int keyDeadline = 1000;     // Milliseconds.
-constexpr int offerDeadline = 10000;  // The portal may have to be started.
+constexpr double typingSeconds = 1.0;
+constexpr int offerDeadline = 10000;  // Milliseconds; the portal may have to be started.
 
 const QString remoteInterface = QStringLiteral("org.freedesktop.portal.RemoteDesktop");
 
@@ -23,6 +25,12 @@ const QString remoteInterface = QStringLiteral("org.freedesktop.portal.RemoteDes
 QString newSessionToken() {
   static int count = 0;
   return QStringLiteral("tavin_keys_%1").arg(++count);
+}
+
+QDBusMessage keyCall(const QDBusObjectPath& session, const KeyStep& step) {
+  QDBusMessage call = portalCall(remoteInterface, QStringLiteral("NotifyKeyboardKeycode"));
+  call << QVariant::fromValue(session) << QVariantMap() << step.code << uint(step.down ? 1 : 0);
+  return call;
 }
 
 }  // namespace
@@ -56,19 +64,32 @@ std::optional<QDBusObjectPath> RemoteDesktop::sessionOrAsk() {
   return std::nullopt;
 }
 
-bool RemoteDesktop::type(const QDBusObjectPath& session, const std::vector<KeyStep>& steps) {
-  std::vector<QDBusPendingCall> calls;
+// Each key waits for the answer to the one before: a portal serves its calls on several threads, so
+// that keys which are under way together arrive in any order.
+void RemoteDesktop::type(const QDBusObjectPath& session, const std::vector<KeyStep>& steps) {
+  const Deadline deadline = Deadline::in(typingSeconds);
   for (const KeyStep& step : steps) {
-    QDBusMessage key = portalCall(remoteInterface, QStringLiteral("NotifyKeyboardKeycode"));
-    key << QVariant::fromValue(session) << QVariantMap() << step.code << uint(step.down ? 1 : 0);
-    calls.push_back(bus_->asyncCall(key, keyDeadline));
+    QDBusPendingCall call =
+        bus_->asyncCall(keyCall(session, step), std::max(deadline.remainingMs(), 1));
+    call.waitForFinished();
+    if (call.isError())
+      return letGo(session, steps);
   }
-  bool done = true;
-  for (QDBusPendingCall& each : calls) {
-    each.waitForFinished();
-    done = done && !each.isError();
+}
+
+// What hangs may be done later, in any order: after the end of the session nothing goes down.
+void RemoteDesktop::letGo(const QDBusObjectPath& session, const std::vector<KeyStep>& steps) {
+  for (const KeyStep& step : steps) {
+    if (!step.down)
+      bus_->send(keyCall(session, step));
   }
-  return done;
+  QMetaObject::invokeMethod(
+      &owners_,
+      [this, session] {
+        if (session_ == session)
+          giveUp(QStringLiteral("the portal presses no key"));
+      },
+      Qt::QueuedConnection);
 }
 
 void RemoteDesktop::ask() {

@@ -36,9 +36,9 @@ class RemoteDesktop {
   // The session that keys go through. None where there is no leave yet: then it is being asked for,
   // unless it was declined. Any thread, returns at once.
   std::optional<QDBusObjectPath> sessionOrAsk();
-  // Returns when the desktop has done it all, or in a second. False where it refused. Not on the
-  // main thread.
-  bool type(const QDBusObjectPath& session, const std::vector<KeyStep>& steps);
+  // Returns when the desktop has done it all, in order; in a second at the latest. Where it refuses
+  // a key or hangs, the session ends with all keys up. Not on the main thread.
+  void type(const QDBusObjectPath& session, const std::vector<KeyStep>& steps);
 
  private:
   enum class State {
@@ -61,6 +61,7 @@ class RemoteDesktop {
             Request::Answer answer);
   void giveUp(const QString& reason);
   void portalLeft();
+  void letGo(const QDBusObjectPath& session, const std::vector<KeyStep>& steps);
   void setState(State state);
   void closeSession();
 

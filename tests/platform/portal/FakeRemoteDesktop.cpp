@@ -5,6 +5,7 @@
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
+#include <QTimer>
 #include <utility>
 
 namespace tavin::test {
@@ -12,6 +13,7 @@ namespace {
 
 const QString fakeName = QStringLiteral("fake-remote-desktop");
 const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
+constexpr int threadsMilliseconds = 5;  // Time for all keys that are sent together to be there.
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 
 QString pathOf(const char* kind, const QDBusMessage& call, const QString& token) {
@@ -51,11 +53,10 @@ bool FakeRemoteDesktop::handleMessage(const QDBusMessage& message, const QDBusCo
   if (method == QLatin1String("Register"))
     return false;  // As the older ones do.
   if (method == QLatin1String("NotifyKeyboardKeycode")) {
-    if (message.arguments().value(0).value<QDBusObjectPath>().path() != session)
-      return bus_.send(message.createErrorReply(QDBusError::AccessDenied, "no session"));
-    keys << QString::number(message.arguments().value(2).toInt()) +
-                (message.arguments().value(3).toUInt() != 0 ? " down" : " up");
-    return bus_.send(message.createReply());
+    underWay_.prepend(message);
+    if (!keysHang)
+      QTimer::singleShot(threadsMilliseconds, this, [this] { takeKeys(); });
+    return true;
   }
   calls << method;
   if (method == QLatin1String("Close")) {
@@ -69,6 +70,18 @@ bool FakeRemoteDesktop::handleMessage(const QDBusMessage& message, const QDBusCo
   dialog_ = request;
   answer(message, options);
   return true;
+}
+
+void FakeRemoteDesktop::takeKeys() {
+  for (const QDBusMessage& message : std::exchange(underWay_, {})) {
+    if (message.arguments().value(0).value<QDBusObjectPath>().path() != session) {
+      bus_.send(message.createErrorReply(QDBusError::AccessDenied, "no session"));
+      continue;
+    }
+    keys << QString::number(message.arguments().value(2).toInt()) +
+                (message.arguments().value(3).toUInt() != 0 ? " down" : " up");
+    bus_.send(message.createReply());
+  }
 }
 
 void FakeRemoteDesktop::answer(const QDBusMessage& call, const QVariantMap& options) {

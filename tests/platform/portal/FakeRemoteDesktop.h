@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QVariantMap>
 
 namespace tavin::test {
 
-// A portal on the session bus that lets programs press keys as the test tells it to.
+// A portal on the session bus that lets programs press keys as the test tells it to. Of keys that
+// are under way together the last is taken first: a portal has several threads.
 class FakeRemoteDesktop : public QDBusVirtualObject {
  public:
   FakeRemoteDesktop();
@@ -19,6 +21,7 @@ class FakeRemoteDesktop : public QDBusVirtualObject {
   uint answerDevices = 1;
   QString answerToken;  // Told where it is not empty.
   bool dialogStaysOpen = false;
+  bool keysHang = false;  // None of them is answered, until takeKeys.
 
   QStringList calls;      // In order, without the keys and what is asked of any object.
   QStringList keys;       // As "29 down".
@@ -26,6 +29,7 @@ class FakeRemoteDesktop : public QDBusVirtualObject {
   QString session;        // The path of the open one; empty where there is none.
 
   void answerDialog();
+  void takeKeys();
   void closeSession();
   // It ends, and perhaps starts again.
   void leave();
@@ -40,6 +44,7 @@ class FakeRemoteDesktop : public QDBusVirtualObject {
                   const QVariantList& arguments);
 
   QDBusConnection bus_;
+  QList<QDBusMessage> underWay_;
   QStringList sessions_;  // All that there were.
   QString dialog_;        // The request of the open one.
 };

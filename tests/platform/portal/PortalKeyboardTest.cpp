@@ -87,6 +87,21 @@ TEST_F(PortalKeyboardTest, AsksAtTheFirstNeedAndTypesFromTheSecondOn) {
   EXPECT_EQ(dialogs(), 1);
 }
 
+TEST_F(PortalKeyboardTest, OfAPortalThatHangsNoKeyStaysDown) {
+  start();
+  open();
+  portal->keysHang = true;
+  EXPECT_TRUE(press());
+  EXPECT_TRUE(eventually([&] { return log.lines.last().contains("presses no key"); }));
+  EXPECT_TRUE(eventually([&] { return portal->session.isEmpty(); }));
+  portal->takeKeys();
+  EXPECT_THAT(portal->keys, IsEmpty());
+  portal->keysHang = false;
+  open();
+  EXPECT_TRUE(press());
+  EXPECT_EQ(portal->keys, chord);
+}
+
 TEST_F(PortalKeyboardTest, AsksOnceHoweverOftenIsPressedMeanwhile) {
   portal->dialogStaysOpen = true;
   start();
