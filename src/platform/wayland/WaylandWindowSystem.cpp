@@ -12,6 +12,7 @@ namespace tavin::wayland {
 namespace {
 
 constexpr double secondsForMenu = 0.5;
+constexpr double secondsForFocus = 0.15;
 constexpr auto menuInterval = std::chrono::milliseconds(5);
 constexpr double secondsForFront = 0.3;
 constexpr double secondsForTree = 0.3;
@@ -50,7 +51,11 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
 
 void WaylandWindowSystem::waitForMenu() {
   const Deadline deadline = Deadline::in(secondsForMenu);
+  const Deadline untilHelp = Deadline::in(secondsForFocus);
   while (!deadline.passed()) {
+    // sway from 1.10 on gives the keyboard to no window when a panel's menu has closed.
+    if (untilHelp.passed())
+      compositor_->restoreFront(deadline);
     const auto now = compositor_->front(deadline);
     if (now && now->window.id != 0 && !WindowWatch::isOwn(now->window))
       return;
