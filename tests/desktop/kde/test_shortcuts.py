@@ -95,9 +95,13 @@ def test_a_stored_key_of_an_earlier_start_does_not_come_back(desktop, engine, bu
     assert accel.action_at(accel.ALT | accel.ESCAPE) is None
 
 
-@pytest.mark.parametrize("layout, variant", [("fr", ""), ("ru,us", ",")])
-def test_r_under_other_layouts(tmp_path, build, engine, layout, variant):
-    with KwinSession(str(tmp_path), build, layout=(layout, variant)) as session:
+@pytest.mark.parametrize("layouts, variants, used", [
+    ("fr", "", 0), ("us", "dvorak", 0), ("ru", "", 0), ("il", "", 0), ("ru,us", ",", 0),
+    ("us,ru", ",", 1)])
+def test_the_place_of_r_under_other_layouts(tmp_path, build, engine, layouts, variants, used):
+    with KwinSession(str(tmp_path), build, layout=(layouts, variants)) as session:
+        if used:
+            session.use_layout(used)
         folder = os.path.join(session.env["XDG_CONFIG_HOME"], "tavin")
         os.mkdir(folder)
         with open(os.path.join(folder, "tavin.conf"), "w", encoding="utf-8") as f:
