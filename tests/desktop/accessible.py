@@ -62,7 +62,9 @@ class Tree:
             with contextlib.suppress(GLib.Error):  # It may leave meanwhile.
                 if (self._get(node, "Name") == name and self._role(node) == role
                         and SHOWING in self._states(node)):
-                    return self._box(node)
+                    box = self._box(node)
+                    if box[2] > 0:
+                        return box
                 below += self._call(node, ACCESSIBLE, "GetChildren")
         return None
 

@@ -193,6 +193,16 @@ class KwinSession(WaylandSession):
         self._input.stdin.flush()
         return self._await_input(line)
 
+    def use_layout(self, number):
+        """Of several, which KWin counts from 0."""
+        bus = connect(self.env["DBUS_SESSION_BUS_ADDRESS"])
+
+        def layouts(method, arguments=None):
+            return bus.call_sync("org.kde.keyboard", "/Layouts", "org.kde.KeyboardLayouts", method,
+                                 arguments, None, Gio.DBusCallFlags.NONE, 10000, None).unpack()[0]
+        assert layouts("setLayout", GLib.Variant("(u)", (number,)))
+        assert layouts("getLayout") == number
+
     def send_key(self, code, down):
         self._ask_input(f"key {code} {int(down)}")
 

@@ -7,12 +7,16 @@
 #include <utility>
 
 #include "platform/desktop/ShortcutAction.h"
+#include "platform/kde/KeyInPlace.h"
 #include "platform/kde/QtKey.h"
+#include "platform/wayland/Keymap.h"
 
 namespace tavin::kde {
 namespace {
 
 constexpr int answerDeadline = 500;  // Milliseconds.
+// KWin looks up the desktop file of whoever connects.
+constexpr double secondsForKeymap = 2;
 constexpr int whenItMay = std::numeric_limits<int>::max();
 
 desktop::BusSignal::Source signalOfOurs(const QString& name) {
@@ -24,6 +28,14 @@ desktop::BusSignal::Source signalOfOurs(const QString& name) {
 
 QString heldByAnother() {
   return QStringLiteral("the desktop or another program holds the shortcut");
+}
+
+std::optional<int> qtKeyNow(std::uint32_t keyCode, std::uint32_t modifiers) {
+  if (keyCode != HotkeyKeys::ansiR)
+    return qtKey(keyCode, modifiers, 0);
+  const std::string keymap = wayland::readKeymap(Deadline::in(secondsForKeymap));
+  const bool shifted = (modifiers & HotkeyModifiers::shiftKey) != 0;
+  return qtKey(keyCode, modifiers, keyInPlaceOfR(keymap, shifted));
 }
 
 }  // namespace
@@ -61,7 +73,7 @@ void GlobalAccel::installAnswerHandler(std::function<void(const HotkeyRegistrati
 
 HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                     EventHotKeyID id) {
-  const auto key = qtKey(keyCode, modifiers);
+  const auto key = qtKeyNow(keyCode, modifiers);
   if (!key)
     return HotkeyRegistration::refused(QStringLiteral("KDE's shortcuts have no such key"));
   if (isRegistered(*key))

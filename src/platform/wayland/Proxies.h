@@ -16,6 +16,7 @@ namespace tavin::wayland {
 struct DestroyProxy {
   void operator()(wl_registry* p) const { wl_registry_destroy(p); }
   void operator()(wl_callback* p) const { wl_callback_destroy(p); }
+  void operator()(wl_keyboard* p) const { wl_keyboard_destroy(p); }
   void operator()(wl_seat* p) const { wl_seat_destroy(p); }
   void operator()(zwlr_data_control_manager_v1* p) const {
     zwlr_data_control_manager_v1_destroy(p);

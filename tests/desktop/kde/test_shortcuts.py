@@ -95,19 +95,39 @@ def test_a_stored_key_of_an_earlier_start_does_not_come_back(desktop, engine, bu
     assert accel.action_at(accel.ALT | accel.ESCAPE) is None
 
 
-@pytest.mark.parametrize("layout, variant", [("fr", ""), ("ru,us", ",")])
-def test_r_under_other_layouts(tmp_path, build, engine, layout, variant):
-    with KwinSession(str(tmp_path), build, layout=(layout, variant)) as session:
-        folder = os.path.join(session.env["XDG_CONFIG_HOME"], "tavin")
-        os.mkdir(folder)
-        with open(os.path.join(folder, "tavin.conf"), "w", encoding="utf-8") as f:
-            f.write("[General]\nshortcut=ctrl-opt-r\n")
-        desktop = WaylandDesktop(session)
-        try:
-            Tavin(desktop, engine, build)
-            assert_each_works(desktop, engine, CHORDS["ctrl-opt-r"])
-        finally:
-            desktop.close()
+@pytest.fixture
+def under(tmp_path, build, engine):
+    """Starts Tavin with ⌃⌥ R in a session with such layouts, of which one is used."""
+    with contextlib.ExitStack() as end:
+        def start(layouts, variants="", used=0):
+            session = end.enter_context(
+                KwinSession(str(tmp_path), build, layout=(layouts, variants)))
+            if used:
+                session.use_layout(used)
+            folder = os.path.join(session.env["XDG_CONFIG_HOME"], "tavin")
+            os.mkdir(folder)
+            with open(os.path.join(folder, "tavin.conf"), "w", encoding="utf-8") as f:
+                f.write("[General]\nshortcut=ctrl-opt-r\n")
+            desktop = WaylandDesktop(session)
+            end.callback(desktop.close)
+            return desktop, Tavin(desktop, engine, build)
+        yield start
+
+
+@pytest.mark.parametrize("layouts, variants, used", [
+    ("fr", "", 0), ("us", "dvorak", 0), ("ru", "", 0), ("il", "", 0), ("ru,us", ",", 0),
+    ("us,ru", ",", 1)])
+def test_the_key_in_the_place_of_r(under, engine, layouts, variants, used):
+    desktop, _ = under(layouts, variants, used)
+    assert_each_works(desktop, engine, CHORDS["ctrl-opt-r"])
+
+
+def test_no_letter_in_the_place_of_r_is_refused(under):
+    desktop, tavin = under("brai")
+    assert tavin.log().count("KDE's shortcuts have no such key") == 2
+    panel = BusPanel(desktop.session)
+    assert warning("ctrl-opt-r") in panel.titles()
+    panel.close()
 
 
 class LastingDesktop(WaylandDesktop):
