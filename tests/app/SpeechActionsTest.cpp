@@ -8,7 +8,6 @@ namespace tavin::test {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::Test;
 
 class SpeechActionsTest : public LaunchedApp {
  protected:

@@ -48,10 +48,10 @@ class CurlSessionTest : public ::testing::Test {
 };
 
 TEST_F(CurlSessionTest, AnswersComeBackWithTheirStatusAndBody) {
-  RawServer server([](const auto& peer) { peer.answer("{\"a\":1}"); });
+  RawServer server([](const auto& peer) { peer.answer(R"({"a":1})"); });
   const Result result = session.dataTask(get(server));
   EXPECT_EQ(std::get<UrlResponse>(result).statusCode, 200);
-  EXPECT_EQ(body(result), "{\"a\":1}");
+  EXPECT_EQ(body(result), R"({"a":1})");
 }
 
 TEST_F(CurlSessionTest, EmptyBodyCountsAsPresent) {
@@ -64,7 +64,7 @@ TEST_F(CurlSessionTest, EmptyBodyCountsAsPresent) {
 TEST_F(CurlSessionTest, GetsCarryNoHeaderOfOurOwnAndPostsBoth) {
   RawServer server([](const auto& peer) { peer.answer("{}"); });
   session.dataTask(get(server));
-  session.dataTask(post(server, "{\"text\":\"x\"}"));
+  session.dataTask(post(server, R"({"text":"x"})"));
   const auto requests = server.requests();
   ASSERT_THAT(requests, SizeIs(2));
   EXPECT_TRUE(requests[0].startsWith("GET /status HTTP/1.1\r\n"));
@@ -76,7 +76,7 @@ TEST_F(CurlSessionTest, GetsCarryNoHeaderOfOurOwnAndPostsBoth) {
 }
 
 TEST_F(CurlSessionTest, LongBodyArrivesWhole) {
-  const QByteArray text = "{\"text\":\"" + QByteArray(10'000'000, 'x') + "\"}";
+  const QByteArray text = R"({"text":")" + QByteArray(10'000'000, 'x') + R"("})";
   RawServer server([](const auto& peer) { peer.answer("{}"); });
   EXPECT_EQ(body(session.dataTask(post(server, text))), "{}");
   EXPECT_TRUE(server.requests()[0].endsWith(text));
@@ -98,13 +98,13 @@ TEST_F(CurlSessionTest, PostThatIsTakenAndNotAnsweredIsNotSentAgain) {
     if (++connections == 1)
       peer.answer("{}");
   });
-  EXPECT_FALSE(failed(session.dataTask(post(server, "{\"n\":1}"))));
-  EXPECT_TRUE(failed(session.dataTask(post(server, "{\"n\":2}"))));
+  EXPECT_FALSE(failed(session.dataTask(post(server, R"({"n":1})"))));
+  EXPECT_TRUE(failed(session.dataTask(post(server, R"({"n":2})"))));
   // A third request shows that nothing was sent between the two.
   session.dataTask(get(server));
   const auto requests = server.requests();
   ASSERT_THAT(requests, SizeIs(3));
-  EXPECT_TRUE(requests[1].endsWith("{\"n\":2}"));
+  EXPECT_TRUE(requests[1].endsWith(R"({"n":2})"));
   EXPECT_TRUE(requests[2].startsWith("GET"));
 }
 
@@ -206,7 +206,7 @@ TEST_F(CurlSessionTest, InvalidationEndsARequestUnderWayAndEveryLaterOne) {
 TEST_F(CurlSessionTest, ListenerOfAnotherUserGetsNoByteAndOneLogLine) {
   RawServer server([](const auto& peer) { peer.answer("{}"); });
   CurlSession ofSomebodyElse(log, ::geteuid() + 1);
-  EXPECT_TRUE(failed(ofSomebodyElse.dataTask(post(server, "{\"key\":\"secret\"}"))));
+  EXPECT_TRUE(failed(ofSomebodyElse.dataTask(post(server, R"({"key":"secret"})"))));
   EXPECT_TRUE(failed(ofSomebodyElse.dataTask(get(server))));
   EXPECT_THAT(log.lines, ElementsAre("Tavin: the engine's port belongs to another user's program"));
   EXPECT_EQ(body(session.dataTask(get(server))), "{}");

@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "fake/FakeServices.h"
 #include "hotkeys/ShortcutPreset.h"
 

@@ -14,7 +14,7 @@ using ::testing::UnorderedElementsAre;
 class MenuCommandsTest : public MenuFixture {
  protected:
   // Opens the key dialog of a cloud engine and answers it.
-  void answerKeyDialog(const QString& entry, AlertResponse response) {
+  void answerKeyDialog(const QString& entry, const AlertResponse& response) {
     choose("Set API Key", entry);
     fakes.alerts.answer(response);
   }

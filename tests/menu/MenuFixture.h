@@ -64,10 +64,9 @@ class MenuFixture : public LaunchedApp {
     throw std::runtime_error("no choice " + choice.toStdString());
   }
   void pick(const MenuItem& chosen) {
-    const MenuItem copy = chosen;
     fakes.settle();
     fakes.journal.clear();
-    app->menuController()->perform(copy);
+    app->menuController()->perform(chosen);
   }
 };
 

@@ -68,8 +68,8 @@ class GlobalShortcuts final : public HotkeyService {
   std::unique_ptr<Request> request_;  // The one under way.
   QDBusObjectPath session_;           // Empty where there is none.
   bool startsSoon_ = false;
-  bool creating_ = false;    // A session that cannot be closed yet.
-  bool portalGone_ = false;  // Or it was never there.
+  bool creating_ = false;      // A session that cannot be closed yet.
+  bool portalGone_ = false;    // Or it was never there.
   QElapsedTimer lastRestart_;  // Of the portal, by us.
   std::function<void(EventHotKeyID)> callback_;
   std::function<void(const HotkeyRegistration&)> answered_;

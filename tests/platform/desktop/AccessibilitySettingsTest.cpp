@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "platform/desktop/AccessibilitySettings.h"
 #include "platform/desktop/ConfigHome.h"
 

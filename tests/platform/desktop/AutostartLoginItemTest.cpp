@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include <QDir>
 
 #include "platform/desktop/AutostartLoginItem.h"

@@ -1,3 +1,4 @@
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 

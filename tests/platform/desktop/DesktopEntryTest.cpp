@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "platform/desktop/DesktopEntry.h"
 
 namespace tavin::desktop {

@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include <QFile>
 #include <QProcess>
 #include <csignal>

@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include <QTemporaryDir>
 
 #include "platform/desktop/ConfigHome.h"

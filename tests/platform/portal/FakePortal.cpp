@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDBusArgument>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QStringList>
 

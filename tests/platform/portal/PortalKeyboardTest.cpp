@@ -13,7 +13,6 @@
 namespace tavin::test {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 constexpr std::uint16_t keyC = 8;

@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <pthread.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include "FakePanel.h"
 #include "SampleMenu.h"
 #include "TestApplication.h"

@@ -1,5 +1,7 @@
 #include "FakePanel.h"
 
+#include <gtest/gtest.h>
+
 #include <QDBusPendingCall>
 
 #include "TestApplication.h"

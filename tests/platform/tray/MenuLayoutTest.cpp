@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include "SampleMenu.h"
 #include "platform/tray/MenuLayout.h"
 

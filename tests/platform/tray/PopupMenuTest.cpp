@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "SampleMenu.h"
 #include "TestApplication.h"
 #include "platform/tray/MenuSource.h"

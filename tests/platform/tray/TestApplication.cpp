@@ -1,5 +1,7 @@
 #include "TestApplication.h"
 
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>

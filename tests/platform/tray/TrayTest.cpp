@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QDBusArgument>
 #include <QDBusObjectPath>

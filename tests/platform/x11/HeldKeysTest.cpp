@@ -1,3 +1,4 @@
+#include <gtest/gtest.h>
 #include <xcb/xinput.h>
 
 #include "platform/x11/Connection.h"

@@ -1,5 +1,7 @@
 // Runs under a window manager that holds Alt+Escape.
 
+#include <gmock/gmock.h>
+
 #include "platform/x11/HotkeyTest.h"
 
 namespace tavin::x11 {

@@ -45,7 +45,7 @@ QStringList TestWindow::keys(int count) {
       break;
     keys_ << line;
   }
-  const QStringList result = keys_.mid(0, count);
+  QStringList result = keys_.mid(0, count);
   keys_ = keys_.mid(result.size());
   return result;
 }
