@@ -8,8 +8,9 @@
 
 namespace tavin::desktop {
 
-// A clipboard that is left alone where no copy can be made: its contents are not even read. And
-// until the copy command was typed, what happens to it is the user's doing and counts as no change.
+// A clipboard that is left alone where no copy can be made: its contents are not even read, and
+// where the copy command is not typed in the end, what happened to it meanwhile is the user's doing
+// and counts as no change. Once it is typed, every change since the contents were read counts.
 class GuardedPasteboard final : public Pasteboard {
  public:
   // `keyboard` must outlive it.

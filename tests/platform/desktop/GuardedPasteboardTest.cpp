@@ -58,7 +58,7 @@ TEST_F(GuardedPasteboardTest, WhereNoCopyCanBeMadeTheContentsAreNotRead) {
   EXPECT_EQ(contents_.readings, 0);
 }
 
-TEST_F(GuardedPasteboardTest, WhatTheUserCopiesBeforeTheCommandWasTypedIsNoChange) {
+TEST_F(GuardedPasteboardTest, WhatTheUserCopiesIsNoChangeUnlessTheCommandIsTyped) {
   pasteboard_.pasteboardItems();
   const auto before = pasteboard_.changeCount();
   ++contents_.changes;
