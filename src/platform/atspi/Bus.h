@@ -40,7 +40,8 @@ class Bus {
   void setMessageSeconds(double seconds) { messageSeconds_ = seconds; }
 
   QDBusMessage ask(const Question& question, Deadline deadline);
-  // Asks all at once; the answers in the order of the questions, errors among them.
+  // Asks many at once; the answers in the order of the questions, errors among them. What could not
+  // be asked before the deadline counts as late.
   std::vector<QDBusMessage> ask(const std::vector<Question>& questions, Deadline deadline);
   // Asks without waiting for the answer.
   QDBusPendingCall send(const Question& question, Deadline deadline);

@@ -13,6 +13,7 @@ constexpr std::size_t mostVisited = 20'000;
 constexpr std::size_t mostChildren = 2'000;
 constexpr std::size_t mostWindows = 500;
 constexpr std::size_t mostFocused = 500;
+constexpr std::size_t mostEditable = 500;
 // Answers are kept until all of a batch are there, and each of them may be large.
 constexpr std::size_t batchSize = 200;
 
@@ -109,10 +110,12 @@ bool isPassword(Bus& bus, const FocusedObject& focus, Deadline deadline) {
   const auto& first = answers.front();
   const bool hidesItsText = isAnswer(first) && valueIn(first).toString().isEmpty();
   const bool partOfPasswordField =
-      !focus.parent.isNull() && roleIn(answers.back()) == Role::passwordText;
+      !focus.parent.isNull() &&
+      (isLate(answers.back()) || roleIn(answers.back()) == Role::passwordText);
   return hidesItsText || partOfPasswordField;
 }
 
+// Whoever does not tell its role in time may be a password field.
 std::vector<FocusedObject> describe(Bus& bus, const std::vector<ObjectRef>& objects,
                                     Deadline deadline) {
   std::vector<Question> questions;
@@ -129,7 +132,7 @@ std::vector<FocusedObject> describe(Bus& bus, const std::vector<ObjectRef>& obje
     const auto* answer = &answers[5 * i];
     described.push_back({.object = objects[i],
                          .parent = objectIn(answer[4]),
-                         .role = roleIn(answer[0]),
+                         .role = isLate(answer[0]) ? Role::passwordText : roleIn(answer[0]),
                          .states = statesIn(answer[1]),
                          .hasText = isAnswer(answer[2]),
                          .characters = valueIn(answer[3]).toInt(),
@@ -159,7 +162,10 @@ std::optional<FocusedObject> soleSelection(Bus& bus, const FocusSearch& search, 
   const auto editable = bus.ask(Question{search.windows.front(), "Collection", "GetMatches",
                                          matchesWithState(States::editable)},
                                 deadline);
-  auto texts = describe(bus, objectsIn(editable), deadline);
+  const auto objects = objectsIn(editable);
+  if (objects.size() > mostEditable)
+    return std::nullopt;
+  auto texts = describe(bus, objects, deadline);
   std::erase_if(texts, [](const FocusedObject& text) { return text.selections == 0; });
   return texts.size() == 1 ? std::optional(texts.front()) : std::nullopt;
 }

@@ -8,6 +8,7 @@ namespace {
 
 constexpr QChar objectMark(0xfffc);
 constexpr QChar fillerMark(0xfeff);
+constexpr int noLink = -1;  // As programs answer for a mark that stands for no object.
 // Selections of one object; beyond this a program is making fun of us.
 constexpr int mostSelections = 1000;
 // The same for all objects of a text together, and for the marks in the text of one level.
@@ -66,7 +67,7 @@ std::vector<Question> TextGatherer::selectedTexts(const std::vector<std::size_t>
     const int count = valueIn(firstAnswers[2 * i]).toInt();
     const auto room = static_cast<int>(mostRanges - std::min(mostRanges, ranges_));
     counts.push_back(std::clamp(count, 0, std::min(mostSelections, room)));
-    result_.complete = result_.complete && counts.back() >= count;
+    result_.complete = result_.complete && counts.back() >= count && !isLate(firstAnswers[2 * i]);
     ranges_ += static_cast<std::size_t>(counts.back());
     for (int selection = 1; selection < counts.back(); ++selection)
       others.push_back({nodes_[nodes[i]].object, "Text", "GetSelection", {selection}});
@@ -77,6 +78,9 @@ std::vector<Question> TextGatherer::selectedTexts(const std::vector<std::size_t>
   for (std::size_t i = 0; i < nodes.size(); ++i) {
     for (int selection = 0; selection < counts[i]; ++selection) {
       const auto& range = selection == 0 ? firstAnswers[2 * i + 1] : *other++;
+      result_.complete = result_.complete && isAnswer(range);
+      if (!isAnswer(range))
+        continue;
       texts.push_back({nodes_[nodes[i]].object, "Text", "GetText", range.arguments()});
       owners.push_back(nodes[i]);
     }
@@ -140,16 +144,25 @@ std::vector<std::size_t> TextGatherer::resolve(const std::vector<Mark>& allMarks
     questions.push_back({nodes_[mark.node].object, "Hypertext", "GetLinkIndex", {mark.offset}});
   }
   auto answers = bus_.ask(questions, deadline_);
-  for (std::size_t i = 0; i < count; ++i)
-    questions[i] = {questions[i].object, "Hypertext", "GetLink", {valueIn(answers[i]).toInt()}};
+  std::vector<Mark> indexed;
+  questions.clear();
+  for (std::size_t i = 0; i < count; ++i) {
+    const int index = isAnswer(answers[i]) ? valueIn(answers[i]).toInt() : noLink;
+    result_.complete = result_.complete && !isLate(answers[i]);
+    if (index <= noLink)
+      continue;  // A mark that the author typed.
+    indexed.push_back(allMarks[i]);
+    questions.push_back({nodes_[allMarks[i].node].object, "Hypertext", "GetLink", {index}});
+  }
   answers = bus_.ask(questions, deadline_);
   std::vector<Mark> marks;
   questions.clear();
-  for (std::size_t i = 0; i < count; ++i) {
+  for (std::size_t i = 0; i < indexed.size(); ++i) {
     const ObjectRef link = objectIn(answers[i]);
+    result_.complete = result_.complete && !isLate(answers[i]);
     if (link.isNull())
-      continue;  // A mark that the author typed, or a list's bullet.
-    marks.push_back(allMarks[i]);
+      continue;  // The same, or a list's bullet.
+    marks.push_back(indexed[i]);
     questions.push_back({link, "Hyperlink", "GetObject", {0}});
   }
   answers = bus_.ask(questions, deadline_);
@@ -168,7 +181,9 @@ std::vector<std::size_t> TextGatherer::resolve(const std::vector<Mark>& allMarks
   }
   answers = bus_.ask(questions, deadline_);
   for (std::size_t i = 0; i < level.size(); ++i) {
-    nodes_[level[i]].role = roleIn(answers[2 * i]);
+    const bool late = isLate(answers[2 * i]);
+    result_.complete = result_.complete && !late;
+    nodes_[level[i]].role = late ? Role::passwordText : roleIn(answers[2 * i]);
     nodes_[level[i]].name = valueIn(answers[2 * i + 1]).toString();
   }
   std::erase_if(level, [&](std::size_t node) { return nodes_[node].role == Role::passwordText; });

@@ -107,6 +107,73 @@ TEST_F(ParagraphsTest, APartThatIsNotToldInTimeIsNeverLeftOut) {
   }
 }
 
+// A page of paragraphs, each behind a mark in its text, of which one does not answer one question.
+class PageTest : public testing::Test {
+ protected:
+  Values answer(const QString& path, const QString& member, const QVariantList& arguments) {
+    const int index = path == "/page" ? arguments.value(0).toInt() : path.mid(1).toInt();
+    if (member == silentOn_.second && index == silentOn_.first)
+      return std::nullopt;
+    if (member == "GetNSelections")
+      return QVariantList{1};
+    if (member == "GetSelection")
+      return QVariantList{0, paragraphs_};
+    if (member == "GetText")
+      return QVariantList{path == "/page" ? QString(paragraphs_, QChar(0xfffc))
+                                          : QString("text %1").arg(index)};
+    if (member == "GetLinkIndex")
+      return QVariantList{index == typedMark_ ? -1 : index};
+    if (member == "GetLink" || member == "GetObject")
+      return QVariantList{QVariant::fromValue(program_.object(QString("/%1").arg(index)))};
+    return member == "GetRole" ? Values(QVariantList{static_cast<quint32>(Role::paragraph)})
+                               : kError;
+  }
+  atspi::GatheredText read() {
+    atspi::GatheredText text;
+    EXPECT_TRUE(onWorkQueue([&] {
+      ASSERT_TRUE(bus_.connect(Deadline::in(5)));
+      text = atspi::TextGatherer(bus_, 20'000, Deadline::in(5)).gather(program_.object("/page"));
+    }));
+    return text;
+  }
+
+  int argumentCount_ = 0;
+  QCoreApplication application_{argumentCount_, nullptr};
+  atspi::Bus bus_;
+  int paragraphs_ = 3;
+  int typedMark_ = -1;
+  std::pair<int, QString> silentOn_{-1, {}};
+  FakeProgram program_{
+      [this](const QString& path, const QString& member, const QVariantList& arguments) {
+        return answer(path, member, arguments);
+      }};
+};
+
+TEST_F(PageTest, AMarkThatTheAuthorTypedStandsForNoObject) {
+  typedMark_ = 1;
+  const auto text = read();
+  EXPECT_EQ(text.text, "text 0\ntext 2");
+  EXPECT_TRUE(text.complete);
+}
+
+TEST_F(PageTest, APartThatIsNotToldInTimeIsNeverTakenForNone) {
+  for (const QString member : {"GetNSelections", "GetSelection", "GetText", "GetLinkIndex",
+                               "GetLink", "GetObject", "GetRole"}) {
+    silentOn_ = {1, member};
+    const auto text = read();
+    EXPECT_FALSE(text.complete) << member.toStdString();
+    EXPECT_FALSE(text.text.contains("text 1")) << member.toStdString();
+    EXPECT_EQ(text.text.count("text 0"), 1) << member.toStdString();
+  }
+}
+
+TEST_F(PageTest, ManyPartsDoNotMakeOneAnotherLate) {
+  paragraphs_ = 3'000;
+  const auto text = read();
+  EXPECT_TRUE(text.complete);
+  EXPECT_EQ(text.text.count("text"), paragraphs_);
+}
+
 class HostileProgramTest : public testing::Test {
  protected:
   void SetUp() override { bus_.setMessageSeconds(60); }
@@ -117,38 +184,54 @@ class HostileProgramTest : public testing::Test {
   const Deadline deadline_ = Deadline::in(90);
 };
 
-TEST_F(HostileProgramTest, ATreeWithoutEndIsLookedThroughForItsFirstObjects) {
-  std::function<QList<ObjectRef>(const QString&)> children;
-  FakeProgram program([&](const QString& path, const QString& member, const QVariantList&) {
-    if (member == "GetChildren")
-      return Values(QVariantList{QVariant::fromValue(children(path))});
-    if (member == "GetState") {
-      const quint32 active = path == "/window" ? 1U << atspi::States::active : 0;
-      const quint32 focused = path == "/window/last" ? 1U << atspi::States::focused : 0;
-      const quint32 visible = 1U << atspi::States::visible;
-      return Values(
-          QVariantList{QVariant::fromValue(QList<quint32>{active | focused | visible, 0})});
-    }
-    return kError;
-  });
-  QList<ObjectRef> many(3'000, program.object("/endless"));
-  children = [&](const QString& path) -> QList<ObjectRef> {
+// A window with 11 children, the last of which has the focus; the others have 3000 each, and so on.
+class EndlessTree {
+ public:
+  QList<ObjectRef> children(const QString& path) {
     if (path == "/root")
       return {program.object("/window")};
-    if (path == "/window")
-      return many.mid(0, 10) + QList{program.object("/window/last")};
-    return many;
-  };
+    QList<ObjectRef> many(3'000, program.object("/endless"));
+    return path == "/window" ? many.mid(0, 10) + QList{program.object("/window/last")} : many;
+  }
+  static QList<quint32> states(const QString& path) {
+    const quint32 active = path == "/window" ? 1U << atspi::States::active : 0;
+    const quint32 focused = path == "/window/last" ? 1U << atspi::States::focused : 0;
+    return {active | focused | 1U << atspi::States::visible, 0};
+  }
+
+  FakeProgram program{[this](const QString& path, const QString& member, const QVariantList&) {
+    if (member == "GetChildren")
+      return Values(QVariantList{QVariant::fromValue(children(path))});
+    return member == "GetState" ? Values(QVariantList{QVariant::fromValue(states(path))}) : kError;
+  }};
+};
+
+TEST_F(HostileProgramTest, ATreeWithoutEndIsLookedThroughForItsFirstObjects) {
+  EndlessTree tree;
   atspi::FocusSearch search;
   ASSERT_TRUE(onWorkQueue([&] {
     ASSERT_TRUE(bus_.connect(Deadline::in(5)));
-    search = findFocus(bus_, program.object("/root"), deadline_);
+    search = findFocus(bus_, tree.program.object("/root"), deadline_);
   }));
   ASSERT_TRUE(search.focus);
-  EXPECT_EQ(search.focus->object, program.object("/window/last"));
+  EXPECT_EQ(search.focus->object, tree.program.object("/window/last"));
   EXPECT_FALSE(deadline_.passed());
-  EXPECT_LE(program.asked("GetState"), 20'100);
-  EXPECT_LE(program.asked("GetChildren"), 250);
+  EXPECT_LE(tree.program.asked("GetState"), 20'100);
+  EXPECT_LE(tree.program.asked("GetChildren"), 250);
+}
+
+TEST_F(HostileProgramTest, ATreeWithoutEndIsGivenUpAtTheDeadline) {
+  EndlessTree tree;
+  bus_.setMessageSeconds(0.3);
+  std::chrono::duration<double> taken{};
+  ASSERT_TRUE(onWorkQueue([&] {
+    ASSERT_TRUE(bus_.connect(Deadline::in(5)));
+    const auto start = Deadline::Clock::now();
+    findFocus(bus_, tree.program.object("/root"), Deadline::in(0.3));
+    taken = Deadline::Clock::now() - start;
+  }));
+  EXPECT_LT(taken.count(), 1.0);
+  EXPECT_LT(tree.program.asked("GetState"), 20'000);
 }
 
 TEST_F(HostileProgramTest, SelectionsWithoutEndAreIncomplete) {
