@@ -24,8 +24,8 @@ def test_field_without_its_selection(tavin, desktop, unselected_field):
     assert desktop.clipboard_text() == COPIED
 
 
-def test_field_entered_again(tavin, desktop, unselected_field):
-    desktop.open(["xterm", "-T", "other"], "other")
+def test_field_entered_again(tavin, desktop, unselected_field, build):
+    desktop.open([os.path.join(build, "bin/qt6_field"), "other", "--password"], "Password field")
     desktop.focus(unselected_field)
     assert tavin.press() == []
     assert desktop.primary() == TEXT
