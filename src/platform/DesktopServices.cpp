@@ -28,10 +28,10 @@ constexpr double connectSeconds = 1;
 // The first that serves is taken: the one that may need a dialog comes last.
 constexpr const char* waylandKeyboards = "virtual-keyboard fake-input portal";
 
-// What is forced, else what serves in such a session.
-QString chosen(const char* variable, const char* serves) {
+// What is forced, else what serves in such a session; that too where the value is none of `known`.
+QString chosen(const char* variable, const QStringList& known, const char* serves) {
   const QString forced = qEnvironmentVariable(variable);
-  return forced.isEmpty() ? QString(QLatin1String(serves)) : forced;
+  return known.contains(forced) ? forced : QString(QLatin1String(serves));
 }
 
 bool qtSpeaksWayland() {
@@ -60,10 +60,13 @@ DesktopServices::DesktopServices()
       // WAYLAND_DISPLAY tells nothing by itself: it may be left of a session that has ended.
       xwayland_(!compositor_ &&
                 (wayland_ || qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1String("wayland"))),
-      clipboard_(chosen("TAVIN_CLIPBOARD", compositor_ ? "data-control" : "x11")),
-      keyboard_(chosen("TAVIN_KEYBOARD", compositor_ ? waylandKeyboards
-                                         : xwayland_ ? "portal"
-                                                     : "xtest")) {}
+      clipboard_(
+          chosen("TAVIN_CLIPBOARD", {"data-control", "x11"}, compositor_ ? "data-control" : "x11")),
+      keyboard_(chosen("TAVIN_KEYBOARD",
+                       {"virtual-keyboard", "fake-input", "portal", "xtest", "none"},
+                       compositor_ ? waylandKeyboards
+                       : xwayland_ ? "portal"
+                                   : "xtest")) {}
 
 DesktopServices::~DesktopServices() = default;
 

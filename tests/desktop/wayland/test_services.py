@@ -97,6 +97,12 @@ def test_without_a_keyboard_nothing_is_copied(start, desktop, bare_field):
     assert desktop.selection_owner("clipboard") == owner
 
 
+def test_a_value_that_is_no_choice_counts_for_nothing(start, desktop, field):
+    tavin = start(TAVIN_CLIPBOARD="data_control", TAVIN_KEYBOARD="x", TAVIN_SHORTCUTS="xwayland")
+    assert "keyboard virtual-keyboard" in said(tavin)
+    assert tavin.press() == [TEXT]
+
+
 def test_a_service_that_is_not_there_is_told(desktop, session, build):
     program = desktop.start([os.path.join(build, "bin/tavin")], log="forced.log",
                             env={**session.env, "TAVIN_CLIPBOARD": "x11"})
