@@ -35,13 +35,18 @@ class StubbornDialog : public QDialog {
 class Probe final : public tavin::ApplicationDelegate {
  public:
   Probe(tavin::Application& application, std::string manner)
-      : application_(application), manner_(std::move(manner)) {}
+      : application_(application), manner_(std::move(manner)) {
+    behaving_.setSingleShot(true);
+    behaving_.callOnTimeout([this] { behave(); });
+    running_.setSingleShot(true);
+    running_.callOnTimeout([] { say("running"); });
+  }
 
   void applicationDidFinishLaunching() override {
     say("launched");
     if (manner_ == "launch")
       application_.terminate();
-    QTimer::singleShot(0, QCoreApplication::instance(), [this] { behave(); });
+    behaving_.start(0);
   }
   void applicationWillTerminate() override { say("terminating"); }
 
@@ -55,7 +60,7 @@ class Probe final : public tavin::ApplicationDelegate {
     if (manner_ == "quit")
       QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit));
     // What runs next runs inside the loop below, where there is one.
-    QTimer::singleShot(50, QCoreApplication::instance(), [] { say("running"); });
+    running_.start(50);
     if (manner_ == "nested")
       QEventLoop().exec();
     if (manner_ == "dialog")
@@ -64,6 +69,8 @@ class Probe final : public tavin::ApplicationDelegate {
 
   tavin::Application& application_;
   std::string manner_;
+  QTimer behaving_;
+  QTimer running_;
 };
 
 }  // namespace

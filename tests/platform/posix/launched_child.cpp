@@ -14,8 +14,6 @@
 #include <cstring>
 #include <string>
 
-extern char** environ;
-
 namespace {
 
 void reportFiles() {

@@ -46,7 +46,9 @@ bool waitFor(const std::function<bool()>& condition) {
 
 void runEvents() {
   QEventLoop loop;  // Objects that are to be deleted later go only in a loop of its own.
-  QTimer::singleShot(10, &loop, &QEventLoop::quit);
+  QTimer timer;
+  timer.callOnTimeout(&loop, &QEventLoop::quit);
+  timer.start(10);
   loop.exec();
 }
 
