@@ -9,6 +9,7 @@ import os
 import select
 import shlex
 import shutil
+import signal
 import socket
 import subprocess
 import time
@@ -162,6 +163,15 @@ class Session(Programs):
     def end_display(self):
         """As when the user logs out: every program's connection to the display breaks."""
         stop(self._services[0])
+
+    @contextlib.contextmanager
+    def display_hangs(self):
+        """The display takes connections and says nothing, as long as this lasts."""
+        self._services[0].send_signal(signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            self._services[0].send_signal(signal.SIGCONT)
 
     def _start_service(self, command, **kwargs):
         service = self.spawn(command, **kwargs)

@@ -2,11 +2,12 @@
 
 import os
 import signal
+import time
 
 import pytest
 from driver import Desktop, Tavin
 from isolation import ENGINE_PORT
-from session import wait_until
+from session import Session, wait_until
 
 
 def engines(session):
@@ -86,3 +87,19 @@ def test_without_a_display_it_says_so_and_fails(session, build):
     lines = session.log("no-display.log").splitlines()
     assert len(lines) == 1
     assert "display" in lines[0]
+
+
+@pytest.fixture
+def hung_display(tmp_path):
+    with Session(str(tmp_path), wm=None) as session, session.display_hangs():
+        yield session
+
+
+def test_with_a_display_that_hangs_it_says_so_and_fails(hung_display, build):
+    start = time.monotonic()
+    process = Desktop(hung_display).start([os.path.join(build, "bin/tavin")], log="tavin.log")
+    assert process.wait(10) == 1
+    assert 1.5 < time.monotonic() - start < 5
+    lines = hung_display.log("tavin.log").splitlines()
+    assert len(lines) == 1
+    assert f"cannot connect to {hung_display.env['DISPLAY']}" in lines[0]

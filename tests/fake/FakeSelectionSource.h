@@ -59,6 +59,8 @@ class FakePasteboard final : public Pasteboard {
 
   std::optional<std::vector<PasteboardItem>> pasteboardItems() override {
     journal_.add(QStringLiteral("read pasteboard"));
+    if (onRead)
+      onRead();
     return readable ? std::optional(items) : std::nullopt;
   }
   std::int64_t changeCount() override { return count; }
@@ -86,6 +88,7 @@ class FakePasteboard final : public Pasteboard {
     ++count;
   }
 
+  std::function<void()> onRead;  // Runs while the items are read.
   std::vector<PasteboardItem> items;
   std::int64_t count = 41;
   bool readable = true;

@@ -129,6 +129,27 @@ TEST_F(SelectionTest, PasteboardThatCannotBeReadIsNeverTouched) {
   EXPECT_THAT(journal.lines(), ElementsAre("main: read pasteboard"));
 }
 
+TEST_F(SelectionTest, ChangeWhileThePasteboardIsReadIsNotTakenForTheCopy) {
+  pasteboard.onRead = [this] { pasteboard.copied({item({{"text", "by another program"}})}); };
+  EXPECT_EQ(selection.viaCopy(), std::nullopt);
+  EXPECT_THAT(journal.lines(),
+              ElementsAre("main: read pasteboard", "main: key 8 down flags 0x100000",
+                          "main: key 8 up flags 0x100000"));
+}
+
+TEST_F(SelectionTest, ChangeWhileTheModifiersAreHeldIsTakenForTheCopy) {
+  pasteboard.items = {item({{"text", "mine"}})};
+  int looks = 0;
+  keyboard.flags = [&]() -> std::uint64_t {
+    if (++looks > 1)
+      return 0;
+    pasteboard.copied({item({{"text", "copied"}})});
+    return EventFlags::command;
+  };
+  EXPECT_EQ(selection.viaCopy(), QStringLiteral("copied"));
+  EXPECT_EQ(pasteboard.items, std::vector{item({{"text", "mine"}})});
+}
+
 TEST_F(SelectionTest, HeldOptionDelaysTheCopyUntilItIsReleased) {
   int looks = 0;
   keyboard.flags = [&] { return ++looks < 4 ? EventFlags::option : 0; };

@@ -60,16 +60,28 @@ bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   const SwitchState state = readSwitch(deadline);
   if (state == SwitchState::missing)
     return canCopy_();
+  if (state == SwitchState::late)
+    return isTrustedWhileLate(prompt);
   bool on = state == SwitchState::on;
   if (!on && prompt)
     on = turnOn("Tavin: switched accessibility on for this session (org.a11y.Status IsEnabled)");
   else if (!on && wasOn_ && !turnedOnAgain_.exchange(true))
     on = turnOn("Tavin: accessibility was switched off; switched it on again");
-  if (on) {
-    wasOn_ = true;
+  wasOn_ = on;
+  if (on)
     tracker_->bus().connect(deadline);  // From now on a listener is registered, which keeps it on.
-  }
   return on;
+}
+
+// What was on counts as on: the bus that selections come through is another process, and every
+// question to it has a deadline of its own. Otherwise nothing is known, and a copy would be a
+// guess.
+bool AtspiAccessibility::isTrustedWhileLate(bool prompt) {
+  if (!wasOn_ && prompt) {
+    log_.write("Tavin: the accessibility service is late; asked it to switch accessibility on");
+    wasOn_ = turnSwitchOn(Deadline::in(secondsForSwitch));
+  }
+  return wasOn_;
 }
 
 bool AtspiAccessibility::turnOn(const char* reason) {

@@ -22,12 +22,13 @@ class AtspiAccessibility final : public Accessibility {
   std::shared_ptr<UIElement> createSystemWideElement() override;
 
  private:
+  bool isTrustedWhileLate(bool prompt);
   bool turnOn(const char* reason);
 
   const std::shared_ptr<FocusTracker> tracker_;
   SystemLog& log_;
   const std::function<bool()> canCopy_;
-  std::atomic<bool> wasOn_ = false;
+  std::atomic<bool> wasOn_ = false;  // When the service last told.
   std::atomic<bool> turnedOnAgain_ = false;
 };
 

@@ -9,15 +9,16 @@ namespace tavin::atspi {
 // no selection, so it is forgotten after a while. Any thread.
 class MenuNotice {
  public:
-  void note() { noted_ = Clock::now(); }
+  using Clock = std::chrono::steady_clock;
+
+  void note(Clock::time_point now = Clock::now()) { noted_ = now; }
   // Whether it was noted lately; once for each note.
-  bool take() {
+  bool take(Clock::time_point now = Clock::now()) {
     const auto noted = noted_.exchange(Clock::time_point());
-    return noted != Clock::time_point() && Clock::now() - noted < memory;
+    return noted != Clock::time_point() && now - noted < memory;
   }
 
  private:
-  using Clock = std::chrono::steady_clock;
   // Longer than any menu takes to close.
   static constexpr auto memory = std::chrono::seconds(2);
 

@@ -19,6 +19,12 @@ QDBusMessage askProperties(const char* member, QVariantList arguments, Deadline 
   return QDBusConnection::sessionBus().call(message, QDBus::Block, deadline.remainingMs());
 }
 
+// The bus has its own words for a service whose start takes too long.
+bool isLateAnswer(const QDBusMessage& answer) {
+  return isLate(answer) || answer.errorName() == "org.freedesktop.DBus.Error.Timeout" ||
+         answer.errorName() == "org.freedesktop.DBus.Error.TimedOut";
+}
+
 }  // namespace
 
 SwitchState readSwitch(Deadline deadline) {
@@ -26,7 +32,7 @@ SwitchState readSwitch(Deadline deadline) {
     return SwitchState::missing;
   const auto answer = askProperties("Get", {}, deadline);
   if (!isAnswer(answer))
-    return SwitchState::missing;
+    return isLateAnswer(answer) ? SwitchState::late : SwitchState::missing;
   return valueIn(answer).toBool() ? SwitchState::on : SwitchState::off;
 }
 

@@ -5,10 +5,16 @@
 namespace tavin::atspi {
 
 // The session's switch for accessibility.
-enum class SwitchState { on, off, missing };  // Missing: no session bus, or no such service on it.
+enum class SwitchState {
+  on,
+  off,
+  missing,  // No session bus, or no such service on it.
+  late,     // Being started, busy or hanging.
+};
 
 SwitchState readSwitch(Deadline deadline);
-// Whether it is on afterwards. The screen reader's own switch is another one and stays as it is.
+// Whether it is on afterwards. A service that is late gets the request once it wakes up. The screen
+// reader's own switch is another one and stays as it is.
 bool turnSwitchOn(Deadline deadline);
 
 }  // namespace tavin::atspi

@@ -7,11 +7,24 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <ctime>
 
 #include "platform/posix/FileDescriptor.h"
 
 namespace tavin::posix {
 namespace {
+
+constexpr timespec retryInterval{0, 10'000'000};  // 10 ms.
+
+// A server that is busy may have its queue full for a moment, which poll() does not tell.
+bool connectWithin(int fd, const sockaddr* address, socklen_t length, Deadline deadline) {
+  while (connect(fd, address, length) != 0) {
+    if ((errno != EAGAIN && errno != EINTR) || deadline.passed())
+      return false;
+    nanosleep(&retryInterval, nullptr);
+  }
+  return true;
+}
 
 bool waitFor(int fd, short events, Deadline deadline) {
   pollfd descriptor{fd, events, 0};
@@ -33,7 +46,8 @@ bool socketAnswers(const std::string& name, std::string_view greeting, Deadline 
   const std::size_t end = name.front() == '\0' ? 0 : 1;
   const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size() + end);
   const FileDescriptor fd(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  if (!fd || connect(fd.get(), reinterpret_cast<const sockaddr*>(&address), length) != 0)
+  if (!fd ||
+      !connectWithin(fd.get(), reinterpret_cast<const sockaddr*>(&address), length, deadline))
     return false;
   if (send(fd.get(), greeting.data(), greeting.size(), MSG_NOSIGNAL) !=
       static_cast<ssize_t>(greeting.size()))

@@ -57,6 +57,67 @@ TEST_F(SwitchTest, TurnedOffUnderUsItIsTurnedOnAgainOnce) {
   EXPECT_TRUE(trusted(true));
 }
 
+// The process that serves the switch stands still as long as this lives.
+class Standstill {
+ public:
+  Standstill() : process_(switchProcess()) {
+    EXPECT_GT(process_, 1);
+    signal(SIGSTOP);
+  }
+  ~Standstill() { signal(SIGCONT); }
+  Standstill(const Standstill&) = delete;
+  Standstill& operator=(const Standstill&) = delete;
+
+ private:
+  static pid_t switchProcess() {
+    auto message =
+        QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                       "org.freedesktop.DBus", "GetConnectionUnixProcessID");
+    message << "org.a11y.Bus";
+    return static_cast<pid_t>(atspi::valueIn(QDBusConnection::sessionBus().call(message)).toUInt());
+  }
+  void signal(int number) const {
+    if (process_ > 1)
+      kill(process_, number);
+  }
+
+  const pid_t process_;
+};
+
+TEST_F(SwitchTest, ALateServiceIsNotTrustedAndTurnsOnWhenItWakesUp) {
+  turnOff();
+  {
+    const Standstill late;
+    EXPECT_EQ(atspi::readSwitch(Deadline::in(0.2)), SwitchState::late);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_FALSE(trusted());
+    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_EQ(log_.lines(), QStringList());
+    EXPECT_FALSE(trusted(true));
+    EXPECT_LT(timer.elapsed(), 2500);
+    EXPECT_EQ(log_.lines().size(), 1);
+  }
+  EXPECT_TRUE(eventually([] { return state() == SwitchState::on; }));
+  EXPECT_TRUE(trusted());
+}
+
+TEST_F(SwitchTest, ALateServiceThatNobodyAskedStaysOff) {
+  turnOff();
+  {
+    const Standstill late;
+    EXPECT_FALSE(trusted());
+  }
+  EXPECT_EQ(state(), SwitchState::off);
+  EXPECT_FALSE(trusted());
+}
+
+TEST_F(SwitchTest, WhatWasOnIsTrustedWhileTheServiceIsLate) {
+  EXPECT_TRUE(trusted(true));
+  const Standstill late;
+  EXPECT_TRUE(trusted());
+}
+
 // Runs last in this file: it ends the session's accessibility bus.
 class BusTest : public SwitchTest {
  protected:
@@ -105,6 +166,14 @@ TEST_F(NoBusTest, WithoutASessionBusACopyIsEnough) {
   EXPECT_EQ(state(), SwitchState::missing);
   EXPECT_TRUE(trusted());
   EXPECT_EQ(selectedText(), std::nullopt);
+}
+
+using NoServiceTest = SwitchTest;
+
+TEST_F(NoServiceTest, OnASessionBusWithoutAccessibilityACopyIsEnough) {
+  ASSERT_TRUE(QDBusConnection::sessionBus().isConnected());
+  EXPECT_EQ(state(), SwitchState::missing);
+  EXPECT_TRUE(trusted());
 }
 
 }  // namespace
