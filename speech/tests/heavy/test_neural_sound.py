@@ -7,7 +7,7 @@ from itertools import groupby
 
 import pytest
 from sound import Recorder
-from spoken import expected, first_difference, longest_gap, trimmed, without_silence
+from spoken import difference_in_speech, expected, longest_gap, trimmed
 from test_neural import LONG, choose, engine, ready, server, tree  # noqa: F401
 from test_sound import ROUNDS, SILENCE_LIMIT, best_of, silence_after
 
@@ -80,7 +80,7 @@ def test_pause_silences_at_once_and_resumes_at_the_same_sample(voice, recorder, 
     assert min(paused(), best_of(ROUNDS, SILENCE_LIMIT, paused)) < SILENCE_LIMIT
     voice.wait_for("idle", 30)
     recorder.quiet_for(0.3)
-    assert first_difference(without_silence(recorder.samples), without_silence(wanted(LONG))) is None
+    assert difference_in_speech(recorder.samples, wanted(LONG)) is None
 
 
 def test_words_that_were_too_many_for_one_breath_are_not_parted_by_a_pause(voice, wanted):
