@@ -2,7 +2,6 @@
 
 import os
 import signal
-import time
 
 from test_alerts import TEXT, given_back
 from test_clipboard import own_clipboard
@@ -24,10 +23,17 @@ def test_a_silent_owner_of_the_clipboard_does_not_hold_the_menu_up(
     owner = desktop.session.run(["xdotool", "search", "--name", "^clipboard owner$",
                                  "getwindowpid"])
     os.kill(int(owner), signal.SIGSTOP)
-    since = engine.mark()
-    desktop.key("alt+Escape")
-    engine.wait_for("/status", count=2, since=since)
-    start = time.monotonic()
-    tray.click_icon()
-    assert time.monotonic() - start < 0.7  # Less than the copy waits for the owner.
+
+    def is_shown_first():
+        since = engine.mark()
+        desktop.key("alt+Escape")
+        engine.wait_for("/status", count=2, since=since)
+        tavin.action("pause")  # Comes after the copy has given the owner up.
+        menu = tray.open_menu()
+        first = engine.requests("/toggle-pause", since) == []
+        menu.close()
+        engine.wait_for("/toggle-pause", since=since)
+        return first
+    # A loaded machine may be late once; a menu that is held up is late each time.
+    assert any(is_shown_first() for _ in range(5))
     assert engine.requests("/speak") == []
