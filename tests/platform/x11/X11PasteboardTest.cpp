@@ -1,19 +1,15 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QElapsedTimer>
-#include <QStringList>
 #include <optional>
 #include <thread>
 
-#include "platform/x11/ClipboardOwner.h"
-#include "platform/x11/X11Pasteboard.h"
+#include "platform/x11/X11PasteboardFixture.h"
 
 namespace tavin::x11 {
 namespace {
 
 using test::ClipboardOwner;
-using test::OwnerManners;
 using test::Targets;
 using testing::AllOf;
 using testing::Gt;
@@ -39,39 +35,6 @@ Targets oddTargets(qsizetype pictureSize) {
 }
 
 Targets pictureAlone() { return {{"image/png", test::picture(5000)}}; }
-
-class X11PasteboardTest : public testing::Test {
- protected:
-  X11PasteboardTest() : server_(ClipboardServer::create()) {
-    pasteboard_ = std::make_unique<X11Pasteboard>(SelectionReader::create(), server_);
-  }
-  Targets read() {
-    const auto items = pasteboard_->pasteboardItems();
-    if (!items || items->size() != 1)
-      return {{"(no item)", {}}};
-    Targets targets;
-    for (const auto& [name, bytes] : items->front().types)
-      targets.emplace_back(name.toStdString(), bytes);
-    return targets;
-  }
-  void copyBySomeoneElse() {
-    const ClipboardOwner other(Targets{{"UTF8_STRING", "something else"}});
-    EXPECT_EQ(pasteboard_->string(), "something else");
-  }
-  void expectServed(const Targets& targets) {
-    QStringList names;
-    for (const auto& [name, bytes] : targets) {
-      names << QString::fromStdString(name);
-      EXPECT_TRUE(test::pasted(names.last()) == bytes) << name;
-    }
-    EXPECT_EQ(test::pastedTargets(),
-              QStringList({"TARGETS", "TIMESTAMP", "MULTIPLE", "SAVE_TARGETS"}) + names);
-  }
-
-  std::unique_ptr<Connection> connection_ = Connection::open();
-  std::shared_ptr<ClipboardServer> server_;
-  std::unique_ptr<X11Pasteboard> pasteboard_;
-};
 
 TEST_F(X11PasteboardTest, GivesBackEveryTargetInOrderByteForByte) {
   for (const qsizetype size : {3'000, 3'000'000, 30'000'000}) {
@@ -254,155 +217,6 @@ TEST_F(X11PasteboardTest, ReadsTextInEveryPlainForm) {
 TEST_F(X11PasteboardTest, TextInAnEncodingFromBeforeUnicodeIsNone) {
   const ClipboardOwner owner(Targets{{"COMPOUND_TEXT", "\x1b$(B\x46\x7c"}});
   EXPECT_EQ(pasteboard_->string(), std::nullopt);
-}
-
-TEST_F(X11PasteboardTest, AnItemWithoutTypesIsServedAsOneWithoutTypes) {
-  pasteboard_->writeObjects({PasteboardItem{}});
-  EXPECT_EQ(pasteboard_->pasteboardItems(), std::vector{PasteboardItem{}});
-}
-
-// A program that asks for targets and takes the pieces of large ones only when it is told to.
-class SlowRequestor {
- public:
-  SlowRequestor() : window_(xcb_generate_id(connection_->get())) {
-    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(connection_->get(), 0, window_, connection_->root(), 0, 0, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
-  }
-  // Returns when the answer is there; how often the property of that name was set until then.
-  int ask(const char* target, const char* property) {
-    xcb_connection_t* c = connection_->get();
-    xcb_convert_selection(c, window_, connection_->atom("CLIPBOARD"), connection_->atom(target),
-                          connection_->atom(property), XCB_CURRENT_TIME);
-    xcb_flush(c);
-    int pieces = 0;
-    while (const Reply<xcb_generic_event_t> event{xcb_wait_for_event(c)}) {
-      const int kind = event->response_type & 0x7f;
-      const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
-      if (kind == XCB_SELECTION_NOTIFY)
-        break;
-      pieces += kind == XCB_PROPERTY_NOTIFY && change.state == XCB_PROPERTY_NEW_VALUE &&
-                change.atom == connection_->atom("LARGE");
-    }
-    return pieces;
-  }
-  void take(const char* property) {
-    xcb_delete_property(connection_->get(), window_, connection_->atom(property));
-    xcb_flush(connection_->get());
-  }
-
- private:
-  std::unique_ptr<Connection> connection_ = Connection::open();
-  xcb_window_t window_;
-};
-
-TEST_F(X11PasteboardTest, ARequestorThatTakesNothingHoldsUpNobody) {
-  const auto image = test::picture(2'000'000);
-  pasteboard_->writeObjects({{{{"image/png", image}}}});
-  SlowRequestor stuck;
-  EXPECT_EQ(stuck.ask("image/png", "LARGE"), 1);
-  EXPECT_TRUE(test::pasted("image/png") == image);
-}
-
-TEST_F(X11PasteboardTest, ATransferGoesOnForAsLongAsPiecesAreTakenAndIsDroppedThen) {
-  pasteboard_.reset();
-  server_ = ClipboardServer::create(0.3);
-  server_->serve({{connection_->atom("image/png"), connection_->atom("image/png"), 8,
-                   test::picture(2'000'000)}});
-  SlowRequestor requestor;
-  EXPECT_EQ(requestor.ask("image/png", "LARGE"), 1);
-  requestor.take("LARGE");
-  EXPECT_EQ(requestor.ask("TARGETS", "SMALL"), 1) << "the next piece";
-  std::this_thread::sleep_for(std::chrono::milliseconds(600));
-  requestor.take("LARGE");
-  EXPECT_EQ(requestor.ask("TARGETS", "SMALL"), 0) << "forgotten";
-}
-
-TEST_F(X11PasteboardTest, ARequestorThatDiesMeanwhileHarmsNothing) {
-  const auto image = test::picture(2'000'000);
-  pasteboard_->writeObjects({{{{"image/png", image}}}});
-  for (int i = 0; i < 20; ++i) {
-    const auto other = Connection::open();
-    const xcb_window_t window = xcb_generate_id(other->get());
-    xcb_create_window(other->get(), 0, window, other->root(), 0, 0, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-    xcb_convert_selection(other->get(), window, other->atom("CLIPBOARD"), other->atom("image/png"),
-                          other->atom("DATA"), XCB_CURRENT_TIME);
-    xcb_flush(other->get());
-  }
-  EXPECT_TRUE(test::pasted("image/png") == image);
-}
-
-TEST_F(X11PasteboardTest, WhatIsServedStaysUntilAnotherProgramTakesOver) {
-  pasteboard_->writeObjects({{{{"UTF8_STRING", "ours"}}}});
-  EXPECT_EQ(test::pasted("UTF8_STRING"), "ours");
-  copyBySomeoneElse();
-  EXPECT_EQ(pasteboard_->pasteboardItems(), std::vector<PasteboardItem>{}) << "and is gone then";
-}
-
-// Plays the clipboard manager: asked to save, it reads what the clipboard holds and owns it.
-class ManagerPlayer {
- public:
-  explicit ManagerPlayer(bool answers) : owner_(targets(), manners(answers)) {}
-
- private:
-  static Targets targets() { return {{"SAVE_TARGETS", ""}}; }
-  static OwnerManners manners(bool answers) {
-    OwnerManners result;
-    result.selection = "CLIPBOARD_MANAGER";
-    if (!answers)
-      result.silentOn = {"SAVE_TARGETS"};
-    return result;
-  }
-  ClipboardOwner owner_;
-};
-
-TEST_F(X11PasteboardTest, HandsWhatItServesToTheClipboardManager) {
-  EXPECT_TRUE(server_->handOver(Deadline::in(0.5))) << "nothing to keep";
-  pasteboard_->writeObjects({{{{"UTF8_STRING", "ours"}}}});
-  EXPECT_FALSE(server_->handOver(Deadline::in(0.5))) << "no manager";
-  {
-    const ManagerPlayer manager(true);
-    EXPECT_TRUE(server_->handOver(Deadline::in(0.5)));
-    pasteboard_->writeObjects({{{{"UTF8_STRING", "ours again"}}}});
-    EXPECT_EQ(test::pasted("UTF8_STRING"), "ours again");
-    EXPECT_TRUE(server_->handOver(Deadline::in(0.5)));
-  }
-  const ManagerPlayer manager(false);
-  QElapsedTimer timer;
-  timer.start();
-  EXPECT_FALSE(server_->handOver(Deadline::in(0.5)));
-  EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(900)));
-}
-
-// A display that does nothing for any of the other programs while this object lives.
-class GrabbedDisplay {
- public:
-  GrabbedDisplay() {
-    xcb_grab_server(connection_->get());
-    connection_->atom("a round trip");
-  }
-
- private:
-  std::unique_ptr<Connection> connection_ = Connection::open();
-};
-
-TEST_F(X11PasteboardTest, ADisplayThatHangsIsGivenUpInTimeAndLooksUnchanged) {
-  pasteboard_->writeObjects({{{{"UTF8_STRING", "ours"}}}});
-  const auto count = pasteboard_->changeCount();
-  {
-    const ManagerPlayer manager(true);
-    const GrabbedDisplay grabbed;
-    QElapsedTimer timer;
-    timer.start();
-    EXPECT_FALSE(server_->handOver(Deadline::in(0.5)));
-    EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(900)));
-    timer.restart();
-    EXPECT_EQ(pasteboard_->changeCount(), count);
-    EXPECT_THAT(timer.elapsed(), AllOf(Gt(900), Lt(1400)));
-  }
-  EXPECT_EQ(test::pasted("UTF8_STRING"), "ours");
-  EXPECT_EQ(pasteboard_->changeCount(), count);
 }
 
 }  // namespace
