@@ -21,15 +21,27 @@ bool TaskInbox::post(std::function<void()> task) {
   return true;
 }
 
-void TaskInbox::run() {
+void TaskInbox::stop() {
+  {
+    const std::lock_guard lock(mutex_);
+    stopping_ = true;
+  }
+  wake();
+}
+
+// Whoever wakes has said before what for: what is read after the wake-up is taken misses nothing.
+bool TaskInbox::run() {
   eventfd_t ignored = 0;
   eventfd_read(wake_.get(), &ignored);
   std::deque<std::function<void()>> tasks;
+  bool goesOn = false;
   {
     const std::lock_guard lock(mutex_);
     tasks.swap(tasks_);
+    goesOn = !stopping_;
   }
   for (const auto& task : tasks) task();
+  return goesOn;
 }
 
 void TaskInbox::close() {

@@ -13,15 +13,14 @@
 
 namespace tavin::posix {
 
-// Tasks for one thread that sleeps in poll. Any thread may post and ask; running and closing are
-// that thread's.
+// Tasks for one thread that sleeps in poll, and its end. Any thread may post, ask and stop; running
+// and closing are that thread's.
 class TaskInbox {
  public:
   TaskInbox();
 
   // Readable while there is something to do.
   int file() const { return wake_.get(); }
-  void wake() const;
   // False once it is closed.
   bool post(std::function<void()> task);
   // Waits for the task's result; none when it did not end in time, or the thread has ended. It may
@@ -37,15 +36,20 @@ class TaskInbox {
     return result.get();
   }
 
-  // Runs the tasks that are there.
-  void run();
+  // From now on run() answers false, and a thread that sleeps wakes up for it.
+  void stop();
+  // Runs the tasks that are there, before each sleep. False once the thread is to end.
+  bool run();
   void close();
 
  private:
+  void wake() const;
+
   const FileDescriptor wake_;
   std::mutex mutex_;
   std::deque<std::function<void()>> tasks_;
   bool open_ = true;
+  bool stopping_ = false;
 };
 
 }  // namespace tavin::posix

@@ -25,18 +25,18 @@ void EventThread::start() {
 void EventThread::stop() {
   if (!thread_.joinable())
     return;
-  stopping_ = true;
-  inbox_.wake();
+  inbox_.stop();
   thread_.join();
 }
 
 void EventThread::run() {
   blockBrokenPipes();
   std::vector<pollfd> files;
+  bool goesOn = true;
   do {
-    inbox_.run();
+    goesOn = inbox_.run();
     for (Part* part : parts_) part->proceed();
-  } while (!stopping_ && connection_.turn(files, prepare(files)));
+  } while (goesOn && connection_.turn(files, prepare(files)));
   inbox_.close();
 }
 

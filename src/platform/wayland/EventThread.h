@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <functional>
 #include <optional>
 #include <thread>
@@ -49,7 +48,6 @@ class EventThread {
   Connection& connection_;
   std::vector<Part*> parts_;
   posix::TaskInbox inbox_;
-  std::atomic<bool> stopping_ = false;
   std::thread thread_;
 };
 

@@ -63,8 +63,7 @@ ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::ui
 }
 
 ClipboardServer::~ClipboardServer() {
-  stopping_ = true;
-  inbox_.wake();
+  inbox_.stop();
   thread_.join();
 }
 
@@ -122,8 +121,7 @@ bool ClipboardServer::perform(Deadline deadline, std::function<void()> task) {
 
 void ClipboardServer::run() {
   xcb_connection_t* c = connection_->get();
-  while (xcb_connection_has_error(c) == 0 && !stopping_) {
-    inbox_.run();
+  while (xcb_connection_has_error(c) == 0 && inbox_.run()) {
     handleQueuedEvents();
     answers_.transfers().dropIdle();
     giveUpIfDue(false);

@@ -62,7 +62,6 @@ class ClipboardServer {
   std::function<void(bool)> onHandedOver_;
 
   posix::TaskInbox inbox_;
-  std::atomic<bool> stopping_ = false;
   std::thread thread_;
 };
 

@@ -58,6 +58,17 @@ TEST_F(TaskInboxTest, AskingGivesTheResultFromTheOtherThread) {
   EXPECT_EQ(ranOn, expected);
 }
 
+TEST_F(TaskInboxTest, AStopIsSeenWheneverItComesBetweenTwoSleeps) {
+  bool ran = false;
+  EXPECT_TRUE(inbox_.run());
+  inbox_.post([&] { ran = true; });
+  inbox_.stop();
+  EXPECT_TRUE(hasWork());
+  EXPECT_FALSE(inbox_.run());
+  EXPECT_TRUE(ran);
+  EXPECT_FALSE(inbox_.run()) << "though its wake-up was taken";
+}
+
 TEST_F(TaskInboxTest, OnceClosedItTakesNothingAndAskingDoesNotWait) {
   inbox_.close();
   bool ran = false;
