@@ -1,5 +1,8 @@
 """Terminals: the selection is read, and nothing is ever typed into what runs there."""
 
+import os
+import subprocess
+
 import pytest
 from driver import SPEAK
 from session import wait_until
@@ -36,6 +39,20 @@ def test_selection_is_read_and_nothing_typed(tavin, terminal):
 def test_without_a_selection_nothing_is_typed(tavin, terminal):
     assert tavin.press() == []
     assert terminal.reached() == ["ready"]
+
+
+def test_a_terminal_inside_another_programs_window(tavin, desktop, programs, build, tmp_path):
+    """As in a window of tabs, whose program is none: it is read, and nothing is typed."""
+    host = desktop.open([os.path.join(build, "bin/x11_test_window"), "tabs"], "tabs",
+                        stdin=subprocess.PIPE)
+    inside = Watched(desktop, programs, ["xterm", "-into", host, "-e"], str(tmp_path / "record"),
+                     title="tabs")
+    inside.select_word()
+    assert tavin.press() == [WORD]
+    desktop.own("primary", "of a third program")
+    assert tavin.press() == []
+    desktop.key("x")
+    wait_until(lambda: inside.reached() == ["ready", "bytes 78"], 5, "the key alone")
 
 
 def test_what_is_copied_where_nothing_can_be_typed_is_not_tavins(tavin, desktop, engine, terminal):

@@ -50,13 +50,21 @@ xcb_window_t ActiveWindow::find() const {
              : xcb_window_t{XCB_WINDOW_NONE};
 }
 
-xcb_window_t ActiveWindow::focused() const {
+xcb_window_t ActiveWindow::inputFocus() const {
   xcb_connection_t* c = connection_.get();
-  const Reply<xcb_get_input_focus_reply_t> focus(
+  const Reply<xcb_get_input_focus_reply_t> reply(
       xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
-  if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == connection_.root())
-    return XCB_WINDOW_NONE;
-  xcb_window_t window = focus->focus;
+  return reply ? reply->focus : xcb_window_t{XCB_INPUT_FOCUS_NONE};
+}
+
+xcb_window_t ActiveWindow::focused() const {
+  const xcb_window_t focus = inputFocus();
+  const bool isWindow = focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus != connection_.root();
+  return isWindow ? setUpBy(focus) : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+xcb_window_t ActiveWindow::setUpBy(xcb_window_t window) const {
+  xcb_connection_t* c = connection_.get();
   for (int i = 0; i < deepestWindow && windowClass(connection_, window).empty(); ++i) {
     const Reply<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(c, xcb_query_tree(c, window), nullptr));
@@ -65,6 +73,28 @@ xcb_window_t ActiveWindow::focused() const {
     window = tree->parent;
   }
   return window;
+}
+
+xcb_window_t ActiveWindow::keyTarget() const {
+  xcb_window_t window = inputFocus();
+  if (window == XCB_INPUT_FOCUS_NONE)
+    return XCB_WINDOW_NONE;
+  if (window == XCB_INPUT_FOCUS_POINTER_ROOT)
+    window = connection_.root();
+  for (int i = 0; i < deepestWindow; ++i) {
+    const xcb_window_t child = childUnderPointer(window);
+    if (child == XCB_WINDOW_NONE)
+      break;
+    window = child;
+  }
+  return window == connection_.root() ? xcb_window_t{XCB_WINDOW_NONE} : window;
+}
+
+xcb_window_t ActiveWindow::childUnderPointer(xcb_window_t window) const {
+  xcb_connection_t* c = connection_.get();
+  const Reply<xcb_query_pointer_reply_t> reply(
+      xcb_query_pointer_reply(c, xcb_query_pointer(c, window), nullptr));
+  return reply ? reply->child : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 bool ActiveWindow::isPassing(xcb_window_t window) const {

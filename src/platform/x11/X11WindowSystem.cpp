@@ -1,6 +1,7 @@
 #include "platform/x11/X11WindowSystem.h"
 
 #include <thread>
+#include <utility>
 
 #include "platform/atspi/ProgramKind.h"
 #include "platform/x11/WindowProperties.h"
@@ -27,7 +28,22 @@ atspi::FrontWindow X11WindowSystem::frontWindow() {
   front.id = window;
   front.processId = clientProcess(reader_->connection(), window);
   atspi::setProgramKind(front, windowClass(reader_->connection(), window), windowProcesses());
+  addEmbeddedProgram(front);
   return front;
+}
+
+void X11WindowSystem::addEmbeddedProgram(atspi::FrontWindow& front) {
+  const Connection& connection = reader_->connection();
+  const xcb_window_t target = activeWindow_.keyTarget();
+  const bool embedded = target != XCB_WINDOW_NONE &&
+                        !sameClient(connection, target, static_cast<xcb_window_t>(front.id));
+  embedded_ = embedded ? target : xcb_window_t{XCB_WINDOW_NONE};
+  if (!embedded)
+    return;
+  const auto host = std::exchange(front.processId, clientProcess(connection, target));
+  atspi::setProgramKind(front, windowClass(connection, activeWindow_.setUpBy(target)),
+                        windowProcesses());
+  front.processId = host;
 }
 
 void X11WindowSystem::waitForMenu() {
@@ -52,6 +68,7 @@ bool X11WindowSystem::primaryIsFrom(const atspi::FrontWindow& window) {
   if (owner == XCB_WINDOW_NONE)
     return false;
   return sameClient(connection, owner, static_cast<xcb_window_t>(window.id)) ||
+         (embedded_ != XCB_WINDOW_NONE && sameClient(connection, owner, embedded_)) ||
          (window.processId != 0 && clientProcess(connection, owner) == window.processId);
 }
 

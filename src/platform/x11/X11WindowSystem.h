@@ -23,12 +23,16 @@ class X11WindowSystem final : public atspi::WindowSystem {
 
  private:
   void waitForMenu();
+  // Adds what is known of a program that shows itself inside the front window, as a terminal does
+  // in a window of tabs, and gets its keys.
+  void addEmbeddedProgram(atspi::FrontWindow& front);
   bool primaryIsFrom(const atspi::FrontWindow& window);
 
   const std::unique_ptr<SelectionReader> reader_;
   const std::unique_ptr<PrimaryWatch> watch_;
   const ActiveWindow activeWindow_;
   atspi::MenuNotice menu_;
+  xcb_window_t embedded_ = XCB_WINDOW_NONE;  // That program's window in the last front window.
 };
 
 }  // namespace tavin::x11

@@ -15,6 +15,12 @@ using PrimaryProof = atspi::WindowSystem::PrimaryProof;
 
 constexpr auto kDock = "_NET_WM_WINDOW_TYPE_DOCK";
 
+bool madeInBecomes(const PrimaryWatch& watch, xcb_window_t window) {
+  const Deadline deadline = Deadline::in(10);
+  while (watch.madeInWindow() != window && !deadline.passed()) std::this_thread::yield();
+  return watch.madeInWindow() == window;
+}
+
 class X11WindowSystemTest : public testing::Test {
  protected:
   void activate(const TestWindow& window) { test::activate(*connection_, window.id()); }
@@ -22,6 +28,18 @@ class X11WindowSystemTest : public testing::Test {
   atspi::FrontWindow front(const TestWindow& window) {
     activate(window);
     return windows_.frontWindow();
+  }
+  void show(const TestWindow& inside, const TestWindow& host) {
+    xcb_reparent_window(connection_->get(), inside.id(), host.id(), 0, 0);
+    connection_->atom("a round trip");
+  }
+  void giveFocus(const TestWindow& window) {
+    xcb_set_input_focus(connection_->get(), XCB_INPUT_FOCUS_PARENT, window.id(), XCB_CURRENT_TIME);
+    connection_->atom("a round trip");
+  }
+  void movePointer(std::int16_t x, std::int16_t y) {
+    xcb_warp_pointer(connection_->get(), XCB_NONE, connection_->root(), 0, 0, 0, 0, x, y);
+    connection_->atom("a round trip");
   }
   std::optional<QString> primary(PrimaryProof proof) {
     return windows_.primaryText(windows_.frontWindow(), proof, Deadline::in(1));
@@ -85,6 +103,28 @@ TEST_F(X11WindowSystemTest, AProgramWithAPseudoTerminalIsATerminal) {
   EXPECT_TRUE(front(byChild).terminal);
 }
 
+TEST_F(X11WindowSystemTest, ATerminalInsideAnotherProgramsWindowIsATerminal) {
+  const TestWindow tabs("tabs");
+  TestWindow inside("unheard-of");
+  ASSERT_TRUE(inside.command("pty"));
+  ASSERT_TRUE(inside.command("primary inside"));
+  EXPECT_FALSE(front(tabs).terminal);
+  EXPECT_EQ(primary(PrimaryProof::sameProgram), std::nullopt);
+  show(inside, tabs);
+  activate(tabs);
+  movePointer(600, 600);
+  EXPECT_FALSE(windows_.frontWindow().terminal) << "neither the focus nor the pointer is in it";
+  giveFocus(inside);
+  const auto found = windows_.frontWindow();
+  EXPECT_TRUE(found.terminal);
+  EXPECT_EQ(found.id, tabs.id());
+  EXPECT_EQ(found.processId, tabs.processId());
+  EXPECT_EQ(primary(PrimaryProof::sameProgram), "inside");
+  activate(tabs);
+  movePointer(10, 10);
+  EXPECT_TRUE(windows_.frontWindow().terminal) << "keys go where the pointer is inside the focus";
+}
+
 TEST_F(X11WindowSystemTest, PrimaryIsOnlyReadFromTheProgramInFront) {
   TestWindow editor("editor");
   TestWindow other("other");
@@ -101,11 +141,7 @@ TEST_F(X11WindowSystemTest, PrimaryMadeInFrontIsForgottenWithTheFocus) {
   TestWindow viewer("viewer");
   const TestWindow other("other");
   const auto watch = PrimaryWatch::create();
-  const auto becomes = [&](xcb_window_t window) {
-    const Deadline deadline = Deadline::in(10);
-    while (watch->madeInWindow() != window && !deadline.passed()) std::this_thread::yield();
-    return watch->madeInWindow() == window;
-  };
+  const auto becomes = [&](xcb_window_t window) { return madeInBecomes(*watch, window); };
   activate(viewer);
   ASSERT_TRUE(viewer.command("primary fresh"));
   EXPECT_TRUE(becomes(viewer.id()));
@@ -120,9 +156,14 @@ TEST_F(X11WindowSystemTest, PrimaryMadeInFrontIsForgottenWithTheFocus) {
 
 TEST_F(X11WindowSystemTest, PrimaryMadeInTheBackgroundIsNotMadeInFront) {
   TestWindow viewer("viewer");
-  const TestWindow other("other");
+  TestWindow other("other");
+  const auto watch = PrimaryWatch::create();
+  const auto becomes = [&](xcb_window_t window) { return madeInBecomes(*watch, window); };
   activate(other);
+  ASSERT_TRUE(other.command("primary before"));
+  ASSERT_TRUE(becomes(other.id())) << "so that the watch is seen to follow";
   ASSERT_TRUE(viewer.command("primary behind"));
+  EXPECT_TRUE(becomes(XCB_WINDOW_NONE));
   activate(viewer);
   EXPECT_EQ(primary(PrimaryProof::takenInFront), std::nullopt);
   EXPECT_EQ(primary(PrimaryProof::sameProgram), "behind");
