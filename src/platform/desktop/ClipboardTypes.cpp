@@ -7,17 +7,20 @@
 namespace tavin::desktop {
 namespace {
 
-enum class Rank { text, data, png, otherImage };
+enum class Rank { text, files, data, png, otherImage };
 
 bool beginsWith(const std::string& type, const char* prefix) { return type.rfind(prefix, 0) == 0; }
 
 Rank rankOf(const std::string& type) {
   static const std::set<std::string> texts{"UTF8_STRING", "STRING", "TEXT", "COMPOUND_TEXT"};
+  static const std::set<std::string> files{"text/uri-list", "x-special/gnome-copied-files"};
   static const std::set<std::string> images{"PIXMAP", "BITMAP", "application/x-qt-image"};
   if (texts.contains(type) || type == "text/plain" || beginsWith(type, "text/plain;"))
     return Rank::text;
   if (type == "image/png")
     return Rank::png;
+  if (files.contains(type))
+    return Rank::files;
   return beginsWith(type, "image/") || images.contains(type) ? Rank::otherImage : Rank::data;
 }
 
@@ -42,7 +45,7 @@ std::vector<std::size_t> clipboardAskingOrder(const std::vector<std::string>& ty
 
 bool isNeededClipboardType(const std::string& type) {
   const Rank rank = rankOf(type);
-  return rank == Rank::text || rank == Rank::png;
+  return rank == Rank::text || rank == Rank::files || rank == Rank::png;
 }
 
 }  // namespace tavin::desktop

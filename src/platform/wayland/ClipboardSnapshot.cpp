@@ -29,6 +29,7 @@ Outcome readListed(SelectionReader& reader, const SelectionReader::Listing& list
   const auto& types = listing.types;
   std::vector<std::optional<QByteArray>> values(types.size());
   std::set<std::string> seen;
+  bool anyLate = false;
   for (const std::size_t index : desktop::clipboardAskingOrder(types)) {
     if (!seen.insert(types[index]).second)
       continue;
@@ -40,12 +41,15 @@ Outcome readListed(SelectionReader& reader, const SelectionReader::Listing& list
     // What has begun to come and is not all there could not be given back.
     else if (needed || content.outcome == Outcome::changed || !content.bytes.isEmpty())
       return content.outcome;
+    else
+      anyLate = true;
   }
   for (std::size_t i = 0; i < types.size(); ++i) {
     if (values[i])
       item.types.emplace_back(QString::fromLatin1(types[i]), std::move(*values[i]));
   }
-  return Outcome::read;
+  // Of who is late with all that it has, nothing is known.
+  return item.types.empty() && anyLate ? Outcome::late : Outcome::read;
 }
 
 // A program that ended in the middle looks as if it had written all, until its offer is gone.

@@ -10,9 +10,9 @@
 namespace tavin::wayland {
 
 // Reads everything that the clipboard offers: one item, or none where it is empty. What does not
-// come in time is left out, save texts and PNG images. None where it cannot be known what the
-// clipboard holds: the compositor does not answer, the owner is too slow with those, or it ends
-// while it is read.
+// come in time is left out, save texts, lists of files and PNG images. None where it cannot be
+// known what the clipboard holds: the compositor does not answer, the owner is too slow with those
+// or with all that it offers, or it ends while it is read.
 std::optional<std::vector<PasteboardItem>> readClipboard(SelectionReader& reader,
                                                          Deadline deadline);
 

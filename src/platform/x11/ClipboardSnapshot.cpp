@@ -48,6 +48,7 @@ class Attempt {
   std::vector<xcb_atom_t> targets_;
   std::vector<std::string> names_;
   std::vector<std::optional<ClipboardTarget>> values_;
+  bool anyLate_ = false;
 };
 
 Outcome Attempt::listTargets() {
@@ -74,9 +75,9 @@ Outcome Attempt::readTarget(std::size_t index) {
   if (value.outcome == Outcome::converted)
     values_[index] = {targets_[index], value.type, value.format, std::move(value.bytes)};
   // What has begun to come and is not all there could not be given back.
-  if (value.outcome == Outcome::late && !needed && value.bytes.isEmpty())
-    return Outcome::refused;
-  return value.outcome;
+  const bool left = value.outcome == Outcome::late && !needed && value.bytes.isEmpty();
+  anyLate_ = anyLate_ || left;
+  return left ? Outcome::refused : value.outcome;
 }
 
 Outcome Attempt::read() {
@@ -92,8 +93,9 @@ Outcome Attempt::read() {
     if (value)
       contents.push_back(std::move(*value));
   }
-  // Who neither lists targets nor has a text tells nothing about what it holds.
-  return listed == Outcome::refused && contents.empty() ? Outcome::late : Outcome::converted;
+  // Of who neither lists targets nor has a text, or is late with all that it has, nothing is known.
+  const bool unknown = contents.empty() && (listed == Outcome::refused || anyLate_);
+  return unknown ? Outcome::late : Outcome::converted;
 }
 
 }  // namespace

@@ -13,8 +13,9 @@ struct ClipboardSnapshot {
 };
 
 // Reads everything that the clipboard offers. Refused targets are left out, and so is what does not
-// come in time, save texts and PNG images. None where it cannot be known what the clipboard holds:
-// the owner does not answer, is too slow with those, or ends while it is read.
+// come in time, save texts, lists of files and PNG images. None where it cannot be known what the
+// clipboard holds: the owner does not answer, is too slow with those or with all that it offers, or
+// ends while it is read.
 std::optional<ClipboardSnapshot> readClipboard(SelectionReader& reader, Deadline deadline);
 
 }  // namespace tavin::x11

@@ -133,7 +133,7 @@ TEST_F(ServedClipboardTest, HandsWhatItServesToTheClipboardManager) {
   QElapsedTimer timer;
   timer.start();
   EXPECT_FALSE(server_->handOver(Deadline::in(0.5)));
-  EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(900)));
+  EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(2000)));
 }
 
 // A display that does nothing for any of the other programs while this object lives.
@@ -157,10 +157,10 @@ TEST_F(ServedClipboardTest, ADisplayThatHangsIsGivenUpInTimeAndLooksUnchanged) {
     QElapsedTimer timer;
     timer.start();
     EXPECT_FALSE(server_->handOver(Deadline::in(0.5)));
-    EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(900)));
+    EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(2000)));
     timer.restart();
     EXPECT_EQ(pasteboard_->changeCount(), count);
-    EXPECT_THAT(timer.elapsed(), AllOf(Gt(900), Lt(1400)));
+    EXPECT_THAT(timer.elapsed(), AllOf(Gt(900), Lt(2000)));
   }
   EXPECT_EQ(test::pasted("UTF8_STRING"), "ours");
   EXPECT_EQ(pasteboard_->changeCount(), count);

@@ -113,7 +113,7 @@ TEST_F(X11PasteboardTest, AnOwnerThatListsTargetsWithoutEndIsUnknownInTime) {
   QElapsedTimer timer;
   timer.start();
   EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt);
-  EXPECT_LT(timer.elapsed(), 1400);
+  EXPECT_LT(timer.elapsed(), 2000);
 }
 
 TEST_F(X11PasteboardTest, ASilentOwnerIsUnknownWithinTheTimeLimit) {
@@ -121,7 +121,7 @@ TEST_F(X11PasteboardTest, ASilentOwnerIsUnknownWithinTheTimeLimit) {
   QElapsedTimer timer;
   timer.start();
   EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt);
-  EXPECT_THAT(timer.elapsed(), AllOf(Gt(900), Lt(1400)));
+  EXPECT_THAT(timer.elapsed(), AllOf(Gt(900), Lt(2000)));
 }
 
 TEST_F(X11PasteboardTest, AnOwnerThatHoldsBackItsTextIsUnknown) {
@@ -134,6 +134,18 @@ TEST_F(X11PasteboardTest, APrivateTypeThatDoesNotComeIsLeftOut) {
   const ClipboardOwner owner({{"x-slow", "b"}, {"image/png", "p"}, {"UTF8_STRING", "a"}},
                              {.silentOn = {"x-slow"}});
   EXPECT_EQ(read(), (Targets{{"image/png", "p"}, {"UTF8_STRING", "a"}}));
+}
+
+TEST_F(X11PasteboardTest, AnOwnerThatHoldsBackItsFilesIsUnknown) {
+  const ClipboardOwner owner({{"text/uri-list", "file:///a\r\n"}, {"UTF8_STRING", "a"}},
+                             {.silentOn = {"text/uri-list"}});
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt);
+}
+
+TEST_F(X11PasteboardTest, AnOwnerThatIsLateWithAllThatItOffersIsUnknown) {
+  const ClipboardOwner owner({{"x-one", "1"}, {"x-refused", "2"}, {"image/bmp", "3"}},
+                             {.silentOn = {"x-one", "image/bmp"}, .refuses = {"x-refused"}});
+  EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt);
 }
 
 TEST_F(X11PasteboardTest, APrivateTypeThatComesSlowlyComesWhole) {
@@ -173,7 +185,7 @@ TEST_F(X11PasteboardTest, AnOwnerThatDiesWhileItIsReadIsUnknownAtOnce) {
     QElapsedTimer timer;
     timer.start();
     EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt) << moment;
-    EXPECT_LT(timer.elapsed(), 500) << moment;
+    EXPECT_LT(timer.elapsed(), 900) << moment << ": the time limit is a second";
   }
 }
 
