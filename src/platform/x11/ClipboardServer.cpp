@@ -215,11 +215,11 @@ xcb_timestamp_t ClipboardServer::serverTime() {
 
 bool ClipboardServer::claim(ClipboardContents contents) {
   giveUpAt_.reset();
-  const xcb_timestamp_t now = serverTime();
-  xcb_set_selection_owner(connection_->get(), window_, clipboard_, now);
+  claimedAt_ = serverTime();
+  xcb_set_selection_owner(connection_->get(), window_, clipboard_, claimedAt_);
   owning_ = owner(clipboard_) == window_;
   if (owning_)
-    answers_.offer(std::move(contents), now);
+    answers_.offer(std::move(contents), claimedAt_);
   return owning_;
 }
 
@@ -229,7 +229,8 @@ void ClipboardServer::giveUpIfDue(bool now) {
   giveUpAt_.reset();
   if (!owning_)
     return;
-  xcb_set_selection_owner(connection_->get(), XCB_WINDOW_NONE, clipboard_, serverTime());
+  // By the time of our own claim: the server ignores it where somebody has copied since.
+  xcb_set_selection_owner(connection_->get(), XCB_WINDOW_NONE, clipboard_, claimedAt_);
   synchronise();
   owning_ = false;
 }

@@ -58,6 +58,7 @@ class ClipboardServer {
   ClipboardAnswers answers_;
   bool owning_ = false;
   std::atomic<std::int64_t> changes_ = 0;
+  xcb_timestamp_t claimedAt_ = XCB_CURRENT_TIME;
   std::optional<Deadline> giveUpAt_;
   std::function<void(bool)> onHandedOver_;
 
