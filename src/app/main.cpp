@@ -19,7 +19,6 @@ int main(int argc, char** argv) {
   const auto delegate = std::make_shared<AppDelegate>(app, hotkeys);
   app.application->setDelegate(delegate.get());
   const int code = app.application->run();
-  app.urlSession->invalidateAndCancel();
   for (const auto& duty : app.lastDuties) duty();
   // A capture or a request may still hang in its thread: the process ends without waiting for it,
   // and without destroying what it uses.

@@ -24,30 +24,13 @@ CurlSession::CurlSession(SystemLog& log, std::optional<uid_t> user)
   curl_global_init(CURL_GLOBAL_DEFAULT);
 }
 
-CurlSession::~CurlSession() = default;
-
 std::variant<UrlResponse, UrlError> CurlSession::dataTask(const UrlRequest& request) {
   // A connection to a port on which nobody listens may get that very port for its own end: then it
   // meets itself, and for a minute no engine can listen there.
   if (const auto owners = listenerOwners(portOf(request)); owners && owners->empty())
     return UrlError{UrlError::cannotConnectToHost};
   CurlTransfer transfer(request, maxAnswerSize, [&] { return peerIsEngine(request); });
-  {
-    const std::lock_guard lock(mutex_);
-    if (invalidated_)
-      return UrlError{};
-    transfers_.insert(&transfer);
-  }
-  auto result = transfer.run();
-  const std::lock_guard lock(mutex_);
-  transfers_.erase(&transfer);
-  return result;
-}
-
-void CurlSession::invalidateAndCancel() {
-  const std::lock_guard lock(mutex_);
-  invalidated_ = true;
-  for (CurlTransfer* transfer : transfers_) transfer->cancel();
+  return transfer.run();
 }
 
 bool CurlSession::peerIsEngine(const UrlRequest& request) {

@@ -5,15 +5,12 @@
 #include <atomic>
 #include <cstddef>
 #include <memory>
-#include <mutex>
 #include <optional>
-#include <set>
 
 #include "engine/UrlSession.h"
 
 namespace tavin {
 
-class CurlTransfer;
 class SystemLog;
 
 // The session on libcurl. Each request has a connection of its own, because a library may send a
@@ -27,19 +24,14 @@ class CurlSession final : public UrlSession {
 
   // `log` is not owned. `user` is whose listeners count as an engine; none means ours.
   explicit CurlSession(SystemLog& log, std::optional<uid_t> user = std::nullopt);
-  ~CurlSession() override;
 
   std::variant<UrlResponse, UrlError> dataTask(const UrlRequest& request) override;
-  void invalidateAndCancel() override;
 
  private:
   bool peerIsEngine(const UrlRequest& request);
 
   SystemLog& log_;
   const uid_t user_;
-  std::mutex mutex_;
-  std::set<CurlTransfer*> transfers_;  // Under way, for invalidateAndCancel.
-  bool invalidated_ = false;
   // Each is logged once for each time it turns true.
   std::atomic<bool> foreignListener_ = false;
   std::atomic<bool> ownerUnknown_ = false;

@@ -47,7 +47,7 @@ std::variant<UrlResponse, UrlError> CurlTransfer::run() {
   configure();
   curl_multi_add_handle(multi_.get(), easy_.get());
   std::variant<UrlResponse, UrlError> result = UrlError{UrlError::timedOut};
-  while (!cancelled_) {
+  while (true) {
     int running = 0;
     if (curl_multi_perform(multi_.get(), &running) != CURLM_OK || running == 0) {
       result = outcome();
@@ -98,11 +98,6 @@ std::variant<UrlResponse, UrlError> CurlTransfer::outcome() {
   long status = 0;
   curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
   return UrlResponse{static_cast<int>(status), std::move(answer_)};
-}
-
-void CurlTransfer::cancel() {
-  cancelled_ = true;
-  curl_multi_wakeup(multi_.get());
 }
 
 std::size_t CurlTransfer::onData(char* data, std::size_t size, std::size_t count, void* self) {

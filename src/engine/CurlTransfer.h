@@ -2,7 +2,6 @@
 
 #include <curl/curl.h>
 
-#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -12,8 +11,7 @@
 
 namespace tavin {
 
-// One request on a connection of its own. Runs in the calling thread; `cancel` may be called from
-// any other.
+// One request on a connection of its own. Runs in the calling thread.
 class CurlTransfer {
  public:
   // `mayProceed` is asked once, between connecting and the first byte.
@@ -23,7 +21,6 @@ class CurlTransfer {
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
   std::variant<UrlResponse, UrlError> run();
-  void cancel();
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -50,7 +47,6 @@ class CurlTransfer {
   const Clock::time_point start_ = Clock::now();
   Clock::time_point lastProgress_ = start_;
   curl_off_t bytesMoved_ = 0;
-  std::atomic<bool> cancelled_ = false;
   // The transfer is taken off the multi handle before either is released.
   std::unique_ptr<curl_slist, Release<curl_slist_free_all>> headers_;
   std::unique_ptr<CURLM, Release<curl_multi_cleanup>> multi_;

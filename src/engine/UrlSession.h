@@ -40,8 +40,6 @@ class UrlSession {
  public:
   virtual ~UrlSession() = default;
   virtual std::variant<UrlResponse, UrlError> dataTask(const UrlRequest& request) = 0;
-  // Ends every request that is under way, and every later one, with an error. Any thread.
-  virtual void invalidateAndCancel() = 0;
 };
 
 }  // namespace tavin

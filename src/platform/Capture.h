@@ -12,8 +12,9 @@ namespace tavin {
 // The clipboard of a desktop.
 struct Clipboard {
   std::unique_ptr<Pasteboard> pasteboard;
-  // To be called before the process ends: gives what we serve on the clipboard to the session's
-  // clipboard manager, where there is a way to. Any thread, half a second at most.
+  // To be called before the process ends: from then on nothing is copied, and what we serve on the
+  // clipboard is given to the session's clipboard manager, where there is a way to. Any thread,
+  // half a second at most.
   std::function<void()> handOver;
 };
 

@@ -188,21 +188,6 @@ TEST_F(CurlSessionTest, ProxyOfTheEnvironmentIsNotAsked) {
   EXPECT_THAT(proxy.requests(), IsEmpty());
 }
 
-TEST_F(CurlSessionTest, InvalidationEndsARequestUnderWayAndEveryLaterOne) {
-  std::promise<void> arrived;
-  RawServer server([&](const auto& peer) {
-    arrived.set_value();
-    peer.waitForClose();
-  });
-  auto result = std::async(std::launch::async, [&] { return session.dataTask(get(server, 60)); });
-  arrived.get_future().wait();
-  session.invalidateAndCancel();
-  ASSERT_EQ(result.wait_for(5s), std::future_status::ready);
-  EXPECT_TRUE(failed(result.get()));
-  EXPECT_TRUE(failed(session.dataTask(get(server))));
-  EXPECT_THAT(server.requests(), SizeIs(1));
-}
-
 TEST_F(CurlSessionTest, ListenerOfAnotherUserGetsNoByteAndOneLogLine) {
   RawServer server([](const auto& peer) { peer.answer("{}"); });
   CurlSession ofSomebodyElse(log, ::geteuid() + 1);

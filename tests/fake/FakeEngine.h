@@ -27,7 +27,6 @@ class FakeEngine final : public UrlSession {
       return UrlResponse{200, QJsonDocument(status).toJson()};
     return UrlResponse{200, QByteArray(path == QStringLiteral("voices") ? "[]" : "{}")};
   }
-  void invalidateAndCancel() override { journal_.add(QStringLiteral("invalidateAndCancel")); }
 
   void answerWith(const QString& path, int code, std::optional<QByteArray> body) {
     answers[path] = UrlResponse{code, std::move(body)};

@@ -19,6 +19,12 @@ Capture assembleCapture(SystemLog& log, CaptureParts parts) {
   capture.accessibility =
       std::make_unique<AtspiAccessibility>(tracker, log, [canType] { return canType; });
   capture.clipboard = std::move(parts.clipboard);
+  // A copy that began while the process ends would stay in the clipboard.
+  capture.clipboard.handOver = [&keyboard = *keyboard,
+                                handOver = std::move(capture.clipboard.handOver)] {
+    keyboard.close();
+    handOver();
+  };
   capture.clipboard.pasteboard = std::make_unique<desktop::GuardedPasteboard>(
       std::move(capture.clipboard.pasteboard), *keyboard);
   capture.keyboard = std::move(keyboard);

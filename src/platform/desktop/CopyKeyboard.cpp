@@ -14,8 +14,9 @@ class CopyKeyboard::CopyEvent final : public KeyboardEvent {
 
   void setFlags(std::uint64_t flags) override { flags_ = flags; }
   void post() override {
-    if (flags_ != EventFlags::command)
-      return;  // It is no copy command, and types nothing.
+    // Anything but the copy command types nothing.
+    if (flags_ != EventFlags::command || keyboard_.closed_)
+      return;
     keyboard_.typeChord();
     ++keyboard_.chordsTyped_;
   }
@@ -37,7 +38,7 @@ std::unique_ptr<KeyboardEvent> CopyKeyboard::createKeyboardEvent(std::uint16_t k
     return nullptr;
   if (!down)
     return std::exchange(chordMade_, false) ? std::make_unique<ReleasedEvent>() : nullptr;
-  chordMade_ = prepareChord();
+  chordMade_ = !closed_ && prepareChord();
   return chordMade_ ? std::make_unique<CopyEvent>(*this) : nullptr;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -18,6 +19,8 @@ class CopyKeyboard : public Keyboard {
   // Whether a copy can be made at all now, from the program in front. Where the user's leave is
   // missing, asking begins, and the answer is no meanwhile.
   virtual bool isReady() { return mayCopy_(); }
+  // From now on nothing is typed. Any thread.
+  void close() { closed_ = true; }
   // How often the command was typed so far.
   int chordsTyped() const { return chordsTyped_; }
 
@@ -36,6 +39,7 @@ class CopyKeyboard : public Keyboard {
   virtual void typeChord() = 0;
 
   const std::function<bool()> mayCopy_;
+  std::atomic<bool> closed_ = false;
   // Whether the last key going down could be made: then one going up belongs to it.
   bool chordMade_ = false;
   int chordsTyped_ = 0;

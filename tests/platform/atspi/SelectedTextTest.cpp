@@ -45,6 +45,13 @@ TEST_F(SelectedTextTest, ReadsAnEditorWithItsBlanksAndKnowsWhenNothingIsSelected
   EXPECT_TRUE(canCopy());
 }
 
+TEST_F(SelectedTextTest, NothingIsCopiedOnceTheClipboardIsHandedOver) {
+  const Program editor(showing("mousepad", fileWith(kText)));
+  EXPECT_TRUE(eventually([this] { return canCopy(); }, 30'000));
+  capture_->clipboard.handOver();
+  EXPECT_FALSE(canCopy());
+}
+
 TEST_F(SelectedTextTest, ReadsAFieldWithoutCollection) {
   const Program field(entry("4.0", "open", "field of text "));
   EXPECT_TRUE(becomesSelected("field of text ", [this] { selectAll(); }));

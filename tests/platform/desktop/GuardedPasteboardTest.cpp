@@ -67,6 +67,16 @@ TEST_F(GuardedPasteboardTest, WhatTheUserCopiesIsNoChangeUnlessTheCommandIsTyped
   EXPECT_NE(pasteboard_.changeCount(), before);
 }
 
+TEST_F(GuardedPasteboardTest, AClosedKeyboardTypesNothingThatWasBegun) {
+  const auto event = keyboard_.createKeyboardEvent(kC, true);
+  ASSERT_TRUE(event);
+  event->setFlags(EventFlags::command);
+  keyboard_.close();
+  event->post();
+  EXPECT_EQ(keyboard_.chordsTyped(), 0);
+  EXPECT_FALSE(keyboard_.createKeyboardEvent(kC, true));
+}
+
 TEST_F(GuardedPasteboardTest, EachReadingBeginsANewCount) {
   pasteboard_.pasteboardItems();
   const auto before = pasteboard_.changeCount();
