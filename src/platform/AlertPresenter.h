@@ -21,7 +21,7 @@ struct AlertResponse {
 
 // Shows alerts one after the other, in the order in which they were asked for; a later one waits
 // until those before it are dismissed, and is dropped when too many wait already. All texts are
-// plain text; one that nobody would read to its end is cut. Main thread only.
+// plain text, shown in full. Main thread only.
 class AlertPresenter {
  public:
   virtual ~AlertPresenter() = default;

@@ -68,7 +68,7 @@ ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session, const HotkeyNe
     case HotkeyRoad::x11:
       if (auto grabs = x11::HotkeyGrabs::create())
         return {.service = std::move(grabs)};
-      return refusing(QStringLiteral("the X display has no XInput 2.1 or later"));
+      return refusing(QStringLiteral("the X display does not answer or has no XInput 2.1"));
     case HotkeyRoad::kde:
       return toBeReleased(std::make_unique<kde::GlobalAccel>());
     case HotkeyRoad::gnome:

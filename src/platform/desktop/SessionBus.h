@@ -7,7 +7,7 @@ namespace tavin::desktop {
 
 // Whether the session has a bus that answers: the one place that decides, at the first call, which
 // takes a second at most and must come from the main thread before there is a QApplication or any
-// other thread. A bus is never started.
+// other thread that uses the bus. A bus is never started.
 //
 // Where there is none, QDBusConnection::sessionBus() is disconnected for the whole process, so that
 // Qt's own uses of it neither wait for a bus that hangs nor start one.
