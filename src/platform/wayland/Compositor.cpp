@@ -54,12 +54,4 @@ std::optional<Compositor::Front> Compositor::front(Deadline deadline) {
   return front.value_or(std::nullopt);
 }
 
-void Compositor::restoreFront(Deadline deadline) {
-  thread_.ask<bool>(deadline, [this] {
-    if (windows_)
-      windows_->restoreActive();
-    return true;
-  });
-}
-
 }  // namespace tavin::wayland

@@ -34,8 +34,6 @@ class Compositor {
   };
   // Up to date. None where the compositor does not answer in time. Any thread.
   std::optional<Front> front(Deadline deadline);
-  // Where no window is active, asks for the one that was so last. Any thread.
-  void restoreFront(Deadline deadline);
 
  private:
   Compositor(std::unique_ptr<Connection> connection, std::unique_ptr<DataControl> control,

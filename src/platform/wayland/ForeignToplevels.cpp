@@ -70,14 +70,14 @@ std::unique_ptr<ForeignToplevels> ForeignToplevels::create(Connection& connectio
                                                            WindowWatch& watch) {
   auto manager = connection.bind<zwlr_foreign_toplevel_manager_v1>(
       zwlr_foreign_toplevel_manager_v1_interface, newestVersion);
-  return manager ? std::unique_ptr<ForeignToplevels>(
-                       new ForeignToplevels(std::move(manager), connection.seat(), watch))
-                 : nullptr;
+  return manager
+             ? std::unique_ptr<ForeignToplevels>(new ForeignToplevels(std::move(manager), watch))
+             : nullptr;
 }
 
-ForeignToplevels::ForeignToplevels(Owned<zwlr_foreign_toplevel_manager_v1> manager, wl_seat* seat,
+ForeignToplevels::ForeignToplevels(Owned<zwlr_foreign_toplevel_manager_v1> manager,
                                    WindowWatch& watch)
-    : manager_(std::move(manager)), seat_(seat), watch_(watch) {
+    : manager_(std::move(manager)), watch_(watch) {
   zwlr_foreign_toplevel_manager_v1_add_listener(manager_.get(), &Events::managerListener, this);
 }
 
@@ -89,13 +89,6 @@ void ForeignToplevels::add(zwlr_foreign_toplevel_handle_v1* handle) {
     return;
   windows_.push_back(std::make_unique<Window>(*this, std::move(owned)));
   zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Events::listener, windows_.back().get());
-}
-
-void ForeignToplevels::activate(std::uint64_t id) {
-  for (const auto& window : windows_) {
-    if (seat_ && window->toplevel.id == id)
-      zwlr_foreign_toplevel_handle_v1_activate(window->handle.get(), seat_);
-  }
 }
 
 void ForeignToplevels::remove(const Window& window) {

@@ -17,19 +17,16 @@ class ForeignToplevels final : public WindowSource {
   ~ForeignToplevels() override;
 
   std::string name() const override { return "foreign-toplevel"; }
-  void activate(std::uint64_t id) override;
 
  private:
   struct Window;
   struct Events;
 
-  ForeignToplevels(Owned<zwlr_foreign_toplevel_manager_v1> manager, wl_seat* seat,
-                   WindowWatch& watch);
+  ForeignToplevels(Owned<zwlr_foreign_toplevel_manager_v1> manager, WindowWatch& watch);
   void add(zwlr_foreign_toplevel_handle_v1* handle);
   void remove(const Window& window);
 
   const Owned<zwlr_foreign_toplevel_manager_v1> manager_;
-  wl_seat* const seat_;  // The connection's; null where it has none.
   WindowWatch& watch_;
   std::vector<std::unique_ptr<Window>> windows_;
 };

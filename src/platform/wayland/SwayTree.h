@@ -9,15 +9,19 @@
 
 namespace tavin::wayland {
 
-// What sway tells of the windows' processes, which no protocol for taskbars does.
+// What sway tells of its windows, and no protocol for taskbars does.
 struct SwayTree {
   std::int64_t focusedProcess = 0;
   std::string focusedAppId;  // Of X programs, the class.
   std::set<std::int64_t> processes;
+  // The window that had the keyboard last on the workspace where the user is; 0 where it has none.
+  std::int64_t lastFocused = 0;
 };
 
-// Asks sway over the socket that SWAYSOCK names. None where that is not set, nothing answers there
-// in time, or not in sway's language.
+// Asks sway over its socket. None where it is not sway's session or it does not answer in time.
 std::optional<SwayTree> readSwayTree(Deadline deadline);
+
+// Gives that window the keyboard.
+void focusSwayWindow(std::int64_t id, Deadline deadline);
 
 }  // namespace tavin::wayland

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <thread>
+#include <utility>
 
 #include "platform/atspi/ProgramKind.h"
 #include "platform/wayland/ClipboardSnapshot.h"
@@ -52,15 +53,22 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
 void WaylandWindowSystem::waitForMenu() {
   const Deadline deadline = Deadline::in(secondsForMenu);
   const Deadline untilHelp = Deadline::in(secondsForFocus);
+  bool helped = false;
   while (!deadline.passed()) {
-    // sway from 1.10 on gives the keyboard to no window when a panel's menu has closed.
-    if (untilHelp.passed())
-      compositor_->restoreFront(deadline);
     const auto now = compositor_->front(deadline);
     if (now && now->window.id != 0 && !WindowWatch::isOwn(now->window))
       return;
+    if (now && now->window.id == 0 && untilHelp.passed() && !std::exchange(helped, true))
+      restoreFocus(deadline);
     std::this_thread::sleep_for(menuInterval);
   }
+}
+
+// sway from 1.10 on gives the keyboard to no window when a panel's menu has closed.
+void WaylandWindowSystem::restoreFocus(Deadline deadline) {
+  const auto tree = readSwayTree(deadline);
+  if (tree && tree->lastFocused != 0)
+    focusSwayWindow(tree->lastFocused, deadline);
 }
 
 std::int64_t WaylandWindowSystem::processOf(const Compositor::Front& front) {

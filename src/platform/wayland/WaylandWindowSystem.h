@@ -24,6 +24,7 @@ class WaylandWindowSystem final : public atspi::WindowSystem {
 
  private:
   void waitForMenu();
+  static void restoreFocus(Deadline deadline);
   std::int64_t processOf(const Compositor::Front& front);
 
   const std::shared_ptr<Compositor> compositor_;

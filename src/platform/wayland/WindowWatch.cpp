@@ -31,11 +31,6 @@ bool WindowWatch::isOwn(const Toplevel& window) {
   return window.appId == ownAppId || window.processId == getpid();
 }
 
-void WindowWatch::restoreActive() {
-  if (activeId_ == 0 && windows_.contains(lastActiveId_))
-    source_->activate(lastActiveId_);
-}
-
 std::set<std::int64_t> WindowWatch::processes() const {
   std::set<std::int64_t> all;
   for (const auto& [id, window] : windows_) {
@@ -56,8 +51,6 @@ void WindowWatch::update(const Toplevel& window, bool active) {
   if (active == (window.id == activeId_))
     return;
   activeId_ = active ? window.id : 0;
-  if (active && !isOwn(window))
-    lastActiveId_ = window.id;
   // A menu of ours takes the keyboard away for a moment, which changes no selection.
   if (active && window.id != maker_.window.id && !isOwn(window))
     maker_.inFrontSince = false;

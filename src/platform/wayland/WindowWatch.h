@@ -26,8 +26,6 @@ class WindowSource {
   virtual ~WindowSource() = default;
   // Of the protocol, for people.
   virtual std::string name() const = 0;
-  // Asks for a window's activation, on compositors where it is ever needed.
-  virtual void activate(std::uint64_t /*id*/) {}
 };
 
 // Knows which window is the active one, and remembers in which of them the present PRIMARY
@@ -44,8 +42,6 @@ class WindowWatch {
   Toplevel active() const;
   // Whether it is a window of ours.
   static bool isOwn(const Toplevel& window);
-  // Asks that the one which was active last is so again, where none is.
-  void restoreActive();
   // Of the windows, where the compositor tells; else empty.
   std::set<std::int64_t> processes() const;
 
@@ -69,7 +65,6 @@ class WindowWatch {
   std::map<std::uint64_t, Toplevel> windows_;
   std::uint64_t lastId_ = 0;
   std::uint64_t activeId_ = 0;
-  std::uint64_t lastActiveId_ = 0;  // Of a window that is not ours.
   PrimaryMaker maker_;
 };
 

@@ -34,7 +34,8 @@ def waybar(desktop, session):
     return program
 
 
-def test_speak_selection_from_waybar(tavin, desktop, session, engine, field, waybar):
+def speak_selection(desktop, session):
+    """The menu's first line, chosen by hand."""
     wait_until(lambda: tray_items(desktop), 10, "the icon")
     x, y = ICON
     below = (x - 250, y + 35, 100, 100)  # Away from its hint.
@@ -49,12 +50,27 @@ def test_speak_selection_from_waybar(tavin, desktop, session, engine, field, way
             return wait_until(lambda: desktop.picture(*below) != before, 2, "menu")
         return False
     wait_until(open_menu, 20, "the menu")
-    since = engine.mark()
     # Its first line; the menu hangs to the left of the pointer.
     session.input.move(x - 150, y + 18)
     session.input.press()
     session.input.release()
+
+
+def test_speak_selection_from_waybar(tavin, desktop, session, engine, field, waybar):
+    since = engine.mark()
+    speak_selection(desktop, session)
     assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
+
+
+def test_on_an_empty_workspace_nothing_is_read_and_the_user_stays_there(tavin, desktop, session,
+                                                                        engine, field, waybar):
+    session.command("workspace 2")
+    wait_until(lambda: not desktop.has_keyboard(field), 5, "empty workspace")
+    since = engine.mark()
+    speak_selection(desktop, session)
+    assert tavin.press() == []
+    assert engine.requests("/speak", since) == []
+    assert not desktop.has_keyboard(field)
 
 
 def show_menu(tavin, desktop):
