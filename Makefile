@@ -46,15 +46,13 @@ test: build-tests
 	$(CTEST) -LE 'heavy|debian13'
 
 # ONLY=heavy leaves out what `make test` runs, and Debian 13, whose folder takes 3 GB; EXCEPT='kde|gnome'
-# leaves out more; TRIES=2 gives a test that fails another try, and ctest says which needed it. The
-# set-up comes before the build: one of the tests' programs is made only where its protocol is
-# installed.
+# leaves out more. The set-up comes before the build: one of the tests' programs is made only where
+# its protocol is installed.
 test-all:
 	@tools/setup heavy wayland $(if $(filter kde|gnome,$(EXCEPT)),,desktops)
 	@$(if $(filter heavy,$(ONLY)),,$(MAKE) --no-print-directory desktops)
 	@$(MAKE) --no-print-directory build-tests
-	$(CTEST) $(if $(ONLY),-L $(ONLY)) $(if $(EXCEPT),-LE '$(EXCEPT)') \
-	  $(if $(TRIES),--repeat until-pass:$(TRIES))
+	$(CTEST) $(if $(ONLY),-L $(ONLY)) $(if $(EXCEPT),-LE '$(EXCEPT)')
 
 desktops:
 	@tools/setup debootstrap

@@ -1,7 +1,6 @@
 #include "platform/x11/PrimaryWatch.h"
 
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <xcb/xfixes.h>
 
 #include <algorithm>
@@ -28,8 +27,7 @@ PrimaryWatch::PrimaryWatch(std::unique_ptr<Connection> connection, std::uint8_t 
     : connection_(std::move(connection)),
       fixesEvent_(fixesEvent),
       activeWindow_(*connection_),
-      activeWindowAtom_(connection_->atom("_NET_ACTIVE_WINDOW")),
-      wake_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+      activeWindowAtom_(connection_->atom("_NET_ACTIVE_WINDOW")) {
   xcb_connection_t* c = connection_->get();
   xcb_xfixes_select_selection_input(c, connection_->root(), XCB_ATOM_PRIMARY,
                                     XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
@@ -42,16 +40,15 @@ PrimaryWatch::PrimaryWatch(std::unique_ptr<Connection> connection, std::uint8_t 
 }
 
 PrimaryWatch::~PrimaryWatch() {
-  stopping_ = true;
-  eventfd_write(wake_.get(), 1);
+  inbox_.stop();
   thread_.join();
 }
 
 void PrimaryWatch::run() {
   xcb_connection_t* c = connection_->get();
-  while (!stopping_ && xcb_connection_has_error(c) == 0) {
+  while (inbox_.run() && xcb_connection_has_error(c) == 0) {
     while (const Event event = nextEvent()) handle(*event);
-    pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {wake_.get(), POLLIN, 0}};
+    pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {inbox_.file(), POLLIN, 0}};
     poll(descriptors, 2, -1);
   }
 }

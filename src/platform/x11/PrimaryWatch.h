@@ -6,7 +6,7 @@
 #include <memory>
 #include <thread>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/TaskInbox.h"
 #include "platform/x11/ActiveWindow.h"
 
 namespace tavin::x11 {
@@ -42,8 +42,7 @@ class PrimaryWatch {
   xcb_window_t current_ = XCB_WINDOW_NONE;
   bool currentIsOld_ = false;  // Another window has become the active one; it is not known which.
   std::atomic<std::uint32_t> madeIn_ = XCB_WINDOW_NONE;
-  std::atomic<bool> stopping_ = false;
-  posix::FileDescriptor wake_;
+  posix::TaskInbox inbox_;  // For its end alone.
   std::thread thread_;
 };
 
