@@ -32,7 +32,7 @@ class Connection {
   }
   // The user's keyboard, pointer and selections; null where there is none.
   wl_seat* seat() const { return seat_.get(); }
-  // No further global is bound: their coming and going is not told any more.
+  // No further global is bound: their coming and going is ignored from now on.
   void bindingIsDone() { registry_.reset(); }
 
   // Sends what waits to be sent, and handles the events that came. Waits for them or for one of
