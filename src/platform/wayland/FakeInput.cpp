@@ -26,6 +26,8 @@ std::unique_ptr<FakeInput> FakeInput::create(std::function<bool()> mayCopy) {
       connection->bind<org_kde_kwin_fake_input>(org_kde_kwin_fake_input_interface, versionWithKeys);
   org_kde_kwin_fake_input_authenticate(input.get(), "Tavin", "Copies the selected text");
   auto states = KeyStates::on(connection);
+  if (!states && !kwinReleasesHeldKeys())
+    return nullptr;
   if (!states)
     connection->bindingIsDone();
   if (!connection->roundTrip(deadline))

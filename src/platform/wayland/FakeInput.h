@@ -12,11 +12,12 @@ namespace tavin::wayland {
 // Types the copy command through KWin's fake input. KWin takes it for the user's own keyboard: what
 // the user still holds down would join the command. Up to Plasma 5 KWin tells nobody what that is,
 // so all of it is let go of first; later it cannot be let go of, and no event is made while KWin
-// says that a modifier is held. It offers this without a question to a program whose desktop file
-// asks for it. Work queue only.
+// says that a modifier is held. It offers this, and says that, without a question to a program
+// whose desktop file asks for both. Work queue only.
 class FakeInput final : public desktop::CopyKeyboard {
  public:
-  // `mayCopy` tells whether the program in front may get the keys. Null where it is not offered.
+  // `mayCopy` tells whether the program in front may get the keys. Null where it is not offered,
+  // and where held keys are neither told nor released.
   static std::unique_ptr<FakeInput> create(std::function<bool()> mayCopy);
 
   std::uint64_t flagsState() override { return states_ ? states_->modifiers() : 0; }
@@ -28,7 +29,7 @@ class FakeInput final : public desktop::CopyKeyboard {
 
   const std::shared_ptr<Connection> connection_;
   const Owned<org_kde_kwin_fake_input> input_;
-  const std::unique_ptr<KeyStates> states_;  // Null where KWin does not tell them.
+  const std::unique_ptr<KeyStates> states_;  // Null where KWin releases them.
 };
 
 }  // namespace tavin::wayland

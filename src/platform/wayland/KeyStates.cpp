@@ -1,5 +1,7 @@
 #include "platform/wayland/KeyStates.h"
 
+#include <QtGlobal>
+
 #include "platform/Keyboard.h"
 
 namespace tavin::wayland {
@@ -27,6 +29,8 @@ std::uint64_t flagOf(std::uint32_t key) {
 }
 
 }  // namespace
+
+bool kwinReleasesHeldKeys() { return qEnvironmentVariableIntValue("KDE_SESSION_VERSION") == 5; }
 
 std::unique_ptr<KeyStates> KeyStates::create(Deadline deadline) {
   return on(Connection::open(deadline));

@@ -8,6 +8,10 @@
 
 namespace tavin::wayland {
 
+// Whether KWin lets go of a key that the user holds when another program releases it. It did up to
+// Plasma 5, whose sessions say so.
+bool kwinReleasesHeldKeys();
+
 // Which modifiers the user holds down. KWin tells it in Plasma 6, where no program can release a
 // key that another keyboard holds. Work queue only, save its making.
 class KeyStates {
