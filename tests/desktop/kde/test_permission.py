@@ -14,7 +14,7 @@ TEXT = "only a copy brings this text"
 
 @pytest.fixture
 def session(tmp_path, build):
-    with KwinSession(str(tmp_path), build, native=True, trusting=False) as private:
+    with KwinSession(str(tmp_path), build, native=True, linked=False) as private:
         yield private
 
 
