@@ -111,13 +111,20 @@ class KwinSession(WaylandSession):
         env = {k: v for k, v in self.env.items() if k not in ("DISPLAY", "QT_QPA_PLATFORM")}
         del env["WAYLAND_DISPLAY"]
         width, height = self.size
+        files = self._files_to_inherit()
+        options = [word for file in files for word in ("--wayland-fd", str(file))]
         self.compositor = self._start_service(
             [self._program, "--virtual", "--no-lockscreen", "--xwayland", "--socket", SOCKET,
-             "--width", str(width), "--height", str(height), self._tell_display], env=env)
+             *options, "--width", str(width), "--height", str(height), self._tell_display],
+            env=env, pass_fds=files)
         self.wait_for_socket(SOCKET)
         wait_until(lambda: self.owner("org.kde.kglobalaccel") == self.compositor.pid, 30,
                    "KWin's shortcuts")
         self._open_input()
+
+    def _files_to_inherit(self):
+        """The listening socket, where KWin does not make its own."""
+        return []
 
     def kill_kwin(self):
         self.compositor.kill()

@@ -18,30 +18,39 @@ constexpr std::array<std::uint32_t, 6> modifiersButAlt{
 }  // namespace
 
 std::unique_ptr<FakeInput> FakeInput::create(std::function<bool()> mayCopy) {
+  std::unique_ptr<FakeInput> input(new FakeInput(std::move(mayCopy)));
+  return input->connect() ? std::move(input) : nullptr;
+}
+
+bool FakeInput::connect() {
   const Deadline deadline = Deadline::in(secondsForKwin);
   std::shared_ptr<Connection> connection = Connection::open(deadline);
   if (!connection || connection->offered(org_kde_kwin_fake_input_interface.name) < versionWithKeys)
-    return nullptr;
+    return false;
   auto input =
       connection->bind<org_kde_kwin_fake_input>(org_kde_kwin_fake_input_interface, versionWithKeys);
   org_kde_kwin_fake_input_authenticate(input.get(), "Tavin", "Copies the selected text");
   auto states = KeyStates::on(connection);
   if (!states && !kwinReleasesHeldKeys())
-    return nullptr;
+    return false;
   if (!states)
     connection->bindingIsDone();
   if (!connection->roundTrip(deadline))
-    return nullptr;
-  return std::unique_ptr<FakeInput>(new FakeInput(std::move(connection), std::move(input),
-                                                  std::move(mayCopy), std::move(states)));
+    return false;
+  // The connection last: what is on it must not outlive it.
+  input_ = std::move(input);
+  states_ = std::move(states);
+  connection_ = std::move(connection);
+  return true;
 }
 
-FakeInput::FakeInput(std::shared_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
-                     std::function<bool()> mayCopy, std::unique_ptr<KeyStates> states)
-    : CopyKeyboard(std::move(mayCopy)),
-      connection_(std::move(connection)),
-      input_(std::move(input)),
-      states_(std::move(states)) {}
+// Nobody outlives Plasma 5's KWin.
+std::uint64_t FakeInput::flagsState() {
+  if (!states_)
+    return 0;
+  const std::uint64_t held = states_->modifiers();
+  return connection_->isBroken() && connect() ? states_->modifiers() : held;
+}
 
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
 // moment, and a key that it held down then would stay down for the whole session. Alt comes up

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -20,16 +21,18 @@ class FakeInput final : public desktop::CopyKeyboard {
   // and where held keys are neither told nor released.
   static std::unique_ptr<FakeInput> create(std::function<bool()> mayCopy);
 
-  std::uint64_t flagsState() override { return states_ ? states_->modifiers() : 0; }
+  // Asked before each chord, so it is here that a KWin started again is connected to, bounded by
+  // five seconds.
+  std::uint64_t flagsState() override;
 
  private:
-  FakeInput(std::shared_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
-            std::function<bool()> mayCopy, std::unique_ptr<KeyStates> states);
+  using CopyKeyboard::CopyKeyboard;
+  bool connect();
   void typeChord() override;
 
-  const std::shared_ptr<Connection> connection_;
-  const Owned<org_kde_kwin_fake_input> input_;
-  const std::unique_ptr<KeyStates> states_;  // Null where KWin releases them.
+  std::shared_ptr<Connection> connection_;
+  Owned<org_kde_kwin_fake_input> input_;
+  std::unique_ptr<KeyStates> states_;  // Null where KWin releases them.
 };
 
 }  // namespace tavin::wayland
