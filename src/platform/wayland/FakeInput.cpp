@@ -1,9 +1,8 @@
 #include "platform/wayland/FakeInput.h"
 
-#include <linux/input-event-codes.h>
-
-#include <array>
 #include <utility>
+
+#include "platform/desktop/CopyChord.h"
 
 namespace tavin::wayland {
 namespace {
@@ -12,8 +11,6 @@ constexpr std::uint32_t versionWithKeys = 4;
 // KWin looks up the desktop file of whoever connects, which may take it seconds after its start.
 constexpr double secondsForKwin = 5;
 constexpr double secondsForInput = 2;
-constexpr std::array<std::uint32_t, 6> modifiersButAlt{
-    KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL, KEY_RIGHTCTRL, KEY_LEFTMETA, KEY_RIGHTMETA};
 
 }  // namespace
 
@@ -53,20 +50,12 @@ std::uint64_t FakeInput::flagsState() {
 }
 
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
-// moment, and a key that it held down then would stay down for the whole session. Alt comes up
-// while Control is down: one that comes up alone opens the menu bar of some programs. No modifier
-// is pressed again afterwards: the user may have let go meanwhile, and then it would hang.
+// moment, and a key that it held down then would stay down for the whole session.
 void FakeInput::typeChord() {
-  const auto key = [this](std::uint32_t code, wl_keyboard_key_state state) {
-    org_kde_kwin_fake_input_keyboard_key(input_.get(), code, state);
-  };
-  for (const auto code : modifiersButAlt) key(code, WL_KEYBOARD_KEY_STATE_RELEASED);
-  key(KEY_LEFTCTRL, WL_KEYBOARD_KEY_STATE_PRESSED);
-  key(KEY_LEFTALT, WL_KEYBOARD_KEY_STATE_RELEASED);
-  key(KEY_RIGHTALT, WL_KEYBOARD_KEY_STATE_RELEASED);
-  key(KEY_INSERT, WL_KEYBOARD_KEY_STATE_PRESSED);
-  key(KEY_INSERT, WL_KEYBOARD_KEY_STATE_RELEASED);
-  key(KEY_LEFTCTRL, WL_KEYBOARD_KEY_STATE_RELEASED);
+  for (const auto& step : desktop::copyChord(!states_))
+    org_kde_kwin_fake_input_keyboard_key(
+        input_.get(), static_cast<std::uint32_t>(step.code),
+        step.down ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);
   connection_->roundTrip(Deadline::in(secondsForInput));
 }
 
