@@ -1,5 +1,10 @@
 get_filename_component(prefix "${CMAKE_INSTALL_PREFIX}" ABSOLUTE)
 set(TAVIN_EXECUTABLE "${prefix}/bin/tavin")
+# KWin compares it with the running program's, which has no links in it. What is staged for another
+# place has its own there.
+if("$ENV{DESTDIR}" STREQUAL "")
+  file(REAL_PATH "${TAVIN_EXECUTABLE}" TAVIN_EXECUTABLE)
+endif()
 foreach(entry IN ITEMS share/applications/app.tavin.Tavin.desktop
                        share/dbus-1/services/app.tavin.Tavin.service)
   get_filename_component(name ${entry} NAME)

@@ -105,8 +105,14 @@ std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
     };
   } else if (std::shared_ptr states = wayland::KeyStates::create(Deadline::in(connectSeconds))) {
     habits.held = [states] { return states->modifiers(); };
-  } else {
-    habits.released = desktop::currentDesktops().contains(QStringLiteral("KDE"));
+  } else if (desktop::currentDesktops().contains(QStringLiteral("KDE"))) {
+    habits.released = wayland::kwinReleasesHeldKeys();
+    if (!habits.released) {
+      log.write(
+          QStringLiteral("Tavin: KWin tells no held keys, so no copy is made: it finds no "
+                         "desktop file of this program, or is too old"));
+      return nullptr;
+    }
   }
   return std::make_unique<portal::PortalKeyboard>(std::make_shared<portal::RemoteDesktop>(log),
                                                   std::move(mayCopy), std::move(habits));

@@ -15,6 +15,7 @@ from session import SessionError, _readable, stop, wait_until  # noqa: E402
 from wayland_session import WaylandSession, connect  # noqa: E402
 
 SOCKET = "wayland-tavin"
+TAVIN_ENTRY = "app.tavin.Tavin.desktop"
 
 
 class Window(NamedTuple):
@@ -28,16 +29,17 @@ class Window(NamedTuple):
 
 
 class KwinSession(WaylandSession):
-    """`build` is the build tree with the program that works the keyboard. With `native`, programs
-    speak Wayland. With `trusting` off, KWin looks for a desktop file before it lets a program type
-    or see the windows, as it does for every user. `layout` is the keyboard's and its variant."""
+    """`build` is the build tree with Tavin and with the program that works the keyboard. With
+    `native`, programs speak Wayland. As for every user, KWin looks for a desktop file before it lets
+    a program type or see the windows; Tavin's is there unless `linked` is off. `layout` is the
+    keyboard's and its variant."""
 
     DESKTOP = "KDE"
 
-    def __init__(self, folder, build, native=False, trusting=True, layout=None, **kwargs):
+    def __init__(self, folder, build, native=False, linked=True, layout=None, **kwargs):
         super().__init__(folder, **kwargs)
         self._layout = layout
-        self.trusting = trusting
+        self._linked_entry = linked and os.path.join(build, "share/applications", TAVIN_ENTRY)
         if native:
             self.env.update(GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland",
                             MOZ_ENABLE_WAYLAND="1", QT_WAYLAND_DISABLE_WINDOWDECORATION="1")
@@ -47,8 +49,6 @@ class KwinSession(WaylandSession):
         self.compositor = None
         self.env.update(KDE_FULL_SESSION="true", KWIN_COMPOSE="O2",
                         KWIN_SCREENSHOT_NO_PERMISSION_CHECKS="1")
-        if trusting:
-            self.env["KWIN_WAYLAND_NO_PERMISSION_CHECKS"] = "1"
 
     def __exit__(self, *_):
         if self._input:
@@ -82,22 +82,23 @@ class KwinSession(WaylandSession):
         if self._layout:
             layout, variant = self._layout
             self._configure("kxkbrc", "Layout", Use="true", LayoutList=layout, VariantList=variant)
-        if not self.trusting:
-            self._allow(self._input_program)
+        self._allow_programs()
 
     def _configure(self, name, group, **values):
         with open(os.path.join(self.env["XDG_CONFIG_HOME"], name), "w", encoding="utf-8") as f:
             f.write(f"[{group}]\n" + "".join(f"{key}={value}\n" for key, value in values.items()))
 
-    def _allow(self, program):
-        """What an installed program of KDE's has."""
+    def _allow_programs(self):
+        """What tests work the desktop with has what an installed program of KDE's has."""
         folder = os.path.join(self.env["XDG_DATA_HOME"], "applications")
         os.makedirs(folder, exist_ok=True)
-        name = os.path.basename(program)
-        with open(os.path.join(folder, name + ".desktop"), "w", encoding="utf-8") as f:
-            f.write(f"[Desktop Entry]\nType=Application\nName={name}\nExec={program}\n"
+        with open(os.path.join(folder, "fake_input.desktop"), "w", encoding="utf-8") as f:
+            f.write("[Desktop Entry]\nType=Application\nName=fake_input\n"
+                    f"Exec={self._input_program}\n"
                     "X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input,"
                     "org_kde_plasma_window_management\n")
+        if self._linked_entry:
+            os.symlink(self._linked_entry, os.path.join(folder, TAVIN_ENTRY))
 
     def _start_compositor(self):
         self.env["WAYLAND_DISPLAY"] = SOCKET
@@ -110,13 +111,20 @@ class KwinSession(WaylandSession):
         env = {k: v for k, v in self.env.items() if k not in ("DISPLAY", "QT_QPA_PLATFORM")}
         del env["WAYLAND_DISPLAY"]
         width, height = self.size
+        files = self._files_to_inherit()
+        options = [word for file in files for word in ("--wayland-fd", str(file))]
         self.compositor = self._start_service(
             [self._program, "--virtual", "--no-lockscreen", "--xwayland", "--socket", SOCKET,
-             "--width", str(width), "--height", str(height), self._tell_display], env=env)
+             *options, "--width", str(width), "--height", str(height), self._tell_display],
+            env=env, pass_fds=files)
         self.wait_for_socket(SOCKET)
         wait_until(lambda: self.owner("org.kde.kglobalaccel") == self.compositor.pid, 30,
                    "KWin's shortcuts")
         self._open_input()
+
+    def _files_to_inherit(self):
+        """The listening socket, where KWin does not make its own."""
+        return []
 
     def kill_kwin(self):
         self.compositor.kill()

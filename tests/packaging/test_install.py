@@ -85,9 +85,10 @@ def test_the_desktop_entry_is_valid_and_names_the_program(prefix):
     subprocess.run(["desktop-file-validate", path], check=True, timeout=10)
     main = entry(path, "Desktop Entry")
     assert main["Exec"] == f'"{prefix}/bin/tavin"'
-    # Without this KWin neither lets Tavin type nor tells it which window is in front.
-    assert main["X-KDE-Wayland-Interfaces"] == (
-        "org_kde_kwin_fake_input,org_kde_plasma_window_management")
+    # Without this KWin neither lets Tavin type nor tells it which keys are held and which window
+    # is in front.
+    assert main["X-KDE-Wayland-Interfaces"].split(",") == [
+        "org_kde_kwin_fake_input", "org_kde_kwin_keystate", "org_kde_plasma_window_management"]
     assert main["Actions"] == "speak;pause;stop;menu;"
     for action in ("speak", "pause", "stop", "menu"):
         command = entry(path, f"Desktop Action {action}")["Exec"]
@@ -102,6 +103,16 @@ def test_the_bus_service_names_the_program(prefix):
 def test_the_appstream_data_is_valid(prefix):
     subprocess.run(["appstreamcli", "validate", "--no-net",
                     prefix / "share/metainfo/app.tavin.Tavin.metainfo.xml"], check=True, timeout=30)
+
+
+def test_installed_through_a_link_the_program_is_named_without_it(tmp_path):
+    (tmp_path / "tree").mkdir()
+    (tmp_path / "link").symlink_to("tree")
+    subprocess.run(["cmake", "--install", BUILD, "--prefix", str(tmp_path / "link")], check=True,
+                   stdout=subprocess.DEVNULL, timeout=60)
+    path = tmp_path / "tree/share/applications/app.tavin.Tavin.desktop"
+    program = os.path.realpath(tmp_path / "tree/bin/tavin")
+    assert entry(path, "Desktop Entry")["Exec"] == f'"{program}"'
 
 
 def test_a_staged_installation_names_its_final_place(tmp_path):

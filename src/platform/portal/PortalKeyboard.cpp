@@ -1,28 +1,8 @@
 #include "platform/portal/PortalKeyboard.h"
 
-#include <linux/input-event-codes.h>
-
 #include <utility>
 
 namespace tavin::portal {
-namespace {
-
-constexpr int modifierKeys[] = {KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL, KEY_RIGHTCTRL,
-                                KEY_LEFTALT,   KEY_RIGHTALT,   KEY_LEFTMETA, KEY_RIGHTMETA};
-
-std::vector<KeyStep> copyChord(bool releaseFirst) {
-  std::vector<KeyStep> steps;
-  if (releaseFirst) {
-    for (const int key : modifierKeys) steps.push_back({key, false});
-  }
-  steps.insert(
-      steps.end(),
-      {{KEY_LEFTCTRL, true}, {KEY_INSERT, true}, {KEY_INSERT, false}, {KEY_LEFTCTRL, false}});
-  return steps;
-}
-
-}  // namespace
-
 PortalKeyboard::PortalKeyboard(std::shared_ptr<RemoteDesktop> desktop,
                                std::function<bool()> mayCopy, ModifierHabits modifiers)
     : CopyKeyboard(std::move(mayCopy)),
@@ -38,6 +18,8 @@ bool PortalKeyboard::isReady() {
   return session_.has_value();
 }
 
-void PortalKeyboard::typeChord() { desktop_->type(*session_, copyChord(modifiers_.released)); }
+void PortalKeyboard::typeChord() {
+  desktop_->type(*session_, desktop::copyChord(modifiers_.released));
+}
 
 }  // namespace tavin::portal

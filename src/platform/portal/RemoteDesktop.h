@@ -9,17 +9,14 @@
 
 #include "platform/SystemLog.h"
 #include "platform/desktop/BusSignal.h"
+#include "platform/desktop/CopyChord.h"
 #include "platform/desktop/SessionBus.h"
 #include "platform/portal/Request.h"
 #include "platform/portal/RestoreToken.h"
 
 namespace tavin::portal {
 
-// A key of the kernel's, going down or up.
-struct KeyStep {
-  int code;
-  bool down;
-};
+using desktop::KeyStep;
 
 // The user's leave to press keys, from the desktop's RemoteDesktop portal, over a bus connection of
 // our own. It is asked for at the first need, beside whatever needs it, and then kept: the desktop

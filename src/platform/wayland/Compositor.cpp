@@ -9,46 +9,57 @@ constexpr double secondsToConnect = 4;
 }  // namespace
 
 std::shared_ptr<Compositor> Compositor::connect(double transferIdleSeconds) {
+  auto line = Line::open(transferIdleSeconds);
+  return line ? std::shared_ptr<Compositor>(new Compositor(std::move(line), transferIdleSeconds))
+              : nullptr;
+}
+
+void Compositor::renew() {
+  if (!line_->thread.hasEnded())
+    return;
+  if (auto line = Line::open(transferIdleSeconds_))
+    line_ = std::move(line);
+}
+
+std::unique_ptr<Compositor::Line> Compositor::Line::open(double transferIdleSeconds) {
   const Deadline deadline = Deadline::in(secondsToConnect);
-  auto connection = Connection::open(deadline);
-  auto control = connection ? DataControl::create(*connection) : nullptr;
-  if (!control)
+  auto opened = Connection::open(deadline);
+  auto found = opened ? DataControl::create(*opened) : nullptr;
+  if (!found)
     return nullptr;
-  std::shared_ptr<Compositor> compositor(
-      new Compositor(std::move(connection), std::move(control), transferIdleSeconds));
+  auto line = std::make_unique<Line>(std::move(opened), std::move(found), transferIdleSeconds);
   // What is selected already was made before anything was known of the windows.
-  if (!compositor->connection_->roundTrip(deadline))
+  if (!line->connection->roundTrip(deadline))
     return nullptr;
-  compositor->connection_->bindingIsDone();
-  compositor->control_->changed = [self = compositor.get()](Selection selection) {
-    self->reader_.noteChange(selection);
-    if (selection == Selection::primary && self->windows_)
-      self->windows_->primaryChanged(self->control_->offer(selection) != nullptr);
+  line->connection->bindingIsDone();
+  line->control->changed = [self = line.get()](Selection selection) {
+    self->reader.noteChange(selection);
+    if (selection == Selection::primary && self->windows)
+      self->windows->primaryChanged(self->control->offer(selection) != nullptr);
   };
-  compositor->thread_.start();
-  return compositor;
+  line->thread.start();
+  return line;
 }
 
-Compositor::Compositor(std::unique_ptr<Connection> connection, std::unique_ptr<DataControl> control,
+Compositor::Line::Line(std::unique_ptr<Connection> opened, std::unique_ptr<DataControl> found,
                        double transferIdleSeconds)
-    : connection_(std::move(connection)),
-      control_(std::move(control)),
-      windows_(WindowWatch::create(*connection_)),
-      thread_(*connection_),
-      clipboard_(thread_, *connection_, *control_, transferIdleSeconds),
-      reader_(thread_, *connection_, *control_) {
-  thread_.add(clipboard_);
+    : connection(std::move(opened)),
+      control(std::move(found)),
+      windows(WindowWatch::create(*connection)),
+      thread(*connection),
+      clipboard(thread, *connection, *control, transferIdleSeconds),
+      reader(thread, *connection, *control) {
+  thread.add(clipboard);
 }
-
-Compositor::~Compositor() { thread_.stop(); }
 
 std::optional<Compositor::Front> Compositor::front(Deadline deadline) {
-  if (!windows_)
+  if (!tellsWindows())
     return std::nullopt;
-  const auto front = thread_.ask<std::optional<Front>>(deadline, [=, this] {
-    return connection_->roundTrip(deadline)
-               ? std::optional(
-                     Front{windows_->active(), windows_->primaryMaker(), windows_->processes()})
+  const auto front = line_->thread.ask<std::optional<Front>>(deadline, [deadline,
+                                                                        line = line_.get()] {
+    const auto& windows = *line->windows;
+    return line->connection->roundTrip(deadline)
+               ? std::optional(Front{windows.active(), windows.primaryMaker(), windows.processes()})
                : std::nullopt;
   });
   return front.value_or(std::nullopt);

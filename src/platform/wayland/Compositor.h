@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/wayland/ClipboardServer.h"
 #include "platform/wayland/SelectionReader.h"
@@ -11,40 +12,55 @@
 namespace tavin::wayland {
 
 // What one connection to the compositor serves, put together, and the thread that serves it.
-// Shared by the back ends of capture; any of them may outlive the others.
+// Shared by the back ends of capture; any of them may outlive the others. One thread at a time.
 class Compositor {
  public:
   // Null without a compositor that has data control.
   static std::shared_ptr<Compositor> connect(double transferIdleSeconds = 10);
-  ~Compositor();
 
-  ClipboardServer& clipboard() { return clipboard_; }
-  SelectionReader& reader() { return reader_; }
+  // Where the compositor has ended, connects to the one in its place, if there is one by now: KWin
+  // is started again while programs live on. All that is handed out below belongs to the connection
+  // and ends with it. Bounded by four seconds.
+  void renew();
+
+  ClipboardServer& clipboard() { return line_->clipboard; }
+  SelectionReader& reader() { return line_->reader; }
   // The protocol that brings the clipboard, for people.
-  const std::string& clipboardName() const { return control_->name(); }
+  const std::string& clipboardName() const { return line_->control->name(); }
 
   // Whether it tells which window is active.
-  bool tellsWindows() const { return windows_ != nullptr; }
+  bool tellsWindows() const { return line_->windows != nullptr; }
   // The protocol that tells it, for people.
-  std::string windowsName() const { return windows_ ? windows_->name() : "none"; }
+  std::string windowsName() const { return line_->windows ? line_->windows->name() : "none"; }
   struct Front {
     Toplevel window;  // The active one.
     WindowWatch::PrimaryMaker primaryMaker;
     std::set<std::int64_t> processes;  // Of all windows, where it tells.
   };
-  // Up to date. None where the compositor does not answer in time. Any thread.
+  // Up to date. None where the compositor does not answer in time.
   std::optional<Front> front(Deadline deadline);
 
  private:
-  Compositor(std::unique_ptr<Connection> connection, std::unique_ptr<DataControl> control,
-             double transferIdleSeconds);
+  // A connection, and what belongs to it.
+  struct Line {
+    static std::unique_ptr<Line> open(double transferIdleSeconds);
+    Line(std::unique_ptr<Connection> opened, std::unique_ptr<DataControl> found,
+         double transferIdleSeconds);
+    ~Line() { thread.stop(); }
 
-  const std::unique_ptr<Connection> connection_;
-  const std::unique_ptr<DataControl> control_;
-  const std::unique_ptr<WindowWatch> windows_;
-  EventThread thread_;
-  ClipboardServer clipboard_;
-  SelectionReader reader_;
+    const std::unique_ptr<Connection> connection;
+    const std::unique_ptr<DataControl> control;
+    const std::unique_ptr<WindowWatch> windows;
+    EventThread thread;
+    ClipboardServer clipboard;
+    SelectionReader reader;
+  };
+
+  Compositor(std::unique_ptr<Line> line, double transferIdleSeconds)
+      : transferIdleSeconds_(transferIdleSeconds), line_(std::move(line)) {}
+
+  const double transferIdleSeconds_;
+  std::unique_ptr<Line> line_;  // Never null.
 };
 
 }  // namespace tavin::wayland

@@ -40,6 +40,8 @@ class Connection {
   bool turn(std::vector<pollfd>& others, int timeoutMs);
   // Waits until the compositor has done all that was asked. False where it does not in time.
   bool roundTrip(Deadline deadline);
+  // Whether it is known to have failed for good, as when the compositor has ended.
+  bool isBroken() const { return wl_display_get_error(display_) != 0; }
 
  private:
   explicit Connection(wl_display* display);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <optional>
 #include <thread>
@@ -34,6 +35,9 @@ class EventThread {
   void start();
   // No part is called afterwards.
   void stop();
+  // Whether the connection has broken, or it was stopped: nothing happens on it any more. Any
+  // thread.
+  bool hasEnded() const { return ended_; }
 
   // Runs `task` on the thread, as TaskInbox::ask() says. Any other thread.
   template <typename T>
@@ -48,6 +52,7 @@ class EventThread {
   Connection& connection_;
   std::vector<Part*> parts_;
   posix::TaskInbox inbox_;
+  std::atomic<bool> ended_ = false;
   std::thread thread_;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -12,23 +13,26 @@ namespace tavin::wayland {
 // Types the copy command through KWin's fake input. KWin takes it for the user's own keyboard: what
 // the user still holds down would join the command. Up to Plasma 5 KWin tells nobody what that is,
 // so all of it is let go of first; later it cannot be let go of, and no event is made while KWin
-// says that a modifier is held. It offers this without a question to a program whose desktop file
-// asks for it. Work queue only.
+// says that a modifier is held. It offers this, and says that, without a question to a program
+// whose desktop file asks for both. Work queue only.
 class FakeInput final : public desktop::CopyKeyboard {
  public:
-  // `mayCopy` tells whether the program in front may get the keys. Null where it is not offered.
+  // `mayCopy` tells whether the program in front may get the keys. Null where it is not offered,
+  // and where held keys are neither told nor released.
   static std::unique_ptr<FakeInput> create(std::function<bool()> mayCopy);
 
-  std::uint64_t flagsState() override { return states_ ? states_->modifiers() : 0; }
+  // Asked before each chord, so it is here that a KWin started again is connected to, bounded by
+  // five seconds.
+  std::uint64_t flagsState() override;
 
  private:
-  FakeInput(std::shared_ptr<Connection> connection, Owned<org_kde_kwin_fake_input> input,
-            std::function<bool()> mayCopy, std::unique_ptr<KeyStates> states);
+  using CopyKeyboard::CopyKeyboard;
+  bool connect();
   void typeChord() override;
 
-  const std::shared_ptr<Connection> connection_;
-  const Owned<org_kde_kwin_fake_input> input_;
-  const std::unique_ptr<KeyStates> states_;  // Null where KWin does not tell them.
+  std::shared_ptr<Connection> connection_;
+  Owned<org_kde_kwin_fake_input> input_;
+  std::unique_ptr<KeyStates> states_;  // Null where KWin releases them.
 };
 
 }  // namespace tavin::wayland

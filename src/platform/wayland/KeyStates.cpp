@@ -1,5 +1,7 @@
 #include "platform/wayland/KeyStates.h"
 
+#include <QtGlobal>
+
 #include "platform/Keyboard.h"
 
 namespace tavin::wayland {
@@ -28,6 +30,8 @@ std::uint64_t flagOf(std::uint32_t key) {
 
 }  // namespace
 
+bool kwinReleasesHeldKeys() { return qEnvironmentVariableIntValue("KDE_SESSION_VERSION") == 5; }
+
 std::unique_ptr<KeyStates> KeyStates::create(Deadline deadline) {
   return on(Connection::open(deadline));
 }
@@ -44,7 +48,7 @@ std::uint64_t KeyStates::modifiers() {
   const auto states = connection_->bind<org_kde_kwin_keystate>(org_kde_kwin_keystate_interface,
                                                                versionWithModifiers);
   if (!states)
-    return 0;
+    return EventFlags::option;
   std::uint64_t held = 0;
   static constexpr org_kde_kwin_keystate_listener listener{
       .stateChanged = [](void* flags, org_kde_kwin_keystate*, std::uint32_t key,
@@ -54,7 +58,7 @@ std::uint64_t KeyStates::modifiers() {
       }};
   org_kde_kwin_keystate_add_listener(states.get(), &listener, &held);
   org_kde_kwin_keystate_fetchStates(states.get());
-  return connection_->roundTrip(Deadline::in(secondsForAnswer)) ? held : 0;
+  return connection_->roundTrip(Deadline::in(secondsForAnswer)) ? held : EventFlags::option;
 }
 
 }  // namespace tavin::wayland

@@ -8,6 +8,10 @@
 
 namespace tavin::wayland {
 
+// Whether KWin lets go of a key that the user holds when another program releases it. It did up to
+// Plasma 5, whose sessions say so.
+bool kwinReleasesHeldKeys();
+
 // Which modifiers the user holds down. KWin tells it in Plasma 6, where no program can release a
 // key that another keyboard holds. Work queue only, save its making.
 class KeyStates {
@@ -17,7 +21,8 @@ class KeyStates {
   static std::unique_ptr<KeyStates> create(Deadline deadline);
   static std::unique_ptr<KeyStates> on(std::shared_ptr<Connection> connection);
 
-  // Those held now, as EventFlags; bounded by a tenth of a second, none where no answer came.
+  // Those held now, as EventFlags; bounded by a tenth of a second. Where no answer came it says
+  // Alt: the key that the user pressed last may be down still, and would join the command.
   std::uint64_t modifiers();
 
  private:

@@ -31,6 +31,7 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
   atspi::FrontWindow front;
   front.unknown = true;
   const bool afterMenu = menu_.take();
+  compositor_->renew();  // Each press begins here.
   if (!compositor_->tellsWindows()) {
     front.id = unknownWindow;
     front.afterMenu = afterMenu;

@@ -14,7 +14,7 @@ TEXT = "only a copy brings this text"
 
 @pytest.fixture
 def session(tmp_path, build):
-    with KwinSession(str(tmp_path), build, native=True, trusting=False) as private:
+    with KwinSession(str(tmp_path), build, native=True, linked=False) as private:
         yield private
 
 
@@ -39,7 +39,11 @@ def link_entries(session, build):
 
 def test_without_a_desktop_file_nothing_is_typed(desktop, engine, build, bare_field):
     tavin = Tavin(desktop, engine, build)
-    assert ", keyboard portal, windows none, " in tavin.log()
+    # From Plasma 6 on a copy needs to know which keys are held, which KWin does not tell then.
+    plasma_5 = desktop.session.env["KDE_SESSION_VERSION"] == "5"
+    keyboard = "portal" if plasma_5 else "none"
+    assert f", keyboard {keyboard}, windows none, " in tavin.log()
+    assert ("KWin tells no held keys" in tavin.log()) != plasma_5
     assert tavin.press() == []
 
 

@@ -248,9 +248,10 @@ TEST_F(PortalKeyboardTest, WhereThatCanBeDoneHeldModifiersAreReleasedFirst) {
   start({.held = {}, .released = true});
   open();
   EXPECT_TRUE(press());
-  EXPECT_EQ(portal->keys.mid(8), chord);
-  for (const QString& key : portal->keys.mid(0, 8)) EXPECT_TRUE(key.endsWith("up"));
-  EXPECT_TRUE(portal->keys.contains("56 up"));
+  // Shift, Control and Meta; then Alt, which would open a menu bar if it came up alone.
+  const QStringList others{"42 up", "54 up", "29 up", "97 up", "125 up", "126 up"};
+  const QStringList alt{"56 up", "100 up"};
+  EXPECT_EQ(portal->keys, others + chord.mid(0, 1) + alt + chord.mid(1));
 }
 
 TEST_F(PortalKeyboardTest, WithoutAPortalNothingIsMade) {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 
+#include "keystate-server-protocol.h"
 #include "wayland-server-protocol.h"
 #include "wlr-data-control-unstable-v1-server-protocol.h"
 
@@ -11,6 +12,8 @@ namespace tavin::test {
 namespace {
 
 constexpr auto turnMs = 5;
+constexpr int keyStatesVersion = 5;
+constexpr std::uint32_t keyPressed = 3;
 const char* const textType = "text/plain;charset=utf-8";
 
 const wl_interface& managerInterface() {
@@ -19,6 +22,16 @@ const wl_interface& managerInterface() {
     renamed.name = "ext_data_control_manager_v1";
     renamed.version = 1;
     return renamed;
+  }();
+  return interface;
+}
+
+// KWin's description of it here may be older than the version that tells the modifiers.
+const wl_interface& keyStatesInterface() {
+  static const wl_interface interface = [] {
+    wl_interface newer = org_kde_kwin_keystate_interface;
+    newer.version = keyStatesVersion;
+    return newer;
   }();
   return interface;
 }
@@ -70,6 +83,22 @@ struct FakeCompositor::Requests {
     createSource, getDevice, destroyResource
   };
 
+  static void fetchStates(wl_client*, wl_resource* states) {
+    for (std::uint32_t key = 0; key < 8; ++key) {
+      const bool held = key != 0 && key == self(states).held_;
+      org_kde_kwin_keystate_send_stateChanged(states, key, held ? keyPressed : 0);
+    }
+  }
+  static constexpr struct org_kde_kwin_keystate_interface keyStatesRequests {
+    fetchStates, destroyResource
+  };
+  static void bindKeyStates(wl_client* client, void* self, std::uint32_t version,
+                            std::uint32_t id) {
+    auto* resource =
+        wl_resource_create(client, &keyStatesInterface(), static_cast<int>(version), id);
+    wl_resource_set_implementation(resource, &keyStatesRequests, self, nullptr);
+  }
+
   static void bindManager(wl_client* client, void* self, std::uint32_t version, std::uint32_t id) {
     auto* resource = wl_resource_create(client, &managerInterface(), static_cast<int>(version), id);
     wl_resource_set_implementation(resource, &managerRequests, self, nullptr);
@@ -85,6 +114,8 @@ FakeCompositor::FakeCompositor(QByteArray text)
   qputenv("WAYLAND_DISPLAY", wl_display_add_socket_auto(display_));
   wl_global_create(display_, &wl_seat_interface, 1, this, Requests::bindSeat);
   wl_global_create(display_, &managerInterface(), 1, this, Requests::bindManager);
+  wl_global_create(display_, &keyStatesInterface(), keyStatesVersion, this,
+                   Requests::bindKeyStates);
   thread_ = std::thread([this] {
     while (!stopping_) {
       if (hanging_) {

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QTemporaryDir>
 #include <atomic>
+#include <cstdint>
 #include <string>
 #include <thread>
 #include <vector>
@@ -13,8 +14,9 @@ struct wl_resource;
 
 namespace tavin::test {
 
-// A compositor that has a seat and the standard protocol for data control, and nothing else. Its
-// clipboard holds one text from the start. While it lives, WAYLAND_DISPLAY is its socket.
+// A compositor that has a seat, the standard protocol for data control and KWin's for the modifiers
+// that are held, and nothing else. Its clipboard holds one text from the start. While it lives,
+// WAYLAND_DISPLAY is its socket.
 class FakeCompositor {
  public:
   explicit FakeCompositor(QByteArray text);
@@ -22,6 +24,8 @@ class FakeCompositor {
   FakeCompositor(const FakeCompositor&) = delete;
   FakeCompositor& operator=(const FakeCompositor&) = delete;
 
+  // One of KWin's numbers for the modifiers; from now on it is held down, alone.
+  void hold(std::uint32_t modifier) { held_ = modifier; }
   // From now on it answers nothing, but is still there.
   void hang() { hanging_ = true; }
   // Closes all connections.
@@ -40,8 +44,9 @@ class FakeCompositor {
   QTemporaryDir folder_;
   const QByteArray text_;
   wl_display* display_;
-  Source source_;          // Of the client that owns the clipboard;
-  bool holdsText_ = true;  // before, the text.
+  Source source_;                        // Of the client that owns the clipboard;
+  bool holdsText_ = true;                // before, the text.
+  std::atomic<std::uint32_t> held_ = 0;  // The first modifier is Caps Lock, which none asks for.
   std::atomic<bool> hanging_ = false;
   std::atomic<bool> stopping_ = false;
   std::thread thread_;

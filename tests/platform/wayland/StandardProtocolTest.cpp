@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 
+#include "platform/Eventually.h"
 #include "platform/wayland/FakeCompositor.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
@@ -78,6 +79,18 @@ TEST_F(StandardProtocolTest, AfterTheCompositorsEndNothingIsKnown) {
   pasteboard_.clearContents();
   EXPECT_LT(timer.elapsed(), 1500);
   EXPECT_EQ(Compositor::connect(), nullptr);
+}
+
+TEST_F(StandardProtocolTest, ACompositorInTheOthersPlaceServesOnceItIsConnectedTo) {
+  fake_.end();
+  compositor_->renew();
+  EXPECT_EQ(pasteboard_.pasteboardItems(), std::nullopt);
+  FakeCompositor other("copied later");
+  EXPECT_EQ(pasteboard_.pasteboardItems(), std::nullopt);
+  EXPECT_TRUE(eventually([&] {
+    compositor_->renew();
+    return pasteboard_.pasteboardItems() == itemWith("copied later");
+  }));
 }
 
 }  // namespace
