@@ -1,0 +1,43 @@
+// What is asked of GNOME Shell, and what counts meanwhile.
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <memory>
+
+#include "FakeShell.h"
+#include "platform/Eventually.h"
+#include "platform/Keyboard.h"
+#include "platform/gnome/HeldModifiers.h"
+
+namespace tavin::test {
+namespace {
+
+class ShellTest : public ::testing::Test {
+ protected:
+  // The shell serves in this very thread, so it does not answer meanwhile.
+  bool heldForAllThatIsKnown() { return modifiers->flags() == EventFlags::option; }
+
+  int argumentCount = 0;
+  QCoreApplication application{argumentCount, nullptr};
+  FakeShell shell;
+  std::shared_ptr<gnome::HeldModifiers> modifiers =
+      std::make_shared<gnome::HeldModifiers>(QDBusConnection::sessionBus());
+};
+
+TEST_F(ShellTest, APressCountsBeforeTheShellHasAnswered) {
+  shell.start();
+  EXPECT_FALSE(heldForAllThatIsKnown());
+  gnome::HeldModifiers::noteIn(modifiers);
+  EXPECT_TRUE(heldForAllThatIsKnown());
+}
+
+TEST_F(ShellTest, AnActionWithoutAKeyHoldsNothing) {
+  shell.start();
+  gnome::HeldModifiers::noteIn(modifiers);
+  ASSERT_TRUE(eventually([&] { return shell.questions() == 1; }));
+  shell.tellIdleTime(5000);
+  EXPECT_TRUE(eventually([&] { return !heldForAllThatIsKnown(); }, 2000));
+}
+
+}  // namespace
+}  // namespace tavin::test
