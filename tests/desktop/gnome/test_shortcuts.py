@@ -213,11 +213,15 @@ def test_a_key_of_an_extension_is_refused(desktop, engine, build, session, enabl
     assert (refusal in tavin.log()) == enabled
 
 
-def test_the_settings_daemon_restarted(desktop, engine, tavin, session, preset, ready):
+def test_the_settings_daemon_restarted(desktop, engine, tavin, session, panel, preset, ready):
     chord = CHORDS[preset]
     ready(chord)
+    assert warning(preset) not in panel.titles()
     session.stop_media_keys()
+    wait_until(lambda: warning(preset) in panel.titles(), 10, "the warning")
+    assert "GNOME's settings daemon has ended" in tavin.log()
     session.start_media_keys()
+    wait_until(lambda: warning(preset) not in panel.titles(), 10, "its end")
     ready(chord)
     assert_each_works(desktop, engine, chord)
 
