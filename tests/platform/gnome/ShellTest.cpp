@@ -8,6 +8,7 @@
 #include "platform/Eventually.h"
 #include "platform/Keyboard.h"
 #include "platform/gnome/HeldModifiers.h"
+#include "platform/gnome/NotingControl.h"
 
 namespace tavin::test {
 namespace {
@@ -37,6 +38,30 @@ TEST_F(ShellTest, AnActionWithoutAKeyHoldsNothing) {
   ASSERT_TRUE(eventually([&] { return shell.questions() == 1; }));
   shell.tellIdleTime(5000);
   EXPECT_TRUE(eventually([&] { return !heldForAllThatIsKnown(); }, 2000));
+}
+
+class Control final : public RemoteControl {
+ public:
+  explicit Control(RemoteActions& served) : served_(served) {}
+  void serve(RemoteActions actions) override { served_ = std::move(actions); }
+
+ private:
+  RemoteActions& served_;
+};
+
+TEST_F(ShellTest, AnActionThatLooksForASelectionCountsAsAPress) {
+  shell.start();
+  RemoteActions served;
+  gnome::NotingControl control(std::make_unique<Control>(served), modifiers);
+  bool heldWhileItRan = false;
+  control.serve({.activate = {},
+                 .speakOrStop = [&] { heldWhileItRan = heldForAllThatIsKnown(); },
+                 .togglePause = [] {},
+                 .stop = {}});
+  served.togglePause();
+  EXPECT_FALSE(heldForAllThatIsKnown());
+  served.speakOrStop();
+  EXPECT_TRUE(heldWhileItRan);
 }
 
 }  // namespace
