@@ -13,11 +13,13 @@ class FakeShell : public QDBusVirtualObject {
   FakeShell();
   ~FakeShell() override;
 
-  // Takes the names that programs look for it by.
+  // Takes the names that programs look for it by, and leaves them.
   void start();
+  void stop();
   qsizetype questions() const { return questions_.size(); }
-  // Answers what was asked for so far: how long the user has been idle.
+  // Answers what was asked for so far: how long the user has been idle, or the version.
   void tellIdleTime(qulonglong milliseconds);
+  void tellVersion(const QString& version);
 
   QString introspect(const QString&) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;

@@ -1,7 +1,6 @@
 // What is asked of GNOME Shell, and what counts meanwhile.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <memory>
 
 #include "FakeShell.h"
@@ -18,8 +17,6 @@ class ShellTest : public ::testing::Test {
   // The shell serves in this very thread, so it does not answer meanwhile.
   bool heldForAllThatIsKnown() { return modifiers->flags() == EventFlags::option; }
 
-  int argumentCount = 0;
-  QCoreApplication application{argumentCount, nullptr};
   FakeShell shell;
   std::shared_ptr<gnome::HeldModifiers> modifiers =
       std::make_shared<gnome::HeldModifiers>(QDBusConnection::sessionBus());
