@@ -66,11 +66,15 @@ DesktopServices::DesktopServices()
                        {"virtual-keyboard", "fake-input", "portal", "xtest", "none"},
                        compositor_ ? waylandKeyboards
                        : xwayland_ ? "portal"
-                                   : "xtest")) {}
+                                   : "xtest")),
+      windows_(chosen("TAVIN_WINDOWS", {"compositor", "x11"}, compositor_ ? "compositor" : "x11")) {
+}
 
 DesktopServices::~DesktopServices() = default;
 
 QByteArray DesktopServices::obstacle() const {
+  if (windows_ == "compositor" && !compositor_)
+    return "there is no Wayland compositor that tells its windows";
   if (display_ || (compositor_ && qtSpeaksWayland_))
     return {};
   if (compositor_)
@@ -88,9 +92,9 @@ const char* DesktopServices::qtPlatform() const {
 }
 
 std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {
-  if (compositor_)
+  if (windows_ == "compositor")
     return std::make_unique<wayland::WaylandWindowSystem>(compositor_);
-  if (xwayland_)
+  if (isWaylandSession())
     return std::make_unique<gnome::GnomeWindows>(x11::createWindowSystem);
   return x11::createWindowSystem();
 }
@@ -164,8 +168,8 @@ QString DesktopServices::description() const {
                                 : clipboard_;
   return QString("Wayland, clipboard %1, keyboard %2, windows %3, Qt %4")
       .arg(clipboard, keyboard_,
-           compositor_ ? QString::fromStdString(compositor_->windowsName())
-                       : QStringLiteral("Xwayland's"),
+           windows_ == "compositor" ? QString::fromStdString(compositor_->windowsName())
+                                    : QStringLiteral("Xwayland's"),
            qtPlatform());
 }
 

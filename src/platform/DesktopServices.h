@@ -26,8 +26,8 @@ namespace tavin {
 
 // What serves in this session, chosen by what it really offers: each service on its own, so that
 // one that is missing takes no other away. For tests and for sessions that offer more than works,
-// TAVIN_CLIPBOARD ("data-control", "x11") and TAVIN_KEYBOARD ("virtual-keyboard",
-// "fake-input", "portal", "xtest", "none") force one each.
+// TAVIN_CLIPBOARD ("data-control", "x11"), TAVIN_KEYBOARD ("virtual-keyboard", "fake-input",
+// "portal", "xtest", "none") and TAVIN_WINDOWS ("compositor", "x11") force one each.
 class DesktopServices {
  public:
   // Looks round; bounded by seven seconds, of which a session that answers takes next to none.
@@ -64,6 +64,7 @@ class DesktopServices {
   const bool wayland_;            // There is a compositor, with or without data control.
   const bool xwayland_;           // The X display is that of a compositor without data control.
   QString clipboard_, keyboard_;  // Of keyboards at first all that come into question.
+  const QString windows_;
   std::shared_ptr<gnome::HeldModifiers> heldModifiers_;
 };
 

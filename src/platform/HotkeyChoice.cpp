@@ -3,11 +3,13 @@
 #include <QHash>
 #include <utility>
 
+#include "platform/LateHotkeys.h"
 #include "platform/desktop/NoHotkeys.h"
 #include "platform/gnome/CustomBindings.h"
 #include "platform/gnome/CustomKeybindings.h"
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/KeyHolders.h"
+#include "platform/gnome/ShellWatch.h"
 #include "platform/kde/GlobalAccel.h"
 #include "platform/portal/GlobalShortcuts.h"
 #include "platform/x11/HotkeyGrabs.h"
@@ -57,6 +59,10 @@ portal::GlobalShortcuts::Holder holderIn(const SessionTraits& session) {
   };
 }
 
+const QString ownBindings = QStringLiteral(
+    "on this desktop, key bindings of its own can run 'gapplication action app.tavin.Tavin speak' "
+    "and '... pause'");
+
 std::function<void()> noteIn(const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   if (!modifiers)
     return {};
@@ -80,9 +86,24 @@ ChosenHotkeys make(HotkeyRoad road, const SessionTraits& session, const HotkeyNe
     case HotkeyRoad::none:
       break;
   }
-  return refusing(
-      QStringLiteral("on this desktop, key bindings of its own can run "
-                     "'gapplication action app.tavin.Tavin speak' and '... pause'"));
+  return refusing(ownBindings);
+}
+
+// A shell that starts with the session may be slower than Tavin; a desktop that only calls itself
+// GNOME has none.
+ChosenHotkeys awaitShell(const SessionTraits& session, const HotkeyNeeds& needs) {
+  return toBeReleased(std::make_unique<LateHotkeys>(
+      QStringLiteral("GNOME Shell has not answered yet; without it, ") + ownBindings,
+      [session, needs](const QString& shellVersion) {
+        SessionTraits complete = session;
+        complete.gnomeShellVersion = shellVersion;
+        return make(roadOf(complete), complete, needs);
+      }));
+}
+
+bool mayBeLate(const SessionTraits& session, const QString& forced) {
+  return roadOf(session) == HotkeyRoad::none && !roadsByName().contains(forced) &&
+         session.desktops.contains(QStringLiteral("GNOME"));
 }
 
 }  // namespace
@@ -98,7 +119,8 @@ ChosenHotkeys chooseHotkeys(const HotkeyNeeds& needs) {
   // A Tavin that was killed in the same user's other session may have left them there.
   if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))
     gnome::removeCustomBindings();
-  ChosenHotkeys chosen = make(road, session, needs);
+  ChosenHotkeys chosen =
+      mayBeLate(session, forced) ? awaitShell(session, needs) : make(road, session, needs);
   chosen.road = road;
   chosen.name = roadsByName().key(road);
   return chosen;

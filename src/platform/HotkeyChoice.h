@@ -53,7 +53,8 @@ struct HotkeyNeeds {
 };
 
 // Shortcuts as this session offers them, or as the environment's TAVIN_SHORTCUTS says: x11, kde,
-// gnome, portal or none.
+// gnome, portal or none. Where GNOME Shell is still to come, they are chosen again when it is
+// there; the name in the log stays "none".
 ChosenHotkeys chooseHotkeys(const HotkeyNeeds& needs);
 
 }  // namespace tavin

@@ -16,6 +16,7 @@
 #include "platform/desktop/SessionBusControl.h"
 #include "platform/desktop/SettingsUserDefaults.h"
 #include "platform/desktop/SignalWatch.h"
+#include "platform/gnome/NotingControl.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/tray/ModalAlerts.h"
@@ -99,6 +100,9 @@ StartedPlatform startPlatform(int& argc, char** argv) {
     return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
   addCapture(*platform, std::move(*capture));
+  if (auto modifiers = services.heldModifiers())
+    platform->remoteControl = std::make_unique<gnome::NotingControl>(
+        std::move(platform->remoteControl), std::move(modifiers));
   const QString shortcuts = addHotkeys(*platform, services, control);
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(services.displayBell());
   platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3")

@@ -1,11 +1,11 @@
 // What the running session tells about its shortcuts.
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVariant>
 
 #include "platform/Deadline.h"
 #include "platform/HotkeyChoice.h"
 #include "platform/desktop/DesktopName.h"
+#include "platform/gnome/ShellWatch.h"
 
 namespace tavin {
 namespace {
@@ -36,16 +36,6 @@ bool kwinServesShortcuts(Deadline deadline) {
   return kwin != 0 && kwin == processOf(QStringLiteral("org.kde.kglobalaccel"), deadline);
 }
 
-QString shellVersion(Deadline deadline) {
-  const QString shell = QStringLiteral("org.gnome.Shell");
-  const QVariant version =
-      ask(QDBusMessage::createMethodCall(shell, QStringLiteral("/org/gnome/Shell"),
-                                         QStringLiteral("org.freedesktop.DBus.Properties"),
-                                         QStringLiteral("Get")),
-          {shell, QStringLiteral("ShellVersion")}, deadline);
-  return version.value<QDBusVariant>().variant().toString();
-}
-
 }  // namespace
 
 SessionTraits SessionTraits::read(bool wayland) {
@@ -56,7 +46,8 @@ SessionTraits SessionTraits::read(bool wayland) {
     return session;
   const Deadline deadline = Deadline::in(secondsToAsk);
   session.kwinServes = kwinServesShortcuts(deadline);
-  session.gnomeShellVersion = shellVersion(deadline);
+  session.gnomeShellVersion = gnome::shellVersionIn(QDBusConnection::sessionBus().call(
+      gnome::shellVersionQuestion(), QDBus::Block, deadline.remainingMs()));
   return session;
 }
 

@@ -10,6 +10,7 @@ import pytest
 BUILD = os.environ["TAVIN_BUILD"]
 HERE = os.path.dirname(os.path.abspath(__file__))
 IN_SESSION = os.path.join(HERE, "../tools/in-session")
+LINK_ENTRIES = os.path.join(HERE, "../../tools/link-entries")
 SPEAK = os.path.join(HERE, "speak.py")
 
 
@@ -113,6 +114,23 @@ def test_installed_through_a_link_the_program_is_named_without_it(tmp_path):
     path = tmp_path / "tree/share/applications/app.tavin.Tavin.desktop"
     program = os.path.realpath(tmp_path / "tree/bin/tavin")
     assert entry(path, "Desktop Entry")["Exec"] == f'"{program}"'
+
+
+def test_links_into_the_build_tree_make_way(tmp_path):
+    """`make run` made them where this is installed now."""
+    home = tmp_path / "home"
+    data = tmp_path / "share"
+    subprocess.run([LINK_ENTRIES, BUILD], check=True, timeout=60, stdout=subprocess.DEVNULL,
+                   env={**os.environ, "HOME": str(home), "XDG_DATA_HOME": str(data)})
+    linked = {path.relative_to(data) for path in data.rglob("app.tavin.Tavin*")}
+    assert {path.parts[0] for path in linked} == {"applications", "dbus-1", "icons"}
+    assert all((data / path).is_symlink() for path in linked)
+    (data / "applications/other.desktop").symlink_to("/nonexistent")
+    subprocess.run(["cmake", "--install", BUILD, "--prefix", str(tmp_path)], check=True, timeout=60,
+                   stdout=subprocess.DEVNULL)
+    for path in linked:
+        assert (data / path).is_file() and not (data / path).is_symlink(), path
+    assert (data / "applications/other.desktop").is_symlink()
 
 
 def test_a_staged_installation_names_its_final_place(tmp_path):

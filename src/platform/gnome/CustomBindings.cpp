@@ -45,9 +45,7 @@ struct CustomBindings::HotKey final : EventHotKey {
 
 CustomBindings::CustomBindings(const QDBusConnection& bus, const ServeKey& serveKey,
                                std::shared_ptr<HeldModifiers> modifiers)
-    : bus_(bus),
-      owners_(settingsDaemon, bus, QDBusServiceWatcher::WatchForRegistration),
-      modifiers_(std::move(modifiers)) {
+    : bus_(bus), owners_(settingsDaemon, bus), modifiers_(std::move(modifiers)) {
   for (const QString& action : keyActions())
     serveKey(runActionOf(action), [this, alive = QPointer<QObject>(&owners_), action] {
       if (alive)
@@ -55,6 +53,8 @@ CustomBindings::CustomBindings(const QDBusConnection& bus, const ServeKey& serve
     });
   QObject::connect(&owners_, &QDBusServiceWatcher::serviceRegistered, &owners_,
                    [this] { daemonCame(); });
+  QObject::connect(&owners_, &QDBusServiceWatcher::serviceUnregistered, &owners_,
+                   [this] { daemonLeft(); });
 }
 
 std::int32_t CustomBindings::installEventHandler(std::function<void(EventHotKeyID)> callback) {
@@ -152,6 +152,14 @@ void CustomBindings::daemonCame() {
   for (const auto& hotKey : std::vector(hotKeys_)) {
     if (!std::exchange(hotKey->active, true) && answered_)
       answered_(HotkeyRegistration::granted(hotKey));
+  }
+}
+
+void CustomBindings::daemonLeft() {
+  for (const auto& hotKey : std::vector(hotKeys_)) {
+    if (std::exchange(hotKey->active, false) && answered_)
+      answered_(
+          HotkeyRegistration::refused(QStringLiteral("GNOME's settings daemon has ended"), hotKey));
   }
 }
 

@@ -16,8 +16,9 @@ namespace tavin::gnome {
 // Global shortcuts of GNOME before 48: custom key bindings in the user's settings that run D-Bus
 // actions of their own. GNOME repeats those while the key is held, so the shell is asked at each
 // how long the user has been idle. Refuses a combination that something in GNOME's settings holds;
-// answers later where the settings daemon, which hears the keys, does not run yet. What a killed
-// Tavin left behind is overwritten, or removed where its key is refused. Main thread only.
+// answers later where the settings daemon, which hears the keys, does not run yet or has ended.
+// What a killed Tavin left behind is overwritten, or removed where its key is refused. Main thread
+// only.
 class CustomBindings final : public HotkeyService {
  public:
   // Has a D-Bus action call the function at each of its runs.
@@ -44,7 +45,9 @@ class CustomBindings final : public HotkeyService {
   std::shared_ptr<HotKey> keyOf(const QString& action) const;
   void removeLater(const QString& action);
   bool daemonRuns();
+  // It reads our keys in the settings when it comes.
   void daemonCame();
+  void daemonLeft();
 
   QDBusConnection bus_;
   QDBusServiceWatcher owners_;

@@ -1,6 +1,7 @@
 #include "platform/gnome/HeldModifiers.h"
 
 #include <QDBusPendingCallWatcher>
+#include <algorithm>
 
 #include "platform/Keyboard.h"
 
@@ -19,11 +20,18 @@ constexpr milliseconds answerDeadline(100);
 
 }  // namespace
 
-void ShortcutHold::pressed(Clock::time_point now, Input input) {
-  press_.reset();
+void ShortcutHold::pressed(Clock::time_point now) {
+  press_ = Press{now, now};
   released_.reset();
-  if (now - input.latest < slowestCommand)
-    press_ = Press{now, input};
+}
+
+void ShortcutHold::refine(Clock::time_point press, Input input) {
+  if (!press_ || press_->at != press)
+    return;
+  if (press - input.latest < slowestCommand)
+    press_->key = std::min(press, input.latest);
+  else
+    press_.reset();
 }
 
 bool ShortcutHold::mayBeHeld(Clock::time_point now) const {
@@ -33,23 +41,30 @@ bool ShortcutHold::mayBeHeld(Clock::time_point now) const {
 bool ShortcutHold::isHeld(Clock::time_point now, Input input) {
   if (!mayBeHeld(now))
     return false;
-  if (!released_ && input.earliest > press_->input.latest)
+  if (!released_ && input.earliest > press_->key)
     released_ = input.latest;
   return !released_ || now - *released_ < handOpens;
 }
 
 void HeldModifiers::pressed(Clock::time_point now, Input input) {
   const std::lock_guard lock(mutex_);
-  hold_.pressed(now, input);
+  hold_.pressed(now);
+  hold_.refine(now, input);
 }
 
 void HeldModifiers::noteIn(const std::shared_ptr<HeldModifiers>& modifiers) {
   const auto asked = Clock::now();
+  {
+    const std::lock_guard lock(modifiers->mutex_);
+    modifiers->hold_.pressed(asked);
+  }
   auto* reply = new QDBusPendingCallWatcher(askIdleTime(modifiers->bus_, answerDeadline));
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, reply,
                    [modifiers, asked](QDBusPendingCallWatcher* done) {
-                     modifiers->pressed(asked, lastInput(asked, *done));
                      done->deleteLater();
+                     const Input input = lastInput(asked, *done);
+                     const std::lock_guard lock(modifiers->mutex_);
+                     modifiers->hold_.refine(asked, input);
                    });
 }
 

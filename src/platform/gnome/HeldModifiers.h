@@ -15,8 +15,11 @@ namespace tavin::gnome {
 // all of it is still down. The hand that lets go of the key lets go of the modifiers right after.
 class ShortcutHold {
  public:
-  // A shortcut ran its command at `now`, and the last input before that was `input`.
-  void pressed(Clock::time_point now, Input input);
+  // A shortcut ran its command at `now`.
+  void pressed(Clock::time_point now);
+  // The last input, as asked for at that press; it may have come after it. Where there was none
+  // shortly before, no key ran the command, and nothing is held. Of an earlier press: ignored.
+  void refine(Clock::time_point press, Input input);
   // Whether it is held at `now`, when the last input was `input`.
   bool isHeld(Clock::time_point now, Input input);
   // Whether there is a press to ask about. Costs nothing.
@@ -25,7 +28,7 @@ class ShortcutHold {
  private:
   struct Press {
     Clock::time_point at;
-    Input input;
+    Clock::time_point key;  // Went down by then.
   };
   std::optional<Press> press_;
   std::optional<Clock::time_point> released_;  // The first input after it.
@@ -38,8 +41,10 @@ class HeldModifiers {
  public:
   explicit HeldModifiers(const QDBusConnection& bus) : bus_(bus) {}
 
+  // A shortcut ran its command at `now`, and the last input was `input`.
   void pressed(Clock::time_point now, Input input);
-  // The same for a press that came just now: asks for the last input beside. Main thread.
+  // The same for a press that came just now: it counts from here on, and the shell is asked for the
+  // last input beside. Main thread.
   static void noteIn(const std::shared_ptr<HeldModifiers>& modifiers);
   // As EventFlags; bounded by a tenth of a second.
   std::uint64_t flags();

@@ -3,9 +3,16 @@
 #include "platform/x11/KeyState.h"
 
 namespace tavin::gnome {
+namespace {
+
+constexpr double secondsToAnswer = 0.1;
+
+}  // namespace
 
 std::optional<std::uint64_t> XwaylandKeys::flags() {
-  if (!connect() || activeWindow_->find() == XCB_WINDOW_NONE)
+  // xcb would wait without end for a display that hangs.
+  if (!x11::displayAnswers(Deadline::in(secondsToAnswer)) || !connect() ||
+      activeWindow_->find() == XCB_WINDOW_NONE)
     return std::nullopt;
   return x11::KeyState(*connection_).flags();
 }

@@ -14,7 +14,7 @@ namespace tavin::gnome {
 // Work queue only.
 class XwaylandKeys {
  public:
-  // As EventFlags. None where no window of Xwayland's has the keyboard.
+  // As EventFlags. None where no window of Xwayland's has the keyboard, or Xwayland hangs.
   std::optional<std::uint64_t> flags();
 
  private:

@@ -46,7 +46,7 @@ RemoteDesktop::RemoteDesktop(SystemLog& log, RestoreToken token)
       desktop::BusSignal::Source{portalService, {}, sessionInterface, QStringLiteral("Closed")},
       [this](const QDBusMessage& signal) {
         if (signal.path() == session_.path())
-          giveUp(QStringLiteral("the desktop or the user has ended it"));
+          ended(QStringLiteral("the desktop or the user has ended it"));
       });
 }
 
@@ -151,20 +151,22 @@ void RemoteDesktop::selectDevices() {
 }
 
 void RemoteDesktop::start() {
+  dialogIsOpen_ = true;
   call(QStringLiteral("Start"), {QVariant::fromValue(session_), QString()}, {},
        [this](int code, const QVariantMap& results) {
          const uint devices = results.value(QStringLiteral("devices")).toUInt();
          if (code == succeeded && (devices & keyboardDevice) != 0)
            take(results);
-         else if (code == succeeded || code == declined || ++questionsInVain_ == mostInVain)
+         else if (code == succeeded || code == declined)
            decline();
          else
-           giveUp(QStringLiteral("the desktop has not asked to the end"));
+           ended(QStringLiteral("the desktop has not asked to the end"));
        });
 }
 
 void RemoteDesktop::take(const QVariantMap& results) {
   request_.reset();
+  dialogIsOpen_ = false;
   questionsInVain_ = 0;
   const QString token = results.value(QStringLiteral("restore_token")).toString();
   if (!token.isEmpty())
@@ -195,6 +197,13 @@ void RemoteDesktop::giveUp(const QString& reason) {
 }
 
 // A dialog that was open has gone unanswered with it.
+void RemoteDesktop::ended(const QString& reason) {
+  if (dialogIsOpen_ && ++questionsInVain_ == mostInVain)
+    decline();
+  else
+    giveUp(reason);
+}
+
 void RemoteDesktop::portalLeft() {
   {
     const std::lock_guard lock(mutex_);
@@ -203,7 +212,7 @@ void RemoteDesktop::portalLeft() {
     if (!waits && state_ != State::open)
       return;
   }
-  giveUp(QStringLiteral("the desktop's portal has ended"));
+  ended(QStringLiteral("the desktop's portal has ended"));
 }
 
 void RemoteDesktop::setState(State state) {
@@ -213,6 +222,7 @@ void RemoteDesktop::setState(State state) {
 
 void RemoteDesktop::closeSession() {
   request_.reset();
+  dialogIsOpen_ = false;
   const std::lock_guard lock(mutex_);
   portal::closeSession(*bus_, std::exchange(session_, {}));
 }

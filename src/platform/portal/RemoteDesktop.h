@@ -57,6 +57,7 @@ class RemoteDesktop {
   void call(const QString& method, QVariantList arguments, QVariantMap options,
             Request::Answer answer);
   void giveUp(const QString& reason);
+  void ended(const QString& reason);
   void portalLeft();
   void letGo(const QDBusObjectPath& session, const std::vector<KeyStep>& steps);
   void setState(State state);
@@ -69,6 +70,7 @@ class RemoteDesktop {
   QDBusServiceWatcher owners_;
   std::unique_ptr<desktop::BusSignal> closed_;
   std::unique_ptr<Request> request_;  // The one under way.
+  bool dialogIsOpen_ = false;         // The user is asked, or will be at once.
   uint version_ = 0;                  // Of the portal's interface.
   int questionsInVain_ = 0;           // That ended without the user's answer, one after another.
 

@@ -26,6 +26,14 @@ def test_one_line_tells_what_was_chosen(tavin, shortcuts):
         f"shortcuts {shortcuts}, with the session bus")
 
 
+def test_windows_that_the_compositor_does_not_tell_are_told_of(desktop, session, build):
+    program = desktop.start([os.path.join(build, "bin/tavin")], log="forced.log",
+                            env={**session.env, "TAVIN_WINDOWS": "compositor"})
+    assert program.wait(10) == 1
+    assert session.log("forced.log") == (
+        "tavin: there is no Wayland compositor that tells its windows\n")
+
+
 def test_without_a_keyboard_nobody_is_asked(desktop, engine, build, bare_field):
     tavin = Tavin(desktop, engine, build, settings={"TAVIN_KEYBOARD": "none"})
     assert "keyboard none" in tavin.log()

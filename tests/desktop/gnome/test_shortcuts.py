@@ -7,7 +7,8 @@ import os
 import pytest
 from bus_panel import BusPanel
 from driver import Tavin
-from gnome_session import GnomeSession
+from gi.repository import GLib
+from gnome_session import GnomeSession, has_owner
 from session import wait_until
 from wayland_session import WaylandDesktop
 
@@ -213,11 +214,15 @@ def test_a_key_of_an_extension_is_refused(desktop, engine, build, session, enabl
     assert (refusal in tavin.log()) == enabled
 
 
-def test_the_settings_daemon_restarted(desktop, engine, tavin, session, preset, ready):
+def test_the_settings_daemon_restarted(desktop, engine, tavin, session, panel, preset, ready):
     chord = CHORDS[preset]
     ready(chord)
+    assert warning(preset) not in panel.titles()
     session.stop_media_keys()
+    wait_until(lambda: warning(preset) in panel.titles(), 10, "the warning")
+    assert "GNOME's settings daemon has ended" in tavin.log()
     session.start_media_keys()
+    wait_until(lambda: warning(preset) not in panel.titles(), 10, "its end")
     ready(chord)
     assert_each_works(desktop, engine, chord)
 
@@ -233,6 +238,44 @@ def test_a_settings_daemon_that_comes_after_tavin(desktop, engine, build, sessio
     chord = CHORDS[preset]
     ready(chord)
     assert_each_works(desktop, engine, chord)
+
+
+@contextlib.contextmanager
+def shell_without_its_name(session):
+    """As when it has not come yet."""
+    shell = session.bus.call_sync(
+        "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetNameOwner",
+        GLib.Variant("(s)", ("org.gnome.Shell",)), None, 0, 5000, None).unpack()[0]
+
+    def tell_bus(method, arguments):
+        script = (f"const {{Gio, GLib}} = imports.gi; Gio.DBus.session.call("
+                  f"'org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus', "
+                  f"'{method}', {arguments}, null, 0, 5000, null, null); 1")
+        assert session.call(shell, "/org/gnome/Shell", "org.gnome.Shell", "Eval",
+                            GLib.Variant("(s)", (script,))) == (True, "1")
+    tell_bus("ReleaseName", "new GLib.Variant('(s)', ['org.gnome.Shell'])")
+    wait_until(lambda: not has_owner(session.bus, "org.gnome.Shell"), 10, "a shell without a name")
+    try:
+        yield
+    finally:
+        tell_bus("RequestName", "new GLib.Variant('(su)', ['org.gnome.Shell', 0])")
+        wait_until(lambda: has_owner(session.bus, "org.gnome.Shell"), 10, "the shell")
+
+
+def test_a_shell_that_comes_after_tavin(desktop, engine, build, session, panel, preset, ready):
+    session.stop_media_keys()
+    with shell_without_its_name(session):
+        tavin = Tavin(desktop, engine, build)
+        assert "GNOME Shell has not answered yet" in tavin.log()
+        assert warning(preset) in panel.titles()
+    wait_until(lambda: "GNOME's settings daemon does not run yet" in tavin.log(), 10, "the shell")
+    session.start_media_keys()
+    wait_until(lambda: warning(preset) not in panel.titles(), 10, "the answer")
+    chord = CHORDS[preset]
+    ready(chord)
+    assert_each_works(desktop, engine, chord)
+    assert tavin.quit()[0] == 0
+    assert "tavin" not in listed(session)
 
 
 def test_a_killed_tavins_key_that_is_taken_now(desktop, engine, tavin, build, session, preset,

@@ -98,8 +98,16 @@ def test_without_a_keyboard_nothing_is_copied(start, desktop, bare_field):
 
 
 def test_a_value_that_is_no_choice_counts_for_nothing(start, desktop, field):
-    tavin = start(TAVIN_CLIPBOARD="data_control", TAVIN_KEYBOARD="x", TAVIN_SHORTCUTS="xwayland")
-    assert "keyboard virtual-keyboard" in said(tavin)
+    tavin = start(TAVIN_CLIPBOARD="data_control", TAVIN_KEYBOARD="x", TAVIN_WINDOWS="sway",
+                  TAVIN_SHORTCUTS="xwayland")
+    assert "keyboard virtual-keyboard, windows foreign-toplevel" in said(tavin)
+    assert tavin.press() == [TEXT]
+
+
+def test_windows_may_be_those_of_xwayland_alone(start, field):
+    """Of any other only accessibility tells which is in front."""
+    tavin = start(TAVIN_WINDOWS="x11")
+    assert "windows Xwayland's" in said(tavin)
     assert tavin.press() == [TEXT]
 
 

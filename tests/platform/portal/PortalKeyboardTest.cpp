@@ -159,6 +159,21 @@ TEST_F(PortalKeyboardTest, ADesktopThatAlwaysBreaksOffIsNotAskedForEver) {
   EXPECT_EQ(dialogs(), 3);
 }
 
+TEST_F(PortalKeyboardTest, ADesktopThatAlwaysClosesItsQuestionIsNotAskedForEver) {
+  portal->dialogStaysOpen = true;
+  start();
+  for (const char* answer : {"ended", "ended", "declined"}) {
+    const auto before = dialogs();
+    EXPECT_FALSE(press());
+    ASSERT_TRUE(eventually([&] { return dialogs() == before + 1; }));
+    portal->closeSession();
+    ASSERT_TRUE(eventually([&] { return log.lines.last().contains(answer); }));
+  }
+  EXPECT_FALSE(press());
+  EXPECT_TRUE(nothingIsAsked());
+  EXPECT_EQ(dialogs(), 3);
+}
+
 TEST_F(PortalKeyboardTest, AGrantWithoutTheKeyboardIsNone) {
   portal->answerDevices = 0;
   start();

@@ -1,0 +1,65 @@
+// What is asked of GNOME Shell, and what counts meanwhile.
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "FakeShell.h"
+#include "platform/Eventually.h"
+#include "platform/Keyboard.h"
+#include "platform/gnome/HeldModifiers.h"
+#include "platform/gnome/NotingControl.h"
+
+namespace tavin::test {
+namespace {
+
+class ShellTest : public ::testing::Test {
+ protected:
+  // The shell serves in this very thread, so it does not answer meanwhile.
+  bool heldForAllThatIsKnown() { return modifiers->flags() == EventFlags::option; }
+
+  FakeShell shell;
+  std::shared_ptr<gnome::HeldModifiers> modifiers =
+      std::make_shared<gnome::HeldModifiers>(QDBusConnection::sessionBus());
+};
+
+TEST_F(ShellTest, APressCountsBeforeTheShellHasAnswered) {
+  shell.start();
+  EXPECT_FALSE(heldForAllThatIsKnown());
+  gnome::HeldModifiers::noteIn(modifiers);
+  EXPECT_TRUE(heldForAllThatIsKnown());
+}
+
+TEST_F(ShellTest, AnActionWithoutAKeyHoldsNothing) {
+  shell.start();
+  gnome::HeldModifiers::noteIn(modifiers);
+  ASSERT_TRUE(eventually([&] { return shell.questions() == 1; }));
+  shell.tellIdleTime(5000);
+  EXPECT_TRUE(eventually([&] { return !heldForAllThatIsKnown(); }, 2000));
+}
+
+class Control final : public RemoteControl {
+ public:
+  explicit Control(RemoteActions& served) : served_(served) {}
+  void serve(RemoteActions actions) override { served_ = std::move(actions); }
+
+ private:
+  RemoteActions& served_;
+};
+
+TEST_F(ShellTest, AnActionThatLooksForASelectionCountsAsAPress) {
+  shell.start();
+  RemoteActions served;
+  gnome::NotingControl control(std::make_unique<Control>(served), modifiers);
+  bool heldWhileItRan = false;
+  control.serve({.activate = {},
+                 .speakOrStop = [&] { heldWhileItRan = heldForAllThatIsKnown(); },
+                 .togglePause = [] {},
+                 .stop = {}});
+  served.togglePause();
+  EXPECT_FALSE(heldForAllThatIsKnown());
+  served.speakOrStop();
+  EXPECT_TRUE(heldWhileItRan);
+}
+
+}  // namespace
+}  // namespace tavin::test
