@@ -131,7 +131,7 @@ def test_the_key_dialog_has_the_keyboard(tavin, desktop, session, engine, field)
     since = engine.mark()
     desktop.key("k", "e", "y", "Return")
     assert engine.wait_for("/key", since=since) == [{"engine": "elevenlabs", "key": "key"}]
-    assert no_window(desktop)
+    wait_until(lambda: no_window(desktop), 5, "the dialog's end")
     desktop.focus(field)
     assert tavin.press() == [TEXT]
 

@@ -197,8 +197,13 @@ path="/org/gnome/shell/extensions/sample/"><key name="open-sample" type="as">
 <default>['&lt;Control&gt;Escape']</default></key></schema></schemalist>"""
 
 
-@pytest.mark.parametrize("enabled", [True, False])
-def test_a_key_of_an_extension_is_refused(desktop, engine, build, session, enabled):
+@pytest.mark.parametrize("enabled, disabled, none_at_all, holds", [
+    ("['sample@tavin']", "[]", "false", True),
+    ("[]", "[]", "false", False),
+    ("['sample@tavin']", "['sample@tavin']", "false", False),
+    ("['sample@tavin']", "[]", "true", False)])
+def test_a_key_of_an_extension_is_refused(desktop, engine, build, session, enabled, disabled,
+                                          none_at_all, holds):
     folder = os.path.join(session.env["XDG_DATA_HOME"], "gnome-shell/extensions/sample@tavin")
     os.makedirs(os.path.join(folder, "schemas"), exist_ok=True)
     with open(os.path.join(folder, "metadata.json"), "w", encoding="utf-8") as f:
@@ -207,11 +212,20 @@ def test_a_key_of_an_extension_is_refused(desktop, engine, build, session, enabl
     with open(os.path.join(folder, "schemas/sample.gschema.xml"), "w", encoding="utf-8") as f:
         f.write(EXTENSION)
     session.run(["glib-compile-schemas", os.path.join(folder, "schemas")])
-    with setting(session, "org.gnome.shell", "enabled-extensions",
-                 "['sample@tavin']" if enabled else "[]"):
+    shell = "org.gnome.shell"
+    with setting(session, shell, "enabled-extensions", enabled), \
+            setting(session, shell, "disabled-extensions", disabled), \
+            setting(session, shell, "disable-user-extensions", none_at_all):
         tavin = Tavin(desktop, engine, build)
     refusal = REFUSAL + "org.gnome.shell.extensions.sample open-sample\n"
-    assert (refusal in tavin.log()) == enabled
+    assert (refusal in tavin.log()) == holds
+
+
+@pytest.mark.parametrize("text", ["", "disabled", "<Nonsense>Escape", "Escape<Control>"])
+def test_a_custom_shortcut_without_a_key_holds_none(desktop, engine, build, session, own_binding,
+                                                    text):
+    session.set(OWN, "binding", f"'{text}'")
+    assert "unavailable" not in Tavin(desktop, engine, build).log()
 
 
 def test_the_settings_daemon_restarted(desktop, engine, tavin, session, panel, preset, ready):
