@@ -57,7 +57,7 @@ AtspiAccessibility::AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, Sy
 
 bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   const Deadline deadline = Deadline::in(secondsForSwitch);
-  const SwitchState state = readSwitch(deadline);
+  const auto [state, service] = readSwitch(deadline);
   if (state == SwitchState::missing)
     return canCopy_();
   if (state == SwitchState::late)
@@ -65,7 +65,7 @@ bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   bool on = state == SwitchState::on;
   if (!on && prompt)
     on = turnOn("Tavin: switched accessibility on for this session (org.a11y.Status IsEnabled)");
-  else if (!on && wasOn_ && !turnedOnAgain_.exchange(true))
+  else if (!on && wasOn_ && mayTurnOnAgain(service))
     on = turnOn("Tavin: accessibility was switched off; switched it on again");
   wasOn_ = on;
   if (on)
@@ -82,6 +82,11 @@ bool AtspiAccessibility::isTrustedWhileLate(bool prompt) {
     wasOn_ = turnSwitchOn(Deadline::in(secondsForSwitch));
   }
   return wasOn_;
+}
+
+bool AtspiAccessibility::mayTurnOnAgain(const QString& service) {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(turnedOnAgain_, service) != service;
 }
 
 bool AtspiAccessibility::turnOn(const char* reason) {

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 
 #include "platform/Accessibility.h"
 #include "platform/SystemLog.h"
@@ -23,13 +24,16 @@ class AtspiAccessibility final : public Accessibility {
 
  private:
   bool isTrustedWhileLate(bool prompt);
+  // Whoever turns it off twice means it.
+  bool mayTurnOnAgain(const QString& service);
   bool turnOn(const char* reason);
 
   const std::shared_ptr<FocusTracker> tracker_;
   SystemLog& log_;
   const std::function<bool()> canCopy_;
   std::atomic<bool> wasOn_ = false;  // When the service last told.
-  std::atomic<bool> turnedOnAgain_ = false;
+  std::mutex mutex_;
+  QString turnedOnAgain_;  // Of which service; the next one starts with it off.
 };
 
 }  // namespace tavin::atspi

@@ -27,20 +27,20 @@ bool isLateAnswer(const QDBusMessage& answer) {
 
 }  // namespace
 
-SwitchState readSwitch(Deadline deadline) {
+SwitchReading readSwitch(Deadline deadline) {
   if (!desktop::sessionBusIsUsable() || !QDBusConnection::sessionBus().isConnected())
-    return SwitchState::missing;
+    return {};
   const auto answer = askProperties("Get", {}, deadline);
   if (!isAnswer(answer))
-    return isLateAnswer(answer) ? SwitchState::late : SwitchState::missing;
-  return valueIn(answer).toBool() ? SwitchState::on : SwitchState::off;
+    return {isLateAnswer(answer) ? SwitchState::late : SwitchState::missing, {}};
+  return {valueIn(answer).toBool() ? SwitchState::on : SwitchState::off, answer.service()};
 }
 
 bool turnSwitchOn(Deadline deadline) {
   if (!desktop::sessionBusIsUsable())
     return false;
   askProperties("Set", {QVariant::fromValue(QDBusVariant(true))}, deadline);
-  return readSwitch(deadline) == SwitchState::on;
+  return readSwitch(deadline).state == SwitchState::on;
 }
 
 }  // namespace tavin::atspi

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include "platform/Deadline.h"
 
 namespace tavin::atspi {
@@ -12,7 +14,12 @@ enum class SwitchState {
   late,     // Being started, busy or hanging.
 };
 
-SwitchState readSwitch(Deadline deadline);
+struct SwitchReading {
+  SwitchState state = SwitchState::missing;
+  QString service;  // Which one told: another each time it is started.
+};
+
+SwitchReading readSwitch(Deadline deadline);
 // Whether it is on afterwards. A service that is late gets the request once it wakes up. The screen
 // reader's own switch is another one and stays as it is.
 bool turnSwitchOn(Deadline deadline);

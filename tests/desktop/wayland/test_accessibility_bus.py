@@ -37,26 +37,32 @@ def restarted(session, old):
         return False  # Nobody has noticed yet that it has ended.
 
 
+def times_switched_on(tavin):
+    return tavin.log().count("switched it on again")
+
+
 @pytest.mark.parametrize("ends", ["bus", "launcher"])
 def test_programs_on_a_new_bus_are_read(tavin, desktop, session, build, ends):
     """Accessibility is off then, until Tavin looks at the next press: programs that start later are
-    on the bus."""
+    on the bus. So it is each time."""
     def open_field(text):
         desktop.open([os.path.join(build, "bin/qt6_field"), text], "Qt 6 field")
         field = desktop.last_program
         desktop.select_until(text, lambda: desktop.key("ctrl+a"))
         wait_until(lambda: field.pid in accessible_processes(session), 15, "program on the bus")
         return field
-    first = open_field(BEFORE)
+    field = open_field(BEFORE)
     assert tavin.press() == [BEFORE]
-    old = bus_process(session)
-    if ends == "launcher":
-        os.kill(process_of(session.env["DBUS_SESSION_BUS_ADDRESS"], "org.a11y.Bus"),
-                signal.SIGKILL)
-    os.kill(old, signal.SIGKILL)
-    stop(first)
-    wait_until(lambda: restarted(session, old), 15, "another bus")
-    assert tavin.press() == []
-    assert "switched it on again" in tavin.log()
-    open_field(AFTER)
-    assert tavin.press() == [AFTER]
+    for _ in range(2):
+        already = times_switched_on(tavin)
+        old = bus_process(session)
+        if ends == "launcher":
+            os.kill(process_of(session.env["DBUS_SESSION_BUS_ADDRESS"], "org.a11y.Bus"),
+                    signal.SIGKILL)
+        os.kill(old, signal.SIGKILL)
+        stop(field)
+        wait_until(lambda: restarted(session, old), 15, "another bus")
+        assert tavin.press() == []
+        assert times_switched_on(tavin) == already + 1
+        field = open_field(AFTER)
+        assert tavin.press() == [AFTER]
