@@ -116,20 +116,29 @@ std::shared_ptr<CustomBindings::HotKey> CustomBindings::keyOf(const QString& act
 
 void CustomBindings::commandRan(const QString& action) {
   const auto at = Clock::now();
+  const bool surelyPress = filters_[action].isSurelyPress(at);
+  if (surelyPress)
+    press(action, at);
   auto* reply = new QDBusPendingCallWatcher(askIdleTime(bus_, idleDeadline), &owners_);
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
-                   [this, action, at](QDBusPendingCallWatcher* done) {
+                   [this, action, at, surelyPress](QDBusPendingCallWatcher* done) {
                      done->deleteLater();
-                     take(action, at, lastInput(at, *done));
+                     const Input last = lastInput(at, *done);
+                     if (surelyPress)
+                       filters_[action].refine(at, last);
+                     else if (filters_[action].isPress(at, last))
+                       press(action, at);
+                     if (modifiers_)
+                       modifiers_->refine(at, last);
                    });
 }
 
-void CustomBindings::take(const QString& action, Clock::time_point at, Input last) {
+void CustomBindings::press(const QString& action, Clock::time_point at) {
   const auto hotKey = keyOf(action);
-  if (!filters_[action].isPress(at, last) || !hotKey)
+  if (!hotKey)
     return;
   if (modifiers_ && action == desktop::shortcutAction(0))
-    modifiers_->pressed(at, last);
+    modifiers_->pressed(at);
   if (pressed_)
     pressed_(hotKey->id);
 }

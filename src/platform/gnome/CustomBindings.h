@@ -15,10 +15,10 @@ namespace tavin::gnome {
 
 // Global shortcuts of GNOME before 48: custom key bindings in the user's settings that run D-Bus
 // actions of their own. GNOME repeats those while the key is held, so the shell is asked at each
-// how long the user has been idle. Refuses a combination that something in GNOME's settings holds;
-// answers later where the settings daemon, which hears the keys, does not run yet or has ended.
-// What a killed Tavin left behind is overwritten, or removed where its key is refused. Main thread
-// only.
+// how long the user has been idle; a press after a pause acts meanwhile. Refuses a combination that
+// something in GNOME's settings holds; answers later where the settings daemon, which hears the
+// keys, does not run yet or has ended. What a killed Tavin left behind is overwritten, or removed
+// where its key is refused. Main thread only.
 class CustomBindings final : public HotkeyService {
  public:
   // Has a D-Bus action call the function at each of its runs.
@@ -41,7 +41,7 @@ class CustomBindings final : public HotkeyService {
   struct HotKey;
 
   void commandRan(const QString& action);
-  void take(const QString& action, Clock::time_point at, Input last);
+  void press(const QString& action, Clock::time_point at);
   std::shared_ptr<HotKey> keyOf(const QString& action) const;
   void removeLater(const QString& action);
   bool daemonRuns();

@@ -46,25 +46,24 @@ bool ShortcutHold::isHeld(Clock::time_point now, Input input) {
   return !released_ || now - *released_ < handOpens;
 }
 
-void HeldModifiers::pressed(Clock::time_point now, Input input) {
+void HeldModifiers::pressed(Clock::time_point now) {
   const std::lock_guard lock(mutex_);
   hold_.pressed(now);
-  hold_.refine(now, input);
+}
+
+void HeldModifiers::refine(Clock::time_point press, Input input) {
+  const std::lock_guard lock(mutex_);
+  hold_.refine(press, input);
 }
 
 void HeldModifiers::noteIn(const std::shared_ptr<HeldModifiers>& modifiers) {
   const auto asked = Clock::now();
-  {
-    const std::lock_guard lock(modifiers->mutex_);
-    modifiers->hold_.pressed(asked);
-  }
+  modifiers->pressed(asked);
   auto* reply = new QDBusPendingCallWatcher(askIdleTime(modifiers->bus_, answerDeadline));
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, reply,
                    [modifiers, asked](QDBusPendingCallWatcher* done) {
                      done->deleteLater();
-                     const Input input = lastInput(asked, *done);
-                     const std::lock_guard lock(modifiers->mutex_);
-                     modifiers->hold_.refine(asked, input);
+                     modifiers->refine(asked, lastInput(asked, *done));
                    });
 }
 

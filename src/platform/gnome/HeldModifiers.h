@@ -41,10 +41,11 @@ class HeldModifiers {
  public:
   explicit HeldModifiers(const QDBusConnection& bus) : bus_(bus) {}
 
-  // A shortcut ran its command at `now`, and the last input was `input`.
-  void pressed(Clock::time_point now, Input input);
-  // The same for a press that came just now: it counts from here on, and the shell is asked for the
-  // last input beside. Main thread.
+  // As in ShortcutHold.
+  void pressed(Clock::time_point now);
+  void refine(Clock::time_point press, Input input);
+  // A press that came just now: it counts from here on, and the shell is asked for the last input
+  // beside. Main thread.
   static void noteIn(const std::shared_ptr<HeldModifiers>& modifiers);
   // As EventFlags; bounded by a tenth of a second.
   std::uint64_t flags();

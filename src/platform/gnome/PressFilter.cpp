@@ -13,6 +13,20 @@ constexpr milliseconds stragglers(400);
 
 }  // namespace
 
+bool PressFilter::isSurelyPress(Clock::time_point now) {
+  const auto latest = repetition_ ? repetition_ : press_ ? std::optional(press_->at) : std::nullopt;
+  if (latest && now - *latest < longestDelay)
+    return false;
+  press_ = Press{now, {now, now}};
+  repetition_.reset();
+  return true;
+}
+
+void PressFilter::refine(Clock::time_point press, Input last) {
+  if (press_ && press_->at == press)
+    press_->input = last;
+}
+
 bool PressFilter::isPress(Clock::time_point now, Input last) {
   const bool sameInput = press_ && last.earliest <= press_->input.latest &&
                          now - repetition_.value_or(press_->at) < longestDelay;

@@ -11,6 +11,11 @@ namespace tavin::gnome {
 // press of a repetition.
 class PressFilter {
  public:
+  // Whether a run that came at `now` is a press of its own whatever the input was: no other came
+  // for longer than a keyboard waits before it repeats. Then it is noted as one, and its input is
+  // told when it is known.
+  bool isSurelyPress(Clock::time_point now);
+  void refine(Clock::time_point press, Input last);
   // Whether a run that was asked for at `now` is a press of its own: that takes new input, a
   // repetition takes none. In doubt it is a repetition.
   bool isPress(Clock::time_point now, Input last);

@@ -43,6 +43,27 @@ TEST_F(PressFilterTest, ThePressAfterAHeldKeyCounts) {
   EXPECT_TRUE(run(1025, 1000));
 }
 
+TEST_F(PressFilterTest, APressAfterAPauseIsOneWithoutAskingAndItsRepetitionsAreNone) {
+  const auto at = [this](int now) { return start + milliseconds(now); };
+  EXPECT_TRUE(filter.isSurelyPress(at(25)));
+  EXPECT_FALSE(filter.isSurelyPress(at(55)));
+  filter.refine(at(25), {at(-1), at(1)});
+  EXPECT_FALSE(run(55, 0));
+  for (int now = 520; now < 5000; now += 30) {
+    EXPECT_FALSE(filter.isSurelyPress(at(now)));
+    EXPECT_FALSE(run(now, 0));
+  }
+  EXPECT_FALSE(filter.isSurelyPress(at(7400)));
+  EXPECT_TRUE(filter.isSurelyPress(at(7600)));
+}
+
+TEST_F(PressFilterTest, APressSoonAfterOneThatWasSureTakesNewInput) {
+  const auto at = [this](int now) { return start + milliseconds(now); };
+  EXPECT_TRUE(filter.isSurelyPress(at(25)));
+  filter.refine(at(25), {at(-1), at(1)});
+  EXPECT_TRUE(run(125, 100));
+}
+
 TEST_F(PressFilterTest, RunsWithoutInputThatAreFarApartComeFromAProgram) {
   EXPECT_TRUE(run(25, 0));
   EXPECT_TRUE(run(3000, 0));
