@@ -243,6 +243,16 @@ class Tavin:
             return self.press(keys)
         return texts
 
+    def times_asleep(self):
+        """How often its threads have gone to sleep so far, by their numbers."""
+        tasks = f"/proc/{self.process.pid}/task"
+        counts = {}
+        for thread in os.listdir(tasks):
+            with open(f"{tasks}/{thread}/status", encoding="utf-8") as f:
+                line = next(line for line in f if line.startswith("voluntary_ctxt_switches"))
+                counts[thread] = int(line.split()[1])
+        return counts
+
     def quit(self, number=signal.SIGTERM):
         """Sends the signal; returns the exit code and the seconds until the end."""
         start = time.monotonic()

@@ -2,7 +2,6 @@
 
 import os
 
-import pytest
 from session import wait_until
 
 TEXT = "only a copy brings this text"
@@ -16,14 +15,6 @@ def own_clipboard(desktop, programs):
         desktop.key("c")
         return desktop.clipboard()
     return wait_until(copied, 15, "clipboard", interval=0.3)
-
-
-@pytest.fixture
-def bare_field(desktop, build):
-    """A program with no accessibility that never owns the selection."""
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
-                        env=nowhere)
 
 
 def test_rich_contents_come_back(tavin, desktop, programs, bare_field):

@@ -1,7 +1,6 @@
 """What differs under KWin 6: there is no picture of its screen here, and it lets no program release
 a key that another keyboard holds, but tells which modifiers are held."""
 
-import os
 import time
 
 import pytest
@@ -10,14 +9,6 @@ pytest.register_assert_rewrite("session_tests")
 from session_tests import test_keys_reach_the_window_in_front  # noqa: E402,F401
 
 TEXT, COPIED = "only a copy brings this text", "what was copied before"
-
-
-@pytest.fixture
-def bare_field(desktop, build):
-    """A program with no accessibility, its text selected."""
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
-                        env=nowhere)
 
 
 def test_the_services_are_found_without_being_told(tavin):

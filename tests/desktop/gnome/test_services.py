@@ -98,20 +98,10 @@ def test_a_programs_actions_are_one_each(tavin, engine):
     engine.wait_for("/stop", count=2, since=since)
 
 
-def switches(pid):
-    """How often its threads have gone to sleep so far, by their numbers."""
-    counts = {}
-    for thread in os.listdir(f"/proc/{pid}/task"):
-        with open(f"/proc/{pid}/task/{thread}/status", encoding="utf-8") as f:
-            line = next(line for line in f if line.startswith("voluntary_ctxt_switches"))
-            counts[thread] = int(line.split()[1])
-    return counts
-
-
 def test_nobody_wakes_it(granted, desktop, copied_text):
     """Also with the leave to press keys."""
     assert granted.press() == [copied_text]
     time.sleep(3)  # What that has set off.
-    before = switches(granted.process.pid)
+    before = granted.times_asleep()
     time.sleep(SECONDS)
-    assert switches(granted.process.pid) == before
+    assert granted.times_asleep() == before

@@ -3,19 +3,10 @@
 import os
 import subprocess
 
-import pytest
 from session import wait_until
 
 TEXT = "only a copy brings this text"
 BYTES = 30_000_000
-
-
-@pytest.fixture
-def bare_field(desktop, build):
-    """A program with no accessibility, that only a copy gets anything out of."""
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
-                        env=nowhere)
 
 
 def test_all_of_it_comes_back(tavin, desktop, session, build, bare_field):

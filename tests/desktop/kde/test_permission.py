@@ -25,14 +25,6 @@ def desktop(session):
     programs.close()
 
 
-@pytest.fixture
-def bare_field(desktop, build):
-    """A program with no accessibility, that only a copy gets anything out of."""
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
-                        env=nowhere)
-
-
 def link_entries(session, build):
     return session.run([os.path.join(ROOT, "tools/link-entries"), build])
 

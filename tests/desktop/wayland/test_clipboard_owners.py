@@ -10,14 +10,6 @@ PRIVATE = "application/x-tavin-test"
 
 
 @pytest.fixture
-def bare_field(desktop, build):
-    """A program with no accessibility that never owns the selection."""
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
-                        env=nowhere)
-
-
-@pytest.fixture
 def hold(desktop, build):
     """Starts a program that owns the clipboard with so many bytes, with such manners."""
     def run(size, *manners):

@@ -26,14 +26,6 @@ def field(desktop, build):
     return window
 
 
-@pytest.fixture
-def bare_field(desktop, build):
-    """A program with no accessibility, that only a copy gets anything out of."""
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
-                        env=nowhere)
-
-
 def said(tavin):
     """Its line about what it has chosen; the log holds those of earlier ones, too."""
     return [line for line in tavin.log().splitlines() if line.startswith("Tavin: Wayland")][-1]
