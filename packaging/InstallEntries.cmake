@@ -1,10 +1,16 @@
 get_filename_component(prefix "${CMAKE_INSTALL_PREFIX}" ABSOLUTE)
-# Links of tools/link-entries into a build folder: to what they lead to counts as installed already.
+# The links that tools/link-entries has made into a build folder make way: to CMake, what they lead to
+# counts as installed already. The search follows no link of the user's.
+cmake_policy(SET CMP0009 NEW)
+set(share "$ENV{DESTDIR}${prefix}/share")
 foreach(folder IN ITEMS applications dbus-1/services icons/hicolor)
-  file(GLOB_RECURSE ours "$ENV{DESTDIR}${prefix}/share/${folder}/app.tavin.Tavin*")
-  foreach(entry IN LISTS ours)
-    if(IS_SYMLINK "${entry}")
-      file(REMOVE "${entry}")
+  file(GLOB_RECURSE entries RELATIVE "${share}" "${share}/${folder}/app.tavin.Tavin*")
+  foreach(entry IN LISTS entries)
+    if(IS_SYMLINK "${share}/${entry}")
+      file(READ_SYMLINK "${share}/${entry}" target)
+      if(target MATCHES "/share/${entry}$")
+        file(REMOVE "${share}/${entry}")
+      endif()
     endif()
   endforeach()
 endforeach()

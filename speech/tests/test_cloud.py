@@ -6,6 +6,7 @@ from pathlib import Path
 import pytest
 from cloud_service import KEY, TEXT, finish, info, use
 from sound import RATE, until
+from spoken import trimmed, without_silence
 
 CLOUDS = ["elevenlabs", "openai"]
 LABELS = {"elevenlabs": "ElevenLabs", "openai": "OpenAI"}
@@ -38,8 +39,9 @@ def test_it_speaks_with_a_key(cloud_engine, service, recorder, name):
     assert cloud_engine.wait_for("idle")["error"] is None
     assert service.texts() == ["One.", "Two, and more."]
     recorder.quiet_for(0.5)
-    loud = [index for index, sample in enumerate(recorder.samples) if abs(sample) > 50]
-    assert (loud[-1] - loud[0]) / RATE == pytest.approx(2 * service.seconds, abs=0.03)
+    assert len(without_silence(recorder.samples)) / RATE == pytest.approx(2 * service.seconds, abs=0.03)
+    pause = len(trimmed(recorder.samples)) / RATE - 2 * service.seconds
+    assert pause < 0.5, "the second sentence was ready, and a loaded machine plays it a little late"
 
 
 @pytest.mark.parametrize("name", CLOUDS)
@@ -128,8 +130,7 @@ def test_what_is_ready_is_heard_before_an_error_ends_the_text(cloud_engine, serv
     spoken = len(service.texts()) - 1
     cloud_engine.wait_for("idle", 20)
     recorder.quiet_for(0.5)
-    loud = [index for index, sample in enumerate(recorder.samples) if abs(sample) > 50]
-    assert (loud[-1] - loud[0]) / RATE == pytest.approx(2 * spoken, abs=0.1)
+    assert len(without_silence(recorder.samples)) / RATE == pytest.approx(2 * spoken, abs=0.1)
 
 
 def test_voices_that_cannot_be_had(cloud_engine, service):

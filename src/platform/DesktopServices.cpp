@@ -14,6 +14,7 @@
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/FakeInput.h"
 #include "platform/wayland/KeyStates.h"
+#include "platform/wayland/PlasmaWindows.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
 #include "platform/wayland/WaylandWindowSystem.h"
@@ -74,7 +75,7 @@ DesktopServices::~DesktopServices() = default;
 
 QByteArray DesktopServices::obstacle() const {
   if (windows_ == "compositor" && !compositor_)
-    return "there is no Wayland compositor that tells its windows";
+    return "there is no Wayland compositor with data control";
   if (display_ || (compositor_ && qtSpeaksWayland_))
     return {};
   if (compositor_)
@@ -99,6 +100,11 @@ std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {
   return x11::createWindowSystem();
 }
 
+bool DesktopServices::isKwin() const {
+  return desktop::currentDesktops().contains(QStringLiteral("KDE")) ||
+         (compositor_ && compositor_->windowsName() == wayland::plasmaWindowsName);
+}
+
 std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
     SystemLog& log, std::function<bool()> mayCopy) const {
   portal::ModifierHabits habits;
@@ -108,8 +114,14 @@ std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
       return known ? *known : modifiers->flags();
     };
   } else if (std::shared_ptr states = wayland::KeyStates::create(Deadline::in(connectSeconds))) {
-    habits.held = [states] { return states->modifiers(); };
-  } else if (desktop::currentDesktops().contains(QStringLiteral("KDE"))) {
+    habits.held = [states]() mutable {
+      if (states->haveEnded()) {
+        if (auto anew = wayland::KeyStates::create(Deadline::in(connectSeconds)))
+          states = std::move(anew);
+      }
+      return states->modifiers();
+    };
+  } else if (isKwin()) {
     habits.released = wayland::kwinReleasesHeldKeys();
     if (!habits.released) {
       log.write(

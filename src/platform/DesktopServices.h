@@ -52,6 +52,7 @@ class DesktopServices {
   QString description() const;
 
  private:
+  bool isKwin() const;
   std::unique_ptr<atspi::WindowSystem> createWindows() const;
   std::unique_ptr<desktop::CopyKeyboard> createKeyboard(const QString& kind, SystemLog& log,
                                                         const std::function<bool()>& mayCopy) const;

@@ -51,8 +51,16 @@ HotkeyRegistration LateHotkeys::registerEventHotKey(std::uint32_t keyCode, std::
   hotKey->keyCode = keyCode;
   hotKey->modifiers = modifiers;
   hotKey->id = id;
-  hotKeys_.push_back(hotKey);
-  return chosen_.service ? registerNow(hotKey) : HotkeyRegistration::refused(reason_, hotKey);
+  if (!chosen_.service) {
+    hotKeys_.push_back(hotKey);
+    return HotkeyRegistration::refused(reason_, hotKey);
+  }
+  HotkeyRegistration result = registerNow(hotKey);
+  if (hotKey->theirs)
+    hotKeys_.push_back(hotKey);
+  else
+    result.ref = nullptr;  // No answer will come.
+  return result;
 }
 
 void LateHotkeys::unregisterEventHotKey(const EventHotKeyRef& ref) {

@@ -126,11 +126,18 @@ def test_links_into_the_build_tree_make_way(tmp_path):
     assert {path.parts[0] for path in linked} == {"applications", "dbus-1", "icons"}
     assert all((data / path).is_symlink() for path in linked)
     (data / "applications/other.desktop").symlink_to("/nonexistent")
+    (data / "applications/app.tavin.Tavin-mine.desktop").symlink_to("/nonexistent/mine.desktop")
+    (tmp_path / "elsewhere/share/applications").mkdir(parents=True)
+    beyond = tmp_path / "elsewhere/share/applications/app.tavin.Tavin.desktop"
+    beyond.symlink_to("/nonexistent/share/applications/elsewhere/app.tavin.Tavin.desktop")
+    (data / "applications/elsewhere").symlink_to(beyond.parent)
     subprocess.run(["cmake", "--install", BUILD, "--prefix", str(tmp_path)], check=True, timeout=60,
                    stdout=subprocess.DEVNULL)
     for path in linked:
         assert (data / path).is_file() and not (data / path).is_symlink(), path
     assert (data / "applications/other.desktop").is_symlink()
+    assert (data / "applications/app.tavin.Tavin-mine.desktop").is_symlink()
+    assert beyond.is_symlink()
 
 
 def test_a_staged_installation_names_its_final_place(tmp_path):

@@ -66,7 +66,7 @@ bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   if (!on && prompt)
     on = turnOn("Tavin: switched accessibility on for this session (org.a11y.Status IsEnabled)");
   else if (!on && wasOn_ && mayTurnOnAgain(service))
-    on = turnOn("Tavin: accessibility was switched off; switched it on again");
+    on = turnOn("Tavin: accessibility was off; switched it on again");
   wasOn_ = on;
   if (on)
     tracker_->bus().connect(deadline);  // From now on a listener is registered, which keeps it on.

@@ -3,6 +3,7 @@
 #include <utility>
 
 namespace tavin::portal {
+
 PortalKeyboard::PortalKeyboard(std::shared_ptr<RemoteDesktop> desktop,
                                std::function<bool()> mayCopy, ModifierHabits modifiers)
     : CopyKeyboard(std::move(mayCopy)),

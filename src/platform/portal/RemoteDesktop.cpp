@@ -198,10 +198,10 @@ void RemoteDesktop::giveUp(const QString& reason) {
 
 // A dialog that was open has gone unanswered with it.
 void RemoteDesktop::ended(const QString& reason) {
-  if (dialogIsOpen_ && ++questionsInVain_ == mostInVain)
+  const bool inVain = dialogIsOpen_ && ++questionsInVain_ == mostInVain;
+  giveUp(reason);
+  if (inVain)
     decline();
-  else
-    giveUp(reason);
 }
 
 void RemoteDesktop::portalLeft() {

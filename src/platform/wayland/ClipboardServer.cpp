@@ -67,6 +67,8 @@ void ClipboardServer::serve(PasteboardItem item) {
 
 void ClipboardServer::clear() {
   thread_.ask<bool>(Deadline::in(patienceSeconds), [this] {
+    // What was put there before this moment is cleared, though we may not have heard of it yet.
+    connection_.roundTrip(Deadline::in(patienceSeconds));
     clearAt_ = Deadline::in(secondsUntilCleared);
     changesBeforeClear_ = control_.changes(Selection::clipboard);
     return true;

@@ -5,6 +5,8 @@ namespace {
 
 // KWin answers late where it must first read which programs there are.
 constexpr double secondsToConnect = 4;
+// One press looks at the windows more than once, and shall not wait that long each time.
+constexpr double secondsBetweenTries = 2;
 
 }  // namespace
 
@@ -15,10 +17,11 @@ std::shared_ptr<Compositor> Compositor::connect(double transferIdleSeconds) {
 }
 
 void Compositor::renew() {
-  if (!line_->thread.hasEnded())
+  if (!line_->thread.hasEnded() || !nextTry_.passed())
     return;
   if (auto line = Line::open(transferIdleSeconds_))
     line_ = std::move(line);
+  nextTry_ = Deadline::in(secondsBetweenTries);
 }
 
 std::unique_ptr<Compositor::Line> Compositor::Line::open(double transferIdleSeconds) {

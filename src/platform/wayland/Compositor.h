@@ -18,9 +18,9 @@ class Compositor {
   // Null without a compositor that has data control.
   static std::shared_ptr<Compositor> connect(double transferIdleSeconds = 10);
 
-  // Where the compositor has ended, connects to the one in its place, if there is one by now: KWin
-  // is started again while programs live on. All that is handed out below belongs to the connection
-  // and ends with it. Bounded by four seconds.
+  // To be called when the windows are looked at. Where the compositor has ended, connects to the
+  // one in its place, if there is one by now: KWin is started again while programs live on. All
+  // that is handed out below belongs to the connection and ends with it. Bounded by four seconds.
   void renew();
 
   ClipboardServer& clipboard() { return line_->clipboard; }
@@ -61,6 +61,7 @@ class Compositor {
 
   const double transferIdleSeconds_;
   std::unique_ptr<Line> line_;  // Never null.
+  Deadline nextTry_ = Deadline::in(0);
 };
 
 }  // namespace tavin::wayland

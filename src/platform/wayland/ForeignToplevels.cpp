@@ -24,7 +24,7 @@ bool holdsState(const wl_array& states, std::uint32_t wanted) {
 struct ForeignToplevels::Window {
   Window(ForeignToplevels& owner, Owned<zwlr_foreign_toplevel_handle_v1> newHandle)
       : list(owner), handle(std::move(newHandle)) {
-    toplevel.id = owner.watch_.newId();
+    toplevel.id = WindowWatch::newId();
   }
 
   ForeignToplevels& list;

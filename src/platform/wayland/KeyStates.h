@@ -24,6 +24,8 @@ class KeyStates {
   // Those held now, as EventFlags; bounded by a tenth of a second. Where no answer came it says
   // Alt: the key that the user pressed last may be down still, and would join the command.
   std::uint64_t modifiers();
+  // Whether the compositor has gone: nothing more is told.
+  bool haveEnded() const { return connection_->isBroken(); }
 
  private:
   explicit KeyStates(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}

@@ -13,7 +13,7 @@ constexpr std::uint32_t versionKnown = 16;
 struct PlasmaWindows::Window {
   Window(PlasmaWindows& owner, Owned<org_kde_plasma_window> newHandle)
       : list(owner), handle(std::move(newHandle)) {
-    toplevel.id = owner.watch_.newId();
+    toplevel.id = WindowWatch::newId();
   }
 
   PlasmaWindows& list;

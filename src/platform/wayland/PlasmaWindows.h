@@ -9,6 +9,8 @@
 
 namespace tavin::wayland {
 
+inline constexpr const char* plasmaWindowsName = "plasma-window-management";
+
 // The windows and their processes as KWin tells them, to a program whose desktop file asks for it.
 // Used by the thread of its connection alone.
 class PlasmaWindows final : public WindowSource {
@@ -17,7 +19,7 @@ class PlasmaWindows final : public WindowSource {
   static std::unique_ptr<PlasmaWindows> create(Connection& connection, WindowWatch& watch);
   ~PlasmaWindows() override;
 
-  std::string name() const override { return "plasma-window-management"; }
+  std::string name() const override { return plasmaWindowsName; }
 
  private:
   struct Window;

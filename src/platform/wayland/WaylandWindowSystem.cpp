@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cctype>
 #include <thread>
-#include <utility>
 
 #include "platform/atspi/ProgramKind.h"
 #include "platform/wayland/ClipboardSnapshot.h"
@@ -31,7 +30,7 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
   atspi::FrontWindow front;
   front.unknown = true;
   const bool afterMenu = menu_.take();
-  compositor_->renew();  // Each press begins here.
+  compositor_->renew();
   if (!compositor_->tellsWindows()) {
     front.id = unknownWindow;
     front.afterMenu = afterMenu;
@@ -53,14 +52,15 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
 
 void WaylandWindowSystem::waitForMenu() {
   const Deadline deadline = Deadline::in(secondsForMenu);
-  const Deadline untilHelp = Deadline::in(secondsForFocus);
-  bool helped = false;
+  Deadline untilHelp = Deadline::in(secondsForFocus);
   while (!deadline.passed()) {
     const auto now = compositor_->front(deadline);
     if (now && now->window.id != 0 && !WindowWatch::isOwn(now->window))
       return;
-    if (now && now->window.id == 0 && untilHelp.passed() && !std::exchange(helped, true))
+    if (now && now->window.id == 0 && untilHelp.passed()) {
       restoreFocus(deadline);
+      untilHelp = Deadline::in(secondsForFocus);
+    }
     std::this_thread::sleep_for(menuInterval);
   }
 }

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <atomic>
+
 #include "platform/wayland/ForeignToplevels.h"
 #include "platform/wayland/PlasmaWindows.h"
 
@@ -25,6 +27,12 @@ WindowWatch::~WindowWatch() = default;
 Toplevel WindowWatch::active() const {
   const auto found = windows_.find(activeId_);
   return found == windows_.end() ? Toplevel{} : found->second;
+}
+
+// Nor by the compositor that comes after this one.
+std::uint64_t WindowWatch::newId() {
+  static std::atomic<std::uint64_t> last = 0;
+  return ++last;
 }
 
 bool WindowWatch::isOwn(const Toplevel& window) {

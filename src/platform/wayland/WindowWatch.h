@@ -54,7 +54,7 @@ class WindowWatch {
   void primaryChanged(bool offered);
 
   // For the source: a number for a new window; whatever is known of it; its end.
-  std::uint64_t newId() { return ++lastId_; }
+  static std::uint64_t newId();
   void update(const Toplevel& window, bool active);
   void remove(std::uint64_t id);
 
@@ -63,7 +63,6 @@ class WindowWatch {
 
   std::unique_ptr<WindowSource> source_;
   std::map<std::uint64_t, Toplevel> windows_;
-  std::uint64_t lastId_ = 0;
   std::uint64_t activeId_ = 0;
   PrimaryMaker maker_;
 };

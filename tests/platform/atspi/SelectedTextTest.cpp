@@ -81,10 +81,15 @@ TEST_F(SelectedTextTest, StoppedProgramsSlowNothing) {
   EXPECT_TRUE(becomesSelected(kText, [this] { selectAll(); }));
   ASSERT_TRUE(one.suspend());
   ASSERT_TRUE(two.suspend());
-  QElapsedTimer timer;
-  timer.start();
-  EXPECT_EQ(selectedText(), kText);
-  EXPECT_LT(timer.elapsed(), 280) << "one message to a stopped program takes 300 ms";
+  qint64 quickest = 10'000;  // A loaded machine is slow now and then, a wait is there each time.
+  for (int i = 0; i < 5 && quickest >= 280; ++i) {
+    capture_ = captureOnX11(log_);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(selectedText(), kText);
+    quickest = std::min(quickest, timer.elapsed());
+  }
+  EXPECT_LT(quickest, 280) << "one message to a stopped program takes 300 ms";
 }
 
 TEST_F(SelectedTextTest, AStoppedProgramInFrontIsGivenUpInTime) {

@@ -218,7 +218,7 @@ TEST_F(WaylandPasteboardTest, AnOwnerThatDiesWhileItIsReadIsUnknownAtOnce) {
     QElapsedTimer timer;
     timer.start();
     EXPECT_EQ(pasteboard_.pasteboardItems(), std::nullopt) << moment;
-    EXPECT_LT(timer.elapsed(), 500) << moment;
+    EXPECT_LT(timer.elapsed(), 900) << moment << ": the time limit is a second";
   }
 }
 
