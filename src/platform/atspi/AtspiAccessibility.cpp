@@ -57,7 +57,7 @@ AtspiAccessibility::AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, Sy
 
 bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   const Deadline deadline = Deadline::in(secondsForSwitch);
-  const auto [state, service] = readSwitch(deadline);
+  const SwitchState state = readSwitch(deadline);
   if (state == SwitchState::missing)
     return canCopy_();
   if (state == SwitchState::late)
@@ -65,7 +65,7 @@ bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   bool on = state == SwitchState::on;
   if (!on && prompt)
     on = turnOn("Tavin: switched accessibility on for this session (org.a11y.Status IsEnabled)");
-  else if (!on && wasOn_ && mayTurnOnAgain(service))
+  else if (!on && wasOn_ && mayTurnOnAgain(deadline))
     on = turnOn("Tavin: accessibility was off; switched it on again");
   wasOn_ = on;
   if (on)
@@ -84,9 +84,10 @@ bool AtspiAccessibility::isTrustedWhileLate(bool prompt) {
   return wasOn_;
 }
 
-bool AtspiAccessibility::mayTurnOnAgain(const QString& service) {
+bool AtspiAccessibility::mayTurnOnAgain(Deadline deadline) {
+  const QString owner = switchOwner(deadline);
   const std::lock_guard lock(mutex_);
-  return std::exchange(turnedOnAgain_, service) != service;
+  return std::exchange(turnedOnAgain_, owner) != owner;
 }
 
 bool AtspiAccessibility::turnOn(const char* reason) {

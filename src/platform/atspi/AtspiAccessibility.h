@@ -25,7 +25,7 @@ class AtspiAccessibility final : public Accessibility {
  private:
   bool isTrustedWhileLate(bool prompt);
   // Whoever turns it off twice means it.
-  bool mayTurnOnAgain(const QString& service);
+  bool mayTurnOnAgain(Deadline deadline);
   bool turnOn(const char* reason);
 
   const std::shared_ptr<FocusTracker> tracker_;
@@ -33,7 +33,7 @@ class AtspiAccessibility final : public Accessibility {
   const std::function<bool()> canCopy_;
   std::atomic<bool> wasOn_ = false;  // When the service last told.
   std::mutex mutex_;
-  QString turnedOnAgain_;  // Of which service; the next one starts with it off.
+  QString turnedOnAgain_ = QStringLiteral("never");  // Whose; the next service starts with it off.
 };
 
 }  // namespace tavin::atspi

@@ -10,8 +10,10 @@
 namespace tavin::atspi {
 namespace {
 
+const QString switchName = QStringLiteral("org.a11y.Bus");
+
 QDBusMessage askProperties(const char* member, QVariantList arguments, Deadline deadline) {
-  auto message = QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus",
+  auto message = QDBusMessage::createMethodCall(switchName, "/org/a11y/bus",
                                                 "org.freedesktop.DBus.Properties", member);
   arguments.prepend(QString("IsEnabled"));
   arguments.prepend(QString("org.a11y.Status"));
@@ -27,20 +29,29 @@ bool isLateAnswer(const QDBusMessage& answer) {
 
 }  // namespace
 
-SwitchReading readSwitch(Deadline deadline) {
+SwitchState readSwitch(Deadline deadline) {
   if (!desktop::sessionBusIsUsable() || !QDBusConnection::sessionBus().isConnected())
-    return {};
+    return SwitchState::missing;
   const auto answer = askProperties("Get", {}, deadline);
   if (!isAnswer(answer))
-    return {isLateAnswer(answer) ? SwitchState::late : SwitchState::missing, {}};
-  return {valueIn(answer).toBool() ? SwitchState::on : SwitchState::off, answer.service()};
+    return isLateAnswer(answer) ? SwitchState::late : SwitchState::missing;
+  return valueIn(answer).toBool() ? SwitchState::on : SwitchState::off;
+}
+
+QString switchOwner(Deadline deadline) {
+  auto question = QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                                 "org.freedesktop.DBus", "GetNameOwner");
+  question << switchName;
+  const auto answer =
+      QDBusConnection::sessionBus().call(question, QDBus::Block, deadline.remainingMs());
+  return isAnswer(answer) ? valueIn(answer).toString() : QString();
 }
 
 bool turnSwitchOn(Deadline deadline) {
   if (!desktop::sessionBusIsUsable())
     return false;
   askProperties("Set", {QVariant::fromValue(QDBusVariant(true))}, deadline);
-  return readSwitch(deadline).state == SwitchState::on;
+  return readSwitch(deadline) == SwitchState::on;
 }
 
 }  // namespace tavin::atspi

@@ -14,12 +14,9 @@ enum class SwitchState {
   late,     // Being started, busy or hanging.
 };
 
-struct SwitchReading {
-  SwitchState state = SwitchState::missing;
-  QString service;  // Which one told: another each time it is started.
-};
-
-SwitchReading readSwitch(Deadline deadline);
+SwitchState readSwitch(Deadline deadline);
+// Who has the switch: another each time the service is started. Empty where nobody tells in time.
+QString switchOwner(Deadline deadline);
 // Whether it is on afterwards. A service that is late gets the request once it wakes up. The screen
 // reader's own switch is another one and stays as it is.
 bool turnSwitchOn(Deadline deadline);

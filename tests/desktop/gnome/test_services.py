@@ -31,7 +31,7 @@ def test_windows_that_the_compositor_does_not_tell_are_told_of(desktop, session,
                             env={**session.env, "TAVIN_WINDOWS": "compositor"})
     assert program.wait(10) == 1
     assert session.log("forced.log") == (
-        "tavin: there is no Wayland compositor that tells its windows\n")
+        "tavin: there is no Wayland compositor with data control\n")
 
 
 def test_without_a_keyboard_nobody_is_asked(desktop, engine, build, bare_field):

@@ -19,7 +19,7 @@ using atspi::SwitchState;
 
 class SwitchTest : public CaptureTest {
  protected:
-  static SwitchState state() { return atspi::readSwitch(Deadline::in(5)).state; }
+  static SwitchState state() { return atspi::readSwitch(Deadline::in(5)); }
   static void turnOff() {
     auto message = QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus",
                                                   "org.freedesktop.DBus.Properties", "Set");
@@ -88,7 +88,7 @@ TEST_F(SwitchTest, ALateServiceIsNotTrustedAndTurnsOnWhenItWakesUp) {
   turnOff();
   {
     const Standstill late;
-    EXPECT_EQ(atspi::readSwitch(Deadline::in(0.2)).state, SwitchState::late);
+    EXPECT_EQ(atspi::readSwitch(Deadline::in(0.2)), SwitchState::late);
     QElapsedTimer timer;
     timer.start();
     EXPECT_FALSE(trusted());
