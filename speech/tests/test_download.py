@@ -158,6 +158,7 @@ def test_a_refusal_is_told_at_once(server, file, code):
         does.cut_after(0),
         does.page(),
         does.trickle,
+        does.stall_after(13),
     ],
 )
 def test_a_server_that_gives_nothing_is_given_up(server, file, plan):
