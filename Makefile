@@ -18,7 +18,7 @@ help:
 	@echo "make kokoro    install the neural voice's libraries from PyPI"
 	@echo "make test      build and run the tests with light programs"
 	@echo "make test-all  the tests with browsers, further panels and window managers as well"
-	@echo "make desktops  Debian 13's desktops in a folder, for those tests (4 minutes, 3 GB)"
+	@echo "make desktops  Debian 13's desktops in a folder, for those tests (6 minutes, 4 GB)"
 	@echo "make bench     build and print the measurements"
 	@echo "make format    format the C++ sources"
 	@echo "make lint      clang-format and clang-tidy, warnings as errors"
@@ -45,7 +45,7 @@ kokoro:
 test: build-tests
 	$(CTEST) -LE 'heavy|debian13'
 
-# ONLY=heavy leaves out what `make test` runs, and Debian 13, whose folder takes 3 GB; EXCEPT='kde|gnome'
+# ONLY=heavy leaves out what `make test` runs, and Debian 13, whose folder takes 4 GB; EXCEPT='kde|gnome'
 # leaves out more. The set-up comes before the build: one of the tests' programs is made only where
 # its protocol is installed.
 test-all:
