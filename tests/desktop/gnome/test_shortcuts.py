@@ -108,15 +108,19 @@ def setting(session, schema, key, value):
         session.set(schema, key, before)
 
 
+def desktops_own(session, chord):
+    """The desktop's own key for another purpose."""
+    return setting(session, "org.gnome.mutter.keybindings", "toggle-tiled-left",
+                   f"['{accelerator(chord)}']")
+
+
 @pytest.fixture
 def holder(session):
-    """The desktop's own key for another purpose."""
     def hold(chord):
         # Once the settings daemon has given up the last test's keys: the compositor forgets what
         # takes the place of a key before that.
         wait_until(lambda: not is_held(session, chord), 30, chord)
-        return setting(session, "org.gnome.mutter.keybindings", "toggle-tiled-left",
-                       f"['{accelerator(chord)}']")
+        return desktops_own(session, chord)
     return hold
 
 
@@ -293,11 +297,11 @@ def test_a_shell_that_comes_after_tavin(desktop, engine, build, session, panel, 
 
 
 def test_a_killed_tavins_key_that_is_taken_now(desktop, engine, tavin, build, session, preset,
-                                               holder, registered):
-    wait_until(lambda: len(registered()) == 2, 10, "the shortcuts")
+                                               registered, ready):
+    ready(CHORDS[preset])
     tavin.process.kill()
     tavin.process.wait(10)
-    with holder(CHORDS[preset]):
+    with desktops_own(session, CHORDS[preset]):
         Tavin(desktop, engine, build, log="again.log")
         wait_until(lambda: [p for p in registered() if "speak" in p] == [], 10, "the leftover gone")
         assert len(registered()) == 1

@@ -2,6 +2,7 @@
 is ever typed into what runs there."""
 
 import os
+import time
 
 import pytest
 from driver import Tavin
@@ -64,5 +65,6 @@ def test_selection_of_another_window_is_not_read(tavin, desktop, terminal, progr
 
 def test_selection_made_before_tavin_is_not_read(desktop, terminal, engine, build):
     terminal.select_word()
+    time.sleep(1)  # Plasma 6's Konsole selects a second time, once no third click can come.
     assert Tavin(desktop, engine, build).press() == []
     assert terminal.reached() == ["ready"]
