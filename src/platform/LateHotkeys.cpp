@@ -23,26 +23,12 @@ LateHotkeys::~LateHotkeys() = default;
 
 void LateHotkeys::become(ChosenHotkeys chosen) {
   chosen_ = std::move(chosen);
-  chosen_.service->installEventHandler([this](EventHotKeyID id) {
-    if (pressed_)
-      pressed_(id);
-  });
+  chosen_.service->installEventHandler([this](EventHotKeyID id) { tellPress(id); });
   chosen_.service->installAnswerHandler(
       [this](const HotkeyRegistration& theirs) { answer(theirs); });
   for (const auto& hotKey : std::vector(hotKeys_)) {
-    const HotkeyRegistration result = registerNow(hotKey);
-    if (answered_)
-      answered_(result);
+    tellAnswer(registerNow(hotKey));
   }
-}
-
-std::int32_t LateHotkeys::installEventHandler(std::function<void(EventHotKeyID)> callback) {
-  pressed_ = std::move(callback);
-  return 0;
-}
-
-void LateHotkeys::installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) {
-  answered_ = std::move(callback);
 }
 
 HotkeyRegistration LateHotkeys::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
@@ -87,11 +73,11 @@ HotkeyRegistration LateHotkeys::registerNow(const std::shared_ptr<HotKey>& hotKe
 void LateHotkeys::answer(const HotkeyRegistration& theirs) {
   const auto found =
       std::ranges::find(hotKeys_, theirs.ref, [](const auto& hotKey) { return hotKey->theirs; });
-  if (found == hotKeys_.end() || !answered_)
+  if (found == hotKeys_.end())
     return;
   HotkeyRegistration ours = theirs;
   ours.ref = *found;
-  answered_(ours);
+  tellAnswer(ours);
 }
 
 }  // namespace tavin

@@ -4,13 +4,14 @@
 #include <vector>
 
 #include "platform/HotkeyChoice.h"
+#include "platform/desktop/HotkeyServiceBase.h"
 #include "platform/gnome/ShellWatch.h"
 
 namespace tavin {
 
 // The shortcuts of a GNOME whose shell is not there yet: refuses what is registered, and once the
 // shell has told its version gives it to the service that is right for that. Main thread only.
-class LateHotkeys final : public HotkeyService {
+class LateHotkeys final : public desktop::HotkeyServiceBase {
  public:
   using Choose = std::function<ChosenHotkeys(const QString& shellVersion)>;
 
@@ -18,8 +19,6 @@ class LateHotkeys final : public HotkeyService {
   LateHotkeys(QString reason, Choose choose);
   ~LateHotkeys() override;
 
-  std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
-  void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
   HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                          EventHotKeyID id) override;
   void unregisterEventHotKey(const EventHotKeyRef& ref) override;
@@ -37,8 +36,6 @@ class LateHotkeys final : public HotkeyService {
   const QString reason_;
   ChosenHotkeys chosen_;  // Without a service until the shell is there.
   std::vector<std::shared_ptr<HotKey>> hotKeys_;
-  std::function<void(EventHotKeyID)> pressed_;
-  std::function<void(const HotkeyRegistration&)> answered_;
   gnome::ShellWatch watch_;
 };
 

@@ -52,18 +52,9 @@ CustomBindings::CustomBindings(const QDBusConnection& bus, const ServeKey& serve
         commandRan(action);
     });
   QObject::connect(&owners_, &QDBusServiceWatcher::serviceRegistered, &owners_,
-                   [this] { daemonCame(); });
+                   [this] { daemonChanged(true); });
   QObject::connect(&owners_, &QDBusServiceWatcher::serviceUnregistered, &owners_,
-                   [this] { daemonLeft(); });
-}
-
-std::int32_t CustomBindings::installEventHandler(std::function<void(EventHotKeyID)> callback) {
-  pressed_ = std::move(callback);
-  return 0;
-}
-
-void CustomBindings::installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) {
-  answered_ = std::move(callback);
+                   [this] { daemonChanged(false); });
 }
 
 HotkeyRegistration CustomBindings::registerEventHotKey(std::uint32_t keyCode,
@@ -139,8 +130,7 @@ void CustomBindings::press(const QString& action, Clock::time_point at) {
     return;
   if (modifiers_ && action == desktop::shortcutAction(0))
     modifiers_->pressed(at);
-  if (pressed_)
-    pressed_(hotKey->id);
+  tellPress(hotKey->id);
 }
 
 void CustomBindings::release() {
@@ -157,18 +147,12 @@ bool CustomBindings::daemonRuns() {
   return bus_.call(question, QDBus::Block, busDeadline).arguments().value(0).toBool();
 }
 
-void CustomBindings::daemonCame() {
+void CustomBindings::daemonChanged(bool runs) {
   for (const auto& hotKey : std::vector(hotKeys_)) {
-    if (!std::exchange(hotKey->active, true) && answered_)
-      answered_(HotkeyRegistration::granted(hotKey));
-  }
-}
-
-void CustomBindings::daemonLeft() {
-  for (const auto& hotKey : std::vector(hotKeys_)) {
-    if (std::exchange(hotKey->active, false) && answered_)
-      answered_(
-          HotkeyRegistration::refused(QStringLiteral("GNOME's settings daemon has ended"), hotKey));
+    if (std::exchange(hotKey->active, runs) != runs)
+      tellAnswer(runs ? HotkeyRegistration::granted(hotKey)
+                      : HotkeyRegistration::refused(
+                            QStringLiteral("GNOME's settings daemon has ended"), hotKey));
   }
 }
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/HotkeyService.h"
+#include "platform/desktop/HotkeyServiceBase.h"
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/PressFilter.h"
 
@@ -19,7 +19,7 @@ namespace tavin::gnome {
 // something in GNOME's settings holds; answers later where the settings daemon, which hears the
 // keys, does not run yet or has ended. What a killed Tavin left behind is overwritten, or removed
 // where its key is refused. Main thread only.
-class CustomBindings final : public HotkeyService {
+class CustomBindings final : public desktop::HotkeyServiceBase {
  public:
   // Has a D-Bus action call the function at each of its runs.
   using ServeKey = std::function<void(const QString& action, std::function<void()> ran)>;
@@ -28,8 +28,6 @@ class CustomBindings final : public HotkeyService {
   CustomBindings(const QDBusConnection& bus, const ServeKey& serveKey,
                  std::shared_ptr<HeldModifiers> modifiers);
 
-  std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
-  void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
   HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                          EventHotKeyID id) override;
   void unregisterEventHotKey(const EventHotKeyRef& ref) override;
@@ -46,16 +44,13 @@ class CustomBindings final : public HotkeyService {
   void removeLater(const QString& action);
   bool daemonRuns();
   // It reads our keys in the settings when it comes.
-  void daemonCame();
-  void daemonLeft();
+  void daemonChanged(bool runs);
 
   QDBusConnection bus_;
   QDBusServiceWatcher owners_;
   const std::shared_ptr<HeldModifiers> modifiers_;
   std::vector<std::shared_ptr<HotKey>> hotKeys_;
   std::map<QString, PressFilter> filters_;
-  std::function<void(EventHotKeyID)> pressed_;
-  std::function<void(const HotkeyRegistration&)> answered_;
 };
 
 }  // namespace tavin::gnome

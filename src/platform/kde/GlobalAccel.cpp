@@ -62,15 +62,6 @@ GlobalAccel::GlobalAccel()
 
 GlobalAccel::~GlobalAccel() = default;
 
-std::int32_t GlobalAccel::installEventHandler(std::function<void(EventHotKeyID)> callback) {
-  callback_ = std::move(callback);
-  return 0;
-}
-
-void GlobalAccel::installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) {
-  answered_ = std::move(callback);
-}
-
 HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                     EventHotKeyID id) {
   const auto key = qtKeyNow(keyCode, modifiers);
@@ -146,9 +137,8 @@ void GlobalAccel::take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage
     bus_->send(removal(hotKey->action));
   if (std::exchange(hotKey->active, granted) == granted && granted)
     return;
-  if (answered_)
-    answered_(granted ? HotkeyRegistration::granted(hotKey)
-                      : HotkeyRegistration::refused(heldByAnother(), hotKey));
+  tellAnswer(granted ? HotkeyRegistration::granted(hotKey)
+                     : HotkeyRegistration::refused(heldByAnother(), hotKey));
 }
 
 void GlobalAccel::serviceChanged(const QString& owner) {
@@ -157,8 +147,8 @@ void GlobalAccel::serviceChanged(const QString& owner) {
     if (!owner.isEmpty()) {
       bus_->send(registration(hotKey->action));
       ask(hotKey);
-    } else if (std::exchange(hotKey->active, false) && answered_) {
-      answered_(
+    } else if (std::exchange(hotKey->active, false)) {
+      tellAnswer(
           HotkeyRegistration::refused(QStringLiteral("KDE's shortcut service has ended"), hotKey));
     }
   }
@@ -169,8 +159,7 @@ void GlobalAccel::pressed(const QDBusMessage& signal) {
   HotKey* hotKey = hotKeyIn(signal);
   if (!hotKey || !hotKey->active || std::exchange(hotKey->held, true))
     return;
-  if (callback_)
-    callback_(hotKey->id);
+  tellPress(hotKey->id);
 }
 
 void GlobalAccel::released(const QDBusMessage& signal) {

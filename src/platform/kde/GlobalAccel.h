@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/HotkeyService.h"
 #include "platform/desktop/BusSignal.h"
+#include "platform/desktop/HotkeyServiceBase.h"
 #include "platform/desktop/SessionBus.h"
 #include "platform/kde/GlobalAccelMessages.h"
 
@@ -17,13 +17,11 @@ namespace tavin::kde {
 // registered stays so, even for a program that was killed, until `release` or the next start.
 // The key in the ANSI "R" position is found by the layouts that there are when it is registered.
 // Main thread only.
-class GlobalAccel final : public HotkeyService {
+class GlobalAccel final : public desktop::HotkeyServiceBase {
  public:
   GlobalAccel();
   ~GlobalAccel() override;
 
-  std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
-  void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
   HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                          EventHotKeyID id) override;
   void unregisterEventHotKey(const EventHotKeyRef& ref) override;
@@ -47,8 +45,6 @@ class GlobalAccel final : public HotkeyService {
   const std::unique_ptr<desktop::BusSignal> presses_;
   const std::unique_ptr<desktop::BusSignal> releases_;
   std::vector<std::shared_ptr<HotKey>> hotKeys_;
-  std::function<void(EventHotKeyID)> callback_;
-  std::function<void(const HotkeyRegistration&)> answered_;
 };
 
 }  // namespace tavin::kde

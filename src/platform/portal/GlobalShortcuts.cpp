@@ -75,16 +75,6 @@ void GlobalShortcuts::portalLeft() {
   QTimer::singleShot(beforeRestart, &owners_, [this] { announceTo(*bus_); });
 }
 
-std::int32_t GlobalShortcuts::installEventHandler(std::function<void(EventHotKeyID)> callback) {
-  callback_ = std::move(callback);
-  return 0;
-}
-
-void GlobalShortcuts::installAnswerHandler(
-    std::function<void(const HotkeyRegistration&)> callback) {
-  answered_ = std::move(callback);
-}
-
 HotkeyRegistration GlobalShortcuts::registerEventHotKey(std::uint32_t keyCode,
                                                         std::uint32_t modifiers, EventHotKeyID id) {
   auto wanted = wantedShortcut(keyCode, modifiers);
@@ -207,9 +197,9 @@ void GlobalShortcuts::settle(const std::shared_ptr<HotKey>& hotKey, bool active,
                              const QString& reason) {
   const bool first = !std::exchange(hotKey->answered, true);
   const bool changed = std::exchange(hotKey->active, active) != active;
-  if ((first || changed) && answered_)
-    answered_(active ? HotkeyRegistration::granted(hotKey)
-                     : HotkeyRegistration::refused(reason, hotKey));
+  if (first || changed)
+    tellAnswer(active ? HotkeyRegistration::granted(hotKey)
+                      : HotkeyRegistration::refused(reason, hotKey));
 }
 
 void GlobalShortcuts::listen() {
@@ -223,8 +213,7 @@ void GlobalShortcuts::listen() {
       return;
     if (pressed_)
       pressed_();
-    if (callback_)
-      callback_(hotKey->id);
+    tellPress(hotKey->id);
   });
   hear(shortcutsInterface, QStringLiteral("Deactivated"), [this](const QDBusMessage& signal) {
     if (HotKey* hotKey = hotKeyIn(signal))

@@ -8,8 +8,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/HotkeyService.h"
 #include "platform/desktop/BusSignal.h"
+#include "platform/desktop/HotkeyServiceBase.h"
 #include "platform/desktop/SessionBus.h"
 #include "platform/portal/Request.h"
 #include "platform/portal/Shortcut.h"
@@ -20,7 +20,7 @@ namespace tavin::portal {
 // the user, once for each pair of combinations, and remembers the answer; so each registration is
 // answered later. What it remembers is asked for first: the dialog is opened only where something
 // is missing, and never again once it was declined. Main thread only.
-class GlobalShortcuts final : public HotkeyService {
+class GlobalShortcuts final : public desktop::HotkeyServiceBase {
  public:
   // In words who holds a combination already, where the portal would bind it all the same and its
   // presses would never come.
@@ -31,8 +31,6 @@ class GlobalShortcuts final : public HotkeyService {
   explicit GlobalShortcuts(Holder holder, std::function<void()> pressed = {});
   ~GlobalShortcuts() override;
 
-  std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
-  void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
   HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                          EventHotKeyID id) override;
   void unregisterEventHotKey(const EventHotKeyRef& ref) override;
@@ -71,8 +69,6 @@ class GlobalShortcuts final : public HotkeyService {
   bool creating_ = false;      // A session that cannot be closed yet.
   bool portalGone_ = false;    // Or it was never there.
   QElapsedTimer lastRestart_;  // Of the portal, by us.
-  std::function<void(EventHotKeyID)> callback_;
-  std::function<void(const HotkeyRegistration&)> answered_;
 };
 
 }  // namespace tavin::portal

@@ -39,15 +39,6 @@ HotkeyGrabs::HotkeyGrabs(std::unique_ptr<Connection> connection)
   QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { readEvents(); });
 }
 
-std::int32_t HotkeyGrabs::installEventHandler(std::function<void(EventHotKeyID)> callback) {
-  callback_ = std::move(callback);
-  return 0;
-}
-
-void HotkeyGrabs::installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) {
-  answered_ = std::move(callback);
-}
-
 HotkeyRegistration HotkeyGrabs::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                     EventHotKeyID id) {
   auto hotKey = std::make_shared<HotKey>();
@@ -130,7 +121,7 @@ void HotkeyGrabs::handlePress(const xcb_key_press_event_t& press) {
   // While the keyboard is grabbed, the focused program has lost its focus and its selection.
   xcb_ungrab_keyboard(connection_->get(), press.time);
   xcb_flush(connection_->get());
-  if (!isNew || !callback_)
+  if (!isNew)
     return;
   const auto found = std::ranges::find_if(hotKeys_, [&](const auto& hotKey) {
     return hotKey->mask == mapping_.withoutLocks(press.state) &&
@@ -138,7 +129,7 @@ void HotkeyGrabs::handlePress(const xcb_key_press_event_t& press) {
                                [&](const KeyGrab& grab) { return grab.keycode == press.detail; });
   });
   if (found != hotKeys_.end())
-    callback_((*found)->id);
+    tellPress((*found)->id);
 }
 
 // Keys keep their numbers when the layout changes, but not their symbols and modifiers.
@@ -154,10 +145,7 @@ void HotkeyGrabs::followKeyboard() {
       changes.push_back(std::move(*change));
   }
   // Only now: whoever hears of it may register anew.
-  for (const auto& change : changes) {
-    if (answered_)
-      answered_(change);
-  }
+  for (const auto& change : changes) tellAnswer(change);
 }
 
 // Grabs it again; what has changed by that, if anything.

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/HotkeyService.h"
+#include "platform/desktop/HotkeyServiceBase.h"
 #include "platform/x11/Connection.h"
 #include "platform/x11/HeldKeys.h"
 #include "platform/x11/HotkeyMapping.h"
@@ -13,16 +13,14 @@
 
 namespace tavin::x11 {
 
-// Global shortcuts as key grabs on a connection of their own. Main thread only.
-class HotkeyGrabs final : public HotkeyService {
+// Global shortcuts as key grabs on a connection of their own. An answer comes later where the
+// keyboard changes and another program has taken a shortcut's new key; the next change tries again.
+// Main thread only.
+class HotkeyGrabs final : public desktop::HotkeyServiceBase {
  public:
   // Null where there is no display, or one without XInput 2.1.
   static std::unique_ptr<HotkeyGrabs> create();
 
-  std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
-  // Called when the keyboard changes and another program has taken a shortcut's new key. The next
-  // change tries again.
-  void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
   // A refusal's status is the X error code.
   HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                          EventHotKeyID id) override;
@@ -47,8 +45,6 @@ class HotkeyGrabs final : public HotkeyService {
   HeldKeys heldKeys_;
   HotkeyMapping mapping_;
   std::vector<std::shared_ptr<HotKey>> hotKeys_;
-  std::function<void(EventHotKeyID)> callback_;
-  std::function<void(const HotkeyRegistration&)> answered_;
   bool keyboardChanged_ = false;
   QSocketNotifier notifier_;
 };
