@@ -114,13 +114,7 @@ std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
       return known ? *known : modifiers->flags();
     };
   } else if (std::shared_ptr states = wayland::KeyStates::create(Deadline::in(connectSeconds))) {
-    habits.held = [states]() mutable {
-      if (states->haveEnded()) {
-        if (auto anew = wayland::KeyStates::create(Deadline::in(connectSeconds)))
-          states = std::move(anew);
-      }
-      return states->modifiers();
-    };
+    habits.held = [states] { return states->modifiers(); };
   } else if (isKwin()) {
     habits.released = wayland::kwinReleasesHeldKeys();
     if (!habits.released) {

@@ -49,4 +49,9 @@ void TaskInbox::close() {
   open_ = false;
 }
 
+bool TaskInbox::isOpen() {
+  const std::lock_guard lock(mutex_);
+  return open_;
+}
+
 }  // namespace tavin::posix

@@ -41,6 +41,8 @@ class TaskInbox {
   // Runs the tasks that are there, before each sleep. False once the thread is to end.
   bool run();
   void close();
+  // Whether tasks are taken. Any thread.
+  bool isOpen();
 
  private:
   void wake() const;

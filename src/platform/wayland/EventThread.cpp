@@ -38,7 +38,6 @@ void EventThread::run() {
     for (Part* part : parts_) part->proceed();
   } while (goesOn && connection_.turn(files, prepare(files)));
   inbox_.close();
-  ended_ = true;
 }
 
 // Collects what to wait for; returns for how many milliseconds, -1 for ever.

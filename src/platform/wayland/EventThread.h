@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <functional>
 #include <optional>
 #include <thread>
@@ -37,7 +36,7 @@ class EventThread {
   void stop();
   // Whether the connection has broken, or it was stopped: nothing happens on it any more. Any
   // thread.
-  bool hasEnded() const { return ended_; }
+  bool hasEnded() { return !inbox_.isOpen(); }
 
   // Runs `task` on the thread, as TaskInbox::ask() says. Any other thread.
   template <typename T>
@@ -52,7 +51,6 @@ class EventThread {
   Connection& connection_;
   std::vector<Part*> parts_;
   posix::TaskInbox inbox_;
-  std::atomic<bool> ended_ = false;
   std::thread thread_;
 };
 

@@ -11,6 +11,7 @@ namespace {
 constexpr std::uint32_t versionWithModifiers = 5;
 constexpr std::uint32_t statePressed = 3;
 constexpr double secondsForAnswer = 0.1;
+constexpr double secondsToConnect = 1;
 
 std::uint64_t flagOf(std::uint32_t key) {
   switch (key) {
@@ -33,18 +34,32 @@ std::uint64_t flagOf(std::uint32_t key) {
 bool kwinReleasesHeldKeys() { return qEnvironmentVariableIntValue("KDE_SESSION_VERSION") == 5; }
 
 std::unique_ptr<KeyStates> KeyStates::create(Deadline deadline) {
-  return on(Connection::open(deadline));
+  auto states = on(Connection::open(deadline));
+  if (states)
+    states->ownsConnection_ = true;
+  return states;
 }
 
 std::unique_ptr<KeyStates> KeyStates::on(std::shared_ptr<Connection> connection) {
-  if (!connection ||
-      connection->offered(org_kde_kwin_keystate_interface.name) < versionWithModifiers)
-    return nullptr;
-  return std::unique_ptr<KeyStates>(new KeyStates(std::move(connection)));
+  return connection && toldOn(*connection)
+             ? std::unique_ptr<KeyStates>(new KeyStates(std::move(connection)))
+             : nullptr;
+}
+
+bool KeyStates::toldOn(const Connection& connection) {
+  return connection.offered(org_kde_kwin_keystate_interface.name) >= versionWithModifiers;
+}
+
+void KeyStates::reconnect() {
+  std::shared_ptr<Connection> anew = Connection::open(Deadline::in(secondsToConnect));
+  if (anew && toldOn(*anew))
+    connection_ = std::move(anew);
 }
 
 // The compositor would tell whoever stays bound of each press of a modifier.
 std::uint64_t KeyStates::modifiers() {
+  if (ownsConnection_ && connection_->isBroken())
+    reconnect();
   const auto states = connection_->bind<org_kde_kwin_keystate>(org_kde_kwin_keystate_interface,
                                                                versionWithModifiers);
   if (!states)

@@ -17,20 +17,22 @@ bool kwinReleasesHeldKeys();
 class KeyStates {
  public:
   // Null where the compositor does not tell it. The one on a connection of its own is null also
-  // where that is not answered in time.
+  // where that is not answered in time; it connects anew where the compositor was started again.
   static std::unique_ptr<KeyStates> create(Deadline deadline);
   static std::unique_ptr<KeyStates> on(std::shared_ptr<Connection> connection);
 
-  // Those held now, as EventFlags; bounded by a tenth of a second. Where no answer came it says
-  // Alt: the key that the user pressed last may be down still, and would join the command.
+  // Those held now, as EventFlags; bounded by a tenth of a second, and by a second where it
+  // connects anew. Where no answer came it says Alt: the key that the user pressed last may be down
+  // still, and would join the command.
   std::uint64_t modifiers();
-  // Whether the compositor has gone: nothing more is told.
-  bool haveEnded() const { return connection_->isBroken(); }
 
  private:
   explicit KeyStates(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
+  static bool toldOn(const Connection& connection);
+  void reconnect();
 
-  const std::shared_ptr<Connection> connection_;
+  std::shared_ptr<Connection> connection_;
+  bool ownsConnection_ = false;
 };
 
 }  // namespace tavin::wayland
