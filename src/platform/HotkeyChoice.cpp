@@ -9,7 +9,6 @@
 #include "platform/gnome/CustomKeybindings.h"
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/KeyHolders.h"
-#include "platform/gnome/ShellWatch.h"
 #include "platform/kde/GlobalAccel.h"
 #include "platform/portal/GlobalShortcuts.h"
 #include "platform/x11/HotkeyGrabs.h"
@@ -101,11 +100,6 @@ ChosenHotkeys awaitShell(const SessionTraits& session, const HotkeyNeeds& needs)
       }));
 }
 
-bool mayBeLate(const SessionTraits& session, const QString& forced) {
-  return roadOf(session) == HotkeyRoad::none && !roadsByName().contains(forced) &&
-         session.desktops.contains(QStringLiteral("GNOME"));
-}
-
 }  // namespace
 
 HotkeyRoad chooseHotkeyRoad(const SessionTraits& session, const QString& forced) {
@@ -116,11 +110,12 @@ ChosenHotkeys chooseHotkeys(const HotkeyNeeds& needs) {
   const QString forced = qEnvironmentVariable("TAVIN_SHORTCUTS");
   const SessionTraits session = SessionTraits::read(needs.wayland);
   const HotkeyRoad road = chooseHotkeyRoad(session, forced);
+  const bool onGnome = session.desktops.contains(QStringLiteral("GNOME"));
   // A Tavin that was killed in the same user's other session may have left them there.
-  if (road != HotkeyRoad::gnome && session.desktops.contains(QStringLiteral("GNOME")))
+  if (road != HotkeyRoad::gnome && onGnome)
     gnome::removeCustomBindings();
-  ChosenHotkeys chosen =
-      mayBeLate(session, forced) ? awaitShell(session, needs) : make(road, session, needs);
+  const bool shellIsLate = road == HotkeyRoad::none && onGnome && !roadsByName().contains(forced);
+  ChosenHotkeys chosen = shellIsLate ? awaitShell(session, needs) : make(road, session, needs);
   chosen.road = road;
   chosen.name = roadsByName().key(road);
   return chosen;
