@@ -16,6 +16,8 @@ constexpr uint firstVersionThatRemembers = 2;
 constexpr uint untilRevoked = 2;
 // A desktop that fails in the middle of each question shall not go on flashing dialogs.
 constexpr int mostInVain = 3;
+
+const QString noKey = QStringLiteral("Tavin: no copy key: ");
 constexpr double typingSeconds = 1.0;
 constexpr int offerDeadline = 10000;  // Milliseconds; the portal may have to be started.
 
@@ -191,17 +193,17 @@ void RemoteDesktop::call(const QString& method, QVariantList arguments, QVariant
 
 // The next need tries it again.
 void RemoteDesktop::giveUp(const QString& reason) {
-  log_.write(QStringLiteral("Tavin: no copy key: ") + reason);
+  log_.write(noKey + reason);
   closeSession();
   setState(State::closed);
 }
 
 // A dialog that was open has gone unanswered with it.
 void RemoteDesktop::ended(const QString& reason) {
-  const bool inVain = dialogIsOpen_ && ++questionsInVain_ == mostInVain;
-  giveUp(reason);
-  if (inVain)
-    decline();
+  if (!dialogIsOpen_ || ++questionsInVain_ < mostInVain)
+    return giveUp(reason);
+  log_.write(noKey + reason);
+  decline();
 }
 
 void RemoteDesktop::portalLeft() {
