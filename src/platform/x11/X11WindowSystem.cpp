@@ -27,12 +27,14 @@ atspi::FrontWindow X11WindowSystem::frontWindow() {
   atspi::FrontWindow front;
   front.id = window;
   front.processId = clientProcess(reader_->connection(), window);
-  atspi::setProgramKind(front, windowClass(reader_->connection(), window), windowProcesses());
-  addEmbeddedProgram(front);
+  const auto processes = windowProcesses();
+  atspi::setProgramKind(front, windowClass(reader_->connection(), window), processes);
+  addEmbeddedProgram(front, processes);
   return front;
 }
 
-void X11WindowSystem::addEmbeddedProgram(atspi::FrontWindow& front) {
+void X11WindowSystem::addEmbeddedProgram(atspi::FrontWindow& front,
+                                         const std::set<std::int64_t>& processes) {
   const Connection& connection = reader_->connection();
   const xcb_window_t target = activeWindow_.keyTarget();
   const bool embedded = target != XCB_WINDOW_NONE &&
@@ -41,8 +43,7 @@ void X11WindowSystem::addEmbeddedProgram(atspi::FrontWindow& front) {
   if (!embedded)
     return;
   const auto host = std::exchange(front.processId, clientProcess(connection, target));
-  atspi::setProgramKind(front, windowClass(connection, activeWindow_.setUpBy(target)),
-                        windowProcesses());
+  atspi::setProgramKind(front, windowClass(connection, activeWindow_.setUpBy(target)), processes);
   front.processId = host;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <set>
 
 #include "platform/atspi/MenuNotice.h"
 #include "platform/atspi/WindowSystem.h"
@@ -25,7 +27,7 @@ class X11WindowSystem final : public atspi::WindowSystem {
   void waitForMenu();
   // Adds what is known of a program that shows itself inside the front window, as a terminal does
   // in a window of tabs, and gets its keys.
-  void addEmbeddedProgram(atspi::FrontWindow& front);
+  void addEmbeddedProgram(atspi::FrontWindow& front, const std::set<std::int64_t>& processes);
   bool primaryIsFrom(const atspi::FrontWindow& window);
 
   const std::unique_ptr<SelectionReader> reader_;
