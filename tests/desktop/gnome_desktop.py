@@ -5,6 +5,7 @@ import json
 import os
 import time
 
+import pixels
 from gi.repository import GLib
 from gnome_session import INPUT, GnomeSession
 from session import SessionError, wait_until
@@ -149,19 +150,29 @@ class GnomeDesktop(WaylandDesktop):
     def no_dialog(self):
         return not self.titled(self.DIALOG)
 
+    def may_share(self, dialog):
+        """Whether remote interaction is allowed: "Share" is pale before."""
+        left, top, _, _ = self.window(dialog)["rect"]
+        path = os.path.join(self.session.folder, "dialog.png")
+        self.session.picture(path)
+        # Above the word, where no pointer hides it.
+        red, _, _ = pixels.pixel(path, left + self.SHARE[0], top + self.SHARE[1] - 13)
+        return red < 100
+
     def share(self):
         dialog = self.permission_dialog()
 
         def shared():
-            for place in (self.ALLOW, self.SHARE):
-                # What is drawn is not yet what takes a click.
-                self.wait_for_calm()
-                if not self.no_dialog():
-                    self.click(dialog, *place)
+            if self.no_dialog():
+                return True
+            # What is drawn is not yet what takes a click: some are lost.
+            self.wait_for_calm()
+            allowed = self.may_share(dialog)
+            self.click(dialog, *(self.SHARE if allowed else self.ALLOW))
             with contextlib.suppress(SessionError):
-                return wait_until(self.no_dialog, 2)
-            return False
-        wait_until(shared, 20, "the dialog's end")
+                wait_until(self.no_dialog if allowed else lambda: self.may_share(dialog), 2)
+            return self.no_dialog()
+        wait_until(shared, 30, "the dialog's end")
         time.sleep(0.5)  # The program in front learns of it later than the shell.
 
     def share_again(self):

@@ -8,6 +8,19 @@ gi.require_version("GdkPixbuf", "2.0")
 from gi.repository import GdkPixbuf  # noqa: E402
 
 
+def size(path):
+    """A picture's width and height."""
+    picture = GdkPixbuf.Pixbuf.new_from_file(path)
+    return picture.get_width(), picture.get_height()
+
+
+def pixel(path, x, y):
+    """The colour of one point of a picture, as red, green, blue."""
+    picture = GdkPixbuf.Pixbuf.new_from_file(path)
+    at = y * picture.get_rowstride() + x * picture.get_n_channels()
+    return tuple(picture.get_pixels()[at:at + 3])
+
+
 def colours(desktop, x, y, width, height):
     """The colours in a rectangle of the screen, each with how often it is there."""
     path = os.path.join(desktop.session.folder, "pixels.png")

@@ -3,13 +3,10 @@ fixture `session`."""
 
 import contextlib
 
-import gi
+import pixels
 import pytest
 from session import wait_until
 from wayland_session import WaylandDesktop
-
-gi.require_version("GdkPixbuf", "2.0")
-from gi.repository import GdkPixbuf  # noqa: E402
 
 BLUE = (0, 0, 255)
 
@@ -25,11 +22,9 @@ def middle(session):
     """The colour in the middle of the screen."""
     path = session.folder + "/picture.png"
     session.picture(path)
-    picture = GdkPixbuf.Pixbuf.new_from_file(path)
-    assert (picture.get_width(), picture.get_height()) == session.size
-    at = (picture.get_height() // 2) * picture.get_rowstride() \
-        + (picture.get_width() // 2) * picture.get_n_channels()
-    return tuple(picture.get_pixels()[at:at + 3])
+    width, height = pixels.size(path)
+    assert (width, height) == session.size
+    return pixels.pixel(path, width // 2, height // 2)
 
 
 def test_a_window_is_in_the_picture(session, desktop):
