@@ -5,6 +5,7 @@
 #include "platform/Deadline.h"
 #include "platform/HotkeyChoice.h"
 #include "platform/desktop/DesktopName.h"
+#include "platform/desktop/SessionBus.h"
 #include "platform/gnome/ShellWatch.h"
 
 namespace tavin {
@@ -12,21 +13,10 @@ namespace {
 
 constexpr double secondsToAsk = 1;
 
-// An answer's first value; invalid where none comes in time.
-QVariant ask(QDBusMessage question, const QVariantList& arguments, Deadline deadline) {
-  question.setArguments(arguments);
-  question.setAutoStartService(false);
-  const QDBusMessage answer =
-      QDBusConnection::sessionBus().call(question, QDBus::Block, deadline.remainingMs());
-  return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments().value(0) : QVariant();
-}
-
 // The process that owns a name; 0 where none does.
 uint processOf(const QString& name, Deadline deadline) {
-  const QString bus = QStringLiteral("org.freedesktop.DBus");
-  return ask(QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
-                                            QStringLiteral("GetConnectionUnixProcessID")),
-             {name}, deadline)
+  return desktop::askBusDaemon(QDBusConnection::sessionBus(),
+                               QStringLiteral("GetConnectionUnixProcessID"), name, deadline)
       .toUInt();
 }
 

@@ -39,12 +39,9 @@ SwitchState readSwitch(Deadline deadline) {
 }
 
 QString switchOwner(Deadline deadline) {
-  auto question = QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                                 "org.freedesktop.DBus", "GetNameOwner");
-  question << switchName;
-  const auto answer =
-      QDBusConnection::sessionBus().call(question, QDBus::Block, deadline.remainingMs());
-  return isAnswer(answer) ? valueIn(answer).toString() : QString();
+  return desktop::askBusDaemon(QDBusConnection::sessionBus(), QStringLiteral("GetNameOwner"),
+                               switchName, deadline)
+      .toString();
 }
 
 bool turnSwitchOn(Deadline deadline) {

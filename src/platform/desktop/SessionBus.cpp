@@ -1,5 +1,6 @@
 #include "platform/desktop/SessionBus.h"
 
+#include <QDBusMessage>
 #include <QFileInfo>
 #include <QUrl>
 
@@ -58,6 +59,16 @@ QDBusConnection connectToSessionBus(const QString& connectionName) {
   if (!sessionBusIsUsable())
     return QDBusConnection(connectionName);
   return QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
+}
+
+QVariant askBusDaemon(const QDBusConnection& bus, const QString& method, const QString& name,
+                      Deadline deadline) {
+  const QString daemon = QStringLiteral("org.freedesktop.DBus");
+  QDBusMessage question = QDBusMessage::createMethodCall(
+      daemon, QStringLiteral("/org/freedesktop/DBus"), daemon, method);
+  question << name;
+  const QDBusMessage answer = bus.call(question, QDBus::Block, deadline.remainingMs());
+  return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments().value(0) : QVariant();
 }
 
 }  // namespace tavin::desktop

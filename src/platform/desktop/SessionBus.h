@@ -2,6 +2,9 @@
 
 #include <QDBusConnection>
 #include <QString>
+#include <QVariant>
+
+#include "platform/Deadline.h"
 
 namespace tavin::desktop {
 
@@ -16,8 +19,13 @@ bool sessionBusIsUsable();
 // A connection of its own to that bus, disconnected where there is none.
 QDBusConnection connectToSessionBus(const QString& connectionName);
 
-// The same, ended with this object. `purpose` names it among Qt's connections. Main thread; the
-// connection itself serves any.
+// What the daemon of `bus` answers to the question `method` about `name`; invalid where it gives no
+// answer by then. Waits; any thread.
+QVariant askBusDaemon(const QDBusConnection& bus, const QString& method, const QString& name,
+                      Deadline deadline);
+
+// The same as connectToSessionBus(), ended with this object. `purpose` names it among Qt's
+// connections. Main thread; the connection itself serves any.
 class OwnConnection {
  public:
   explicit OwnConnection(const QString& purpose);

@@ -1,6 +1,5 @@
 #include "platform/gnome/CustomBindings.h"
 
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QPointer>
 #include <QTimer>
@@ -10,6 +9,7 @@
 #include <thread>
 #include <utility>
 
+#include "platform/desktop/SessionBus.h"
 #include "platform/desktop/ShortcutAction.h"
 #include "platform/gnome/CustomKeybindings.h"
 #include "platform/gnome/KeyHolders.h"
@@ -18,7 +18,7 @@
 namespace tavin::gnome {
 namespace {
 
-constexpr int busDeadline = 500;  // Milliseconds.
+constexpr double secondsToAsk = 0.5;
 constexpr std::chrono::milliseconds storeDeadline(500);
 constexpr std::chrono::milliseconds idleDeadline(300);
 
@@ -140,11 +140,9 @@ void CustomBindings::release() {
 }
 
 bool CustomBindings::daemonRuns() {
-  const QString bus = QStringLiteral("org.freedesktop.DBus");
-  QDBusMessage question = QDBusMessage::createMethodCall(
-      bus, QStringLiteral("/org/freedesktop/DBus"), bus, QStringLiteral("NameHasOwner"));
-  question << settingsDaemon;
-  return bus_.call(question, QDBus::Block, busDeadline).arguments().value(0).toBool();
+  return desktop::askBusDaemon(bus_, QStringLiteral("NameHasOwner"), settingsDaemon,
+                               Deadline::in(secondsToAsk))
+      .toBool();
 }
 
 void CustomBindings::daemonChanged(bool runs) {
