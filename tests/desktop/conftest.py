@@ -76,8 +76,5 @@ def tavin(desktop, engine, build):
 
 @pytest.fixture
 def bare_field(request, desktop, build):
-    """A program that tells accessibility nothing and owns no selection, with the TEXT of the test's
-    file selected: only a copy gets anything out of it."""
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    return desktop.open([os.path.join(build, "bin/qt6_field"), request.module.TEXT, "--bare"],
-                        "Qt 6 field", env=nowhere)
+    """With the TEXT of the test's file selected."""
+    return desktop.open_bare_field(build, request.module.TEXT)

@@ -44,6 +44,13 @@ class Desktop:
         self.focus(wid)
         return wid
 
+    def open_bare_field(self, build, text, **environment):
+        """A program that tells accessibility nothing and owns no selection, with `text` selected:
+        only a copy gets anything out of it."""
+        nowhere = {**self.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
+        return self.open([os.path.join(build, "bin/qt6_field"), text, "--bare"], "Qt 6 field",
+                         env={**nowhere, **environment})
+
     def show(self, command, name, seconds=30.0, **kwargs):
         """The same for a window that takes no focus."""
         program = self.start(command, **kwargs)

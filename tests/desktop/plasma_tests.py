@@ -90,8 +90,7 @@ def test_speak_selection_reads_the_program_in_front(tavin, desktop, engine, pane
 
 
 def test_a_program_that_only_a_copy_reads(tavin, desktop, engine, build, panel):
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field", env=nowhere)
+    desktop.open_bare_field(build, TEXT)
     assert_reads(panel.open_menu(engine), engine)
 
 

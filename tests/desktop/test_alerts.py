@@ -79,8 +79,7 @@ def test_two_presses_without_permission_show_two_one_after_the_other(
 def given_back(desktop, tavin, programs, build):
     """What Tavin put back on the clipboard after a copy, and serves itself."""
     before = own_clipboard(desktop, programs)
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field", env=nowhere)
+    desktop.open_bare_field(build, TEXT)
     assert tavin.press() == [TEXT]
     return before
 

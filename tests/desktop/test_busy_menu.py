@@ -18,8 +18,7 @@ def test_a_silent_owner_of_the_clipboard_does_not_hold_the_menu_up(
     tray = Tray(desktop, "trayer")
     tray.wait_for_icon()
     own_clipboard(desktop, programs)
-    nowhere = {**desktop.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-    desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field", env=nowhere)
+    desktop.open_bare_field(build, TEXT)
     owner = desktop.session.run(["xdotool", "search", "--name", "^clipboard owner$",
                                  "getwindowpid"])
     os.kill(int(owner), signal.SIGSTOP)

@@ -5,7 +5,6 @@ import os
 import socket
 
 import pytest
-from kwin_desktop import KwinDesktop
 from kwin_session import SOCKET, GlobalAccel, KwinSession
 from session import stop, wait_until
 
@@ -35,22 +34,13 @@ def session(tmp_path, build):
         yield private
 
 
-@pytest.fixture
-def desktop(session):
-    programs = KwinDesktop(session)
-    yield programs
-    programs.close()
-
-
 @pytest.mark.parametrize("bare", [False, True], ids=["accessibility", "copy"])
 def test_the_next_press_reads(session, desktop, tavin, build, bare):
     def field(text):
-        command = [os.path.join(build, "bin/qt6_field"), text]
         if bare:
-            nowhere = {**session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-            desktop.open([*command, "--bare"], "Qt 6 field", env=nowhere)
+            desktop.open_bare_field(build, text)
         else:
-            desktop.open(command, "Qt 6 field")
+            desktop.open([os.path.join(build, "bin/qt6_field"), text], "Qt 6 field")
             desktop.select_until(text, lambda: desktop.key("ctrl+a"))
 
     field(TEXT)

@@ -46,9 +46,7 @@ def copied_text():
 @pytest.fixture
 def bare_field(desktop, build):
     """A program with no accessibility, that only a copy gets anything out of."""
-    return desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
-                        env={**desktop.session.env, "QT_QPA_PLATFORM": "xcb",
-                             "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"})
+    return desktop.open_bare_field(build, TEXT, QT_QPA_PLATFORM="xcb")
 
 
 @pytest.fixture

@@ -5,7 +5,6 @@ import subprocess
 
 import pytest
 from driver import Tavin
-from kwin_desktop import KwinDesktop
 from kwin_session import KwinSession
 
 ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../..")
@@ -16,13 +15,6 @@ TEXT = "only a copy brings this text"
 def session(tmp_path, build):
     with KwinSession(str(tmp_path), build, native=True, linked=False) as private:
         yield private
-
-
-@pytest.fixture
-def desktop(session):
-    programs = KwinDesktop(session)
-    yield programs
-    programs.close()
 
 
 def link_entries(session, build):
