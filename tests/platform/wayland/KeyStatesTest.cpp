@@ -24,7 +24,7 @@ TEST_F(KeyStatesTest, TellsWhatIsHeldNow) {
                                                            {7, EventFlags::option}};
   for (const auto& [key, flag] : known) {
     fake_.hold(key);
-    EXPECT_TRUE(eventually([&] { return states_->modifiers() == flag; })) << key;
+    EXPECT_TRUE(eventually([&, wanted = flag] { return states_->modifiers() == wanted; })) << key;
   }
 }
 
