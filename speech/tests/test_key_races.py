@@ -29,16 +29,21 @@ class SlowKeyring:
         return answer
 
 
+async def read_while_kept(mine, keyring, key):
+    """What a reading brings during which `key` is kept."""
+    keyring.hold("get")
+    reading = asyncio.create_task(mine.key("openai"))
+    await asyncio.sleep(0)
+    await mine.keep("openai", "OpenAI", key)
+    keyring.held["get"].set()
+    return await reading
+
+
 def test_a_key_that_is_removed_while_it_is_read_does_not_come_back(monkeypatch):
     async def scenario():
         keyring = SlowKeyring(monkeypatch, KEY)
         mine = Keys(["openai"])
-        keyring.hold("get")
-        reading = asyncio.create_task(mine.key("openai"))
-        await asyncio.sleep(0)
-        await mine.keep("openai", "OpenAI", "")
-        keyring.held["get"].set()
-        assert await reading is None
+        assert await read_while_kept(mine, keyring, "") is None
         assert not mine.known("openai")
 
     asyncio.run(scenario())
@@ -65,12 +70,7 @@ def test_a_new_key_wins_over_the_one_that_is_being_read(monkeypatch):
     async def scenario():
         keyring = SlowKeyring(monkeypatch, OTHER)
         mine = Keys(["openai"])
-        keyring.hold("get")
-        reading = asyncio.create_task(mine.key("openai"))
-        await asyncio.sleep(0)
-        await mine.keep("openai", "OpenAI", KEY)
-        keyring.held["get"].set()
-        assert await reading == KEY
+        assert await read_while_kept(mine, keyring, KEY) == KEY
 
     asyncio.run(scenario())
 
