@@ -156,7 +156,7 @@ class GnomeDesktop(WaylandDesktop):
         path = os.path.join(self.session.folder, "dialog.png")
         self.session.picture(path)
         # Above the word, where no pointer hides it.
-        red, _, _ = pixels.pixel(path, left + self.SHARE[0], top + self.SHARE[1] - 13)
+        red, _, _ = pixels.Picture(path).colour(left + self.SHARE[0], top + self.SHARE[1] - 13)
         return red < 100
 
     def share(self):

@@ -22,9 +22,10 @@ def middle(session):
     """The colour in the middle of the screen."""
     path = session.folder + "/picture.png"
     session.picture(path)
-    width, height = pixels.size(path)
-    assert (width, height) == session.size
-    return pixels.pixel(path, width // 2, height // 2)
+    picture = pixels.Picture(path)
+    assert picture.size == session.size
+    width, height = picture.size
+    return picture.colour(width // 2, height // 2)
 
 
 def test_a_window_is_in_the_picture(session, desktop):
