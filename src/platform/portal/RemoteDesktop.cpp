@@ -16,11 +16,10 @@ constexpr uint firstVersionThatRemembers = 2;
 constexpr uint untilRevoked = 2;
 // A desktop that fails in the middle of each question shall not go on flashing dialogs.
 constexpr int mostInVain = 3;
-
-const QString noKey = QStringLiteral("Tavin: no copy key: ");
 constexpr double typingSeconds = 1.0;
 constexpr int offerDeadline = 10000;  // Milliseconds; the portal may have to be started.
 
+const QString noKey = QStringLiteral("Tavin: no copy key: ");
 const QString remoteInterface = QStringLiteral("org.freedesktop.portal.RemoteDesktop");
 
 // Another one each time: the desktop's own part of a portal outlives the portal, with its sessions.
