@@ -1,11 +1,11 @@
-#include "engine/CurlTransfer.h"
+#include "platform/http/CurlTransfer.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
 
-namespace tavin {
+namespace tavin::http {
 
 CurlTransfer::CurlTransfer(const UrlRequest& request, std::size_t maxAnswerSize,
                            std::function<bool()> mayProceed)
@@ -114,4 +114,4 @@ int CurlTransfer::onConnected(void* self, char*, char*, int, int) {
                                                          : CURL_PREREQFUNC_ABORT;
 }
 
-}  // namespace tavin
+}  // namespace tavin::http

@@ -1,4 +1,4 @@
-#include "engine/CurlSession.h"
+#include "platform/http/CurlSession.h"
 
 #include <curl/curl.h>
 #include <unistd.h>
@@ -6,11 +6,11 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "engine/CurlTransfer.h"
-#include "engine/ListenerOwner.h"
 #include "platform/SystemLog.h"
+#include "platform/http/CurlTransfer.h"
+#include "platform/http/ListenerOwner.h"
 
-namespace tavin {
+namespace tavin::http {
 namespace {
 
 std::uint16_t portOf(const UrlRequest& request) {
@@ -44,4 +44,4 @@ bool CurlSession::peerIsEngine(const UrlRequest& request) {
   return owners && !owners->empty() && !foreign;
 }
 
-}  // namespace tavin
+}  // namespace tavin::http

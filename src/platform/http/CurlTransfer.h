@@ -7,9 +7,9 @@
 #include <functional>
 #include <memory>
 
-#include "engine/UrlSession.h"
+#include "platform/UrlSession.h"
 
-namespace tavin {
+namespace tavin::http {
 
 // One request on a connection of its own. Runs in the calling thread.
 class CurlTransfer {
@@ -53,4 +53,4 @@ class CurlTransfer {
   std::unique_ptr<CURL, Release<curl_easy_cleanup>> easy_;
 };
 
-}  // namespace tavin
+}  // namespace tavin::http

@@ -4,15 +4,17 @@
 #include <chrono>
 #include <future>
 
-#include "engine/CurlSession.h"
-#include "engine/ListenerOwner.h"
-#include "engine/RawServer.h"
 #include "fake/FakeServices.h"
+#include "platform/http/CurlSession.h"
+#include "platform/http/ListenerOwner.h"
+#include "platform/http/RawServer.h"
 
 namespace tavin::test {
 namespace {
 
 using namespace std::chrono_literals;
+using http::CurlSession;
+using http::listenerOwners;
 using ::testing::Contains;
 using ::testing::Each;
 using ::testing::ElementsAre;

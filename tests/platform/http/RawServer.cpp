@@ -1,4 +1,4 @@
-#include "engine/RawServer.h"
+#include "platform/http/RawServer.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>

@@ -1,4 +1,4 @@
-#include "engine/ListenerOwner.h"
+#include "platform/http/ListenerOwner.h"
 
 #include <arpa/inet.h>
 #include <linux/inet_diag.h>
@@ -12,7 +12,7 @@
 #include <array>
 #include <cstring>
 
-namespace tavin {
+namespace tavin::http {
 namespace {
 
 // TCP_LISTEN of the kernel's state numbers.
@@ -97,4 +97,4 @@ std::optional<std::vector<uid_t>> listenerOwners(std::uint16_t port) {
   return owners;
 }
 
-}  // namespace tavin
+}  // namespace tavin::http

@@ -6,11 +6,13 @@
 #include <cstddef>
 #include <optional>
 
-#include "engine/UrlSession.h"
+#include "platform/UrlSession.h"
 
 namespace tavin {
-
 class SystemLog;
+}
+
+namespace tavin::http {
 
 // The session on libcurl. Each request has a connection of its own, because a library may send a
 // POST again on a reused one; no proxy, redirect, cookie or cache takes part. A listener of another
@@ -36,4 +38,4 @@ class CurlSession final : public UrlSession {
   std::atomic<bool> ownerUnknown_ = false;
 };
 
-}  // namespace tavin
+}  // namespace tavin::http
