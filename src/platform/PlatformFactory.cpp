@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <utility>
 
-#include "engine/CurlSession.h"
 #include "platform/DesktopServices.h"
 #include "platform/HotkeyChoice.h"
 #include "platform/Installation.h"
@@ -18,6 +17,7 @@
 #include "platform/desktop/SettingsUserDefaults.h"
 #include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/NotingControl.h"
+#include "platform/http/CurlSession.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/tray/ModalAlerts.h"
@@ -55,7 +55,7 @@ void addCommonParts(Platform& platform) {
   platform.globalQueue = std::make_unique<ThreadQueue>(globalQueueThreads);
   platform.makeSerialQueue = [] { return std::make_unique<ThreadQueue>(1); };
   platform.userDefaults = std::make_unique<desktop::SettingsUserDefaults>();
-  platform.urlSession = std::make_unique<CurlSession>(*platform.log);
+  platform.urlSession = std::make_unique<http::CurlSession>(*platform.log);
   platform.processLauncher = std::make_unique<posix::PosixProcessLauncher>();
   platform.loginItem =
       std::make_unique<desktop::AutostartLoginItem>(QCoreApplication::applicationFilePath());
