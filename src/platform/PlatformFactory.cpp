@@ -6,6 +6,7 @@
 
 #include "platform/DesktopServices.h"
 #include "platform/HotkeyChoice.h"
+#include "platform/Installation.h"
 #include "platform/ThreadQueue.h"
 #include "platform/desktop/AutostartLoginItem.h"
 #include "platform/desktop/DesktopWorkspace.h"
@@ -105,10 +106,11 @@ StartedPlatform startPlatform(int& argc, char** argv) {
         std::move(platform->remoteControl), std::move(modifiers));
   const QString shortcuts = addHotkeys(*platform, services, control);
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(services.displayBell());
-  platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3")
+  platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3, version %4")
                            .arg(services.description(), shortcuts,
                                 bus.isConnected() ? QStringLiteral("with the session bus")
-                                                  : QStringLiteral("without a session bus")));
+                                                  : QStringLiteral("without a session bus"),
+                                QLatin1String(version)));
   return {.platform = std::move(platform), .exitCode = 0};
 }
 
