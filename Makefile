@@ -32,7 +32,7 @@ build:
 	@cmake --build $(BUILD) -j$(JOBS)
 
 build-tests:
-	@tools/setup build engine demo test
+	@tools/setup test
 	@$(CONFIGURE) -DBUILD_TESTING=ON
 	@cmake --build $(BUILD) -j$(JOBS)
 

@@ -29,8 +29,8 @@ class Child:
         self._reader = asyncio.get_running_loop().create_task(self._read())
 
     @classmethod
-    async def start(cls, module, *arguments, on_frame, on_death, quiet=False):
-        """Start a module of this package as a process; OSError when that fails."""
+    async def start(cls, module, *arguments, on_frame, on_death, quiet=False, environment=None):
+        """Start a module of this package as a process; OSError when that fails. `environment` is added to ours."""
         process = await asyncio.create_subprocess_exec(
             sys.executable,
             "-m",
@@ -38,6 +38,7 @@ class Child:
             *arguments,
             str(os.getpid()),
             cwd=ENGINE_FOLDER,
+            env={**os.environ, **(environment or {})},
             stdin=asyncio.subprocess.PIPE,
             stdout=asyncio.subprocess.PIPE,
             stderr=asyncio.subprocess.DEVNULL if quiet else None,

@@ -14,6 +14,10 @@ from tavin.log import log
 from tavin.process import frames
 from tavin.process.child import Child
 
+# libespeak-ng connects to the sound server when it is initialised, though it never plays anything, and
+# waits for one that does not answer. This address refuses at once.
+NO_SOUND_SERVER = {"PULSE_SERVER": "unix:/dev/null/none"}
+
 
 class SynthesisError(Exception):
     """Text for the user: why a sentence could not be turned into sound."""
@@ -71,6 +75,7 @@ class Synthesis:
             on_frame=while_current(self._frame),
             on_death=while_current(self._death),
             quiet=True,  # libraries may print what they were given to say
+            environment=NO_SOUND_SERVER,
         )
 
     async def say(self, text, voice, speed, on_audio):

@@ -68,7 +68,7 @@ def test_the_sound_follows_the_default_device_and_survives_the_loss_of_all(serve
 
 def test_a_suspended_device_holds_the_sound_back_for_as_long_as_it_is(server, listen, new_engine, tmp_path):
     tree = Tree(tmp_path / "tree")
-    tree.change("sound/stream.py", "ANSWER_SECONDS = 5.0", "ANSWER_SECONDS = 1.5")
+    tree.change("sound/stream.py", "ANSWER_SECONDS = 2.5", "ANSWER_SECONDS = 1.5")
     engine = new_engine(server.environment, tree=tree.folder).start()
     recorder = listen("test")
     text = "This sentence is interrupted for a moment. It goes on."
