@@ -11,6 +11,7 @@ import os
 import resource
 import signal
 import socket
+import sys
 
 from aiohttp import web
 
@@ -19,6 +20,7 @@ from tavin.http.guard import PORT, Connection, guarded
 from tavin.http.peer import Doorkeeper
 from tavin.http.routes import application
 from tavin.log import log, loop_failure, set_up
+from tavin.process.renewal import Entrance, Renewal
 from tavin.settings import Settings, default_path
 
 RETRY_SECONDS = 2.0
@@ -28,6 +30,8 @@ LONG_TEXT = 1 << 20
 
 async def listen():
     """The listening socket. Another user's engine may hold the port: wait for it to go."""
+    if len(sys.argv) > 1:
+        return socket.socket(fileno=int(sys.argv[1]))  # of the engine that this one was until now
     told = False
     while True:
         listener = socket.socket(socket.AF_INET, socket.SOCK_STREAM)
@@ -88,8 +92,9 @@ async def serve():
     leave_on_signals(engine)
     runner = web.AppRunner(application(engine))
     await runner.setup()
-    runner.server.request_handler = guarded(runner.server.request_handler)
-    listener = await listen()
+    entrance = Entrance(await listen(), lambda: Doorkeeper(connection), lambda: runner.server.connections)
+    renewal = Renewal(entrance, lambda: engine.status()["state"] == "idle")
+    runner.server.request_handler = renewal.watching(guarded(runner.server.request_handler))
     # Requests wait in the listener's queue until the voices are known.
     await engine.know_voices()
     loop = asyncio.get_running_loop()
@@ -98,10 +103,10 @@ async def serve():
         # A compressed body is no JSON, and nobody can send a small one that becomes huge.
         return Connection(runner.server, loop=loop, access_log=None, auto_decompress=False)
 
-    serving = await loop.create_server(lambda: Doorkeeper(connection), sock=listener, backlog=128)
+    await entrance.open()
     log.info("serving on port %d", PORT)
     await engine.warm_up()
-    await serving.serve_forever()
+    await asyncio.Event().wait()  # for a signal
 
 
 def main():
