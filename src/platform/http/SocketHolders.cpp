@@ -5,8 +5,6 @@
 #include <ctime>
 #include <utility>
 
-#include "platform/posix/ProcessInfo.h"
-
 namespace tavin::http {
 namespace {
 

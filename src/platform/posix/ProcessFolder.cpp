@@ -9,11 +9,17 @@
 #include <array>
 #include <charconv>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string_view>
 
 namespace tavin::posix {
 namespace {
+
+// Far more than there are; nobody hostile shall hold us up.
+constexpr std::size_t mostProcesses = 100'000;
+constexpr std::size_t mostThreads = 2000;
 
 struct CloseFolder {
   void operator()(DIR* folder) const { ::closedir(folder); }
@@ -48,6 +54,16 @@ std::optional<int> number(const char* text) {
   const char* end = text + std::strlen(text);
   const auto result = std::from_chars(text, end, value);
   return result.ec == std::errc() && result.ptr == end ? std::optional(value) : std::nullopt;
+}
+
+std::vector<pid_t> numbersIn(const std::string& path, std::size_t most) {
+  const Folder folder = openFolder(AT_FDCWD, path.c_str());
+  std::vector<pid_t> numbers;
+  const dirent* entry = nullptr;
+  while (folder && numbers.size() < most && (entry = ::readdir(folder.get())))
+    if (const auto pid = number(entry->d_name))
+      numbers.push_back(*pid);
+  return numbers;
 }
 
 bool sameNamespace(int folder, const char* kind) {
@@ -108,13 +124,16 @@ bool ProcessFolder::holds(int descriptor, std::uint32_t socketInode) const {
          socketName(socketInode);
 }
 
-std::vector<pid_t> allProcesses() {
-  const Folder folder = openFolder(AT_FDCWD, "/proc");
-  std::vector<pid_t> processes;
-  while (const dirent* entry = folder ? ::readdir(folder.get()) : nullptr)
-    if (const auto pid = number(entry->d_name))
-      processes.push_back(*pid);
-  return processes;
+std::vector<pid_t> allProcesses() { return numbersIn("/proc", mostProcesses); }
+
+std::vector<pid_t> childrenOf(pid_t pid) {
+  const std::string threads = "/proc/" + std::to_string(pid) + "/task";
+  std::vector<pid_t> children;
+  for (const pid_t thread : numbersIn(threads, mostThreads)) {
+    std::ifstream list(threads + '/' + std::to_string(thread) + "/children");
+    children.insert(children.end(), std::istream_iterator<pid_t>(list), {});
+  }
+  return children;
 }
 
 }  // namespace tavin::posix

@@ -37,5 +37,6 @@ class ProcessFolder {
 
 // All that there are now, in the order of their numbers.
 std::vector<pid_t> allProcesses();
+std::vector<pid_t> childrenOf(pid_t pid);
 
 }  // namespace tavin::posix
