@@ -17,12 +17,15 @@ END_SECONDS = 0.5
 
 
 class Child:
+    living = set()  # of this engine, whoever owns them
+
     def __init__(self, process, on_frame, on_death):
         self._process = process
         self._on_frame = on_frame
         self._on_death = on_death
         self.pid = process.pid
         self.alive = True
+        self.living.add(self)
         self._reader = asyncio.get_running_loop().create_task(self._read())
 
     @classmethod
@@ -71,6 +74,7 @@ class Child:
             code = await self._process.wait()
         self._process.stdin.close()
         self.alive = False
+        self.living.discard(self)
         self._on_death(describe_exit(code))
 
 
