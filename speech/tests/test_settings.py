@@ -149,6 +149,8 @@ def test_a_write_that_fails_in_its_midst_leaves_the_old_file(tmp_path, limited_f
         b'{"engine": ["espeak"], "voices": {"espeak": 7, "x": "y"}, "speed": NaN}',
         b'{"engine": {}, "voices": [], "speed": true, "keys": {}}',
         b'{"keys": ["nobody", 7, {}]}',
+        b'{"languages": {"fr": 7, "de": {"espeak": 1, "nobody": "x"}, "": []}}',
+        b'{"languages": ["fr"]}',
     ],
 )
 def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
@@ -157,6 +159,7 @@ def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
     settings = Settings(path)
     assert (settings.engine, settings.speed) == ("espeak", 1.0)
     assert settings.keyed == []
+    assert not any(settings.languages.values())
     assert settings.voices in ({}, {"espeak": "nobody"})  # which voices there are is not known here
 
 
