@@ -11,7 +11,7 @@ CONFIGURE = cmake -S . -B $(BUILD) $(NEW)
 CXX_FILES = $(shell git ls-files '*.cpp' '*.h')
 
 .DEFAULT_GOAL := help
-.PHONY: help run kokoro test test-all desktops bench format lint build build-tests
+.PHONY: help run kokoro test test-all test-packages desktops bench format lint build build-tests deb dist
 
 help:
 	@echo "make run       build Tavin and start it (without a desktop: a demonstration)"
@@ -19,6 +19,9 @@ help:
 	@echo "make test      build and run the tests with light programs"
 	@echo "make test-all  the tests with browsers, further panels and window managers as well"
 	@echo "make desktops  Debian 13's desktops in a folder, for those tests (6 minutes, 4 GB)"
+	@echo "make deb       build a Debian package in $(BUILD)/packages"
+	@echo "make dist      make the source archive there"
+	@echo "make test-packages  build and try packages in bare Debian 12 and 13 (as root)"
 	@echo "make bench     build and print the measurements"
 	@echo "make format    format the C++ sources"
 	@echo "make lint      clang-format and clang-tidy, warnings as errors"
@@ -57,6 +60,13 @@ test-all:
 desktops:
 	@tools/setup debootstrap
 	@tools/desktops
+
+deb:
+	@tools/setup build package
+	@tools/package deb $(BUILD)/packages
+
+dist:
+	@tools/package dist $(BUILD)/packages
 
 bench: build-tests
 	@tools/setup bench

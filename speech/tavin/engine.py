@@ -6,16 +6,17 @@ the start returns at once.
 
 import asyncio
 
-from tavin import language, voices
-from tavin.backends import BACKENDS
-from tavin.keys import KeyringError, Keys
+from tavin.keys.keys import KeyringError, Keys
 from tavin.log import log
-from tavin.output import Output
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
-from tavin.setup import Setup
-from tavin.stream import OutputError
-from tavin.synthesis import BackendError, Synthesis, SynthesisError
+from tavin.setup.setup import Setup
+from tavin.sound.output import Output
+from tavin.sound.stream import OutputError
+from tavin.synthesis import voices
+from tavin.synthesis.backends import BACKENDS
+from tavin.synthesis.synthesis import BackendError, Synthesis, SynthesisError
+from tavin.text import language
 
 PATIENCE_AT_START = 1.0
 LONGEST_KEY = 1000

@@ -8,8 +8,8 @@ the next sentence on: what was synthesised ahead is then made anew.
 import asyncio
 from collections import deque
 
-from tavin.synthesis import BackendError, SynthesisError
-from tavin.text import cut, pieces
+from tavin.synthesis.synthesis import BackendError, SynthesisError
+from tavin.text.pieces import cut, pieces
 
 AHEAD_SENTENCES = 32  # the bound for sentences that make no sound
 FAILURES_IN_A_ROW = 5  # then the text is given up

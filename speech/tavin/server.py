@@ -15,10 +15,10 @@ import socket
 from aiohttp import web
 
 from tavin.engine import Engine
-from tavin.guard import PORT, Connection, guarded
+from tavin.http.guard import PORT, Connection, guarded
+from tavin.http.peer import Doorkeeper
+from tavin.http.routes import application
 from tavin.log import log, loop_failure, set_up
-from tavin.peer import Doorkeeper
-from tavin.routes import application
 from tavin.settings import Settings, default_path
 
 RETRY_SECONDS = 2.0

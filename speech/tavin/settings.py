@@ -11,9 +11,9 @@ import os
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-from tavin import model
-from tavin.backends import BACKENDS, FIRST_CHOICE
 from tavin.log import log
+from tavin.synthesis.backends import BACKENDS, FIRST_CHOICE
+from tavin.synthesis.backends.kokoro import model
 
 SLOWEST, FASTEST = 0.5, 3.0
 

@@ -9,11 +9,11 @@ from engine_process import FOLDER
 
 SCRIPT = """
 import importlib, sys
-from tavin.backends import BACKENDS
-from tavin.text import pieces
+from tavin.synthesis.backends import BACKENDS
+from tavin.text.pieces import pieces
 name, voice, speed = sys.argv[1:]
 backend = BACKENDS[name]
-synthesizer = importlib.import_module(f"tavin.backends.{name}").Synthesizer()
+synthesizer = importlib.import_module(f"tavin.synthesis.backends.{name}.synthesizer").Synthesizer()
 for piece in pieces(sys.stdin.read(), "en-us", backend.longest_piece, backend.first_piece):
     if piece:
         synthesizer.say(piece, voice, float(speed), sys.stdout.buffer.write)

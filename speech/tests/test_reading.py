@@ -7,12 +7,12 @@ import signal
 import weakref
 
 import pytest
-from tavin import frames
-from tavin.backends import BACKENDS
 from tavin.engine import Engine
+from tavin.process import frames
 from tavin.reading import Reading
 from tavin.settings import Settings
-from tavin.stream import Stream
+from tavin.sound.stream import Stream
+from tavin.synthesis.backends import BACKENDS
 
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
 

@@ -28,7 +28,7 @@ class Tree:
             }
             for name, content in contents.items()
         ]
-        path = self.folder / "tavin" / "backends" / "kokoro.json"
+        path = self.folder / "tavin/synthesis/backends/kokoro/files.json"
         path.write_text(json.dumps({"files": pins}))
 
     def use_libraries(self, folder):

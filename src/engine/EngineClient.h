@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "engine/EngineStatus.h"
-#include "engine/UrlSession.h"
+#include "platform/UrlSession.h"
 
 namespace tavin {
 

@@ -4,7 +4,7 @@
 #include <QLibraryInfo>
 #include <utility>
 
-#include "platform/atspi/AssembleCapture.h"
+#include "platform/capture/AssembleCapture.h"
 #include "platform/desktop/DesktopName.h"
 #include "platform/gnome/GnomeWindows.h"
 #include "platform/gnome/HeldModifiers.h"
@@ -40,14 +40,14 @@ bool qtSpeaksWayland() {
   return !plugins.entryList({"libqwayland*"}, QDir::Files).isEmpty();
 }
 
-std::optional<Clipboard> createClipboard(const QString& kind,
-                                         const std::shared_ptr<wayland::Compositor>& compositor) {
+std::optional<copy::Clipboard> createClipboard(
+    const QString& kind, const std::shared_ptr<wayland::Compositor>& compositor) {
   if (kind == "x11")
     return x11::createClipboard();
   if (kind != "data-control" || !compositor)
     return std::nullopt;
   // No protocol hands a clipboard over: the managers there have read it already.
-  return Clipboard{std::make_unique<wayland::WaylandPasteboard>(compositor), [] {}};
+  return copy::Clipboard{std::make_unique<wayland::WaylandPasteboard>(compositor), [] {}};
 }
 
 }  // namespace
@@ -92,7 +92,7 @@ const char* DesktopServices::qtPlatform() const {
   return wayland_ && qtSpeaksWayland_ ? "wayland" : "xcb";
 }
 
-std::unique_ptr<atspi::WindowSystem> DesktopServices::createWindows() const {
+std::unique_ptr<windows::WindowSystem> DesktopServices::createWindows() const {
   if (windows_ == "compositor")
     return std::make_unique<wayland::WaylandWindowSystem>(compositor_);
   if (isWaylandSession())
@@ -105,7 +105,7 @@ bool DesktopServices::isKwin() const {
          (compositor_ && compositor_->windowsName() == wayland::plasmaWindowsName);
 }
 
-std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
+std::unique_ptr<copy::CopyKeyboard> DesktopServices::createPortalKeyboard(
     SystemLog& log, std::function<bool()> mayCopy) const {
   portal::ModifierHabits habits;
   if (heldModifiers_) {
@@ -128,7 +128,7 @@ std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createPortalKeyboard(
                                                   std::move(mayCopy), std::move(habits));
 }
 
-std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createKeyboard(
+std::unique_ptr<copy::CopyKeyboard> DesktopServices::createKeyboard(
     const QString& kind, SystemLog& log, const std::function<bool()>& mayCopy) const {
   if (kind == "virtual-keyboard")
     return wayland::VirtualKeyboard::create(mayCopy);
@@ -139,7 +139,7 @@ std::unique_ptr<desktop::CopyKeyboard> DesktopServices::createKeyboard(
   return kind == "xtest" ? x11::createKeyboard(mayCopy) : nullptr;
 }
 
-std::optional<Capture> DesktopServices::createCapture(SystemLog& log) {
+std::optional<capture::Capture> DesktopServices::createCapture(SystemLog& log) {
   if (xwayland_)
     heldModifiers_ = std::make_shared<gnome::HeldModifiers>(QDBusConnection::sessionBus());
   auto clipboard = xwayland_ && clipboard_ == "x11"
@@ -156,9 +156,9 @@ std::optional<Capture> DesktopServices::createCapture(SystemLog& log) {
       }
     }
     keyboard_ = "none";
-    return std::unique_ptr<desktop::CopyKeyboard>();
+    return std::unique_ptr<copy::CopyKeyboard>();
   };
-  return atspi::assembleCapture(log, {std::move(windows), std::move(*clipboard), makeKeyboard});
+  return capture::assembleCapture(log, {std::move(windows), std::move(*clipboard), makeKeyboard});
 }
 
 std::function<void()> DesktopServices::displayBell() const {

@@ -4,7 +4,6 @@
 #include <memory>
 #include <vector>
 
-#include "engine/UrlSession.h"
 #include "platform/Accessibility.h"
 #include "platform/AlertPresenter.h"
 #include "platform/Application.h"
@@ -18,6 +17,7 @@
 #include "platform/RemoteActions.h"
 #include "platform/StatusItem.h"
 #include "platform/SystemLog.h"
+#include "platform/UrlSession.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 

@@ -5,8 +5,8 @@
 #include <QJsonObject>
 #include <map>
 
-#include "engine/UrlSession.h"
 #include "fake/Journal.h"
+#include "platform/UrlSession.h"
 
 namespace tavin::test {
 

@@ -54,7 +54,7 @@ def neural_worker(engine):
 
 
 def workers(engine):
-    return [pid for pid in engine.helpers("tavin.worker") if b"kokoro" in command(pid)]
+    return [pid for pid in engine.helpers("tavin.synthesis.worker") if b"kokoro" in command(pid)]
 
 
 def command(pid):
@@ -184,7 +184,7 @@ def test_a_killed_worker_is_an_error_that_names_it_and_the_text_goes_on(engine, 
 
 
 def test_the_memory_is_given_back_and_the_next_speech_loads_again(engine, tree, recorder):
-    tree.change("backends/__init__.py", "idle_seconds=15 * 60.0", "idle_seconds=1.0")
+    tree.change("synthesis/backends/kokoro/__init__.py", "idle_seconds=15 * 60.0", "idle_seconds=1.0")
     engine.start()
     choose(engine)
     ready(engine)
@@ -299,13 +299,13 @@ def test_no_wake_up_after_speaking(engine, recorder):
     choose(engine)
     ready(engine)
     speaks(engine, recorder)
-    pids = [engine.process.pid, neural_worker(engine), engine.helper("tavin.player")]
+    pids = [engine.process.pid, neural_worker(engine), engine.helper("tavin.sound.player")]
     sleep_is_seen(pids)
 
 
 def memory(engine):
     total = 0
-    for pid in [engine.process.pid, *engine.helpers("tavin.worker"), *engine.helpers("tavin.player")]:
+    for pid in [engine.process.pid, *engine.helpers("tavin.synthesis.worker"), *engine.helpers("tavin.sound.player")]:
         with open(f"/proc/{pid}/status", encoding="ascii") as status:
             total += next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmRSS"))
     return total

@@ -8,7 +8,7 @@ import pytest
 sys.path.insert(0, os.environ["TAVIN_KOKORO_LIBRARIES"])
 
 import numpy  # noqa: E402
-from tavin.tempo import faster  # noqa: E402
+from tavin.synthesis.backends.kokoro.tempo import faster  # noqa: E402
 
 RATE = 24000
 

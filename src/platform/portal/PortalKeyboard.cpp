@@ -20,7 +20,7 @@ bool PortalKeyboard::isReady() {
 }
 
 void PortalKeyboard::typeChord() {
-  desktop_->type(*session_, desktop::copyChord(modifiers_.released));
+  desktop_->type(*session_, copy::copyChord(modifiers_.released));
 }
 
 }  // namespace tavin::portal

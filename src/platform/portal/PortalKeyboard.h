@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-#include "platform/desktop/CopyKeyboard.h"
+#include "platform/copy/CopyKeyboard.h"
 #include "platform/portal/RemoteDesktop.h"
 
 namespace tavin::portal {
@@ -21,7 +21,7 @@ struct ModifierHabits {
 // Types the copy command with the user's leave, through the desktop's portal. No event is made
 // where there is no leave yet, and none while a modifier is held that cannot be released. Work
 // queue only, save its making and end: main thread.
-class PortalKeyboard final : public desktop::CopyKeyboard {
+class PortalKeyboard final : public copy::CopyKeyboard {
  public:
   // `mayCopy` tells whether the program in front may get the keys.
   PortalKeyboard(std::shared_ptr<RemoteDesktop> desktop, std::function<bool()> mayCopy,

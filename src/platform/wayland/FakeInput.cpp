@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/desktop/CopyChord.h"
+#include "platform/copy/CopyChord.h"
 
 namespace tavin::wayland {
 namespace {
@@ -52,7 +52,7 @@ std::uint64_t FakeInput::flagsState() {
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
 // moment, and a key that it held down then would stay down for the whole session.
 void FakeInput::typeChord() {
-  for (const auto& step : desktop::copyChord(!states_))
+  for (const auto& step : copy::copyChord(!states_))
     org_kde_kwin_fake_input_keyboard_key(
         input_.get(), static_cast<std::uint32_t>(step.code),
         step.down ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);

@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/desktop/CopyKeyboard.h"
+#include "platform/copy/CopyKeyboard.h"
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/KeyStates.h"
 
@@ -15,7 +15,7 @@ namespace tavin::wayland {
 // so all of it is let go of first; later it cannot be let go of, and no event is made while KWin
 // says that a modifier is held. It offers this, and says that, without a question to a program
 // whose desktop file asks for both. Work queue only.
-class FakeInput final : public desktop::CopyKeyboard {
+class FakeInput final : public copy::CopyKeyboard {
  public:
   // `mayCopy` tells whether the program in front may get the keys. Null where it is not offered,
   // and where held keys are neither told nor released.

@@ -3,14 +3,14 @@
 #include <functional>
 #include <memory>
 
-#include "platform/desktop/CopyKeyboard.h"
+#include "platform/copy/CopyKeyboard.h"
 #include "platform/wayland/Connection.h"
 
 namespace tavin::wayland {
 
 // Types the copy command through a keyboard of its own, so that what the user holds down on the
 // real one does not matter. Work queue only.
-class VirtualKeyboard final : public desktop::CopyKeyboard {
+class VirtualKeyboard final : public copy::CopyKeyboard {
  public:
   // `mayCopy` tells whether the program in front may get the keys. Null where the compositor has no
   // virtual keyboards or refuses us one.

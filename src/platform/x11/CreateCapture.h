@@ -4,16 +4,16 @@
 #include <memory>
 #include <optional>
 
-#include "platform/Capture.h"
-#include "platform/atspi/WindowSystem.h"
-#include "platform/desktop/CopyKeyboard.h"
+#include "platform/copy/Clipboard.h"
+#include "platform/copy/CopyKeyboard.h"
+#include "platform/windows/WindowSystem.h"
 
 namespace tavin::x11 {
 
 // None or null without an X display.
-std::optional<Clipboard> createClipboard();
-std::unique_ptr<atspi::WindowSystem> createWindowSystem();
+std::optional<copy::Clipboard> createClipboard();
+std::unique_ptr<windows::WindowSystem> createWindowSystem();
 // Null where the display lets nobody type, too.
-std::unique_ptr<desktop::CopyKeyboard> createKeyboard(std::function<bool()> mayCopy);
+std::unique_ptr<copy::CopyKeyboard> createKeyboard(std::function<bool()> mayCopy);
 
 }  // namespace tavin::x11

@@ -4,13 +4,13 @@
 #include <memory>
 #include <optional>
 
-#include "platform/desktop/CopyKeyboard.h"
+#include "platform/copy/CopyKeyboard.h"
 #include "platform/x11/ActiveWindow.h"
 
 namespace tavin::x11 {
 
 // Types the copy command through XTEST. Work queue only.
-class X11Keyboard final : public desktop::CopyKeyboard {
+class X11Keyboard final : public copy::CopyKeyboard {
  public:
   // `mayCopy` tells whether the program in front may get the keys. Null without a display.
   static std::unique_ptr<X11Keyboard> create(std::function<bool()> mayCopy);

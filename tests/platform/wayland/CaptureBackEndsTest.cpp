@@ -17,7 +17,7 @@ namespace tavin::wayland {
 namespace {
 
 using test::Program;
-using PrimaryProof = atspi::WindowSystem::PrimaryProof;
+using PrimaryProof = windows::WindowSystem::PrimaryProof;
 
 const QString kOwnAppId = "app.tavin.Tavin";
 
@@ -30,7 +30,7 @@ std::unique_ptr<Program> terminalWindow(const QString& appId) {
 class WaylandWindowSystemTest : public testing::Test {
  protected:
   // Once that window has the keyboard.
-  atspi::FrontWindow frontOf(const std::string& appId) {
+  windows::FrontWindow frontOf(const std::string& appId) {
     EXPECT_TRUE(eventually(
         [&] {
           const auto front = compositor_->front(Deadline::in(1));
@@ -45,10 +45,10 @@ class WaylandWindowSystemTest : public testing::Test {
     tool.start("wl-copy", {"--primary", text});
     EXPECT_TRUE(tool.waitForFinished(10'000));
   }
-  std::optional<QString> primary(const atspi::FrontWindow& window, PrimaryProof proof) {
+  std::optional<QString> primary(const windows::FrontWindow& window, PrimaryProof proof) {
     return windows_.primaryText(window, proof, Deadline::in(1));
   }
-  bool becomesPrimary(const atspi::FrontWindow& window, const QString& text) {
+  bool becomesPrimary(const windows::FrontWindow& window, const QString& text) {
     return eventually([&] { return primary(window, PrimaryProof::takenInFront) == text; });
   }
   std::unique_ptr<Program> field() {

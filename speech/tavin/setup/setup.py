@@ -1,0 +1,115 @@
+"""The neural voice's set-up as the engine sees it: prepare the files, load the model.
+
+Runs on the event loop. A failure stays until the user chooses the back-end again.
+"""
+
+import asyncio
+
+from tavin.log import log
+from tavin.process import frames
+from tavin.process.child import Child
+from tavin.synthesis.backends.kokoro import model
+from tavin.synthesis.backends.kokoro.voicefile import voices_in
+from tavin.synthesis.synthesis import SynthesisError
+
+PATIENCE = 900.0  # seconds without a sign of life from the preparation: its own deadlines are shorter
+
+
+class Setup:
+    def __init__(self, synthesis):
+        self._synthesis = synthesis
+        self._ready = False
+        self._error = None
+        self._task = None
+        self.download = None  # the fraction that is there, while it is being downloaded
+
+    @property
+    def ready(self):
+        """Loaded once: giving the memory back does not change that, a model that is gone does."""
+        return self._ready and self._synthesis.missing is None
+
+    @property
+    def error(self):
+        return self._error or self._synthesis.missing
+
+    def begin(self):
+        """Set up, or try again; nothing when it is ready or under way."""
+        if not self.ready and (self._task is None or self._task.done()):
+            self._error = self._synthesis.missing = None
+            self.know_voices()
+            self._task = asyncio.get_running_loop().create_task(self._run())
+
+    def refusal(self):
+        """Why nothing can be spoken now; None when it can."""
+        if self.ready:
+            return None
+        label = self._synthesis.backend.label
+        if self.download is not None:
+            return f"{label} is still downloading its voices ({int(self.download * 100)}%)."
+        return self.error or f"{label} is still loading its voices."
+
+    def know_voices(self):
+        """List the voices without loading the model, as soon as their file is there."""
+        if not self._synthesis.voices:
+            self._synthesis.voices = voices_in(model.files()[-1].path)
+
+    async def _run(self):
+        try:
+            await self._prepare()
+            self.download = None
+            self.know_voices()
+            await self._load()
+            self._ready = True
+            log.info("%s is ready", self._synthesis.backend.name)
+        except (SynthesisError, OSError) as failure:
+            self._error = str(failure)
+            log.info("%s cannot be set up: %s", self._synthesis.backend.name, failure)
+        except Exception:
+            log.exception("setting up %s failed", self._synthesis.backend.name)
+            self._error = f"{self._synthesis.backend.label} could not be set up. Choose it again."
+        finally:
+            self.download = None
+
+    async def _load(self):
+        try:
+            await self._synthesis.start()
+        except SynthesisError as failure:
+            if self._synthesis.missing:
+                raise  # which says what to do
+            guess = " This computer may have too little memory." if "SIGKILL" in str(failure) else ""
+            raise SynthesisError(f"{failure}{guess} Choose Kokoro again.") from None
+
+    async def _prepare(self):
+        loop = asyncio.get_running_loop()
+        ended = loop.create_future()
+        child = None
+
+        def fail(text):
+            if not ended.done():
+                ended.set_exception(SynthesisError(text))
+
+        def on_frame(kind, _number, payload):
+            if ended.done():
+                return
+            patience.reschedule(loop.time() + PATIENCE)
+            if kind == frames.PROGRESS:
+                self.download = float(payload)
+            elif kind == frames.MISSING:
+                fail(payload.decode(errors="replace"))
+            elif kind == frames.DONE:
+                ended.set_result(None)
+
+        def on_death(how):
+            fail(f"Getting the voices stopped unexpectedly ({how}). Choose Kokoro again.")
+
+        try:
+            async with asyncio.timeout(PATIENCE) as patience:
+                child = await Child.start(
+                    "tavin.setup.preparation", on_frame=on_frame, on_death=on_death, quiet=True
+                )
+                await ended  # is done, by cancelling, when the time is up
+        except TimeoutError:
+            raise SynthesisError("Getting the voices takes too long. Choose Kokoro again.") from None
+        finally:
+            if child and ended.cancelled():
+                child.kill()

@@ -1,0 +1,234 @@
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <future>
+
+#include "fake/FakeServices.h"
+#include "platform/http/CurlSession.h"
+#include "platform/http/ListenerOwner.h"
+#include "platform/http/RawServer.h"
+
+namespace tavin::test {
+namespace {
+
+using namespace std::chrono_literals;
+using http::CurlSession;
+using http::listenerOwners;
+using ::testing::Contains;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::SizeIs;
+using Clock = std::chrono::steady_clock;
+using Result = std::variant<UrlResponse, UrlError>;
+
+class CurlSessionTest : public ::testing::Test {
+ protected:
+  static bool failed(const Result& result) { return std::holds_alternative<UrlError>(result); }
+  static QByteArray body(const Result& result) {
+    return std::get<UrlResponse>(result).body.value();
+  }
+  static UrlRequest get(const RawServer& server, double timeout = 10) {
+    UrlRequest request;
+    request.url = server.url();
+    request.timeout = timeout;
+    return request;
+  }
+  static UrlRequest post(const RawServer& server, const QByteArray& body) {
+    UrlRequest request = get(server);
+    request.method = "POST";
+    request.headers = {{"Content-Type", "application/json"}, {"X-Tavin", "1"}};
+    request.body = body;
+    return request;
+  }
+
+  FakeLog log;
+  CurlSession session{log};
+};
+
+TEST_F(CurlSessionTest, AnswersComeBackWithTheirStatusAndBody) {
+  RawServer server([](const auto& peer) { peer.answer(R"({"a":1})"); });
+  const Result result = session.dataTask(get(server));
+  EXPECT_EQ(std::get<UrlResponse>(result).statusCode, 200);
+  EXPECT_EQ(body(result), R"({"a":1})");
+}
+
+TEST_F(CurlSessionTest, EmptyBodyCountsAsPresent) {
+  RawServer server([](const auto& peer) { peer.answer("", "204 No Content"); });
+  const Result result = session.dataTask(get(server));
+  EXPECT_EQ(std::get<UrlResponse>(result).statusCode, 204);
+  EXPECT_EQ(body(result), "");
+}
+
+TEST_F(CurlSessionTest, GetsCarryNoHeaderOfOurOwnAndPostsBoth) {
+  RawServer server([](const auto& peer) { peer.answer("{}"); });
+  session.dataTask(get(server));
+  session.dataTask(post(server, R"({"text":"x"})"));
+  const auto requests = server.requests();
+  ASSERT_THAT(requests, SizeIs(2));
+  EXPECT_TRUE(requests[0].startsWith("GET /status HTTP/1.1\r\n"));
+  EXPECT_THAT(requests[0].toStdString(), Not(HasSubstr("Tavin")));
+  EXPECT_TRUE(requests[1].startsWith("POST /status HTTP/1.1\r\n"));
+  EXPECT_THAT(requests[1].toStdString(), HasSubstr("\r\nContent-Type: application/json\r\n"));
+  EXPECT_THAT(requests[1].toStdString(), HasSubstr("\r\nX-Tavin: 1\r\n"));
+  EXPECT_TRUE(requests[1].endsWith("\r\n\r\n{\"text\":\"x\"}"));
+}
+
+TEST_F(CurlSessionTest, LongBodyArrivesWhole) {
+  const QByteArray text = R"({"text":")" + QByteArray(10'000'000, 'x') + R"("})";
+  RawServer server([](const auto& peer) { peer.answer("{}"); });
+  EXPECT_EQ(body(session.dataTask(post(server, text))), "{}");
+  EXPECT_TRUE(server.requests()[0].endsWith(text));
+  EXPECT_FALSE(server.requests()[0].left(1000).contains("Expect"));
+}
+
+TEST_F(CurlSessionTest, PostIsSentWithoutABodyWhereItHasNone) {
+  RawServer server([](const auto& peer) { peer.answer("{}"); });
+  UrlRequest request = post(server, "");
+  request.body.reset();
+  session.dataTask(request);
+  EXPECT_TRUE(server.requests()[0].endsWith("\r\n\r\n"));
+}
+
+TEST_F(CurlSessionTest, PostThatIsTakenAndNotAnsweredIsNotSentAgain) {
+  std::atomic<int> connections = 0;
+  RawServer server([&](const auto& peer) {
+    // The first one is answered and offers to stay open.
+    if (++connections == 1)
+      peer.answer("{}");
+  });
+  EXPECT_FALSE(failed(session.dataTask(post(server, R"({"n":1})"))));
+  EXPECT_TRUE(failed(session.dataTask(post(server, R"({"n":2})"))));
+  // A third request shows that nothing was sent between the two.
+  session.dataTask(get(server));
+  const auto requests = server.requests();
+  ASSERT_THAT(requests, SizeIs(3));
+  EXPECT_TRUE(requests[1].endsWith(R"({"n":2})"));
+  EXPECT_TRUE(requests[2].startsWith("GET"));
+}
+
+TEST_F(CurlSessionTest, NothingListeningFailsAtOnce) {
+  UrlRequest request;
+  {
+    RawServer server([](const auto&) {});
+    request = get(server);
+  }
+  const auto start = Clock::now();
+  EXPECT_EQ(std::get<UrlError>(session.dataTask(request)).code, UrlError::cannotConnectToHost);
+  EXPECT_LT(Clock::now() - start, 2s);
+}
+
+TEST_F(CurlSessionTest, SilentPeerFailsAfterTheTimeout) {
+  RawServer server([](const auto& peer) { peer.waitForClose(); });
+  const auto start = Clock::now();
+  EXPECT_EQ(std::get<UrlError>(session.dataTask(get(server, 0.3))).code, UrlError::timedOut);
+  EXPECT_GE(Clock::now() - start, 300ms);
+  EXPECT_LT(Clock::now() - start, 2s);
+}
+
+// Sends twelve bytes over 0.6 s, each well within an idle limit of 0.5 s.
+void trickle(const RawServer::Peer& peer) {
+  peer.send("HTTP/1.1 200 OK\r\nContent-Length: 12\r\n\r\n");
+  for (int i = 0; i < 12 && peer.send("x"); ++i) std::this_thread::sleep_for(50ms);
+}
+
+TEST_F(CurlSessionTest, TrickledAnswerArrivesUnderAnIdleLimit) {
+  RawServer server(trickle);
+  EXPECT_EQ(body(session.dataTask(get(server, 0.5))), QByteArray(12, 'x'));
+}
+
+TEST_F(CurlSessionTest, TrickledAnswerFailsAtItsDeadline) {
+  RawServer server(trickle);
+  UrlRequest request = get(server, 0.3);
+  request.deadline = 0.3;
+  const auto start = Clock::now();
+  EXPECT_TRUE(failed(session.dataTask(request)));
+  EXPECT_GE(Clock::now() - start, 300ms);
+  EXPECT_LT(Clock::now() - start, 550ms);
+}
+
+TEST_F(CurlSessionTest, AnswerBeyondTheCapFails) {
+  RawServer server([](const auto& peer) {
+    peer.send("HTTP/1.1 200 OK\r\nContent-Length: 100000000\r\n\r\n");
+    const QByteArray block(1'000'000, 'x');
+    for (int i = 0; i < 100 && peer.send(block); ++i) {
+    }
+  });
+  EXPECT_TRUE(failed(session.dataTask(get(server))));
+}
+
+TEST_F(CurlSessionTest, AnswerThatBreaksOffFails) {
+  RawServer server([](const auto& peer) {
+    peer.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nonly this");
+  });
+  EXPECT_TRUE(failed(session.dataTask(get(server))));
+}
+
+TEST_F(CurlSessionTest, AnswerThatIsNoHttpFails) {
+  RawServer server([](const auto& peer) { peer.send("hello\r\n\r\n"); });
+  EXPECT_TRUE(failed(session.dataTask(get(server))));
+}
+
+TEST_F(CurlSessionTest, RedirectIsNotFollowed) {
+  RawServer server([](const auto& peer) {
+    peer.send("HTTP/1.1 302 Found\r\nLocation: /other\r\nContent-Length: 0\r\n\r\n");
+  });
+  EXPECT_EQ(std::get<UrlResponse>(session.dataTask(get(server))).statusCode, 302);
+  EXPECT_THAT(server.requests(), SizeIs(1));
+}
+
+TEST_F(CurlSessionTest, ProxyOfTheEnvironmentIsNotAsked) {
+  RawServer server([](const auto& peer) { peer.answer("direct"); });
+  RawServer proxy([](const auto& peer) { peer.answer("through the proxy"); });
+  const QByteArray address = proxy.url(QString()).toUtf8();
+  for (const char* name : {"http_proxy", "all_proxy", "ALL_PROXY"}) qputenv(name, address);
+  EXPECT_EQ(body(session.dataTask(get(server))), "direct");
+  for (const char* name : {"http_proxy", "all_proxy", "ALL_PROXY"}) qunsetenv(name);
+  EXPECT_THAT(proxy.requests(), IsEmpty());
+}
+
+TEST_F(CurlSessionTest, ListenerOfAnotherUserGetsNoByteAndOneLogLine) {
+  RawServer server([](const auto& peer) { peer.answer("{}"); });
+  CurlSession ofSomebodyElse(log, ::geteuid() + 1);
+  EXPECT_TRUE(failed(ofSomebodyElse.dataTask(post(server, R"({"key":"secret"})"))));
+  EXPECT_TRUE(failed(ofSomebodyElse.dataTask(get(server))));
+  EXPECT_THAT(log.lines, ElementsAre("Tavin: the engine's port belongs to another user's program"));
+  EXPECT_EQ(body(session.dataTask(get(server))), "{}");
+  EXPECT_THAT(server.requests(), Each(Not(HasSubstr("secret"))));
+  EXPECT_THAT(server.requests(), Contains(HasSubstr("GET /status")));
+}
+
+TEST(ListenerOwnerTest, OwnerOfAListenerIsTold) {
+  const RawServer server([](const auto&) {});
+  EXPECT_EQ(listenerOwners(server.port()), std::vector{::geteuid()});
+}
+
+TEST(ListenerOwnerTest, ListenerOnAnotherAddressOfTheMachineDoesNotCount) {
+  quint16 port = 0;
+  {
+    const RawServer server([](const auto&) {});
+    port = server.port();
+  }
+  const RawServer elsewhere([](const auto&) {}, "127.0.0.2", port);
+  EXPECT_EQ(listenerOwners(port), std::vector<uid_t>());
+}
+
+TEST(ListenerOwnerTest, ListenerOnAllAddressesCounts) {
+  const RawServer everywhere([](const auto&) {}, "0.0.0.0");
+  EXPECT_EQ(listenerOwners(everywhere.port()), std::vector{::geteuid()});
+}
+
+TEST(ListenerOwnerTest, PortWithoutAListenerHasNoOwner) {
+  quint16 port = 0;
+  {
+    const RawServer server([](const auto&) {});
+    port = server.port();
+  }
+  EXPECT_EQ(listenerOwners(port), std::vector<uid_t>());
+}
+
+}  // namespace
+}  // namespace tavin::test

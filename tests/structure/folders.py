@@ -1,0 +1,59 @@
+"""Which folder of src includes which, and what docs/architecture.md says about it."""
+import re
+from collections import defaultdict
+from pathlib import Path
+
+CONTRACTS = "platform"
+# The process entry makes the platform and hands it to the logic.
+ENTRY = "app/main.cpp"
+
+
+def sources(src):
+    return sorted(path for path in src.rglob("*") if path.suffix in (".h", ".cpp"))
+
+
+def folders(src):
+    return sorted({path.relative_to(src).parent.as_posix() for path in sources(src)})
+
+
+def includes(src):
+    """Each include of one folder's file from another: (file, folder, folder of the header)."""
+    for path in sources(src):
+        file = path.relative_to(src)
+        for header in re.findall(r'^#include "(.+/.+)"', path.read_text(), re.MULTILINE):
+            folder, used = file.parent.as_posix(), Path(header).parent.as_posix()
+            if folder != used:
+                yield file.as_posix(), folder, used
+
+
+def is_logic(folder):
+    return folder.split("/")[0] != CONTRACTS
+
+
+def is_back_end(folder):
+    return folder.startswith(CONTRACTS + "/")
+
+
+def trespasses(src):
+    """Files of the platform that include the logic, and files of the logic that include a back end."""
+    return [(file, used) for file, folder, used in includes(src) if file != ENTRY
+            and (is_logic(used) if not is_logic(folder) else is_back_end(used))]
+
+
+def uses(src):
+    """By the folders' last names: 'x11' is platform/x11."""
+    found = defaultdict(set)
+    for _, folder, used in includes(src):
+        found[Path(folder).name].add(Path(used).name)
+    return dict(found)
+
+
+def drawing(document):
+    """The lines 'folder -> folder, folder' of the document's block, in their order."""
+    lines = re.findall(r"^(\S+) +-> (.+)$", document, re.MULTILINE)
+    return {folder: set(used.split(", ")) for folder, used in lines}
+
+
+def described(document):
+    """The folders in the first column of the document's table."""
+    return set(re.findall(r"^\| `src/([^`]+)` \|", document, re.MULTILINE))
