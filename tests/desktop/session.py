@@ -249,7 +249,10 @@ class Session(Programs):
     def _start_sound(self):
         folder = os.path.join(self.folder, "sound")
         os.mkdir(folder)
-        server = start_sound_server(folder, "tavin", 48000)
+        try:
+            server = start_sound_server(folder, "tavin", 48000)
+        except AssertionError as error:
+            raise SessionError(error) from None
         self._services += server.processes
         self.env["PULSE_SERVER"] = server.address
 
