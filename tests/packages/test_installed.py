@@ -7,6 +7,7 @@ import signal
 
 import own_engine
 import reader
+from appstream import problems
 from bus_panel import BusPanel
 from gi.repository import GLib
 from session import wait_until
@@ -81,3 +82,7 @@ def test_kwin_finds_its_permission_in_the_desktop_file(desktop, prefix):
     running = os.readlink(f"/proc/{tavin.process.pid}/exe")
     assert shlex.split(main["Exec"]) == [running]
     assert "org_kde_kwin_fake_input" in main["X-KDE-Wayland-Interfaces"].split(",")
+
+
+def test_the_appstream_data_are_valid_for_this_release(prefix):
+    assert problems(f"{prefix}/share/metainfo/app.tavin.Tavin.metainfo.xml") == set()
