@@ -8,6 +8,7 @@ be read or written costs the memory of the choices, never the speech.
 import asyncio
 import json
 import os
+import stat
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
@@ -16,6 +17,7 @@ from tavin.synthesis.backends import BACKENDS, FIRST_CHOICE
 from tavin.synthesis.backends.kokoro import model
 
 SLOWEST, FASTEST = 0.5, 3.0
+LARGEST_FILE = 1 << 20
 
 
 def default_path():
@@ -36,7 +38,10 @@ class Settings:
         self._take(self._read())
 
     def save(self):
-        """Store the choices as they are now, also for who does not wait until they are."""
+        """Store the choices as they are now, also for who does not wait until they are.
+
+        Gives why they could not be stored, None when they are.
+        """
         chosen = {"engine": self.engine, "voices": self.voices, "speed": self.speed, "keys": self.keyed}
         return asyncio.shield(
             asyncio.wrap_future(self._writer.submit(self._write, json.dumps(chosen, indent=1)))
@@ -52,12 +57,15 @@ class Settings:
                 file.flush()
                 os.fsync(file.fileno())
             os.replace(fresh, place)
+            sync(place.parent)  # else a power cut may bring the old file back
         except OSError as failure:
             log.info("the settings could not be stored: %s", failure)
+            return failure.strerror
+        return None
 
     def _read(self):
         try:
-            return json.loads(self._path.read_text("utf-8"))
+            return json.loads(content_of(self._path))
         except FileNotFoundError:
             return {}
         except (OSError, ValueError, RecursionError) as failure:
@@ -81,6 +89,22 @@ class Settings:
                 for name, voice in voices.items()
                 if name in BACKENDS and isinstance(voice, str)
             }
+
+
+def sync(folder):
+    place = os.open(folder, os.O_RDONLY | os.O_DIRECTORY)
+    try:
+        os.fsync(place)
+    finally:
+        os.close(place)
+
+
+def content_of(path):
+    """A file's bytes. A pipe in its place would keep us until somebody writes."""
+    with open(os.open(path, os.O_RDONLY | os.O_NONBLOCK), "rb") as file:
+        if not stat.S_ISREG(os.fstat(file.fileno()).st_mode):
+            raise OSError("no regular file")
+        return file.read(LARGEST_FILE)
 
 
 def valid_speed(value):
