@@ -13,7 +13,7 @@ from pathlib import Path
 
 from tavin.log import log
 from tavin.synthesis.backends import BACKENDS, FIRST_CHOICE
-from tavin.synthesis.backends.kokoro import model
+from tavin.synthesis.backends.kokoro import needs
 
 SLOWEST, FASTEST = 0.5, 3.0
 
@@ -29,7 +29,7 @@ class Settings:
     def __init__(self, path):
         self._path = path
         self._writer = ThreadPoolExecutor(1)  # one: the last choices must be the last written
-        self.engine = "kokoro" if model.present() else FIRST_CHOICE
+        self.engine = "kokoro" if needs.present() else FIRST_CHOICE
         self.voices = {}  # back-end's name -> voice id
         self.speed = 1.0
         self.keyed = []  # back-ends that had a key in the keyring when that was last asked

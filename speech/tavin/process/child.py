@@ -26,10 +26,11 @@ class Child:
         self._reader = asyncio.get_running_loop().create_task(self._read())
 
     @classmethod
-    async def start(cls, module, *arguments, on_frame, on_death, quiet=False):
-        """Start a module of this package as a process; OSError when that fails."""
+    async def start(cls, module, *arguments, on_frame, on_death, quiet=False, python=None):
+        """Start a module of this package as a process, if need be by another `python`; OSError when
+        that fails."""
         process = await asyncio.create_subprocess_exec(
-            sys.executable,
+            python or sys.executable,
             "-m",
             module,
             *arguments,

@@ -13,6 +13,7 @@ from typing import Callable
 from tavin.log import log
 from tavin.process import frames
 from tavin.process.child import Child
+from tavin.setup import needs
 
 
 class SynthesisError(Exception):
@@ -71,6 +72,7 @@ class Synthesis:
             on_frame=while_current(self._frame),
             on_death=while_current(self._death),
             quiet=True,  # libraries may print what they were given to say
+            python=needs.of(self.backend).libraries.python if self.backend.needs_setup else None,
         )
 
     async def say(self, text, voice, speed, on_audio):
