@@ -6,14 +6,14 @@
 #include <memory>
 #include <optional>
 
-#include "platform/Capture.h"
 #include "platform/SystemLog.h"
+#include "platform/capture/Capture.h"
 
-namespace tavin::atspi {
+namespace tavin::windows {
 class WindowSystem;
 }
-namespace tavin::desktop {
-class CopyKeyboard;
+namespace tavin::copy {
+class CopyKey;
 }
 namespace tavin::gnome {
 class HeldModifiers;
@@ -43,7 +43,7 @@ class DesktopServices {
 
   // None where a service that must be there is not. `log` must outlive it. Once, after Qt is
   // started.
-  std::optional<Capture> createCapture(SystemLog& log);
+  std::optional<capture::Capture> createCapture(SystemLog& log);
   // Rings where no sound can be played.
   std::function<void()> displayBell() const;
   // To be told of each press of a shortcut; null where nobody needs to know.
@@ -53,11 +53,10 @@ class DesktopServices {
 
  private:
   bool isKwin() const;
-  std::unique_ptr<atspi::WindowSystem> createWindows() const;
-  std::unique_ptr<desktop::CopyKeyboard> createKeyboard(const QString& kind, SystemLog& log,
-                                                        const std::function<bool()>& mayCopy) const;
-  std::unique_ptr<desktop::CopyKeyboard> createPortalKeyboard(SystemLog& log,
-                                                              std::function<bool()> mayCopy) const;
+  std::unique_ptr<windows::WindowSystem> createWindows() const;
+  std::unique_ptr<copy::CopyKey> createKey(SystemLog& log);
+  std::unique_ptr<copy::CopyKey> createKey(const QString& kind, SystemLog& log) const;
+  std::unique_ptr<copy::CopyKey> createPortalKey(SystemLog& log) const;
 
   const std::shared_ptr<wayland::Compositor> compositor_;  // Null where X11 serves.
   const bool qtSpeaksWayland_;                             // Its plug-in is installed.

@@ -4,13 +4,13 @@
 #include <utility>
 
 #include "platform/LateHotkeys.h"
-#include "platform/desktop/NoHotkeys.h"
 #include "platform/gnome/CustomBindings.h"
 #include "platform/gnome/CustomKeybindings.h"
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/KeyHolders.h"
 #include "platform/kde/GlobalAccel.h"
 #include "platform/portal/GlobalShortcuts.h"
+#include "platform/shortcuts/NoHotkeys.h"
 #include "platform/x11/HotkeyGrabs.h"
 
 namespace tavin {
@@ -45,7 +45,7 @@ ChosenHotkeys toBeReleased(std::unique_ptr<Service> service) {
 }
 
 ChosenHotkeys refusing(const QString& reason) {
-  return {.service = std::make_unique<desktop::NoHotkeys>(reason)};
+  return {.service = std::make_unique<shortcuts::NoHotkeys>(reason)};
 }
 
 // GNOME's portal grants a key that GNOME itself holds, and never tells its presses.

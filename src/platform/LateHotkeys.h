@@ -4,14 +4,14 @@
 #include <vector>
 
 #include "platform/HotkeyChoice.h"
-#include "platform/desktop/HotkeyServiceBase.h"
 #include "platform/gnome/ShellWatch.h"
+#include "platform/shortcuts/HotkeyServiceBase.h"
 
 namespace tavin {
 
 // The shortcuts of a GNOME whose shell is not there yet: refuses what is registered, and once the
 // shell has told its version gives it to the service that is right for that. Main thread only.
-class LateHotkeys final : public desktop::HotkeyServiceBase {
+class LateHotkeys final : public shortcuts::HotkeyServiceBase {
  public:
   using Choose = std::function<ChosenHotkeys(const QString& shellVersion)>;
 

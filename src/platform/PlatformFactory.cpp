@@ -6,13 +6,14 @@
 
 #include "platform/DesktopServices.h"
 #include "platform/HotkeyChoice.h"
+#include "platform/Installation.h"
 #include "platform/ThreadQueue.h"
+#include "platform/bus/SessionBus.h"
+#include "platform/bus/SessionBusControl.h"
 #include "platform/desktop/AutostartLoginItem.h"
 #include "platform/desktop/DesktopWorkspace.h"
 #include "platform/desktop/QtApplication.h"
 #include "platform/desktop/QtMainQueue.h"
-#include "platform/desktop/SessionBus.h"
-#include "platform/desktop/SessionBusControl.h"
 #include "platform/desktop/SettingsUserDefaults.h"
 #include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/NotingControl.h"
@@ -34,7 +35,7 @@ StartedPlatform cannotStart(const QByteArray& reason) {
 }
 
 QString addHotkeys(Platform& platform, const DesktopServices& services,
-                   desktop::SessionBusControl& control) {
+                   bus::SessionBusControl& control) {
   ChosenHotkeys chosen =
       chooseHotkeys({.wayland = services.isWaylandSession(),
                      .modifiers = services.heldModifiers(),
@@ -61,7 +62,7 @@ void addCommonParts(Platform& platform) {
   platform.alerts = createAlertPresenter();
 }
 
-void addCapture(Platform& platform, Capture capture) {
+void addCapture(Platform& platform, capture::Capture capture) {
   platform.accessibility = std::move(capture.accessibility);
   platform.keyboard = std::move(capture.keyboard);
   platform.pasteboard = std::move(capture.clipboard.pasteboard);
@@ -80,19 +81,19 @@ StartedPlatform startPlatform(int& argc, char** argv) {
   if (const QByteArray obstacle = services.obstacle(); !obstacle.isEmpty())
     return cannotStart(obstacle);
   // Before Qt is started, which looks for the bus itself.
-  desktop::sessionBusIsUsable();
+  bus::sessionBusIsUsable();
   auto platform = std::make_unique<Platform>();
   platform->log = std::make_unique<posix::PosixSystemLog>();
   platform->application =
       std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin", services.qtPlatform());
 
   const QDBusConnection bus = QDBusConnection::sessionBus();
-  auto remoteControl = std::make_unique<desktop::SessionBusControl>(bus);
+  auto remoteControl = std::make_unique<bus::SessionBusControl>(bus);
   if (!remoteControl->takeName()) {
     remoteControl->activateOther();
     return {.platform = nullptr, .exitCode = 0};
   }
-  desktop::SessionBusControl& control = *remoteControl;
+  bus::SessionBusControl& control = *remoteControl;
   platform->remoteControl = std::move(remoteControl);
 
   auto capture = services.createCapture(*platform->log);
@@ -105,10 +106,11 @@ StartedPlatform startPlatform(int& argc, char** argv) {
         std::move(platform->remoteControl), std::move(modifiers));
   const QString shortcuts = addHotkeys(*platform, services, control);
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(services.displayBell());
-  platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3")
+  platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3, version %4")
                            .arg(services.description(), shortcuts,
                                 bus.isConnected() ? QStringLiteral("with the session bus")
-                                                  : QStringLiteral("without a session bus")));
+                                                  : QStringLiteral("without a session bus"),
+                                QLatin1String(version)));
   return {.platform = std::move(platform), .exitCode = 0};
 }
 

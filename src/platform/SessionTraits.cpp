@@ -4,8 +4,8 @@
 
 #include "platform/Deadline.h"
 #include "platform/HotkeyChoice.h"
+#include "platform/bus/SessionBus.h"
 #include "platform/desktop/DesktopName.h"
-#include "platform/desktop/SessionBus.h"
 #include "platform/gnome/ShellWatch.h"
 
 namespace tavin {
@@ -15,8 +15,8 @@ constexpr double secondsToAsk = 1;
 
 // The process that owns a name; 0 where none does.
 uint processOf(const QString& name, Deadline deadline) {
-  return desktop::askBusDaemon(QDBusConnection::sessionBus(),
-                               QStringLiteral("GetConnectionUnixProcessID"), name, deadline)
+  return bus::askBusDaemon(QDBusConnection::sessionBus(),
+                           QStringLiteral("GetConnectionUnixProcessID"), name, deadline)
       .toUInt();
 }
 

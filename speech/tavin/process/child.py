@@ -17,18 +17,21 @@ END_SECONDS = 0.5
 
 
 class Child:
+    living = set()  # of this engine, whoever owns them
+
     def __init__(self, process, on_frame, on_death):
         self._process = process
         self._on_frame = on_frame
         self._on_death = on_death
         self.pid = process.pid
         self.alive = True
+        self.living.add(self)
         self._reader = asyncio.get_running_loop().create_task(self._read())
 
     @classmethod
-    async def start(cls, module, *arguments, on_frame, on_death, quiet=False, python=None):
-        """Start a module of this package as a process, if need be by another `python`; OSError when
-        that fails."""
+    async def start(cls, module, *arguments, on_frame, on_death, quiet=False, environment=None, python=None):
+        """Start a module of this package as a process; OSError when that fails. `environment` is added to ours,
+        `python` may be another interpreter."""
         process = await asyncio.create_subprocess_exec(
             python or sys.executable,
             "-m",
@@ -36,6 +39,7 @@ class Child:
             *arguments,
             str(os.getpid()),
             cwd=ENGINE_FOLDER,
+            env={**os.environ, **(environment or {})},
             stdin=asyncio.subprocess.PIPE,
             stdout=asyncio.subprocess.PIPE,
             stderr=asyncio.subprocess.DEVNULL if quiet else None,
@@ -71,6 +75,7 @@ class Child:
             code = await self._process.wait()
         self._process.stdin.close()
         self.alive = False
+        self.living.discard(self)
         self._on_death(describe_exit(code))
 
 

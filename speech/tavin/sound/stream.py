@@ -4,7 +4,7 @@ import asyncio
 
 from tavin.process import frames
 
-ANSWER_SECONDS = 5.0  # for the sound server to take the next piece of sound
+ANSWER_SECONDS = 2.5  # for the sound server to accept the connection or to take the next piece of sound
 
 
 class OutputError(Exception):
@@ -88,5 +88,5 @@ class Stream:
                 async with asyncio.timeout(None if patient else ANSWER_SECONDS):
                     await self._changed.wait()
             except TimeoutError:
-                self._child.kill()
+                self.close()
                 raise OutputError("The sound server does not answer.") from None

@@ -15,6 +15,10 @@ from tavin.process import frames
 from tavin.process.child import Child
 from tavin.setup import needs
 
+# libespeak-ng connects to the sound server when it is initialised, though it never plays anything, and
+# waits for one that does not answer. This address refuses at once.
+NO_SOUND_SERVER = {"PULSE_SERVER": "unix:/dev/null/none"}
+
 
 class SynthesisError(Exception):
     """Text for the user: why a sentence could not be turned into sound."""
@@ -73,6 +77,7 @@ class Synthesis:
             on_death=while_current(self._death),
             quiet=True,  # libraries may print what they were given to say
             python=needs.of(self.backend).libraries.python if self.backend.needs_setup else None,
+            environment=NO_SOUND_SERVER,
         )
 
     async def say(self, text, voice, speed, on_audio):

@@ -118,13 +118,13 @@ def test_a_sound_server_that_goes_away_is_an_error(engine, recorder, sound_serve
 
 def test_the_text_is_in_no_process_list_and_no_log(engine, recorder):
     secret = "xylophone quarrel"
-    engine.speak(f"{secret}. " * 20 + DEADLY)
+    engine.speak(f"{secret.capitalize()}. " * 8 + DEADLY)  # which is reached after all was looked at
     recorder.loud_for(0.3)
     for pid in [engine.process.pid, *engine.helpers("tavin.synthesis.worker"), *engine.helpers("tavin.sound.player")]:
         for name in ("cmdline", "environ"):
             with open(f"/proc/{pid}/{name}", "rb") as file:
-                assert b"xylophone" not in file.read()
-    until(lambda: engine.status()["error"], 10, "the abort")
+                assert b"xylophone" not in file.read().lower()
+    until(lambda: engine.status()["error"], 20, "the abort")
     engine.request("POST", "/speak", '{"text": "' + secret)
-    assert "xylophone" not in engine.log()
+    assert "xylophone" not in engine.log().lower()
     assert "s's'" not in engine.log()

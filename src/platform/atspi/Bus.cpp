@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "platform/atspi/BusAddress.h"
-#include "platform/desktop/BusProbe.h"
+#include "platform/bus/BusProbe.h"
 
 namespace tavin::atspi {
 namespace {
@@ -48,7 +48,7 @@ bool Bus::connect(Deadline deadline) {
   name_.clear();
   processIds_.clear();
   const QString address = busAddress(deadline);
-  if (address.isEmpty() || !desktop::busAnswers(address, deadline))
+  if (address.isEmpty() || !bus::busAnswers(address, deadline))
     return false;
   name_ = QString("tavin-accessibility-%1-%2").arg(quintptr(this)).arg(++connections_);
   if (!QDBusConnection::connectToBus(address, name_).isConnected()) {

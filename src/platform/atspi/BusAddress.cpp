@@ -4,7 +4,7 @@
 #include <QDBusMessage>
 
 #include "platform/atspi/Object.h"
-#include "platform/desktop/SessionBus.h"
+#include "platform/bus/SessionBus.h"
 
 namespace tavin::atspi {
 
@@ -12,7 +12,7 @@ QString busAddress(Deadline deadline) {
   QString given = qEnvironmentVariable("AT_SPI_BUS_ADDRESS");
   if (!given.isEmpty())
     return given;
-  if (!desktop::sessionBusIsUsable())
+  if (!bus::sessionBusIsUsable())
     return {};
   const auto question =
       QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress");

@@ -5,7 +5,7 @@
 #include <QDBusVariant>
 
 #include "platform/atspi/Object.h"
-#include "platform/desktop/SessionBus.h"
+#include "platform/bus/SessionBus.h"
 
 namespace tavin::atspi {
 namespace {
@@ -30,7 +30,7 @@ bool isLateAnswer(const QDBusMessage& answer) {
 }  // namespace
 
 SwitchState readSwitch(Deadline deadline) {
-  if (!desktop::sessionBusIsUsable() || !QDBusConnection::sessionBus().isConnected())
+  if (!bus::sessionBusIsUsable() || !QDBusConnection::sessionBus().isConnected())
     return SwitchState::missing;
   const auto answer = askProperties("Get", {}, deadline);
   if (!isAnswer(answer))
@@ -39,13 +39,13 @@ SwitchState readSwitch(Deadline deadline) {
 }
 
 QString switchOwner(Deadline deadline) {
-  return desktop::askBusDaemon(QDBusConnection::sessionBus(), QStringLiteral("GetNameOwner"),
-                               switchName, deadline)
+  return bus::askBusDaemon(QDBusConnection::sessionBus(), QStringLiteral("GetNameOwner"),
+                           switchName, deadline)
       .toString();
 }
 
 bool turnSwitchOn(Deadline deadline) {
-  if (!desktop::sessionBusIsUsable())
+  if (!bus::sessionBusIsUsable())
     return false;
   askProperties("Set", {QVariant::fromValue(QDBusVariant(true))}, deadline);
   return readSwitch(deadline) == SwitchState::on;

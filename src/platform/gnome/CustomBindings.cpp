@@ -9,11 +9,11 @@
 #include <thread>
 #include <utility>
 
-#include "platform/desktop/SessionBus.h"
-#include "platform/desktop/ShortcutAction.h"
+#include "platform/bus/SessionBus.h"
 #include "platform/gnome/CustomKeybindings.h"
 #include "platform/gnome/KeyHolders.h"
 #include "platform/gnome/Settings.h"
+#include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::gnome {
 namespace {
@@ -65,7 +65,7 @@ HotkeyRegistration CustomBindings::registerEventHotKey(std::uint32_t keyCode,
   if (!Settings::open(mediaKeysSchema()))
     return HotkeyRegistration::refused(QStringLiteral("GNOME's settings daemon is not installed"));
   auto hotKey = std::make_shared<HotKey>();
-  hotKey->action = desktop::shortcutAction(modifiers);
+  hotKey->action = shortcuts::shortcutAction(modifiers);
   hotKey->id = id;
   if (keyOf(hotKey->action))
     return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"));
@@ -73,7 +73,7 @@ HotkeyRegistration CustomBindings::registerEventHotKey(std::uint32_t keyCode,
     removeCustomBinding(hotKey->action);  // A killed Tavin's.
     return HotkeyRegistration::refused(QStringLiteral("it is the key of ") + *holder);
   }
-  addCustomBinding(hotKey->action, desktop::shortcutTitle(modifiers), combination->ours);
+  addCustomBinding(hotKey->action, shortcuts::shortcutTitle(modifiers), combination->ours);
   hotKeys_.push_back(hotKey);
   hotKey->active = daemonRuns();
   if (!hotKey->active)
@@ -128,7 +128,7 @@ void CustomBindings::press(const QString& action, Clock::time_point at) {
   const auto hotKey = keyOf(action);
   if (!hotKey)
     return;
-  if (modifiers_ && action == desktop::shortcutAction(0))
+  if (modifiers_ && action == shortcuts::shortcutAction(0))
     modifiers_->pressed(at);
   tellPress(hotKey->id);
 }
@@ -140,8 +140,8 @@ void CustomBindings::release() {
 }
 
 bool CustomBindings::daemonRuns() {
-  return desktop::askBusDaemon(bus_, QStringLiteral("NameHasOwner"), settingsDaemon,
-                               Deadline::in(secondsToAsk))
+  return bus::askBusDaemon(bus_, QStringLiteral("NameHasOwner"), settingsDaemon,
+                           Deadline::in(secondsToAsk))
       .toBool();
 }
 

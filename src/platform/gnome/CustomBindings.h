@@ -7,9 +7,9 @@
 #include <memory>
 #include <vector>
 
-#include "platform/desktop/HotkeyServiceBase.h"
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/PressFilter.h"
+#include "platform/shortcuts/HotkeyServiceBase.h"
 
 namespace tavin::gnome {
 
@@ -19,7 +19,7 @@ namespace tavin::gnome {
 // something in GNOME's settings holds; answers later where the settings daemon, which hears the
 // keys, does not run yet or has ended. What a killed Tavin left behind is overwritten, or removed
 // where its key is refused. Main thread only.
-class CustomBindings final : public desktop::HotkeyServiceBase {
+class CustomBindings final : public shortcuts::HotkeyServiceBase {
  public:
   // Has a D-Bus action call the function at each of its runs.
   using ServeKey = std::function<void(const QString& action, std::function<void()> ran)>;

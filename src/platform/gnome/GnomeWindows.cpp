@@ -9,13 +9,13 @@ constexpr std::uint64_t nativeWindow = ~std::uint64_t{0};
 
 }  // namespace
 
-atspi::FrontWindow GnomeWindows::frontWindow() {
+windows::FrontWindow GnomeWindows::frontWindow() {
   const bool afterMenu = menu_.take();
   const auto display = probe_.look();
   if (display == x11::DisplayProbe::Display::other)
     xwayland_ = make_();
   silent_ = display == x11::DisplayProbe::Display::silent;
-  atspi::FrontWindow front = answers() ? xwayland_->frontWindow() : atspi::FrontWindow();
+  windows::FrontWindow front = answers() ? xwayland_->frontWindow() : windows::FrontWindow();
   // A menu of our own may be the active window still.
   if (front.id == 0 || (afterMenu && front.processId == getpid())) {
     front = {};
@@ -30,7 +30,7 @@ std::set<std::int64_t> GnomeWindows::windowProcesses() {
   return answers() ? xwayland_->windowProcesses() : std::set<std::int64_t>();
 }
 
-std::optional<QString> GnomeWindows::primaryText(const atspi::FrontWindow& window,
+std::optional<QString> GnomeWindows::primaryText(const windows::FrontWindow& window,
                                                  PrimaryProof proof, Deadline deadline) {
   if (!answers() || window.id == nativeWindow)
     return std::nullopt;

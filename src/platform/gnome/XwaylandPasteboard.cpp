@@ -4,7 +4,7 @@
 
 namespace tavin::gnome {
 
-std::optional<Clipboard> XwaylandPasteboard::create(Maker make) {
+std::optional<copy::Clipboard> XwaylandPasteboard::create(Maker make) {
   auto first = make();
   if (!first)
     return std::nullopt;
@@ -17,14 +17,14 @@ std::optional<Clipboard> XwaylandPasteboard::create(Maker make) {
     if (run)
       run();
   };
-  return Clipboard{std::move(pasteboard), handOver};
+  return copy::Clipboard{std::move(pasteboard), handOver};
 }
 
-XwaylandPasteboard::XwaylandPasteboard(Maker make, Clipboard first) : make_(std::move(make)) {
+XwaylandPasteboard::XwaylandPasteboard(Maker make, copy::Clipboard first) : make_(std::move(make)) {
   use(std::move(first));
 }
 
-void XwaylandPasteboard::use(Clipboard clipboard) {
+void XwaylandPasteboard::use(copy::Clipboard clipboard) {
   pasteboard_ = std::move(clipboard.pasteboard);
   const std::lock_guard lock(handOver_->mutex);
   handOver_->run = std::move(clipboard.handOver);
@@ -36,7 +36,7 @@ std::optional<std::vector<PasteboardItem>> XwaylandPasteboard::pasteboardItems()
   if (display == x11::DisplayProbe::Display::silent)
     return std::nullopt;
   if (display == x11::DisplayProbe::Display::other)
-    use(make_().value_or(Clipboard{}));
+    use(make_().value_or(copy::Clipboard{}));
   return pasteboard_ ? pasteboard_->pasteboardItems() : std::nullopt;
 }
 

@@ -5,7 +5,7 @@
 #include <mutex>
 #include <optional>
 
-#include "platform/Capture.h"
+#include "platform/copy/Clipboard.h"
 #include "platform/x11/DisplayProbe.h"
 
 namespace tavin::gnome {
@@ -14,10 +14,10 @@ namespace tavin::gnome {
 // contents finds the display that is there now. What was served on one that has ended is lost.
 class XwaylandPasteboard final : public Pasteboard {
  public:
-  using Maker = std::function<std::optional<Clipboard>()>;
+  using Maker = std::function<std::optional<copy::Clipboard>()>;
 
   // None where there is no display now.
-  static std::optional<Clipboard> create(Maker make);
+  static std::optional<copy::Clipboard> create(Maker make);
 
   std::optional<std::vector<PasteboardItem>> pasteboardItems() override;
   std::int64_t changeCount() override;
@@ -32,8 +32,8 @@ class XwaylandPasteboard final : public Pasteboard {
     std::function<void()> run;
   };
 
-  XwaylandPasteboard(Maker make, Clipboard first);
-  void use(Clipboard clipboard);
+  XwaylandPasteboard(Maker make, copy::Clipboard first);
+  void use(copy::Clipboard clipboard);
 
   const Maker make_;
   const std::shared_ptr<HandOver> handOver_ = std::make_shared<HandOver>();

@@ -6,9 +6,9 @@
 #include <limits>
 #include <utility>
 
-#include "platform/desktop/ShortcutAction.h"
 #include "platform/kde/KeyInPlace.h"
 #include "platform/kde/QtKey.h"
+#include "platform/shortcuts/ShortcutAction.h"
 #include "platform/wayland/Keymap.h"
 
 namespace tavin::kde {
@@ -19,7 +19,7 @@ constexpr int answerDeadline = 500;  // Milliseconds.
 constexpr double secondsForKeymap = 2;
 constexpr int whenItMay = std::numeric_limits<int>::max();
 
-desktop::BusSignal::Source signalOfOurs(const QString& name) {
+bus::BusSignal::Source signalOfOurs(const QString& name) {
   return {.service = globalAccelService,
           .path = componentPath,
           .interface = QStringLiteral("org.kde.kglobalaccel.Component"),
@@ -49,10 +49,10 @@ struct GlobalAccel::HotKey final : EventHotKey {
 
 GlobalAccel::GlobalAccel()
     : owners_(globalAccelService, *bus_),
-      presses_(std::make_unique<desktop::BusSignal>(
+      presses_(std::make_unique<bus::BusSignal>(
           *bus_, signalOfOurs(QStringLiteral("globalShortcutPressed")),
           [this](const QDBusMessage& signal) { pressed(signal); })),
-      releases_(std::make_unique<desktop::BusSignal>(
+      releases_(std::make_unique<bus::BusSignal>(
           *bus_, signalOfOurs(QStringLiteral("globalShortcutReleased")),
           [this](const QDBusMessage& signal) { released(signal); })) {
   QObject::connect(
@@ -70,8 +70,8 @@ HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::
   if (isRegistered(*key))
     return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"));
   auto hotKey = std::make_shared<HotKey>();
-  hotKey->action = {.name = desktop::shortcutAction(modifiers),
-                    .title = desktop::shortcutTitle(modifiers),
+  hotKey->action = {.name = shortcuts::shortcutAction(modifiers),
+                    .title = shortcuts::shortcutTitle(modifiers),
                     .key = *key};
   hotKey->id = id;
   bus_->send(registration(hotKey->action));

@@ -4,10 +4,10 @@
 #include <memory>
 #include <vector>
 
-#include "platform/desktop/BusSignal.h"
-#include "platform/desktop/HotkeyServiceBase.h"
-#include "platform/desktop/SessionBus.h"
+#include "platform/bus/BusSignal.h"
+#include "platform/bus/SessionBus.h"
 #include "platform/kde/GlobalAccelMessages.h"
+#include "platform/shortcuts/HotkeyServiceBase.h"
 
 namespace tavin::kde {
 
@@ -17,7 +17,7 @@ namespace tavin::kde {
 // registered stays so, even for a program that was killed, until `release` or the next start.
 // The key in the ANSI "R" position is found by the layouts that there are when it is registered.
 // Main thread only.
-class GlobalAccel final : public desktop::HotkeyServiceBase {
+class GlobalAccel final : public shortcuts::HotkeyServiceBase {
  public:
   GlobalAccel();
   ~GlobalAccel() override;
@@ -40,10 +40,10 @@ class GlobalAccel final : public desktop::HotkeyServiceBase {
   void released(const QDBusMessage& signal);
   HotKey* hotKeyIn(const QDBusMessage& signal) const;
 
-  const desktop::OwnConnection bus_{QStringLiteral("kglobalaccel")};
+  const bus::OwnConnection bus_{QStringLiteral("kglobalaccel")};
   QDBusServiceWatcher owners_;
-  const std::unique_ptr<desktop::BusSignal> presses_;
-  const std::unique_ptr<desktop::BusSignal> releases_;
+  const std::unique_ptr<bus::BusSignal> presses_;
+  const std::unique_ptr<bus::BusSignal> releases_;
   std::vector<std::shared_ptr<HotKey>> hotKeys_;
 };
 

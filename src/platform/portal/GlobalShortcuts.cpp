@@ -204,8 +204,8 @@ void GlobalShortcuts::settle(const std::shared_ptr<HotKey>& hotKey, bool active,
 
 void GlobalShortcuts::listen() {
   const auto hear = [this](const QString& interface, const QString& name, auto handler) {
-    signals_.push_back(std::make_unique<desktop::BusSignal>(
-        *bus_, desktop::BusSignal::Source{portalService, {}, interface, name}, handler));
+    signals_.push_back(std::make_unique<bus::BusSignal>(
+        *bus_, bus::BusSignal::Source{portalService, {}, interface, name}, handler));
   };
   hear(shortcutsInterface, QStringLiteral("Activated"), [this](const QDBusMessage& signal) {
     HotKey* hotKey = hotKeyIn(signal);

@@ -8,11 +8,11 @@
 #include <optional>
 #include <vector>
 
-#include "platform/desktop/BusSignal.h"
-#include "platform/desktop/HotkeyServiceBase.h"
-#include "platform/desktop/SessionBus.h"
+#include "platform/bus/BusSignal.h"
+#include "platform/bus/SessionBus.h"
 #include "platform/portal/Request.h"
 #include "platform/portal/Shortcut.h"
+#include "platform/shortcuts/HotkeyServiceBase.h"
 
 namespace tavin::portal {
 
@@ -20,7 +20,7 @@ namespace tavin::portal {
 // the user, once for each pair of combinations, and remembers the answer; so each registration is
 // answered later. What it remembers is asked for first: the dialog is opened only where something
 // is missing, and never again once it was declined. Main thread only.
-class GlobalShortcuts final : public desktop::HotkeyServiceBase {
+class GlobalShortcuts final : public shortcuts::HotkeyServiceBase {
  public:
   // In words who holds a combination already, where the portal would bind it all the same and its
   // presses would never come.
@@ -59,9 +59,9 @@ class GlobalShortcuts final : public desktop::HotkeyServiceBase {
 
   const Holder holder_;
   const std::function<void()> pressed_;
-  const desktop::OwnConnection bus_{QStringLiteral("portal")};
+  const bus::OwnConnection bus_{QStringLiteral("portal")};
   QDBusServiceWatcher owners_;
-  std::vector<std::unique_ptr<desktop::BusSignal>> signals_;
+  std::vector<std::unique_ptr<bus::BusSignal>> signals_;
   std::vector<std::shared_ptr<HotKey>> hotKeys_;
   std::unique_ptr<Request> request_;  // The one under way.
   QDBusObjectPath session_;           // Empty where there is none.

@@ -42,9 +42,8 @@ RemoteDesktop::RemoteDesktop(SystemLog& log, RestoreToken token)
       owners_(portalService, *bus_, QDBusServiceWatcher::WatchForUnregistration) {
   QObject::connect(&owners_, &QDBusServiceWatcher::serviceUnregistered, &owners_,
                    [this] { portalLeft(); });
-  closed_ = std::make_unique<desktop::BusSignal>(
-      *bus_,
-      desktop::BusSignal::Source{portalService, {}, sessionInterface, QStringLiteral("Closed")},
+  closed_ = std::make_unique<bus::BusSignal>(
+      *bus_, bus::BusSignal::Source{portalService, {}, sessionInterface, QStringLiteral("Closed")},
       [this](const QDBusMessage& signal) {
         if (signal.path() == session_.path())
           ended(QStringLiteral("the desktop or the user has ended it"));

@@ -8,15 +8,15 @@
 #include <vector>
 
 #include "platform/SystemLog.h"
-#include "platform/desktop/BusSignal.h"
-#include "platform/desktop/CopyChord.h"
-#include "platform/desktop/SessionBus.h"
+#include "platform/bus/BusSignal.h"
+#include "platform/bus/SessionBus.h"
+#include "platform/copy/CopyChord.h"
 #include "platform/portal/Request.h"
 #include "platform/portal/RestoreToken.h"
 
 namespace tavin::portal {
 
-using desktop::KeyStep;
+using copy::KeyStep;
 
 // The user's leave to press keys, from the desktop's RemoteDesktop portal, over a bus connection of
 // our own. It is asked for at the first need, beside whatever needs it, and then kept: the desktop
@@ -66,9 +66,9 @@ class RemoteDesktop {
   SystemLog& log_;
   const RestoreToken token_;
   // The desktop takes the keys away from whoever leaves the bus.
-  const desktop::OwnConnection bus_{QStringLiteral("remote-desktop")};
+  const bus::OwnConnection bus_{QStringLiteral("remote-desktop")};
   QDBusServiceWatcher owners_;
-  std::unique_ptr<desktop::BusSignal> closed_;
+  std::unique_ptr<bus::BusSignal> closed_;
   std::unique_ptr<Request> request_;  // The one under way.
   bool dialogIsOpen_ = false;         // The user is asked, or will be at once.
   uint version_ = 0;                  // Of the portal's interface.

@@ -30,11 +30,11 @@ Request::Request(const QDBusConnection& bus, const QString& interface, const QSt
                  QVariantList arguments, QVariantMap options, Answer answer)
     : answer_(std::move(answer)) {
   const QString token = newToken();
-  response_ = std::make_unique<desktop::BusSignal>(
+  response_ = std::make_unique<bus::BusSignal>(
       bus,
-      desktop::BusSignal::Source{portalService, pathOf(bus, token),
-                                 QStringLiteral("org.freedesktop.portal.Request"),
-                                 QStringLiteral("Response")},
+      bus::BusSignal::Source{portalService, pathOf(bus, token),
+                             QStringLiteral("org.freedesktop.portal.Request"),
+                             QStringLiteral("Response")},
       [this](const QDBusMessage& response) {
         finish(response.arguments().value(0).toInt(),
                qdbus_cast<QVariantMap>(response.arguments().value(1)));

@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/desktop/BusSignal.h"
+#include "platform/bus/BusSignal.h"
 
 namespace tavin::portal {
 
@@ -33,7 +33,7 @@ class Request {
   void finish(int code, const QVariantMap& results);
 
   Answer answer_;  // Empty once it was called.
-  std::unique_ptr<desktop::BusSignal> response_;
+  std::unique_ptr<bus::BusSignal> response_;
 };
 
 }  // namespace tavin::portal

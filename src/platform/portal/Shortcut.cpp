@@ -4,7 +4,7 @@
 #include <QStringList>
 
 #include "platform/HotkeyService.h"
-#include "platform/desktop/ShortcutAction.h"
+#include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::portal {
 namespace {
@@ -54,9 +54,10 @@ std::optional<Shortcut> wantedShortcut(std::uint32_t keyCode, std::uint32_t modi
       (keyCode != HotkeyKeys::escape && keyCode != HotkeyKeys::ansiR))
     return std::nullopt;
   const QString trigger = triggerText(keyCode, modifiers);
-  return Shortcut{desktop::shortcutAction(modifiers) + u'-' + trigger.toLower().replace(u'+', u'-'),
-                  {{QStringLiteral("description"), desktop::shortcutTitle(modifiers)},
-                   {QStringLiteral("preferred_trigger"), trigger}}};
+  return Shortcut{
+      shortcuts::shortcutAction(modifiers) + u'-' + trigger.toLower().replace(u'+', u'-'),
+      {{QStringLiteral("description"), shortcuts::shortcutTitle(modifiers)},
+       {QStringLiteral("preferred_trigger"), trigger}}};
 }
 
 QVariant toArgument(const QList<Shortcut>& shortcuts) {

@@ -43,8 +43,8 @@ void exportProperties(const MenuNode& node, const QStringList& names, QList<Item
 }  // namespace
 
 DBusMenu::DBusMenu(const QDBusConnection& bus, MenuSource& source)
-    : BusObject(bus, QLatin1String(path), "com.canonical.dbusmenu",
-                QLatin1String(dbusMenuDescription)),
+    : bus::BusObject(bus, QLatin1String(path), "com.canonical.dbusmenu",
+                     QLatin1String(dbusMenuDescription)),
       source_(source) {
   registerDBusMenuTypes();
   settling_.setSingleShot(true);

@@ -2,7 +2,7 @@
 
 #include <QTimer>
 
-#include "platform/tray/BusObject.h"
+#include "platform/bus/BusObject.h"
 #include "platform/tray/MenuLayout.h"
 
 namespace tavin::tray {
@@ -17,7 +17,7 @@ class MenuSource;
 // the seconds in which its lines come and go, as they do while the engine starts.
 //
 // Main thread only.
-class DBusMenu final : public BusObject {
+class DBusMenu final : public bus::BusObject {
  public:
   static constexpr auto path = "/MenuBar";
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/desktop/SessionBus.h"
+#include "platform/bus/SessionBus.h"
 #include "platform/tray/TrayImage.h"
 
 namespace tavin::tray {
@@ -34,7 +34,7 @@ class NotifierTray {
   void findWatcher();
   void setWatcher(const QString& owner);
 
-  const desktop::OwnConnection bus_{QStringLiteral("tray")};
+  const bus::OwnConnection bus_{QStringLiteral("tray")};
   std::function<void(bool)> watcherChanged_;
   std::unique_ptr<StatusNotifierItem> item_;
   std::unique_ptr<DBusMenu> menu_;

@@ -15,8 +15,8 @@ namespace tavin::tray {
 
 StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus,
                                        std::function<void(QPoint)> openMenu)
-    : BusObject(bus, QLatin1String(path), "org.kde.StatusNotifierItem",
-                QLatin1String(statusNotifierItemDescription)),
+    : bus::BusObject(bus, QLatin1String(path), "org.kde.StatusNotifierItem",
+                     QLatin1String(statusNotifierItemDescription)),
       openMenu_(std::move(openMenu)) {
   registerStatusNotifierTypes();
   const auto open = [this](const QVariantList& arguments) {

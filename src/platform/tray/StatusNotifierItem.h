@@ -3,13 +3,13 @@
 #include <QPoint>
 #include <functional>
 
-#include "platform/tray/BusObject.h"
+#include "platform/bus/BusObject.h"
 #include "platform/tray/TrayImage.h"
 
 namespace tavin::tray {
 
 // The icon as freedesktop's StatusNotifierItem, drawn by the panel. Main thread only.
-class StatusNotifierItem final : public BusObject {
+class StatusNotifierItem final : public bus::BusObject {
  public:
   static constexpr auto path = "/StatusNotifierItem";
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include "platform/desktop/ClipboardTypes.h"
+#include "platform/copy/ClipboardTypes.h"
 
 namespace tavin::wayland {
 namespace {
@@ -30,10 +30,10 @@ Outcome readListed(SelectionReader& reader, const SelectionReader::Listing& list
   std::vector<std::optional<QByteArray>> values(types.size());
   std::set<std::string> seen;
   bool anyLate = false;
-  for (const std::size_t index : desktop::clipboardAskingOrder(types)) {
+  for (const std::size_t index : copy::clipboardAskingOrder(types)) {
     if (!seen.insert(types[index]).second)
       continue;
-    const bool needed = desktop::isNeededClipboardType(types[index]);
+    const bool needed = copy::isNeededClipboardType(types[index]);
     auto content = reader.read(Selection::clipboard, listing, types[index], deadline,
                                needed ? deadline : deadline.orIn(secondsForOptionalType));
     if (content.outcome == Outcome::read)

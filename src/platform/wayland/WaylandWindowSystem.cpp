@@ -4,9 +4,9 @@
 #include <cctype>
 #include <thread>
 
-#include "platform/atspi/ProgramKind.h"
 #include "platform/wayland/ClipboardSnapshot.h"
 #include "platform/wayland/SwayTree.h"
+#include "platform/windows/ProgramKind.h"
 
 namespace tavin::wayland {
 namespace {
@@ -26,8 +26,8 @@ std::string lowerCase(std::string text) {
 
 }  // namespace
 
-atspi::FrontWindow WaylandWindowSystem::frontWindow() {
-  atspi::FrontWindow front;
+windows::FrontWindow WaylandWindowSystem::frontWindow() {
+  windows::FrontWindow front;
   front.unknown = true;
   const bool afterMenu = menu_.take();
   compositor_->renew();
@@ -46,7 +46,7 @@ atspi::FrontWindow WaylandWindowSystem::frontWindow() {
   front.processId = processOf(*now);
   // A name is what the user gives it; a terminal that drops down has often one of its own.
   front.unknown = front.processId == 0;
-  atspi::setProgramKind(front, names, processes_);
+  windows::setProgramKind(front, names, processes_);
   return front;
 }
 
@@ -82,7 +82,7 @@ std::int64_t WaylandWindowSystem::processOf(const Compositor::Front& front) {
   return tree && tree->focusedAppId == front.window.appId ? tree->focusedProcess : 0;
 }
 
-std::optional<QString> WaylandWindowSystem::primaryText(const atspi::FrontWindow& window,
+std::optional<QString> WaylandWindowSystem::primaryText(const windows::FrontWindow& window,
                                                         PrimaryProof proof, Deadline deadline) {
   const auto now = compositor_->front(deadline.orIn(secondsForFront));
   if (!now || now->window.id != window.id || now->primaryMaker.window.id == 0)

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <set>
 
-#include "platform/desktop/ClipboardTypes.h"
+#include "platform/copy/ClipboardTypes.h"
 
 namespace tavin::x11 {
 namespace {
@@ -69,7 +69,7 @@ Outcome Attempt::listTargets() {
 }
 
 Outcome Attempt::readTarget(std::size_t index) {
-  const bool needed = desktop::isNeededClipboardType(names_[index]);
+  const bool needed = copy::isNeededClipboardType(names_[index]);
   auto value = reader_.convert(clipboard_, targets_[index], deadline_,
                                needed ? deadline_ : deadline_.orIn(secondsForOptionalTarget));
   if (value.outcome == Outcome::converted)
@@ -84,7 +84,7 @@ Outcome Attempt::read() {
   const Outcome listed = listTargets();
   if (listed != Outcome::converted && listed != Outcome::refused)
     return listed;
-  for (const std::size_t index : desktop::clipboardAskingOrder(names_)) {
+  for (const std::size_t index : copy::clipboardAskingOrder(names_)) {
     const Outcome outcome = readTarget(index);
     if (outcome == Outcome::late || outcome == Outcome::ownerChanged)
       return outcome;

@@ -1,6 +1,5 @@
 #include "platform/x11/CreateCapture.h"
 
-#include "platform/x11/X11Keyboard.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11WindowSystem.h"
 
@@ -11,24 +10,19 @@ constexpr double secondsForHandOver = 0.5;
 
 }  // namespace
 
-std::optional<Clipboard> createClipboard() {
+std::optional<copy::Clipboard> createClipboard() {
   std::shared_ptr<ClipboardServer> server = ClipboardServer::create();
   auto reader = SelectionReader::create();
   if (!server || !reader)
     return std::nullopt;
-  return Clipboard{std::make_unique<X11Pasteboard>(std::move(reader), server),
-                   [server] { server->handOver(Deadline::in(secondsForHandOver)); }};
+  return copy::Clipboard{std::make_unique<X11Pasteboard>(std::move(reader), server),
+                         [server] { server->handOver(Deadline::in(secondsForHandOver)); }};
 }
 
-std::unique_ptr<atspi::WindowSystem> createWindowSystem() {
+std::unique_ptr<windows::WindowSystem> createWindowSystem() {
   auto reader = SelectionReader::create();
   return reader ? std::make_unique<X11WindowSystem>(std::move(reader), PrimaryWatch::create())
                 : nullptr;
-}
-
-std::unique_ptr<desktop::CopyKeyboard> createKeyboard(std::function<bool()> mayCopy) {
-  auto keyboard = X11Keyboard::create(std::move(mayCopy));
-  return keyboard && keyboard->canType() ? std::move(keyboard) : nullptr;
 }
 
 }  // namespace tavin::x11

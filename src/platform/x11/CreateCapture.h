@@ -1,19 +1,15 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 
-#include "platform/Capture.h"
-#include "platform/atspi/WindowSystem.h"
-#include "platform/desktop/CopyKeyboard.h"
+#include "platform/copy/Clipboard.h"
+#include "platform/windows/WindowSystem.h"
 
 namespace tavin::x11 {
 
 // None or null without an X display.
-std::optional<Clipboard> createClipboard();
-std::unique_ptr<atspi::WindowSystem> createWindowSystem();
-// Null where the display lets nobody type, too.
-std::unique_ptr<desktop::CopyKeyboard> createKeyboard(std::function<bool()> mayCopy);
+std::optional<copy::Clipboard> createClipboard();
+std::unique_ptr<windows::WindowSystem> createWindowSystem();
 
 }  // namespace tavin::x11

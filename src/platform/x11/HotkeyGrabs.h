@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/desktop/HotkeyServiceBase.h"
+#include "platform/shortcuts/HotkeyServiceBase.h"
 #include "platform/x11/Connection.h"
 #include "platform/x11/HeldKeys.h"
 #include "platform/x11/HotkeyMapping.h"
@@ -16,7 +16,7 @@ namespace tavin::x11 {
 // Global shortcuts as key grabs on a connection of their own. An answer comes later where the
 // keyboard changes and another program has taken a shortcut's new key; the next change tries again.
 // Main thread only.
-class HotkeyGrabs final : public desktop::HotkeyServiceBase {
+class HotkeyGrabs final : public shortcuts::HotkeyServiceBase {
  public:
   // Null where there is no display, or one without XInput 2.1.
   static std::unique_ptr<HotkeyGrabs> create();

@@ -3,7 +3,7 @@
 #include <thread>
 #include <utility>
 
-#include "platform/atspi/ProgramKind.h"
+#include "platform/windows/ProgramKind.h"
 #include "platform/x11/WindowProperties.h"
 
 namespace tavin::x11 {
@@ -18,22 +18,22 @@ X11WindowSystem::X11WindowSystem(std::unique_ptr<SelectionReader> reader,
                                  std::unique_ptr<PrimaryWatch> watch)
     : reader_(std::move(reader)), watch_(std::move(watch)), activeWindow_(reader_->connection()) {}
 
-atspi::FrontWindow X11WindowSystem::frontWindow() {
+windows::FrontWindow X11WindowSystem::frontWindow() {
   if (menu_.take())
     waitForMenu();
   const xcb_window_t window = activeWindow_.find();
   if (window == XCB_WINDOW_NONE)
     return {};
-  atspi::FrontWindow front;
+  windows::FrontWindow front;
   front.id = window;
   front.processId = clientProcess(reader_->connection(), window);
   const auto processes = windowProcesses();
-  atspi::setProgramKind(front, windowClass(reader_->connection(), window), processes);
+  windows::setProgramKind(front, windowClass(reader_->connection(), window), processes);
   addEmbeddedProgram(front, processes);
   return front;
 }
 
-void X11WindowSystem::addEmbeddedProgram(atspi::FrontWindow& front,
+void X11WindowSystem::addEmbeddedProgram(windows::FrontWindow& front,
                                          const std::set<std::int64_t>& processes) {
   const Connection& connection = reader_->connection();
   const xcb_window_t target = activeWindow_.keyTarget();
@@ -43,7 +43,7 @@ void X11WindowSystem::addEmbeddedProgram(atspi::FrontWindow& front,
   if (!embedded)
     return;
   const auto host = std::exchange(front.processId, clientProcess(connection, target));
-  atspi::setProgramKind(front, windowClass(connection, activeWindow_.setUpBy(target)), processes);
+  windows::setProgramKind(front, windowClass(connection, activeWindow_.setUpBy(target)), processes);
   front.processId = host;
 }
 
@@ -63,7 +63,7 @@ std::set<std::int64_t> X11WindowSystem::windowProcesses() {
   return {processes.begin(), processes.end()};
 }
 
-bool X11WindowSystem::primaryIsFrom(const atspi::FrontWindow& window) {
+bool X11WindowSystem::primaryIsFrom(const windows::FrontWindow& window) {
   const Connection& connection = reader_->connection();
   const xcb_window_t owner = reader_->owner(XCB_ATOM_PRIMARY);
   if (owner == XCB_WINDOW_NONE)
@@ -73,7 +73,7 @@ bool X11WindowSystem::primaryIsFrom(const atspi::FrontWindow& window) {
          (window.processId != 0 && clientProcess(connection, owner) == window.processId);
 }
 
-std::optional<QString> X11WindowSystem::primaryText(const atspi::FrontWindow& window,
+std::optional<QString> X11WindowSystem::primaryText(const windows::FrontWindow& window,
                                                     PrimaryProof proof, Deadline deadline) {
   if (window.id == 0 || !primaryIsFrom(window))
     return std::nullopt;

@@ -4,8 +4,8 @@
 
 #include "platform/atspi/FakeProgram.h"
 #include "platform/atspi/FocusFinder.h"
-#include "platform/atspi/SelectedText.h"
 #include "platform/atspi/TextGatherer.h"
+#include "platform/capture/SelectedText.h"
 
 namespace tavin::test {
 namespace {
@@ -16,12 +16,12 @@ using Values = std::optional<QVariantList>;
 
 const Values kError = QVariantList();
 
-class FixedPrimary final : public atspi::WindowSystem {
+class FixedPrimary final : public windows::WindowSystem {
  public:
   explicit FixedPrimary(std::optional<QString> text) : text_(std::move(text)) {}
-  atspi::FrontWindow frontWindow() override { return {}; }
+  windows::FrontWindow frontWindow() override { return {}; }
   std::set<std::int64_t> windowProcesses() override { return {}; }
-  std::optional<QString> primaryText(const atspi::FrontWindow&, PrimaryProof, Deadline) override {
+  std::optional<QString> primaryText(const windows::FrontWindow&, PrimaryProof, Deadline) override {
     return text_;
   }
 
@@ -61,8 +61,8 @@ class ParagraphsTest : public testing::Test {
   std::optional<QString> read(const std::set<int>& selected,
                               const std::optional<QString>& primary) {
     selected_ = selected;
-    atspi::FocusTracker tracker(std::make_unique<FixedPrimary>(primary));
-    atspi::Focus focus;
+    capture::FocusTracker tracker(std::make_unique<FixedPrimary>(primary));
+    capture::Focus focus;
     focus.window.id = 1;
     focus.program = program_.object("/root");
     focus.object = atspi::FocusedObject();

@@ -7,10 +7,10 @@
 #include <csignal>
 
 #include "platform/atspi/BusAddress.h"
-#include "platform/atspi/CaptureTest.h"
 #include "platform/atspi/Object.h"
 #include "platform/atspi/Program.h"
 #include "platform/atspi/Switch.h"
+#include "platform/capture/CaptureTest.h"
 
 namespace tavin::test {
 namespace {

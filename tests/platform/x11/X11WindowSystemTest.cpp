@@ -11,7 +11,7 @@ namespace tavin::x11 {
 namespace {
 
 using test::TestWindow;
-using PrimaryProof = atspi::WindowSystem::PrimaryProof;
+using PrimaryProof = windows::WindowSystem::PrimaryProof;
 
 constexpr auto kDock = "_NET_WM_WINDOW_TYPE_DOCK";
 
@@ -25,7 +25,7 @@ class X11WindowSystemTest : public testing::Test {
  protected:
   void activate(const TestWindow& window) { test::activate(*connection_, window.id()); }
   void activateNothing() { test::activate(*connection_, XCB_WINDOW_NONE); }
-  atspi::FrontWindow front(const TestWindow& window) {
+  windows::FrontWindow front(const TestWindow& window) {
     activate(window);
     return windows_.frontWindow();
   }

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusVirtualObject>
+#include <functional>
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "platform/RemoteActions.h"
+
+namespace tavin::bus {
+
+// The program as an org.freedesktop.Application on the session bus: Activate, and ActivateAction
+// with "speak", "pause", "stop" and "menu". The well-known name is the lock that lets one Tavin
+// run in a session. Without a bus, or when it does not answer within a second, Tavin runs unseen.
+class SessionBusControl final : public RemoteControl, private QDBusVirtualObject {
+ public:
+  explicit SessionBusControl(const QDBusConnection& bus);
+  ~SessionBusControl() override;
+
+  // False where another process holds the name.
+  bool takeName();
+  // Has that process show its menu; gives up after two seconds.
+  void activateOther();
+  void serve(RemoteActions actions) override;
+  // One more action, for a desktop whose shortcuts run commands: called at each of its runs. None
+  // is served without a handler.
+  void serveKey(const QString& action, std::function<void()> ran);
+
+ private:
+  enum class Request { activate, speak, pause, stop };
+  static std::optional<Request> requestNamed(const QString& action);
+  // What the message asks for; empty where that is nothing.
+  std::function<void()> taskIn(const QDBusMessage& message);
+
+  QString introspect(const QString& path) const override;
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+  void receive(Request request);
+  void carryOut(Request request);
+
+  QDBusConnection bus_;
+  bool holdsName_ = false;
+  std::optional<RemoteActions> actions_;
+  std::vector<Request> early_;
+  std::map<QString, std::function<void()>> keys_;
+};
+
+}  // namespace tavin::bus

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/SystemLog.h"
+#include "platform/capture/Capture.h"
+#include "platform/copy/CopyKey.h"
+#include "platform/windows/WindowSystem.h"
+
+namespace tavin::capture {
+
+// What differs between the window systems. All must be there but the key: without it nothing is
+// ever copied.
+struct CaptureParts {
+  std::unique_ptr<windows::WindowSystem> windows;
+  copy::Clipboard clipboard;
+  std::unique_ptr<copy::CopyKey> key;
+};
+
+// Puts them together with accessibility. `log` must outlive it. Needs the QCoreApplication.
+Capture assembleCapture(SystemLog& log, CaptureParts parts);
+
+}  // namespace tavin::capture

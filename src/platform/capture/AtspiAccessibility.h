@@ -1,0 +1,37 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+
+#include "platform/Accessibility.h"
+#include "platform/SystemLog.h"
+#include "platform/capture/FocusTracker.h"
+
+namespace tavin::capture {
+
+// Accessibility through AT-SPI: the system-wide element, the focused one, its selected text.
+class AtspiAccessibility final : public Accessibility {
+ public:
+  // `canCopy` is whether synthetic copies can be made at all, which counts where the session has no
+  // accessibility. `log` must outlive it.
+  AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, SystemLog& log, bool canCopy);
+
+  bool isProcessTrusted(bool prompt) override;
+  std::shared_ptr<UIElement> createSystemWideElement() override;
+
+ private:
+  bool isTrustedWhileLate(bool prompt);
+  // Whoever turns it off twice means it.
+  bool mayTurnOnAgain(Deadline deadline);
+  bool turnOn(const char* reason);
+
+  const std::shared_ptr<FocusTracker> tracker_;
+  SystemLog& log_;
+  const bool canCopy_;
+  std::atomic<bool> wasOn_ = false;  // When the service last told.
+  std::mutex mutex_;
+  QString turnedOnAgain_ = QStringLiteral("never");  // Whose; the next service starts with it off.
+};
+
+}  // namespace tavin::capture
