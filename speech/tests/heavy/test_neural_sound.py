@@ -6,10 +6,10 @@ Needs the folder of the libraries in TAVIN_KOKORO_LIBRARIES.
 from itertools import groupby
 
 import pytest
+from measures import ROUNDS, SILENCE_LIMIT, best_of, silence_after
 from sound import Recorder
 from spoken import difference_in_speech, expected, longest_gap, trimmed
 from test_neural import LONG, choose, engine, ready, server, tree  # noqa: F401
-from test_sound import ROUNDS, SILENCE_LIMIT, best_of, silence_after
 
 RATE = 24000  # the model's own, so that the samples come through as they are
 GAP_LIMIT = 0.02  # seconds

@@ -12,7 +12,6 @@ namespace {
 namespace fs = std::filesystem;
 
 // Far more than any program has; a hostile one shall not hold us up.
-constexpr int kMostThreads = 2000;
 constexpr int kMostFiles = 20'000;
 
 fs::path folderOf(pid_t pid) { return fs::path("/proc") / std::to_string(pid); }
@@ -44,18 +43,6 @@ std::string applicationScope(pid_t pid) {
 }
 
 }  // namespace
-
-std::vector<pid_t> childrenOf(pid_t pid) {
-  std::vector<pid_t> children;
-  std::error_code error;
-  fs::directory_iterator threads(folderOf(pid) / "task", error);
-  for (int i = 0; !error && threads != fs::directory_iterator() && i < kMostThreads; ++i) {
-    std::ifstream list(threads->path() / "children");
-    children.insert(children.end(), std::istream_iterator<pid_t>(list), {});
-    threads.increment(error);
-  }
-  return children;
-}
 
 std::vector<std::string> commandLine(pid_t pid) {
   std::ifstream file(folderOf(pid) / "cmdline", std::ios::binary);

@@ -1,0 +1,88 @@
+#include "platform/http/SocketHolders.h"
+
+#include <unistd.h>
+
+#include <ctime>
+#include <utility>
+
+namespace tavin::http {
+namespace {
+
+// The main thread waits for it.
+constexpr double searchLimit = 0.1;
+// A process that is accepting a connection this moment does not show it yet.
+constexpr int searches = 4;
+constexpr timespec betweenSearches{0, 2'000'000};
+
+}  // namespace
+
+std::optional<SocketHolders::Stranger> SocketHolders::strangerAt(const LoopbackSocket& socket) {
+  Stranger stranger;
+  if (socket.user != user_ || socket.inode == 0)
+    return stranger;
+  const std::lock_guard lock(mutex_);
+  const Deadline deadline = Deadline::in(searchLimit);
+  for (int i = 0; i < searches && stranger.pid == 0 && !deadline.passed(); ++i) {
+    if (i > 0)
+      ::nanosleep(&betweenSearches, nullptr);
+    if (lastHolderHas(socket.inode, deadline) || searchChildren(socket.inode, deadline) ||
+        search(socket.inode, deadline, stranger))
+      return std::nullopt;
+  }
+  return stranger;
+}
+
+bool SocketHolders::isTrusted(const posix::ProcessFolder& process) const {
+  return process.runsAs(user_) && (process.seesOurFiles() || process.isOurChild());
+}
+
+bool SocketHolders::lastHolderHas(std::uint32_t inode, Deadline deadline) {
+  if (!lastHolder_)
+    return false;
+  if (!lastHolder_->holds(lastDescriptor_, inode)) {
+    const auto descriptor = lastHolder_->descriptorOf(inode, deadline);
+    if (!descriptor)
+      return false;
+    lastDescriptor_ = *descriptor;
+  }
+  return isTrusted(*lastHolder_);
+}
+
+// Before all others: no stranger shall be able to make the search for our own engine long.
+bool SocketHolders::searchChildren(std::uint32_t inode, Deadline deadline) {
+  for (const pid_t pid : posix::childrenOf(::getpid())) {
+    posix::ProcessFolder process(pid);
+    const auto descriptor = process.descriptorOf(inode, deadline);
+    if (!descriptor || !isTrusted(process))
+      continue;
+    lastHolder_ = std::move(process);
+    lastDescriptor_ = *descriptor;
+    return true;
+  }
+  return false;
+}
+
+// A socket that a stranger holds too is a stranger's: it may have lent it to a program of ours.
+bool SocketHolders::search(std::uint32_t inode, Deadline deadline, Stranger& stranger) {
+  std::optional<posix::ProcessFolder> found;
+  int foundDescriptor = -1;
+  for (const pid_t pid : posix::allProcesses()) {
+    posix::ProcessFolder process(pid);
+    const auto descriptor = process.descriptorOf(inode, deadline);
+    if (!descriptor)
+      continue;
+    if (!isTrusted(process)) {
+      stranger = {pid, process.name()};
+      return false;
+    }
+    found = std::move(process);
+    foundDescriptor = *descriptor;
+  }
+  if (!found || deadline.passed())
+    return false;
+  lastHolder_ = std::move(found);
+  lastDescriptor_ = foundDescriptor;
+  return true;
+}
+
+}  // namespace tavin::http
