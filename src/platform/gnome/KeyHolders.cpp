@@ -21,7 +21,7 @@ const QStringList& desktopSchemas() {
   return schemas;
 }
 
-bool holds(const Settings& settings, const QString& key, const Combination& combination) {
+bool holds(const Settings& settings, const QString& key, const BothAccelerators& combination) {
   for (const QString& text : settings.strings(key)) {
     const auto accelerator = Accelerator::parse(text);
     if (accelerator && combination.isThe(*accelerator))
@@ -31,7 +31,7 @@ bool holds(const Settings& settings, const QString& key, const Combination& comb
 }
 
 std::optional<QString> holderIn(const std::optional<Settings>& settings, const QString& schema,
-                                const Combination& combination) {
+                                const BothAccelerators& combination) {
   if (!settings)
     return std::nullopt;
   for (const QString& key : settings->keys()) {
@@ -41,7 +41,8 @@ std::optional<QString> holderIn(const std::optional<Settings>& settings, const Q
   return std::nullopt;
 }
 
-std::optional<QString> otherCustomBinding(const Combination& combination, const QStringList& ours) {
+std::optional<QString> otherCustomBinding(const BothAccelerators& combination,
+                                          const QStringList& ours) {
   for (const QString& path : customPaths()) {
     const auto binding = Settings::open(customSchema(), path);
     if (!ours.contains(path) && binding && holds(*binding, QStringLiteral("binding"), combination))
@@ -62,7 +63,8 @@ QStringList enabledExtensions() {
 }
 
 // An extension may bring its schema along in its own folder, or install it with the system's.
-std::optional<QString> holderInExtension(const QString& folder, const Combination& combination) {
+std::optional<QString> holderInExtension(const QString& folder,
+                                         const BothAccelerators& combination) {
   QFile file(folder + QStringLiteral("/metadata.json"));
   if (!file.open(QIODevice::ReadOnly))
     return std::nullopt;
@@ -75,7 +77,7 @@ std::optional<QString> holderInExtension(const QString& folder, const Combinatio
   return holderIn(Settings::open(schema, {}, brought ? schemas : QString()), schema, combination);
 }
 
-std::optional<QString> extension(const Combination& combination) {
+std::optional<QString> extension(const BothAccelerators& combination) {
   for (const QString& uuid : enabledExtensions()) {
     const QString folder = QStandardPaths::locate(QStandardPaths::GenericDataLocation,
                                                   QStringLiteral("gnome-shell/extensions/") + uuid,
@@ -90,7 +92,7 @@ std::optional<QString> extension(const Combination& combination) {
 
 }  // namespace
 
-std::optional<QString> holderOf(const Combination& combination, const QStringList& ours) {
+std::optional<QString> holderOf(const BothAccelerators& combination, const QStringList& ours) {
   for (const QString& schema : desktopSchemas()) {
     if (auto holder = holderIn(Settings::open(schema), schema, combination))
       return holder;
