@@ -79,7 +79,10 @@ TEST_F(SocketHoldersTest, SocketOfAnotherUserAndOneThatNobodyHoldsAreStrangers) 
 
 TEST_F(SocketHoldersTest, HolderThatIsKnownIsRecognisedInLessThanATenthOfAMillisecond) {
   const Stranger process(Place::here);
+  const auto begin = std::chrono::steady_clock::now();
   ASSERT_TRUE(isOurs(process));
+  RecordProperty("search_us", static_cast<int>((std::chrono::steady_clock::now() - begin) /
+                                               std::chrono::microseconds(1)));
   std::vector<std::chrono::nanoseconds> times;
   for (int i = 0; i < 1000; ++i) {
     const auto start = std::chrono::steady_clock::now();
