@@ -6,12 +6,9 @@
 #include "app/AppDelegate.h"
 #include "hotkeys/HotkeyCenter.h"
 #include "platform/PlatformFactory.h"
-#include "platform/posix/OwnProcess.h"
 
 int main(int argc, char** argv) {
   using namespace tavin;
-  posix::openStandardFiles();
-  posix::keepMemoryPrivate();
   // Left to itself, the allocator keeps the memory of one long selection for good.
   ::mallopt(M_MMAP_THRESHOLD, 1 << 20);
   const StartedPlatform started = startPlatform(argc, argv);

@@ -18,6 +18,7 @@
 #include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/NotingControl.h"
 #include "platform/http/CurlSession.h"
+#include "platform/posix/OwnProcess.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/tray/ModalAlerts.h"
@@ -75,6 +76,8 @@ void addCapture(Platform& platform, capture::Capture capture) {
 }  // namespace
 
 StartedPlatform startPlatform(int& argc, char** argv) {
+  posix::openStandardFiles();
+  posix::keepMemoryPrivate();
   desktop::SignalWatch::endAtOnceMeanwhile();
   DesktopServices services;
   // Qt would end the process with a paragraph about its plug-ins.

@@ -2,7 +2,7 @@
 
 namespace tavin::posix {
 
-// What the process owes itself before it does anything else: at the beginning of main().
+// What the process owes itself before it opens its first file.
 
 // Gives the null device to the standard files that are closed: else the next file that is opened
 // takes their number, and gets the log's lines.
