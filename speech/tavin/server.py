@@ -9,6 +9,8 @@ import ctypes
 import os
 import resource
 import signal
+import socket
+import sys
 
 from aiohttp import web
 
@@ -18,10 +20,17 @@ from tavin.http.peer import Doorkeeper, Peers
 from tavin.http.port import listen
 from tavin.http.routes import application
 from tavin.log import log, loop_failure, set_up
+from tavin.process.renewal import Entrance, Renewal
 from tavin.settings import Settings, default_path
 
 M_MMAP_THRESHOLD = -3  # of malloc.h
 LONG_TEXT = 1 << 20
+
+
+async def listening_socket():
+    if len(sys.argv) > 1:
+        return socket.socket(fileno=int(sys.argv[1]))  # of the engine that this one was until now
+    return await listen()
 
 
 def leave_on_signals(ends):
@@ -66,13 +75,18 @@ async def serve():
     asyncio.get_running_loop().set_exception_handler(loop_failure)
     ends = []
     leave_on_signals(ends)
-    listener = await listen()
+    listener = await listening_socket()
     # Not before: another engine that had the port may have stored newer choices.
     engine = Engine(Settings(default_path()))
     ends.append(engine.end)
     runner = web.AppRunner(application(engine))
     await runner.setup()
-    runner.server.request_handler = guarded(runner.server.request_handler)
+    peers = Peers()
+    entrance = Entrance(
+        listener, lambda: Doorkeeper(connection, peers), lambda: runner.server.connections
+    )
+    renewal = Renewal(entrance, lambda: engine.status()["state"] == "idle")
+    runner.server.request_handler = renewal.watching(guarded(runner.server.request_handler))
     # Requests wait in the listener's queue until the voices are known.
     await engine.know_voices()
     loop = asyncio.get_running_loop()
@@ -81,13 +95,10 @@ async def serve():
         # A compressed body is no JSON, and nobody can send a small one that becomes huge.
         return Connection(runner.server, loop=loop, access_log=None, auto_decompress=False)
 
-    peers = Peers()
-    serving = await loop.create_server(
-        lambda: Doorkeeper(connection, peers), sock=listener, backlog=128
-    )
+    await entrance.open()
     log.info("serving on port %d", PORT)
     await engine.warm_up()
-    await serving.serve_forever()
+    await asyncio.Event().wait()  # for a signal
 
 
 def main():

@@ -14,7 +14,7 @@ from pathlib import Path
 
 from tavin.log import log
 from tavin.synthesis.backends import BACKENDS, FIRST_CHOICE
-from tavin.synthesis.backends.kokoro import model
+from tavin.synthesis.backends.kokoro import needs
 
 SLOWEST, FASTEST = 0.5, 3.0
 LARGEST_FILE = 1 << 20
@@ -31,8 +31,9 @@ class Settings:
     def __init__(self, path):
         self._path = path
         self._writer = ThreadPoolExecutor(1)  # one: the last choices must be the last written
-        self.engine = "kokoro" if model.present() else FIRST_CHOICE
+        self.engine = "kokoro" if needs.present() else FIRST_CHOICE
         self.voices = {}  # back-end's name -> voice id
+        self.languages = {}  # language -> the same for that language, the latest choice last
         self.speed = 1.0
         self.keyed = []  # back-ends that had a key in the keyring when that was last asked
         self._take(self._read())
@@ -42,7 +43,13 @@ class Settings:
 
         Gives why they could not be stored, None when they are.
         """
-        chosen = {"engine": self.engine, "voices": self.voices, "speed": self.speed, "keys": self.keyed}
+        chosen = {
+            "engine": self.engine,
+            "voices": self.voices,
+            "languages": self.languages,
+            "speed": self.speed,
+            "keys": self.keyed,
+        }
         return asyncio.shield(
             asyncio.wrap_future(self._writer.submit(self._write, json.dumps(chosen, indent=1)))
         )
@@ -82,13 +89,17 @@ class Settings:
         keyed = stored.get("keys")
         if isinstance(keyed, list):
             self.keyed = [name for name in BACKENDS if name in keyed]
-        voices = stored.get("voices")
-        if isinstance(voices, dict):
-            self.voices = {
-                name: voice
-                for name, voice in voices.items()
-                if name in BACKENDS and isinstance(voice, str)
-            }
+        self.voices = chosen_voices(stored.get("voices"))
+        languages = stored.get("languages")
+        if isinstance(languages, dict):
+            self.languages = {language: chosen_voices(chosen) for language, chosen in languages.items()}
+
+
+def chosen_voices(stored):
+    """Those of known back-ends, of what a file says."""
+    if not isinstance(stored, dict):
+        return {}
+    return {name: voice for name, voice in stored.items() if name in BACKENDS and isinstance(voice, str)}
 
 
 def sync(folder):

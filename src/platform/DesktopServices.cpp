@@ -21,6 +21,7 @@
 #include "platform/x11/Connection.h"
 #include "platform/x11/CreateCapture.h"
 #include "platform/x11/DisplayBell.h"
+#include "platform/x11/X11Keyboard.h"
 
 namespace tavin {
 namespace {
@@ -105,8 +106,7 @@ bool DesktopServices::isKwin() const {
          (compositor_ && compositor_->windowsName() == wayland::plasmaWindowsName);
 }
 
-std::unique_ptr<copy::CopyKeyboard> DesktopServices::createPortalKeyboard(
-    SystemLog& log, std::function<bool()> mayCopy) const {
+std::unique_ptr<copy::CopyKey> DesktopServices::createPortalKey(SystemLog& log) const {
   portal::ModifierHabits habits;
   if (heldModifiers_) {
     habits.held = [modifiers = heldModifiers_, keys = std::make_shared<gnome::XwaylandKeys>()] {
@@ -125,18 +125,29 @@ std::unique_ptr<copy::CopyKeyboard> DesktopServices::createPortalKeyboard(
     }
   }
   return std::make_unique<portal::PortalKeyboard>(std::make_shared<portal::RemoteDesktop>(log),
-                                                  std::move(mayCopy), std::move(habits));
+                                                  std::move(habits));
 }
 
-std::unique_ptr<copy::CopyKeyboard> DesktopServices::createKeyboard(
-    const QString& kind, SystemLog& log, const std::function<bool()>& mayCopy) const {
+std::unique_ptr<copy::CopyKey> DesktopServices::createKey(const QString& kind,
+                                                          SystemLog& log) const {
   if (kind == "virtual-keyboard")
-    return wayland::VirtualKeyboard::create(mayCopy);
+    return wayland::VirtualKeyboard::create();
   if (kind == "fake-input")
-    return wayland::FakeInput::create(mayCopy);
+    return wayland::FakeInput::create();
   if (kind == "portal")
-    return createPortalKeyboard(log, mayCopy);
-  return kind == "xtest" ? x11::createKeyboard(mayCopy) : nullptr;
+    return createPortalKey(log);
+  return kind == "xtest" ? x11::X11Keyboard::create() : nullptr;
+}
+
+std::unique_ptr<copy::CopyKey> DesktopServices::createKey(SystemLog& log) {
+  for (const QString& kind : keyboard_.split(' ')) {
+    if (auto key = createKey(kind, log)) {
+      keyboard_ = kind;
+      return key;
+    }
+  }
+  keyboard_ = "none";
+  return nullptr;
 }
 
 std::optional<capture::Capture> DesktopServices::createCapture(SystemLog& log) {
@@ -148,17 +159,7 @@ std::optional<capture::Capture> DesktopServices::createCapture(SystemLog& log) {
   auto windows = createWindows();
   if (!clipboard || !windows)
     return std::nullopt;
-  const auto makeKeyboard = [this, &log](const std::function<bool()>& mayCopy) {
-    for (const QString& kind : keyboard_.split(' ')) {
-      if (auto keyboard = createKeyboard(kind, log, mayCopy)) {
-        keyboard_ = kind;
-        return keyboard;
-      }
-    }
-    keyboard_ = "none";
-    return std::unique_ptr<copy::CopyKeyboard>();
-  };
-  return capture::assembleCapture(log, {std::move(windows), std::move(*clipboard), makeKeyboard});
+  return capture::assembleCapture(log, {std::move(windows), std::move(*clipboard), createKey(log)});
 }
 
 std::function<void()> DesktopServices::displayBell() const {

@@ -13,7 +13,7 @@ namespace tavin::windows {
 class WindowSystem;
 }
 namespace tavin::copy {
-class CopyKeyboard;
+class CopyKey;
 }
 namespace tavin::gnome {
 class HeldModifiers;
@@ -54,10 +54,9 @@ class DesktopServices {
  private:
   bool isKwin() const;
   std::unique_ptr<windows::WindowSystem> createWindows() const;
-  std::unique_ptr<copy::CopyKeyboard> createKeyboard(const QString& kind, SystemLog& log,
-                                                     const std::function<bool()>& mayCopy) const;
-  std::unique_ptr<copy::CopyKeyboard> createPortalKeyboard(SystemLog& log,
-                                                           std::function<bool()> mayCopy) const;
+  std::unique_ptr<copy::CopyKey> createKey(SystemLog& log);
+  std::unique_ptr<copy::CopyKey> createKey(const QString& kind, SystemLog& log) const;
+  std::unique_ptr<copy::CopyKey> createPortalKey(SystemLog& log) const;
 
   const std::shared_ptr<wayland::Compositor> compositor_;  // Null where X11 serves.
   const bool qtSpeaksWayland_;                             // Its plug-in is installed.

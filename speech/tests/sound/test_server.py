@@ -7,7 +7,7 @@ import tempfile
 import time
 
 import pytest
-from sound import RATE, Recorder, SoundServer
+from sound import RATE, Recorder, start_server
 from spoken import expected, trimmed
 
 TOLD_SECONDS = 3.0
@@ -105,7 +105,7 @@ def test_where_none_was_speech_begins_when_one_comes(folder, new_engine):
     engine = new_engine({"PULSE_SERVER": f"unix:{folder}/sound"}).start()
     before = helpers(engine)
     assert_told(engine)
-    server = SoundServer(folder)
+    server = start_server(folder)
     assert_speaks(engine, server)
     assert helpers(engine) == before
     server.end()
@@ -116,14 +116,14 @@ def test_where_one_hung_speech_begins_when_another_comes(folder, silent, new_eng
     before = helpers(engine)
     assert_told(engine)
     silent.end(folder)
-    server = SoundServer(folder)
+    server = start_server(folder)
     assert_speaks(engine, server)
     assert helpers(engine) == before
     server.end()
 
 
 def test_one_that_stops_in_the_midst_of_a_text_is_told_and_nothing_is_heard_of_the_rest(folder, new_engine):
-    server = SoundServer(folder)
+    server = start_server(folder)
     engine = new_engine(server.environment).start()
     before = helpers(engine)
     recorder = Recorder(server)
