@@ -64,8 +64,8 @@ QStringList enabledExtensions() {
 
 // An extension may bring its schema along in its own folder, or install it with the system's.
 std::optional<QString> holderInExtension(const QString& folder, const Combination& combination) {
-  const auto text =
-      posix::readForeignFile(QFile::encodeName(folder + QStringLiteral("/metadata.json")).toStdString());
+  const auto text = posix::readForeignFile(
+      QFile::encodeName(folder + QStringLiteral("/metadata.json")).toStdString());
   if (!text)
     return std::nullopt;
   const QString schema = QJsonDocument::fromJson(QByteArray::fromStdString(*text))

@@ -48,8 +48,8 @@ std::optional<std::string> readFileOf(pid_t pid, const std::string& path) {
   open_how how{};
   how.flags = readOnly;
   how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
-  return contents(FileDescriptor(static_cast<int>(
-      ::syscall(SYS_openat2, root.get(), path.c_str(), &how, sizeof how))));
+  return contents(FileDescriptor(
+      static_cast<int>(::syscall(SYS_openat2, root.get(), path.c_str(), &how, sizeof how))));
 }
 
 }  // namespace tavin::posix

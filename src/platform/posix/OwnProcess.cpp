@@ -16,8 +16,8 @@ void openStandardFiles() {
       return;
 }
 
-// With a limit of 1 the kernel writes no file and starts no program that collects crashes either; to
-// the latter it gives the whole memory at any other limit, 0 included.
+// With a limit of 1 the kernel writes no file and starts no program that collects crashes either;
+// to the latter it gives the whole memory at any other limit, 0 included.
 void keepMemoryPrivate() {
   rlimit limit{};
   if (std::getenv("TAVIN_CORE_DUMPS") || ::getrlimit(RLIMIT_CORE, &limit) != 0)

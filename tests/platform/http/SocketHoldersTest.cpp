@@ -1,5 +1,3 @@
-#include "platform/http/SocketHolders.h"
-
 #include <gmock/gmock.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -9,14 +7,15 @@
 #include <chrono>
 
 #include "platform/http/RawServer.h"
+#include "platform/http/SocketHolders.h"
 #include "platform/http/Stranger.h"
 
 namespace tavin::test {
 namespace {
 
 using http::LoopbackSocket;
-using http::SocketHolders;
 using http::socketAt;
+using http::SocketHolders;
 using Place = Stranger::Place;
 
 class SocketHoldersTest : public ::testing::Test {

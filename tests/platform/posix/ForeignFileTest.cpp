@@ -1,11 +1,11 @@
-#include "platform/posix/ForeignFile.h"
-
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <QFile>
 #include <QTemporaryDir>
+
+#include "platform/posix/ForeignFile.h"
 
 namespace tavin::test {
 namespace {
@@ -57,7 +57,9 @@ TEST_F(ForeignFileTest, LinkThroughProcLeadsNowhere) {
   EXPECT_FALSE(readFileOf(::getpid(), fromRoot("magic")));
 }
 
-TEST_F(ForeignFileTest, ProcessThatIsNotThereHasNoFiles) { EXPECT_FALSE(readFileOf(-1, "etc/passwd")); }
+TEST_F(ForeignFileTest, ProcessThatIsNotThereHasNoFiles) {
+  EXPECT_FALSE(readFileOf(-1, "etc/passwd"));
+}
 
 }  // namespace
 }  // namespace tavin::test

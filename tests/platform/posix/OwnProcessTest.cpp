@@ -1,5 +1,3 @@
-#include "platform/posix/OwnProcess.h"
-
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -10,6 +8,8 @@
 #include <QTemporaryDir>
 #include <csignal>
 #include <cstdlib>
+
+#include "platform/posix/OwnProcess.h"
 
 namespace tavin::test {
 namespace {
@@ -27,8 +27,7 @@ int fateOf(Deed deed) {
 
 bool isNullDevice(int file) {
   struct stat status = {};
-  return ::fstat(file, &status) == 0 && S_ISCHR(status.st_mode) &&
-         status.st_rdev == makedev(1, 3);
+  return ::fstat(file, &status) == 0 && S_ISCHR(status.st_mode) && status.st_rdev == makedev(1, 3);
 }
 
 TEST(OwnProcessTest, ClosedStandardFilesBecomeTheNullDevice) {
