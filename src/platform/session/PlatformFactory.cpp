@@ -16,6 +16,7 @@
 #include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/NotingControl.h"
 #include "platform/http/CurlSession.h"
+#include "platform/posix/OwnProcess.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/session/CaptureServices.h"
@@ -79,6 +80,8 @@ std::function<void()> displayBell(const Survey& survey) {
 }  // namespace
 
 StartedPlatform startPlatform(int& argc, char** argv) {
+  posix::openStandardFiles();
+  posix::keepMemoryPrivate();
   desktop::SignalWatch::endAtOnceMeanwhile();
   Survey survey = Survey::take();
   if (forcesMissingWindows(survey))
