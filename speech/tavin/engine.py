@@ -6,7 +6,7 @@ the start returns at once.
 
 import asyncio
 
-from tavin.keys.keys import KeyringError, Keys
+from tavin.keys.keys import KeyringError, Keys, is_key
 from tavin.log import log
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
@@ -22,7 +22,6 @@ from tavin.text.pieces import pieces
 from tavin.text.quotations import divided
 
 PATIENCE_AT_START = 1.0
-LONGEST_KEY = 1000
 
 
 class Refusal(Exception):
@@ -160,7 +159,9 @@ class Engine:
         if "engine" in changes:
             await self.know_voices()
             await self._find_key(synth)
-        await stored  # the answer says that it will be the same after a restart
+        # The answer says that it will be the same after a restart, or the status why not.
+        if failure := await stored:
+            self._error = f"This choice is kept only until Tavin ends: {failure}."
 
     async def store_key(self, name, key):
         """An empty key removes the stored one. A new one can be used at once."""
@@ -171,7 +172,7 @@ class Engine:
         if not synth.backend.takes_key:
             raise Refusal(f"{label} takes no key.")
         key = key.strip()  # what a copy from a web page brings along
-        if len(key) > LONGEST_KEY or not (key.isascii() and key.isprintable()):
+        if not is_key(key):
             raise Refusal("This is no key.")
         if synth.backend.voices_of_account:
             synth.voices = []
