@@ -48,9 +48,10 @@ LANGUAGES_OF_SCRIPT = {
 }
 # One written language under several names: the expected name is right.
 ALIKE = ({"bs", "hr", "sr"}, {"cmn", "yue", "hak", "zh"})
-# What a single sentence is too short to tell apart: the rest of the text decides.
+# What a sentence is too short to tell apart: the rest of the text decides, or the expectation.
 NEAR = ({"da", "nb"}, {"id", "ms"}, {"bg", "mk", "sr"}, {"cs", "sk"}, {"cmn", "ja"})
 FEWEST_WORDS = 3  # of a whole text: what is shorter may be a name
+FEWEST_WORDS_BETWEEN_NEAR = 20
 FEWEST_WORDS_OF_SENTENCE = 4  # a foreign phrase is no sentence yet
 LETTERS_OF_WORD = 4  # where words have no blanks between them
 WORD = re.compile(r"[^\W\d_]+(?:['’][^\W\d_]+)*")
@@ -87,9 +88,8 @@ def of_text(text, expected):
     """The language of a text's beginning by itself."""
     text = text[:SAMPLE]
     told = tell(text, expected)
-    if words(text) < FEWEST_WORDS and is_of_script(text, expected):
-        return expected
-    return told
+    fewest = FEWEST_WORDS_BETWEEN_NEAR if together(told, expected, NEAR) else FEWEST_WORDS
+    return expected if words(text) < fewest and is_of_script(text, expected) else told
 
 
 def tell(text, expected):

@@ -7,7 +7,7 @@ from pathlib import Path
 
 import pytest
 from tavin.text import cld2
-from tavin.text.language import Written, of_text, primary, words
+from tavin.text.language import Written, of_text, primary, tell, words
 
 # The first article of the Universal Declaration of Human Rights, which is in the public domain, in
 # languages that eSpeak NG speaks.
@@ -109,10 +109,10 @@ def test_a_short_sentence_may_be_in_a_language_that_was_met_before():
 
 
 def test_what_a_sentence_is_too_short_for_the_text_decides():
-    # By itself it is told for Serbian.
-    text = DECLARATION["mk"]
-    for sentence in text.split(". "):
-        assert Written(text).of(sentence, "mk") == "mk"
+    text, sentence = DECLARATION["mk"], "Секој има право на живот, слобода и сигурност."
+    assert tell(sentence, "mk") == "sr"
+    assert of_text(sentence, "mk") == "mk"
+    assert Written(text + sentence).of(sentence, "mk") == "mk"
     assert Written(DECLARATION["nb"]).of("Alle mennesker er født frie", "en-us") == "nb"
 
 
