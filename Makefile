@@ -11,11 +11,10 @@ CONFIGURE = cmake -S . -B $(BUILD) $(NEW)
 CXX_FILES = $(shell git ls-files '*.cpp' '*.h')
 
 .DEFAULT_GOAL := help
-.PHONY: help run kokoro test test-all test-packages desktops bench format lint build build-tests deb dist
+.PHONY: help run test test-all test-packages desktops bench format lint build build-tests deb dist
 
 help:
 	@echo "make run       build Tavin and start it (without a desktop: a demonstration)"
-	@echo "make kokoro    install the neural voice's libraries from PyPI"
 	@echo "make test      build and run the tests with light programs"
 	@echo "make test-all  the tests with browsers, further panels and window managers as well"
 	@echo "make desktops  Debian 13's desktops in a folder, for those tests (6 minutes, 4 GB)"
@@ -42,9 +41,6 @@ run:
 	@$(MAKE) --no-print-directory build
 	@tools/run $(BUILD)
 
-kokoro:
-	@tools/install-kokoro
-
 test: build-tests
 	$(CTEST) -LE 'heavy|debian13'
 
@@ -52,7 +48,7 @@ test: build-tests
 # leaves out more. The set-up comes before the build: one of the tests' programs is made only where
 # its protocol is installed.
 test-all:
-	@tools/setup heavy wayland $(if $(filter kde|gnome,$(EXCEPT)),,desktops)
+	@tools/setup heavy wayland neural $(if $(filter kde|gnome,$(EXCEPT)),,desktops)
 	@$(if $(filter heavy,$(ONLY)),,$(MAKE) --no-print-directory desktops)
 	@$(MAKE) --no-print-directory build-tests
 	$(CTEST) $(if $(ONLY),-L $(ONLY)) $(if $(EXCEPT),-LE '$(EXCEPT)')

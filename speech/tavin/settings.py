@@ -14,7 +14,7 @@ from pathlib import Path
 
 from tavin.log import log
 from tavin.synthesis.backends import BACKENDS, FIRST_CHOICE
-from tavin.synthesis.backends.kokoro import model
+from tavin.synthesis.backends.kokoro import needs
 
 SLOWEST, FASTEST = 0.5, 3.0
 LARGEST_FILE = 1 << 20
@@ -31,7 +31,7 @@ class Settings:
     def __init__(self, path):
         self._path = path
         self._writer = ThreadPoolExecutor(1)  # one: the last choices must be the last written
-        self.engine = "kokoro" if model.present() else FIRST_CHOICE
+        self.engine = "kokoro" if needs.present() else FIRST_CHOICE
         self.voices = {}  # back-end's name -> voice id
         self.languages = {}  # language -> the same for that language, the latest choice last
         self.speed = 1.0

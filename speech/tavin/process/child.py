@@ -29,10 +29,11 @@ class Child:
         self._reader = asyncio.get_running_loop().create_task(self._read())
 
     @classmethod
-    async def start(cls, module, *arguments, on_frame, on_death, quiet=False, environment=None):
-        """Start a module of this package as a process; OSError when that fails. `environment` is added to ours."""
+    async def start(cls, module, *arguments, on_frame, on_death, quiet=False, environment=None, python=None):
+        """Start a module of this package as a process; OSError when that fails. `environment` is added to ours,
+        `python` may be another interpreter."""
         process = await asyncio.create_subprocess_exec(
-            sys.executable,
+            python or sys.executable,
             "-m",
             module,
             *arguments,

@@ -6,6 +6,7 @@ import time
 from pathlib import Path
 
 import file_server as does
+import neural_models
 import pytest
 import tiny_model
 from engine_process import exists
@@ -15,7 +16,6 @@ from spoken import expected, first_difference, trimmed, without_silence
 from test_idle import sleep_is_seen
 from tree import Tree
 
-LIBRARIES = os.environ["TAVIN_KOKORO_LIBRARIES"]
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again, and then once more. "
 WORK = 60  # products of matrices: seconds for each piece
 
@@ -30,7 +30,7 @@ def server():
 @pytest.fixture
 def tree(tmp_path, server):
     made = Tree(tmp_path / "tree", server)
-    made.use_libraries(LIBRARIES)
+    made.have_libraries(tmp_path / "data", neural_models.libraries("kokoro"))
     made.offer(model=tiny_model.model(), voices=tiny_model.voice_file())
     return made
 
@@ -54,11 +54,7 @@ def neural_worker(engine):
 
 
 def workers(engine):
-    return [pid for pid in engine.helpers("tavin.synthesis.worker") if b"kokoro" in command(pid)]
-
-
-def command(pid):
-    return Path(f"/proc/{pid}/cmdline").read_bytes()
+    return engine.helpers("tavin.synthesis.worker", "kokoro")
 
 
 def speaks(engine, recorder, text="Hello there, world!"):

@@ -1,10 +1,8 @@
-"""What is heard of the neural voice, sample by sample: its real libraries and a tiny model.
-
-Needs the folder of the libraries in TAVIN_KOKORO_LIBRARIES.
-"""
+"""What is heard of the neural voice, sample by sample: its real libraries and a tiny model."""
 
 from itertools import groupby
 
+import neural_models
 import pytest
 from measures import ROUNDS, SILENCE_LIMIT, best_of, silence_after
 from sound import Recorder
@@ -39,7 +37,8 @@ def voice(engine, recorder):  # noqa: F811
 def wanted(tree, tmp_path):  # noqa: F811
     def sound_of(text, speed=1.0):
         environment = {"XDG_DATA_HOME": str(tmp_path / "data")}
-        return expected(text, "af_heart", speed, "kokoro", tree.folder, environment)
+        python = neural_models.libraries("kokoro") / "bin" / "python3"
+        return expected(text, "af_heart", speed, "kokoro", tree.folder, environment, python)
 
     return sound_of
 
