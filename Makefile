@@ -12,11 +12,10 @@ MACHINES = /usr/bin/python3 -B -m pytest -v -p no:cacheprovider
 CXX_FILES = $(shell git ls-files '*.cpp' '*.h')
 
 .DEFAULT_GOAL := help
-.PHONY: help run kokoro test test-all test-packages test-machines test-groups desktops bench format lint build build-tests deb dist
+.PHONY: help run test test-all test-packages test-machines test-groups desktops bench format lint build build-tests deb dist
 
 help:
 	@echo "make run       build Tavin and start it (without a desktop: a demonstration)"
-	@echo "make kokoro    install the neural voice's libraries from PyPI"
 	@echo "make test      build and run the tests with light programs"
 	@echo "make test-all  the tests with browsers, further panels and window managers as well"
 	@echo "make desktops  Debian 13's desktops in a folder, for those tests (6 minutes, 4 GB)"
@@ -45,9 +44,6 @@ run:
 	@$(MAKE) --no-print-directory build
 	@tools/run $(BUILD)
 
-kokoro:
-	@tools/install-kokoro
-
 test: build-tests
 	$(CTEST) -LE 'heavy|debian13'
 
@@ -55,7 +51,7 @@ test: build-tests
 # leaves out more. The set-up comes before the build: one of the tests' programs is made only where
 # its protocol is installed.
 test-all:
-	@tools/setup heavy wayland $(if $(filter kde|gnome,$(EXCEPT)),,desktops)
+	@tools/setup heavy wayland neural $(if $(filter kde|gnome,$(EXCEPT)),,desktops)
 	@$(if $(filter heavy,$(ONLY)),,$(MAKE) --no-print-directory desktops)
 	@$(MAKE) --no-print-directory build-tests
 	$(CTEST) $(if $(ONLY),-L $(ONLY)) $(if $(EXCEPT),-LE '$(EXCEPT)')
@@ -66,7 +62,7 @@ desktops:
 
 deb:
 	@tools/setup build package
-	@tools/package deb $(BUILD)/packages
+	@DEB_BUILD_OPTIONS="nocheck $$DEB_BUILD_OPTIONS" DEB_BUILD_PROFILES=nocheck tools/package deb $(BUILD)/packages
 
 dist:
 	@tools/package dist $(BUILD)/packages
@@ -79,6 +75,11 @@ test-machines:
 test-groups:
 	@tools/setup test debootstrap
 	$(MACHINES) tests/machines/test_groups.py
+
+# As root: each machine is a folder of 400 MB in the user's cache, made at the first run.
+test-packages: build
+	@tools/setup debootstrap
+	@tests/packages/run $(BUILD)
 
 bench: build-tests
 	@tools/setup bench

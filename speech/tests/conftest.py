@@ -10,7 +10,9 @@ import pytest
 
 # Before anything has made a thread.
 PORT_LOCK = None if private_network.enter() else private_network.lock_port()
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
+HERE = Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent))
+sys.path += map(str, sorted(HERE.glob("*/")))  # tests share steps with those of other folders
 
 from cloud_service import CloudService  # noqa: E402
 from engine_process import EngineProcess  # noqa: E402

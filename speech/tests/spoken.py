@@ -20,9 +20,17 @@ for piece in pieces(sys.stdin.read(), "en-us", backend.longest_piece, backend.fi
 """
 
 
-def expected(text, voice="gmw/en-US", speed=1.0, backend="espeak", tree=FOLDER, environment=None):
+def expected(
+    text,
+    voice="gmw/en-US",
+    speed=1.0,
+    backend="espeak",
+    tree=FOLDER,
+    environment=None,
+    python=sys.executable,
+):
     """The samples; a process of its own, because what was said before changes them a little."""
-    command = [sys.executable, "-c", SCRIPT, backend, voice, str(speed)]
+    command = [python, "-c", SCRIPT, backend, voice, str(speed)]
     environment = {**os.environ, **(environment or {})}
     done = subprocess.run(
         command, cwd=tree, env=environment, input=text.encode(), capture_output=True, check=True

@@ -1,7 +1,7 @@
-"""A desktop session for each test, with the installed program in it.
+"""A desktop session for each test, with sound, in which the installed program is started.
 
-TAVIN_PREFIX says where that is installed, /usr unless told. The port must be free: these run on a
-machine of their own, or through tests/tools/in-session --bare.
+The engine's port must be free: these run on a machine of their own (tests/packages/run) or through
+tests/tools/in-session --bare.
 """
 
 import os
@@ -10,20 +10,20 @@ import sys
 import pytest
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-sys.path[:0] = [os.path.join(HERE, "../desktop")]
+sys.path[:0] = [os.path.join(HERE, "../desktop"), os.path.join(HERE, "../desktop/wayland"),
+                os.path.join(HERE, "../packaging")]
 from driver import Desktop  # noqa: E402
 from session import Session  # noqa: E402
 
 
 @pytest.fixture
 def prefix():
-    return os.environ.get("TAVIN_PREFIX", "/usr")
+    return "/usr"
 
 
 @pytest.fixture
-def desktop(tmp_path, prefix):
+def desktop(tmp_path):
     with Session(str(tmp_path), sound=True) as session:
-        session.env["XDG_DATA_DIRS"] = f"{prefix}/share:/usr/local/share:/usr/share"
         programs = Desktop(session)
         yield programs
         programs.close()

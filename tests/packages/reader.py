@@ -1,32 +1,13 @@
 """The installed Tavin with its own engine, as a user meets it: a text is selected, a key pressed."""
 
-import json
 import os
-import urllib.request
 
+import own_engine
 from driver import SPEAK, Tavin
-from isolation import ENGINE_PORT
-from session import SessionError, stop, wait_until
+from session import stop
 from sound import speech_seconds, start_recorder
 
 TEXT = "Hello! This text stands in an editor.\nTavin reads aloud what you have selected in it."
-
-
-def status():
-    try:
-        with urllib.request.urlopen(f"http://127.0.0.1:{ENGINE_PORT}/status", timeout=2) as answer:
-            return json.load(answer)
-    except (OSError, ValueError):
-        return None
-
-
-def wait_for_engine(state, seconds=30):
-    def reached():
-        told = status()
-        if told and told["error"]:
-            raise SessionError(f"the engine says: {told['error']}")
-        return told and told["ready"] and told["state"] == state
-    wait_until(reached, seconds, f"an engine that is {state}", interval=0.05)
 
 
 def engine_log(desktop):
@@ -36,7 +17,7 @@ def engine_log(desktop):
 def start(desktop, prefix):
     """The program, launched, with its engine ready."""
     tavin = Tavin(desktop, None, prefix)
-    wait_for_engine("idle")
+    own_engine.wait_for("idle")
     return tavin
 
 
@@ -49,16 +30,14 @@ def select(desktop, text=TEXT):
     desktop.select_until(text, lambda: desktop.key("ctrl+a"))
 
 
-def seconds_spoken(desktop, press):
-    """What is heard from `press` on until the engine is idle again."""
+def seconds_spoken(desktop, meanwhile=lambda: None):
+    """What is heard from a press of the shortcut on until the engine is idle again. `meanwhile` is
+    called while it speaks."""
     path = os.path.join(desktop.session.folder, "speech.wav")
     recorder = start_recorder(desktop, path)
-    press()
-    wait_for_engine("speaking")
-    wait_for_engine("idle", 60)
+    desktop.key(SPEAK)
+    own_engine.wait_for("speaking")
+    meanwhile()
+    own_engine.wait_for("idle", seconds=90)
     stop(recorder)
     return speech_seconds(path)
-
-
-def press(desktop):
-    desktop.key(SPEAK)

@@ -17,19 +17,23 @@ END_SECONDS = 0.5
 
 
 class Child:
+    living = set()  # of this engine, whoever owns them
+
     def __init__(self, process, on_frame, on_death):
         self._process = process
         self._on_frame = on_frame
         self._on_death = on_death
         self.pid = process.pid
         self.alive = True
+        self.living.add(self)
         self._reader = asyncio.get_running_loop().create_task(self._read())
 
     @classmethod
-    async def start(cls, module, *arguments, on_frame, on_death, quiet=False, environment=None):
-        """Start a module of this package as a process; OSError when that fails. `environment` is added to ours."""
+    async def start(cls, module, *arguments, on_frame, on_death, quiet=False, environment=None, python=None):
+        """Start a module of this package as a process; OSError when that fails. `environment` is added to ours,
+        `python` may be another interpreter."""
         process = await asyncio.create_subprocess_exec(
-            sys.executable,
+            python or sys.executable,
             "-m",
             module,
             *arguments,
@@ -71,6 +75,7 @@ class Child:
             code = await self._process.wait()
         self._process.stdin.close()
         self.alive = False
+        self.living.discard(self)
         self._on_death(describe_exit(code))
 
 

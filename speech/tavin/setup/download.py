@@ -37,6 +37,11 @@ def part_of(file):
     return file.path.with_name(file.name + ".part")
 
 
+def left_of(file):
+    """How many bytes of it are still to come."""
+    return max(0, file.size - size_of(part_of(file)))
+
+
 def is_whole(path, file):
     return size_of(path) == file.size and digest(path) == file.sha256
 
@@ -47,17 +52,17 @@ def fetch(file, on_size, stall=STALL_SECONDS, pause=PAUSE_SECONDS):
     try:
         file.path.parent.mkdir(mode=0o700, parents=True, exist_ok=True)
     except OSError as failure:
-        raise unwritable(part, failure) from None
+        raise unwritable(file, failure) from None
     while True:
         resumed = size_of(part) > 0
         complete(file, part, on_size, stall, pause)
         if digest(part) == file.sha256:
-            move(part, file.path)
+            move(part, file)
             return
         part.unlink(missing_ok=True)
         if not resumed:  # else what was kept may be to blame
             raise DownloadError(
-                f"{host(file)} sent other files than expected. Choose Kokoro again, or update Tavin."
+                f"{host(file)} sent other files than expected. Choose {file.label} again, or update Tavin."
             )
 
 
@@ -72,7 +77,7 @@ def complete(file, part, on_size, stall, pause):
             fruitless = 0 if fruitful else fruitless + 1
             if fruitless == FRUITLESS_TRIES:
                 raise DownloadError(
-                    f"No download from {host(file)}: {cut}. Check the network, then choose Kokoro again."
+                    f"No download from {host(file)}: {cut}. Check the network, then choose {file.label} again."
                 ) from None
             time.sleep(pause * 2**fruitless)
 
@@ -86,7 +91,7 @@ def transfer(file, part, on_size, stall):
     try:
         with urllib.request.urlopen(request_for(file, have), timeout=stall) as answer:
             begin = begin_of(answer, have, file)
-            receive(answer, file, part, begin, on_size, stall)
+            receive(answer, file, begin, on_size, stall)
     except urllib.error.HTTPError as refusal:
         refused(file, part, refusal.code)
     except urllib.error.URLError as failure:
@@ -115,7 +120,7 @@ def begin_of(answer, have, file):
         begin, total = int(span[1]), span[2]
     if total.isdigit() and int(total) > file.size:
         raise DownloadError(
-            f"{host(file)} offers another file than expected. Choose Kokoro again, or update Tavin."
+            f"{host(file)} offers another file than expected. Choose {file.label} again, or update Tavin."
         )
     # Such as the page that a hotel's network answers everything with: it must not cost what is there.
     if answer.headers.get_content_type() == "text/html" or (total.isdigit() and int(total) != file.size):
@@ -123,9 +128,9 @@ def begin_of(answer, have, file):
     return begin
 
 
-def receive(answer, file, part, begin, on_size, stall):
+def receive(answer, file, begin, on_size, stall):
     """Write the answer's bytes, and never more of them than the file has."""
-    with Writer(part, begin) as writer:
+    with Writer(file, begin) as writer:
         on_size(begin)
         first, watched, since = begin, begin, time.monotonic()
         while begin < file.size:
@@ -149,14 +154,15 @@ def receive(answer, file, part, begin, on_size, stall):
 class Writer:
     """Appends to the part from a place on; its failures are not the network's."""
 
-    def __init__(self, part, begin):
-        self._part = part
+    def __init__(self, wanted, begin):
+        self._wanted = wanted
+        part = part_of(wanted)
         try:
             self._file = open(part, "r+b" if part.exists() else "w+b", buffering=0)
             self._file.truncate(begin)
             self._file.seek(begin)
         except OSError as failure:
-            raise unwritable(part, failure) from None
+            raise unwritable(wanted, failure) from None
 
     def write(self, data):
         try:
@@ -164,7 +170,7 @@ class Writer:
             while view:
                 view = view[self._file.write(view) :]
         except OSError as failure:
-            raise unwritable(self._part, failure) from None
+            raise unwritable(self._wanted, failure) from None
 
     def __enter__(self):
         return self
@@ -179,17 +185,17 @@ def refused(file, part, code):
     if code == 416 or code in WORTH_ANOTHER_TRY:
         raise Cut(f"answer {code}")
     raise DownloadError(
-        f"{host(file)} refuses the download (answer {code}). Choose Kokoro again later, or update Tavin."
+        f"{host(file)} refuses the download (answer {code}). Choose {file.label} again later, or update Tavin."
     )
 
 
-def move(part, path):
+def move(part, file):
     try:
-        with open(part, "rb") as file:
-            os.fsync(file.fileno())
-        os.replace(part, path)
+        with open(part, "rb") as whole:
+            os.fsync(whole.fileno())
+        os.replace(part, file.path)
     except OSError as failure:
-        raise unwritable(part, failure) from None
+        raise unwritable(file, failure) from None
 
 
 def size_of(path):
@@ -217,7 +223,7 @@ def reason(failure):
     return getattr(failure, "strerror", None) or str(failure) or type(failure).__name__
 
 
-def unwritable(part, failure):
+def unwritable(file, failure):
     return DownloadError(
-        f"{part.parent} cannot be written: {failure.strerror}. See to it, then choose Kokoro again."
+        f"{file.path.parent} cannot be written: {failure.strerror}. See to it, then choose {file.label} again."
     )

@@ -1,4 +1,4 @@
-"""The neural voice's set-up as the engine sees it: prepare the files, load the model.
+"""A back-end's set-up as the engine sees it: have what it needs got, then load it.
 
 Runs on the event loop. A failure stays until the user chooses the back-end again.
 """
@@ -8,8 +8,7 @@ import asyncio
 from tavin.log import log
 from tavin.process import frames
 from tavin.process.child import Child
-from tavin.synthesis.backends.kokoro import model
-from tavin.synthesis.backends.kokoro.voicefile import voices_in
+from tavin.setup import needs
 from tavin.synthesis.synthesis import SynthesisError
 
 PATIENCE = 900.0  # seconds without a sign of life from the preparation: its own deadlines are shorter
@@ -18,6 +17,7 @@ PATIENCE = 900.0  # seconds without a sign of life from the preparation: its own
 class Setup:
     def __init__(self, synthesis):
         self._synthesis = synthesis
+        self._backend = synthesis.backend
         self._ready = False
         self._error = None
         self._task = None
@@ -43,7 +43,7 @@ class Setup:
         """Why nothing can be spoken now; None when it can."""
         if self.ready:
             return None
-        label = self._synthesis.backend.label
+        label = self._backend.label
         if self.download is not None:
             return f"{label} is still downloading its voices ({int(self.download * 100)}%)."
         return self.error or f"{label} is still loading its voices."
@@ -51,7 +51,7 @@ class Setup:
     def know_voices(self):
         """List the voices without loading the model, as soon as their file is there."""
         if not self._synthesis.voices:
-            self._synthesis.voices = voices_in(model.files()[-1].path)
+            self._synthesis.voices = needs.of(self._backend).voices()
 
     async def _run(self):
         try:
@@ -60,13 +60,13 @@ class Setup:
             self.know_voices()
             await self._load()
             self._ready = True
-            log.info("%s is ready", self._synthesis.backend.name)
+            log.info("%s is ready", self._backend.name)
         except (SynthesisError, OSError) as failure:
             self._error = str(failure)
-            log.info("%s cannot be set up: %s", self._synthesis.backend.name, failure)
+            log.info("%s cannot be set up: %s", self._backend.name, failure)
         except Exception:
-            log.exception("setting up %s failed", self._synthesis.backend.name)
-            self._error = f"{self._synthesis.backend.label} could not be set up. Choose it again."
+            log.exception("setting up %s failed", self._backend.name)
+            self._error = f"{self._backend.label} could not be set up. Choose it again."
         finally:
             self.download = None
 
@@ -77,7 +77,7 @@ class Setup:
             if self._synthesis.missing:
                 raise  # which says what to do
             guess = " This computer may have too little memory." if "SIGKILL" in str(failure) else ""
-            raise SynthesisError(f"{failure}{guess} Choose Kokoro again.") from None
+            raise SynthesisError(f"{failure}{guess} Choose {self._backend.label} again.") from None
 
     async def _prepare(self):
         loop = asyncio.get_running_loop()
@@ -100,16 +100,23 @@ class Setup:
                 ended.set_result(None)
 
         def on_death(how):
-            fail(f"Getting the voices stopped unexpectedly ({how}). Choose Kokoro again.")
+            fail(f"Getting the voices stopped unexpectedly ({how}). Choose {self._backend.label} again.")
 
         try:
             async with asyncio.timeout(PATIENCE) as patience:
                 child = await Child.start(
-                    "tavin.setup.preparation", on_frame=on_frame, on_death=on_death, quiet=True
+                    "tavin.setup.preparation",
+                    self._backend.name,
+                    "",
+                    on_frame=on_frame,
+                    on_death=on_death,
+                    quiet=True,
                 )
                 await ended  # is done, by cancelling, when the time is up
         except TimeoutError:
-            raise SynthesisError("Getting the voices takes too long. Choose Kokoro again.") from None
+            raise SynthesisError(
+                f"Getting the voices takes too long. Choose {self._backend.label} again."
+            ) from None
         finally:
             if child and ended.cancelled():
                 child.kill()

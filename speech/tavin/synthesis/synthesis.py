@@ -13,6 +13,7 @@ from typing import Callable
 from tavin.log import log
 from tavin.process import frames
 from tavin.process.child import Child
+from tavin.setup import needs
 
 # libespeak-ng connects to the sound server when it is initialised, though it never plays anything, and
 # waits for one that does not answer. This address refuses at once.
@@ -75,6 +76,7 @@ class Synthesis:
             on_frame=while_current(self._frame),
             on_death=while_current(self._death),
             quiet=True,  # libraries may print what they were given to say
+            python=needs.of(self.backend).libraries.python if self.backend.needs_setup else None,
             environment=NO_SOUND_SERVER,
         )
 

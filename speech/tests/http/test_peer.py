@@ -11,14 +11,14 @@ import sys
 import pytest
 from engine_process import PORT, raw
 from sound import WITH_US, until
-from tavin.http import peer
+from tavin.http import peer, sockets
 
 SPEAK = (
     f"POST /speak HTTP/1.1\r\nHost: 127.0.0.1:{PORT}\r\nX-Tavin: 1\r\nContent-Length: 24\r\n\r\n".encode()
     + b'{"text": "Not for them"}'
 )
 STATUS = f"GET /status HTTP/1.1\r\nHost: 127.0.0.1:{PORT}\r\n\r\n".encode()
-WAYS = [peer.ask_kernel, peer.look_up]
+WAYS = [sockets.ask_kernel, sockets.look_up]
 
 
 @pytest.fixture
@@ -59,32 +59,32 @@ def test_a_socket_that_is_gone_is_not_found(pair, way):
     with pytest.raises(OSError) as failure:
         way(local, server.getsockname())
     assert failure.value.errno == errno.ENOENT
-    assert not peer.is_own(server)
+    assert not peer.own_inode(server)
 
 
 def test_own_until_closed(pair):
     client, server = pair
-    assert peer.is_own(server)
+    assert peer.own_inode(server)
     client.shutdown(socket.SHUT_WR)
-    assert peer.is_own(server)
+    assert peer.own_inode(server)
     client.close()
-    assert not peer.is_own(server)
+    assert not peer.own_inode(server)
 
 
 def test_another_users_is_not_own(pair, monkeypatch):
     user = os.getuid()
     monkeypatch.setattr(os, "getuid", lambda: user + 1)
-    assert not peer.is_own(pair[1])
+    assert not peer.own_inode(pair[1])
 
 
 def test_without_the_kernels_interface_the_table_is_read(pair, monkeypatch):
     def missing(*_):
         raise OSError(errno.EPROTONOSUPPORT, "no such interface")
 
-    monkeypatch.setattr(peer, "ask_kernel", missing)
-    assert peer.is_own(pair[1])
+    monkeypatch.setattr(sockets, "ask_kernel", missing)
+    assert peer.own_inode(pair[1])
     pair[0].close()
-    assert not peer.is_own(pair[1])
+    assert not peer.own_inode(pair[1])
 
 
 FOREIGN = "import os; os.getuid = lambda: 4321; from tavin import server; server.main()"

@@ -9,7 +9,7 @@ import file_server as does
 import pytest
 from tavin.setup import download
 from tavin.setup.download import DownloadError, fetch, is_whole
-from tavin.synthesis.backends.kokoro.model import ModelFile
+from tavin.setup.needs import File
 
 CONTENT = random.Random(1).randbytes(300_000)
 STALL = 0.3
@@ -27,7 +27,7 @@ def server():
 def file(server, tmp_path, monkeypatch):
     monkeypatch.setenv("XDG_DATA_HOME", str(tmp_path))
     digest = hashlib.sha256(CONTENT).hexdigest()
-    return ModelFile("model.onnx", server.url("model.onnx"), len(CONTENT), digest)
+    return File("kokoro", "Kokoro", "model.onnx", server.url("model.onnx"), len(CONTENT), digest)
 
 
 def get(file):

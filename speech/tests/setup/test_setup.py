@@ -1,4 +1,7 @@
-"""The neural voice's set-up without its libraries: what is told, what is downloaded and kept."""
+"""The neural voice's set-up without its libraries: what is told, what is downloaded and kept.
+
+Their installation is in heavy/test_libraries.py: it needs a pip from PyPI.
+"""
 
 import os
 import random
@@ -31,6 +34,11 @@ def tree(tmp_path, server):
 
 
 @pytest.fixture
+def data(tmp_path):
+    return tmp_path / "data"
+
+
+@pytest.fixture
 def engine(tree, new_engine):
     return new_engine(tree=tree.folder)
 
@@ -48,7 +56,9 @@ def failed(engine):
 
 def kept(engine):
     folder = engine.folder / "data" / "tavin" / "kokoro"
-    return {path.name: path.read_bytes() for path in folder.iterdir()} if folder.exists() else {}
+    if not folder.exists():
+        return {}
+    return {path.name: path.read_bytes() for path in folder.iterdir() if path.is_file()}
 
 
 def files_came(engine):
@@ -57,17 +67,18 @@ def files_came(engine):
     assert kept(engine) == {"model": MODEL, "voices": VOICES}
 
 
-def test_without_libraries_it_says_what_to_do_and_downloads_nothing(engine, server):
+def test_where_there_is_no_pip_it_says_what_to_install_and_downloads_nothing(engine, tree, server):
+    tree.change("setup/libraries.py", "folders = [*WHEELS,", "folders = [] and [*WHEELS,")
     engine.start()
     status = engine.status()
     assert (status["engine"], status["ready"], status["setup_error"]) == ("espeak", True, None)
     choose(engine)
-    assert failed(engine).startswith("Kokoro's libraries are not installed: run \"make kokoro\" in")
+    assert failed(engine).startswith("Python's pip is missing: install the package python3-venv, then")
     assert server.requests == []
     assert engine.request("GET", "/voices?engine=kokoro") == (200, [])
     assert engine.post("/config", voice="af_heart")[0] == 400
     engine.speak("Hello.")
-    assert "make kokoro" in engine.wait_for("idle")["error"]
+    assert "python3-venv" in engine.wait_for("idle")["error"]
     engine.post("/config", engine="espeak")
     status = engine.status()
     assert (status["engine"], status["ready"], status["setup_error"]) == ("espeak", True, None)
@@ -76,23 +87,28 @@ def test_without_libraries_it_says_what_to_do_and_downloads_nothing(engine, serv
     assert engine.wait_for("idle")["error"] is None
 
 
-def test_libraries_for_another_python_are_told(engine, tree, server):
-    tree.claim_libraries("cp39")
+def test_too_little_room_is_told_before_anything_is_downloaded(engine, tree, server):
+    tree.want_libraries("", download=10**15, disk=10**15)
     engine.start()
     choose(engine)
-    assert "for Python 3.9" in failed(engine)
+    text = failed(engine)
+    assert text.startswith("Kokoro needs 20000") and "MB are free. Make room, then choose Kokoro again." in text
     assert server.requests == []
+    assert kept(engine) == {}
 
 
-def test_libraries_that_cannot_be_loaded_are_told(engine, tree):
-    tree.claim_libraries()
+def test_libraries_for_another_python_are_not_used(engine, tree, data):
+    tree.change("setup/libraries.py", "folders = [*WHEELS,", "folders = [] and [*WHEELS,")
+    tree.have_libraries(data)
+    mark = data / "tavin" / "kokoro" / "libraries" / "built-for"
+    mark.write_text(mark.read_text().replace("cpython-3", "cpython-2"))
     engine.start()
     choose(engine)
-    assert 'run "make kokoro"' in failed(engine)
+    assert "pip is missing" in failed(engine)  # they would be fetched again
 
 
-def test_the_download_is_told_as_a_fraction_and_speech_says_so(engine, tree, server):
-    tree.claim_libraries()
+def test_the_download_is_told_as_a_fraction_and_speech_says_so(engine, tree, server, data):
+    tree.have_libraries(data)
     server.plans = [does.stall_after(1_000_000)]
     engine.start()
     choose(engine)
@@ -111,8 +127,8 @@ def test_the_download_is_told_as_a_fraction_and_speech_says_so(engine, tree, ser
     files_came(engine)
 
 
-def test_a_killed_engine_goes_on_with_the_download_at_its_next_start(engine, tree, server, new_engine):
-    tree.claim_libraries()
+def test_a_killed_engine_goes_on_with_the_download_at_its_next_start(engine, tree, server, new_engine, data):
+    tree.have_libraries(data)
     server.plans = [does.stall_after(1_000_000)]
     engine.start()
     choose(engine)
@@ -122,8 +138,8 @@ def test_a_killed_engine_goes_on_with_the_download_at_its_next_start(engine, tre
     assert server.requests == [("model", 0), ("model", 1_000_000), ("voices", 0)]
 
 
-def test_whole_files_are_not_asked_for_again(engine, tree, server, new_engine):
-    tree.claim_libraries()
+def test_whole_files_are_not_asked_for_again(engine, tree, server, new_engine, data):
+    tree.have_libraries(data)
     engine.start()
     choose(engine)
     files_came(engine)
@@ -133,8 +149,8 @@ def test_whole_files_are_not_asked_for_again(engine, tree, server, new_engine):
     assert server.requests == ALL
 
 
-def test_a_file_that_rots_is_replaced(engine, tree, server, new_engine):
-    tree.claim_libraries()
+def test_a_file_that_rots_is_replaced(engine, tree, server, new_engine, data):
+    tree.have_libraries(data)
     engine.start()
     choose(engine)
     files_came(engine)
@@ -145,8 +161,8 @@ def test_a_file_that_rots_is_replaced(engine, tree, server, new_engine):
 
 
 @pytest.mark.parametrize("plan, text", [(does.wrong_bytes, "other files"), (does.refuse(404), "404")])
-def test_after_a_failure_choosing_again_retries(engine, tree, server, plan, text):
-    tree.claim_libraries()
+def test_after_a_failure_choosing_again_retries(engine, tree, server, plan, text, data):
+    tree.have_libraries(data)
     server.plans = [plan]
     engine.start()
     choose(engine)
@@ -159,8 +175,8 @@ def test_after_a_failure_choosing_again_retries(engine, tree, server, plan, text
     files_came(engine)
 
 
-def test_a_killed_download_is_a_failure_that_can_be_retried(engine, tree, server):
-    tree.claim_libraries()
+def test_a_killed_download_is_a_failure_that_can_be_retried(engine, tree, server, data):
+    tree.have_libraries(data)
     server.plans = [does.stall_after(1_000_000)]
     engine.start()
     choose(engine)
@@ -182,8 +198,8 @@ def test_a_preparation_that_hangs_is_a_failure(engine, tree):
     until(lambda: not exists(helper), 5, "the preparation's end")
 
 
-def test_a_server_that_trickles_is_a_failure_and_nobody_waits_for_it(engine, tree, server):
-    tree.claim_libraries()
+def test_a_server_that_trickles_is_a_failure_and_nobody_waits_for_it(engine, tree, server, data):
+    tree.have_libraries(data)
     tree.change("setup/download.py", "STALL_SECONDS = 30.0", "STALL_SECONDS = 0.3")
     tree.change("setup/download.py", "PAUSE_SECONDS = 1.0", "PAUSE_SECONDS = 0.01")
     server.plans = [does.trickle] * 5
@@ -195,8 +211,8 @@ def test_a_server_that_trickles_is_a_failure_and_nobody_waits_for_it(engine, tre
     assert "too slow" in failed(engine)
 
 
-def test_a_full_disk_is_told_and_what_came_is_kept(tree, new_engine):
-    tree.claim_libraries()
+def test_a_full_disk_is_told_and_what_came_is_kept(tree, new_engine, data):
+    tree.have_libraries(data)
     full = (
         "import resource; resource.setrlimit(resource.RLIMIT_FSIZE, (1_500_000, -1));"
         "from tavin import server; server.main()"
@@ -211,13 +227,13 @@ def test_a_full_disk_is_told_and_what_came_is_kept(tree, new_engine):
 
 
 @pytest.fixture
-def loading(engine, tree):
+def loading(engine, tree, data):
     """An engine whose voice is being loaded; its worker."""
-    tree.claim_libraries()
+    tree.have_libraries(data)
     tree.replace("synthesis/backends/kokoro/synthesizer.py", HANG)
     engine.start()
     choose(engine)
-    return until(lambda: engine.helpers("kokoro"), 10, "the worker")[0]
+    return until(lambda: engine.helpers("tavin.synthesis.worker", "kokoro"), 10, "the worker")[0]
 
 
 def test_a_worker_that_dies_while_it_loads_is_told_with_what_to_do(engine, loading):
@@ -228,7 +244,7 @@ def test_a_worker_that_dies_while_it_loads_is_told_with_what_to_do(engine, loadi
     assert "Kokoro could not be started (SIGKILL)" in text
     assert "memory" in text and "Choose Kokoro again." in text
     choose(engine)
-    until(lambda: engine.helpers("kokoro"), 10, "a new worker")
+    until(lambda: engine.helpers("tavin.synthesis.worker", "kokoro"), 10, "a new worker")
     assert engine.status()["setup_error"] is None
 
 
@@ -239,8 +255,8 @@ def test_a_signal_ends_the_loading_as_well(engine, loading):
     until(lambda: not exists(loading), 1, "the worker's end")
 
 
-def test_a_signal_ends_the_download_as_well(engine, tree, server):
-    tree.claim_libraries()
+def test_a_signal_ends_the_download_as_well(engine, tree, server, data):
+    tree.have_libraries(data)
     server.plans = [does.stall_after(1_000_000)]
     engine.start()
     choose(engine)
@@ -252,8 +268,8 @@ def test_a_signal_ends_the_download_as_well(engine, tree, server):
     until(lambda: not exists(helper), 1, "the download's end")
 
 
-def test_with_libraries_and_files_it_is_the_first_choice(engine, tree, new_engine):
-    tree.claim_libraries()
+def test_with_libraries_and_files_it_is_the_first_choice(engine, tree, new_engine, data):
+    tree.have_libraries(data)
     engine.start()
     choose(engine)
     files_came(engine)

@@ -4,20 +4,16 @@
 
 #include "platform/capture/AtspiAccessibility.h"
 #include "platform/copy/GuardedPasteboard.h"
-#include "platform/copy/NoKeyboard.h"
 
 namespace tavin::capture {
 
 Capture assembleCapture(SystemLog& log, CaptureParts parts) {
   const auto tracker = std::make_shared<FocusTracker>(std::move(parts.windows));
-  auto keyboard = parts.makeKeyboard([tracker] { return tracker->mayReceiveCopy(); });
-  const bool canType = keyboard != nullptr;
-  if (!canType)
-    keyboard = std::make_unique<copy::NoKeyboard>();
+  auto keyboard = std::make_unique<copy::CopyKeyboard>(
+      std::move(parts.key), [tracker] { return tracker->mayReceiveCopy(); });
 
   Capture capture;
-  capture.accessibility =
-      std::make_unique<AtspiAccessibility>(tracker, log, [canType] { return canType; });
+  capture.accessibility = std::make_unique<AtspiAccessibility>(tracker, log, keyboard->canType());
   capture.clipboard = std::move(parts.clipboard);
   // A copy that began while the process ends would stay in the clipboard.
   capture.clipboard.handOver = [&keyboard = *keyboard,

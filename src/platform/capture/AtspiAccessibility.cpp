@@ -54,14 +54,14 @@ class SystemWideElement final : public UIElement {
 }  // namespace
 
 AtspiAccessibility::AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, SystemLog& log,
-                                       std::function<bool()> canCopy)
-    : tracker_(std::move(tracker)), log_(log), canCopy_(std::move(canCopy)) {}
+                                       bool canCopy)
+    : tracker_(std::move(tracker)), log_(log), canCopy_(canCopy) {}
 
 bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   const Deadline deadline = Deadline::in(secondsForSwitch);
   const SwitchState state = readSwitch(deadline);
   if (state == SwitchState::missing)
-    return canCopy_();
+    return canCopy_;
   if (state == SwitchState::late)
     return isTrustedWhileLate(prompt);
   bool on = state == SwitchState::on;

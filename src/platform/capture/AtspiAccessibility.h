@@ -1,7 +1,6 @@
 #pragma once
 
 #include <atomic>
-#include <functional>
 #include <memory>
 #include <mutex>
 
@@ -14,10 +13,9 @@ namespace tavin::capture {
 // Accessibility through AT-SPI: the system-wide element, the focused one, its selected text.
 class AtspiAccessibility final : public Accessibility {
  public:
-  // `canCopy` tells whether a synthetic copy can be made, which counts where the session has no
+  // `canCopy` is whether synthetic copies can be made at all, which counts where the session has no
   // accessibility. `log` must outlive it.
-  AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, SystemLog& log,
-                     std::function<bool()> canCopy);
+  AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, SystemLog& log, bool canCopy);
 
   bool isProcessTrusted(bool prompt) override;
   std::shared_ptr<UIElement> createSystemWideElement() override;
@@ -30,7 +28,7 @@ class AtspiAccessibility final : public Accessibility {
 
   const std::shared_ptr<FocusTracker> tracker_;
   SystemLog& log_;
-  const std::function<bool()> canCopy_;
+  const bool canCopy_;
   std::atomic<bool> wasOn_ = false;  // When the service last told.
   std::mutex mutex_;
   QString turnedOnAgain_ = QStringLiteral("never");  // Whose; the next service starts with it off.

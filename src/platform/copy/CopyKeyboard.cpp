@@ -7,7 +7,7 @@ constexpr std::uint16_t keyInPositionC = 8;
 
 }  // namespace
 
-// The key going down, which types the whole chord: this process may end between two events.
+// The key going down, which types the whole command: this process may end between two events.
 class CopyKeyboard::CopyEvent final : public KeyboardEvent {
  public:
   explicit CopyEvent(CopyKeyboard& keyboard) : keyboard_(keyboard) {}
@@ -17,8 +17,8 @@ class CopyKeyboard::CopyEvent final : public KeyboardEvent {
     // Anything but the copy command types nothing.
     if (flags_ != EventFlags::command || keyboard_.closed_)
       return;
-    keyboard_.typeChord();
-    ++keyboard_.chordsTyped_;
+    keyboard_.key_->type();
+    ++keyboard_.commandsTyped_;
   }
 
  private:
@@ -26,7 +26,7 @@ class CopyKeyboard::CopyEvent final : public KeyboardEvent {
   std::uint64_t flags_ = 0;
 };
 
-// The key going up. The chord let go of its keys itself, so nothing is left to do.
+// The key going up. The command let go of its keys itself, so nothing is left to do.
 class CopyKeyboard::ReleasedEvent final : public KeyboardEvent {
  public:
   void setFlags(std::uint64_t) override {}
@@ -37,9 +37,9 @@ std::unique_ptr<KeyboardEvent> CopyKeyboard::createKeyboardEvent(std::uint16_t k
   if (keyCode != keyInPositionC)
     return nullptr;
   if (!down)
-    return std::exchange(chordMade_, false) ? std::make_unique<ReleasedEvent>() : nullptr;
-  chordMade_ = !closed_ && prepareChord();
-  return chordMade_ ? std::make_unique<CopyEvent>(*this) : nullptr;
+    return std::exchange(downMade_, false) ? std::make_unique<ReleasedEvent>() : nullptr;
+  downMade_ = !closed_ && isReady() && key_->prepare();
+  return downMade_ ? std::make_unique<CopyEvent>(*this) : nullptr;
 }
 
 }  // namespace tavin::copy

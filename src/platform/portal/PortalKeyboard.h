@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-#include "platform/copy/CopyKeyboard.h"
+#include "platform/copy/CopyKey.h"
 #include "platform/portal/RemoteDesktop.h"
 
 namespace tavin::portal {
@@ -13,29 +13,26 @@ namespace tavin::portal {
 // What becomes of the modifiers that the user holds down: the compositor adds them to every key.
 struct ModifierHabits {
   // Those held now, as far as the desktop tells; empty where it tells nothing.
-  std::function<std::uint64_t()> held;
+  std::function<std::uint64_t()> held = {};
   // The compositor lets go of a key that another keyboard holds.
   bool released = false;
 };
 
-// Types the copy command with the user's leave, through the desktop's portal. No event is made
-// where there is no leave yet, and none while a modifier is held that cannot be released. Work
+// Types the copy command with the user's permission, through the desktop's portal. Work
 // queue only, save its making and end: main thread.
-class PortalKeyboard final : public copy::CopyKeyboard {
+class PortalKeyboard final : public copy::CopyKey {
  public:
-  // `mayCopy` tells whether the program in front may get the keys.
-  PortalKeyboard(std::shared_ptr<RemoteDesktop> desktop, std::function<bool()> mayCopy,
-                 ModifierHabits modifiers);
+  PortalKeyboard(std::shared_ptr<RemoteDesktop> desktop, ModifierHabits modifiers)
+      : desktop_(std::move(desktop)), modifiers_(std::move(modifiers)) {}
 
-  std::uint64_t flagsState() override;
-  bool isReady() override;
+  std::uint64_t heldModifiers() override { return modifiers_.held ? modifiers_.held() : 0; }
+  bool isPermitted() override;
+  void type() override;
 
  private:
-  void typeChord() override;
-
   const std::shared_ptr<RemoteDesktop> desktop_;
   const ModifierHabits modifiers_;
-  std::optional<QDBusObjectPath> session_;  // That the chord goes through.
+  std::optional<QDBusObjectPath> session_;  // That the keys go through.
 };
 
 }  // namespace tavin::portal

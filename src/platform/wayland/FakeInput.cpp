@@ -14,8 +14,8 @@ constexpr double secondsForInput = 2;
 
 }  // namespace
 
-std::unique_ptr<FakeInput> FakeInput::create(std::function<bool()> mayCopy) {
-  std::unique_ptr<FakeInput> input(new FakeInput(std::move(mayCopy)));
+std::unique_ptr<FakeInput> FakeInput::create() {
+  std::unique_ptr<FakeInput> input(new FakeInput);
   return input->connect() ? std::move(input) : nullptr;
 }
 
@@ -42,7 +42,7 @@ bool FakeInput::connect() {
 }
 
 // Nobody outlives Plasma 5's KWin.
-std::uint64_t FakeInput::flagsState() {
+std::uint64_t FakeInput::heldModifiers() {
   if (!states_)
     return 0;
   const std::uint64_t held = states_->modifiers();
@@ -51,7 +51,7 @@ std::uint64_t FakeInput::flagsState() {
 
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
 // moment, and a key that it held down then would stay down for the whole session.
-void FakeInput::typeChord() {
+void FakeInput::type() {
   for (const auto& step : copy::copyChord(!states_))
     org_kde_kwin_fake_input_keyboard_key(
         input_.get(), static_cast<std::uint32_t>(step.code),

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 
-#include "platform/copy/CopyKeyboard.h"
+#include "platform/copy/CopyKey.h"
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/KeyStates.h"
 
@@ -15,20 +14,19 @@ namespace tavin::wayland {
 // so all of it is let go of first; later it cannot be let go of, and no event is made while KWin
 // says that a modifier is held. It offers this, and says that, without a question to a program
 // whose desktop file asks for both. Work queue only.
-class FakeInput final : public copy::CopyKeyboard {
+class FakeInput final : public copy::CopyKey {
  public:
-  // `mayCopy` tells whether the program in front may get the keys. Null where it is not offered,
-  // and where held keys are neither told nor released.
-  static std::unique_ptr<FakeInput> create(std::function<bool()> mayCopy);
+  // Null where it is not offered, and where held keys are neither told nor released.
+  static std::unique_ptr<FakeInput> create();
 
-  // Asked before each chord, so it is here that a KWin started again is connected to, bounded by
+  // Asked before each command, so it is here that a KWin started again is connected to, bounded by
   // five seconds.
-  std::uint64_t flagsState() override;
+  std::uint64_t heldModifiers() override;
+  void type() override;
 
  private:
-  using CopyKeyboard::CopyKeyboard;
+  FakeInput() = default;
   bool connect();
-  void typeChord() override;
 
   std::shared_ptr<Connection> connection_;
   Owned<org_kde_kwin_fake_input> input_;

@@ -40,7 +40,7 @@ std::uint32_t milliseconds() {
 
 }  // namespace
 
-std::unique_ptr<VirtualKeyboard> VirtualKeyboard::create(std::function<bool()> mayCopy) {
+std::unique_ptr<VirtualKeyboard> VirtualKeyboard::create() {
   const Deadline deadline = Deadline::in(secondsForKeyboard);
   auto connection = Connection::open(deadline);
   if (!connection || !connection->seat())
@@ -58,20 +58,17 @@ std::unique_ptr<VirtualKeyboard> VirtualKeyboard::create(std::function<bool()> m
   if (!connection->roundTrip(deadline))
     return nullptr;
   return std::unique_ptr<VirtualKeyboard>(
-      new VirtualKeyboard(std::move(connection), std::move(keyboard), std::move(mayCopy)));
+      new VirtualKeyboard(std::move(connection), std::move(keyboard)));
 }
 
 VirtualKeyboard::VirtualKeyboard(std::unique_ptr<Connection> connection,
-                                 Owned<zwp_virtual_keyboard_v1> keyboard,
-                                 std::function<bool()> mayCopy)
-    : CopyKeyboard(std::move(mayCopy)),
-      connection_(std::move(connection)),
-      keyboard_(std::move(keyboard)) {}
+                                 Owned<zwp_virtual_keyboard_v1> keyboard)
+    : connection_(std::move(connection)), keyboard_(std::move(keyboard)) {}
 
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
 // moment, and a key that it held down then would go on being held. When this returns, the
 // compositor has done it all.
-void VirtualKeyboard::typeChord() {
+void VirtualKeyboard::type() {
   const auto key = [this](std::uint32_t code, wl_keyboard_key_state state) {
     zwp_virtual_keyboard_v1_key(keyboard_.get(), milliseconds(), code, state);
   };

@@ -1,27 +1,24 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
-#include "platform/copy/CopyKeyboard.h"
+#include "platform/copy/CopyKey.h"
 #include "platform/wayland/Connection.h"
 
 namespace tavin::wayland {
 
 // Types the copy command through a keyboard of its own, so that what the user holds down on the
 // real one does not matter. Work queue only.
-class VirtualKeyboard final : public copy::CopyKeyboard {
+class VirtualKeyboard final : public copy::CopyKey {
  public:
-  // `mayCopy` tells whether the program in front may get the keys. Null where the compositor has no
-  // virtual keyboards or refuses us one.
-  static std::unique_ptr<VirtualKeyboard> create(std::function<bool()> mayCopy);
+  // Null where the compositor has no virtual keyboards or refuses us one.
+  static std::unique_ptr<VirtualKeyboard> create();
 
-  std::uint64_t flagsState() override { return 0; }
+  std::uint64_t heldModifiers() override { return 0; }
+  void type() override;
 
  private:
-  VirtualKeyboard(std::unique_ptr<Connection> connection, Owned<zwp_virtual_keyboard_v1> keyboard,
-                  std::function<bool()> mayCopy);
-  void typeChord() override;
+  VirtualKeyboard(std::unique_ptr<Connection> connection, Owned<zwp_virtual_keyboard_v1> keyboard);
 
   // Its own: a compositor that does not trust us breaks the connection.
   const std::unique_ptr<Connection> connection_;

@@ -1,6 +1,5 @@
 #include "platform/x11/CreateCapture.h"
 
-#include "platform/x11/X11Keyboard.h"
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11WindowSystem.h"
 
@@ -24,11 +23,6 @@ std::unique_ptr<windows::WindowSystem> createWindowSystem() {
   auto reader = SelectionReader::create();
   return reader ? std::make_unique<X11WindowSystem>(std::move(reader), PrimaryWatch::create())
                 : nullptr;
-}
-
-std::unique_ptr<copy::CopyKeyboard> createKeyboard(std::function<bool()> mayCopy) {
-  auto keyboard = X11Keyboard::create(std::move(mayCopy));
-  return keyboard && keyboard->canType() ? std::move(keyboard) : nullptr;
 }
 
 }  // namespace tavin::x11

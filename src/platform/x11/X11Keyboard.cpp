@@ -19,33 +19,30 @@ bool hasTestExtension(xcb_connection_t* c) {
 
 }  // namespace
 
-std::unique_ptr<X11Keyboard> X11Keyboard::create(std::function<bool()> mayCopy) {
+std::unique_ptr<X11Keyboard> X11Keyboard::create() {
   auto connection = Connection::open();
-  if (!connection)
+  if (!connection || !hasTestExtension(connection->get()))
     return nullptr;
-  return std::unique_ptr<X11Keyboard>(new X11Keyboard(std::move(connection), std::move(mayCopy)));
+  return std::unique_ptr<X11Keyboard>(new X11Keyboard(std::move(connection)));
 }
 
-X11Keyboard::X11Keyboard(std::unique_ptr<Connection> connection, std::function<bool()> mayCopy)
-    : CopyKeyboard(std::move(mayCopy)),
-      connection_(std::move(connection)),
-      activeWindow_(*connection_),
-      canType_(hasTestExtension(connection_->get())) {}
+X11Keyboard::X11Keyboard(std::unique_ptr<Connection> connection)
+    : connection_(std::move(connection)), activeWindow_(*connection_) {}
 
-std::uint64_t X11Keyboard::flagsState() { return KeyState(*connection_).flags(); }
+std::uint64_t X11Keyboard::heldModifiers() { return KeyState(*connection_).flags(); }
 
-bool X11Keyboard::prepareChord() {
+bool X11Keyboard::prepare() {
   const KeyState state(*connection_);
   control_ = state.keyFor(controlSymbol);
   insert_ = state.keyFor(insertSymbol);
   // While a menu or a screen lock holds the keyboard, the keys would go there.
-  return canType_ && control_ && insert_ && !activeWindow_.keyboardIsGrabbed() && isReady();
+  return control_ && insert_ && !activeWindow_.keyboardIsGrabbed();
 }
 
 // All of it reaches the display in one piece, or nothing does: this process may end at any moment,
 // and a key that it held down then would stay down for the whole session. When this returns, the
 // display has done it all.
-void X11Keyboard::typeChord() {
+void X11Keyboard::type() {
   // A modifier that is still held would make another key of it. It is not pressed again afterwards:
   // the user may have let go meanwhile, and then it would hang.
   for (const xcb_keycode_t key : KeyState(*connection_).heldModifierKeys())

@@ -15,6 +15,7 @@
 #include "platform/capture/AssembleCapture.h"
 #include "platform/x11/CreateCapture.h"
 #include "platform/x11/TestKeyboard.h"
+#include "platform/x11/X11Keyboard.h"
 
 namespace tavin::test {
 
@@ -40,8 +41,8 @@ inline std::optional<capture::Capture> captureOnX11(SystemLog& log) {
   auto windows = x11::createWindowSystem();
   if (!clipboard || !windows)
     return std::nullopt;
-  return capture::assembleCapture(log,
-                                  {std::move(windows), std::move(*clipboard), x11::createKeyboard});
+  return capture::assembleCapture(
+      log, {std::move(windows), std::move(*clipboard), x11::X11Keyboard::create()});
 }
 
 // The back ends of capture in a real session, and a keyboard to select with.

@@ -28,13 +28,26 @@ class StillPasteboard final : public Pasteboard {
   Contents& contents_;
 };
 
-class SwitchedKeyboard final : public copy::CopyKeyboard {
+// Counts what it is asked.
+struct Key {
+  bool permitted = true;
+  std::uint64_t held = 0;
+  int questions = 0;
+  int typed = 0;
+};
+
+class CountingKey final : public copy::CopyKey {
  public:
-  explicit SwitchedKeyboard(const bool& ready) : CopyKeyboard([&ready] { return ready; }) {}
-  std::uint64_t flagsState() override { return 0; }
+  explicit CountingKey(Key& key) : key_(key) {}
+  std::uint64_t heldModifiers() override { return key_.held; }
+  bool isPermitted() override {
+    ++key_.questions;
+    return key_.permitted;
+  }
+  void type() override { ++key_.typed; }
 
  private:
-  void typeChord() override {}
+  Key& key_;
 };
 
 class GuardedPasteboardTest : public testing::Test {
@@ -48,7 +61,8 @@ class GuardedPasteboardTest : public testing::Test {
 
   bool ready_ = true;
   Contents contents_;
-  SwitchedKeyboard keyboard_{ready_};
+  Key key_;
+  copy::CopyKeyboard keyboard_{std::make_unique<CountingKey>(key_), [this] { return ready_; }};
   copy::GuardedPasteboard pasteboard_{std::make_unique<StillPasteboard>(contents_), keyboard_};
 };
 
@@ -73,7 +87,7 @@ TEST_F(GuardedPasteboardTest, AClosedKeyboardTypesNothingThatWasBegun) {
   event->setFlags(EventFlags::command);
   keyboard_.close();
   event->post();
-  EXPECT_EQ(keyboard_.chordsTyped(), 0);
+  EXPECT_EQ(keyboard_.commandsTyped(), 0);
   EXPECT_FALSE(keyboard_.createKeyboardEvent(kC, true));
 }
 
@@ -87,6 +101,32 @@ TEST_F(GuardedPasteboardTest, EachReadingBeginsANewCount) {
   EXPECT_EQ(pasteboard_.changeCount(), before + 1);
   ++contents_.changes;
   EXPECT_EQ(pasteboard_.changeCount(), before + 1) << "the command was not typed again";
+}
+
+TEST_F(GuardedPasteboardTest, NoPermissionIsAskedForWhereTheProgramMustNotGetTheKeys) {
+  ready_ = false;
+  EXPECT_FALSE(keyboard_.createKeyboardEvent(kC, true));
+  EXPECT_EQ(key_.questions, 0);
+  ready_ = true;
+  key_.permitted = false;
+  EXPECT_FALSE(keyboard_.createKeyboardEvent(kC, true));
+  EXPECT_EQ(key_.questions, 1);
+  EXPECT_EQ(pasteboard_.pasteboardItems(), std::nullopt);
+}
+
+TEST_F(GuardedPasteboardTest, AHeldModifierMakesNoEvent) {
+  key_.held = EventFlags::option;
+  EXPECT_EQ(keyboard_.flagsState(), EventFlags::option);
+  EXPECT_FALSE(keyboard_.createKeyboardEvent(kC, true));
+  EXPECT_FALSE(keyboard_.createKeyboardEvent(kC, false)) << "an up without a down";
+}
+
+TEST_F(GuardedPasteboardTest, WhereNothingCanTypeThereIsNoEvent) {
+  copy::CopyKeyboard none(nullptr, [] { return true; });
+  EXPECT_FALSE(none.canType());
+  EXPECT_FALSE(none.isReady());
+  EXPECT_EQ(none.flagsState(), 0U);
+  EXPECT_FALSE(none.createKeyboardEvent(kC, true));
 }
 
 }  // namespace

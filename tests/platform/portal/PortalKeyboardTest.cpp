@@ -8,6 +8,7 @@
 
 #include "FakeRemoteDesktop.h"
 #include "platform/Eventually.h"
+#include "platform/copy/CopyKeyboard.h"
 #include "platform/portal/PortalKeyboard.h"
 
 namespace tavin::test {
@@ -27,9 +28,11 @@ class Log final : public SystemLog {
 class PortalKeyboardTest : public ::testing::Test {
  protected:
   void start(portal::ModifierHabits habits = {}) {
-    keyboard = std::make_unique<portal::PortalKeyboard>(
-        std::make_shared<portal::RemoteDesktop>(log, portal::RestoreToken(tokenPath())),
-        [this] { return mayCopy; }, std::move(habits));
+    keyboard = std::make_unique<copy::CopyKeyboard>(
+        std::make_unique<portal::PortalKeyboard>(
+            std::make_shared<portal::RemoteDesktop>(log, portal::RestoreToken(tokenPath())),
+            std::move(habits)),
+        [this] { return mayCopy; });
   }
   QString tokenPath() const { return folder.filePath("tavin/token"); }
 
@@ -72,7 +75,7 @@ class PortalKeyboardTest : public ::testing::Test {
   QTemporaryDir folder;
   Log log;
   std::unique_ptr<FakeRemoteDesktop> portal = std::make_unique<FakeRemoteDesktop>();
-  std::unique_ptr<portal::PortalKeyboard> keyboard;
+  std::unique_ptr<copy::CopyKeyboard> keyboard;
   bool mayCopy = true;
 };
 

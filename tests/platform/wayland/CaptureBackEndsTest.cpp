@@ -9,6 +9,7 @@
 
 #include "platform/Eventually.h"
 #include "platform/atspi/Program.h"
+#include "platform/copy/CopyKeyboard.h"
 #include "platform/wayland/SwayTree.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandWindowSystem.h"
@@ -195,10 +196,10 @@ class VirtualKeyboardTest : public WaylandWindowSystemTest {
     QFile file(record_);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   }
-  bool copy(std::uint64_t flags = EventFlags::command) {
+  bool typeCopy(std::uint64_t flags = EventFlags::command) {
     bool made = true;
     for (const bool down : {true, false}) {
-      const auto event = keyboard_->createKeyboardEvent(kCopyKey, down);
+      const auto event = keyboard_.createKeyboardEvent(kCopyKey, down);
       made = made && event;
       if (!event)
         continue;
@@ -212,17 +213,17 @@ class VirtualKeyboardTest : public WaylandWindowSystemTest {
   QString record_;
   std::unique_ptr<Program> terminal_;
   bool allowed_ = true;
-  std::unique_ptr<VirtualKeyboard> keyboard_ = VirtualKeyboard::create([this] { return allowed_; });
+  copy::CopyKeyboard keyboard_{VirtualKeyboard::create(), [this] { return allowed_; }};
 };
 
 // What a terminal sends for Control+Insert.
 const QByteArray kChord = "bytes 1b5b323b357e\n";
 
 TEST_F(VirtualKeyboardTest, TheCopyCommandArrivesAsControlInsert) {
-  EXPECT_TRUE(copy());
+  EXPECT_TRUE(typeCopy());
   EXPECT_TRUE(eventually([this] { return recorded() == "ready\n" + kChord; }))
       << recorded().toStdString();
-  EXPECT_TRUE(copy());
+  EXPECT_TRUE(typeCopy());
   EXPECT_TRUE(eventually([this] { return recorded() == "ready\n" + kChord + kChord; }));
 }
 
@@ -231,8 +232,8 @@ TEST_F(VirtualKeyboardTest, WhatTheUserHoldsDownDoesNotMatter) {
   user.start(WAYLAND_INPUT, {});
   user.write("key 56 1\n");
   ASSERT_TRUE(eventually([&] { return user.readAllStandardOutput().count("done") > 0; }));
-  EXPECT_EQ(keyboard_->flagsState(), 0u);
-  EXPECT_TRUE(copy());
+  EXPECT_EQ(keyboard_.flagsState(), 0u);
+  EXPECT_TRUE(typeCopy());
   EXPECT_TRUE(eventually([this] { return recorded() == "ready\n" + kChord; }))
       << recorded().toStdString();
   user.write("key 56 0\n");
@@ -242,12 +243,12 @@ TEST_F(VirtualKeyboardTest, WhatTheUserHoldsDownDoesNotMatter) {
 
 TEST_F(VirtualKeyboardTest, NothingIsMadeWhereItIsNotAllowed) {
   allowed_ = false;
-  EXPECT_FALSE(copy());
+  EXPECT_FALSE(typeCopy());
   allowed_ = true;
-  EXPECT_EQ(keyboard_->createKeyboardEvent(kCopyKey, false), nullptr) << "there is nothing down";
-  EXPECT_EQ(keyboard_->createKeyboardEvent(kCopyKey + 1, true), nullptr);
-  EXPECT_TRUE(copy(EventFlags::command | EventFlags::shift)) << "made, but it types nothing";
-  EXPECT_TRUE(copy());
+  EXPECT_EQ(keyboard_.createKeyboardEvent(kCopyKey, false), nullptr) << "there is nothing down";
+  EXPECT_EQ(keyboard_.createKeyboardEvent(kCopyKey + 1, true), nullptr);
+  EXPECT_TRUE(typeCopy(EventFlags::command | EventFlags::shift)) << "made, but it types nothing";
+  EXPECT_TRUE(typeCopy());
   EXPECT_TRUE(eventually([this] { return recorded() == "ready\n" + kChord; }))
       << recorded().toStdString();
 }

@@ -40,7 +40,7 @@ TEST_F(StandardProtocolTest, TheClipboardIsReadAndGivenBackThroughIt) {
 
 TEST_F(StandardProtocolTest, WhatACompositorLacksIsMissingAlone) {
   EXPECT_FALSE(compositor_->tellsWindows());
-  EXPECT_EQ(VirtualKeyboard::create([] { return true; }), nullptr);
+  EXPECT_EQ(VirtualKeyboard::create(), nullptr);
 }
 
 TEST_F(StandardProtocolTest, WhereNoWindowsAreToldNobodyKnowsWhetherTheMenuIsGone) {

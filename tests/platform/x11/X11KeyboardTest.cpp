@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "platform/copy/CopyKeyboard.h"
 #include "platform/x11/KeyState.h"
 #include "platform/x11/TestKeyboard.h"
 #include "platform/x11/TestWindow.h"
@@ -19,10 +20,10 @@ class X11KeyboardTest : public testing::Test {
   X11KeyboardTest() { test::activate(user_.connection(), window_.id()); }
 
   // True where both events could be made.
-  bool copy(std::uint64_t flags = EventFlags::command) {
+  bool typeCopy(std::uint64_t flags = EventFlags::command) {
     bool made = true;
     for (const bool down : {true, false}) {
-      const auto event = keyboard_->createKeyboardEvent(kCopyKey, down);
+      const auto event = keyboard_.createKeyboardEvent(kCopyKey, down);
       made = made && event;
       if (!event)
         continue;
@@ -47,7 +48,7 @@ class X11KeyboardTest : public testing::Test {
   bool allowed_ = true;
   test::TestKeyboard user_;
   test::TestWindow window_{"editor"};
-  std::unique_ptr<X11Keyboard> keyboard_ = X11Keyboard::create([this] { return allowed_; });
+  copy::CopyKeyboard keyboard_{X11Keyboard::create(), [this] { return allowed_; }};
 };
 
 TEST_F(X11KeyboardTest, TellsTheModifiersThatAreHeld) {
@@ -57,53 +58,53 @@ TEST_F(X11KeyboardTest, TellsTheModifiersThatAreHeld) {
       {key::leftAlt, EventFlags::option},
       {key::leftSuper, EventFlags::command},
   };
-  EXPECT_EQ(keyboard_->flagsState(), 0u);
+  EXPECT_EQ(keyboard_.flagsState(), 0u);
   for (const auto& [code, flag] : modifiers) {
     user_.press(code);
-    EXPECT_EQ(keyboard_->flagsState(), flag);
+    EXPECT_EQ(keyboard_.flagsState(), flag);
     user_.release(code);
   }
   user_.press(key::leftAlt);
   user_.press(key::leftShift);
-  EXPECT_EQ(keyboard_->flagsState(), EventFlags::option | EventFlags::shift);
+  EXPECT_EQ(keyboard_.flagsState(), EventFlags::option | EventFlags::shift);
 }
 
 TEST_F(X11KeyboardTest, LocksAndOtherKeysAreNoModifiers) {
   for (const auto lock : {key::capsLock, key::numLock}) {
     user_.type({lock});
-    EXPECT_EQ(keyboard_->flagsState(), 0u);
+    EXPECT_EQ(keyboard_.flagsState(), 0u);
     user_.press(lock);
-    EXPECT_EQ(keyboard_->flagsState(), 0u);
+    EXPECT_EQ(keyboard_.flagsState(), 0u);
     user_.release(lock);  // Pressed twice it is off again.
   }
   user_.press(key::r);
-  EXPECT_EQ(keyboard_->flagsState(), 0u);
+  EXPECT_EQ(keyboard_.flagsState(), 0u);
 }
 
 TEST_F(X11KeyboardTest, TheCopyCommandArrivesAsControlInsert) {
-  EXPECT_TRUE(copy());
+  EXPECT_TRUE(typeCopy());
   EXPECT_EQ(keysSoFar(),
             (QStringList{"press 37 0", "press 118 4", "release 118 4", "release 37 4"}));
 }
 
 // The program may end between the two.
 TEST_F(X11KeyboardTest, NoKeyIsHeldAfterTheEventOfTheKeyGoingDown) {
-  const auto event = keyboard_->createKeyboardEvent(kCopyKey, true);
+  const auto event = keyboard_.createKeyboardEvent(kCopyKey, true);
   ASSERT_NE(event, nullptr);
   event->setFlags(EventFlags::command);
   event->post();
   const QStringList chord{"press 37 0", "press 118 4", "release 118 4", "release 37 4"};
   EXPECT_EQ(keysSoFar(), chord);
-  EXPECT_EQ(keyboard_->flagsState(), 0u);
-  const auto up = keyboard_->createKeyboardEvent(kCopyKey, false);
+  EXPECT_EQ(keyboard_.flagsState(), 0u);
+  const auto up = keyboard_.createKeyboardEvent(kCopyKey, false);
   ASSERT_NE(up, nullptr);
   up->post();
   EXPECT_EQ(keysSoFar(), QStringList());
 }
 
 TEST_F(X11KeyboardTest, TheKeyGoingUpAloneTypesNothing) {
-  ASSERT_NE(keyboard_->createKeyboardEvent(kCopyKey, true), nullptr);
-  const auto up = keyboard_->createKeyboardEvent(kCopyKey, false);
+  ASSERT_NE(keyboard_.createKeyboardEvent(kCopyKey, true), nullptr);
+  const auto up = keyboard_.createKeyboardEvent(kCopyKey, false);
   ASSERT_NE(up, nullptr);
   up->post();
   EXPECT_EQ(keysSoFar(), QStringList());
@@ -113,31 +114,31 @@ TEST_F(X11KeyboardTest, HeldModifiersAreLetGoOfFirstAndNotPressedAgain) {
   user_.press(key::leftAlt);
   user_.press(key::leftShift);
   keysSoFar();
-  EXPECT_TRUE(copy());
+  EXPECT_TRUE(typeCopy());
   EXPECT_EQ(keysSoFar(), (QStringList{"release 50 9", "release 64 8", "press 37 0", "press 118 4",
                                       "release 118 4", "release 37 4"}));
-  EXPECT_EQ(keyboard_->flagsState(), 0u);
+  EXPECT_EQ(keyboard_.flagsState(), 0u);
 }
 
 TEST_F(X11KeyboardTest, NothingIsTypedWhereTheProgramMustNotGetIt) {
   allowed_ = false;
-  EXPECT_FALSE(copy());
+  EXPECT_FALSE(typeCopy());
   EXPECT_EQ(keysSoFar(), QStringList());
 }
 
 TEST_F(X11KeyboardTest, OtherKeysAndOtherModifiersTypeNothing) {
-  EXPECT_EQ(keyboard_->createKeyboardEvent(9, true), nullptr);
-  EXPECT_EQ(keyboard_->createKeyboardEvent(kCopyKey, false), nullptr) << "an up without a down";
-  copy(0);
-  copy(EventFlags::command | EventFlags::shift);
+  EXPECT_EQ(keyboard_.createKeyboardEvent(9, true), nullptr);
+  EXPECT_EQ(keyboard_.createKeyboardEvent(kCopyKey, false), nullptr) << "an up without a down";
+  typeCopy(0);
+  typeCopy(EventFlags::command | EventFlags::shift);
   EXPECT_EQ(keysSoFar(), QStringList());
 }
 
 TEST_F(X11KeyboardTest, NothingIsTypedIntoAMenuOrALock) {
   ASSERT_TRUE(window_.command("grab"));
-  EXPECT_FALSE(copy());
+  EXPECT_FALSE(typeCopy());
   ASSERT_TRUE(window_.command("ungrab"));
-  EXPECT_TRUE(copy());
+  EXPECT_TRUE(typeCopy());
 }
 
 TEST_F(X11KeyboardTest, WithoutAnInsertKeyThereIsNoCopy) {
@@ -146,10 +147,10 @@ TEST_F(X11KeyboardTest, WithoutAnInsertKeyThereIsNoCopy) {
   const xcb_keysym_t insert = kInsertSymbol;
   xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &none);
   user_.sync();
-  EXPECT_FALSE(copy());
+  EXPECT_FALSE(typeCopy());
   xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &insert);
   user_.sync();
-  EXPECT_TRUE(copy());
+  EXPECT_TRUE(typeCopy());
 }
 
 TEST_F(X11KeyboardTest, TheInsertKeyIsFoundWhereverTheLayoutHasIt) {
@@ -161,7 +162,7 @@ TEST_F(X11KeyboardTest, TheInsertKeyIsFoundWhereverTheLayoutHasIt) {
   xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &none);
   xcb_change_keyboard_mapping(c, 1, other, 1, &insert);
   user_.sync();
-  EXPECT_TRUE(copy());
+  EXPECT_TRUE(typeCopy());
   EXPECT_TRUE(keysSoFar().contains("press 96 4"));
   xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &insert);
   xcb_change_keyboard_mapping(c, 1, other, 1, &none);

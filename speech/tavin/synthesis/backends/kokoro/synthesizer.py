@@ -1,15 +1,12 @@
 """Kokoro, the local neural voice, on onnxruntime. Loaded in a worker process only.
 
-The libraries come from PyPI into the engine's site-packages; the model's files
-were verified before the worker is started.
+The worker runs in the libraries' own virtual environment; the model's files were
+verified before it is started.
 """
 
 import os
 
-from tavin.synthesis.backends.kokoro import model
-
 os.environ.setdefault("OPENBLAS_NUM_THREADS", "1")  # numpy's threads would only wait
-model.use_libraries()
 
 try:
     import espeakng_loader
@@ -17,8 +14,9 @@ try:
     import numpy
     import onnxruntime
 except ImportError as failure:
-    raise RuntimeError(f"Kokoro's libraries cannot be loaded ({failure}): {model.REMEDY}") from None
+    raise RuntimeError(f"Kokoro's libraries cannot be loaded ({failure}). Choose Kokoro again.") from None
 
+from tavin.synthesis.backends.kokoro import needs  # noqa: E402
 from tavin.synthesis.backends.kokoro.phonemes import Phonemizer  # noqa: E402
 from tavin.synthesis.backends.kokoro.tempo import faster  # noqa: E402
 from tavin.synthesis.backends.kokoro.voicefile import language_of, voices_in  # noqa: E402
@@ -68,7 +66,7 @@ class Synthesizer:
     rate = 24000
 
     def __init__(self):
-        model_file, voice_file = model.files()
+        model_file, voice_file = needs.files()
         self._voice_file = voice_file.path
         try:
             self._session = Session(model_file.path)
