@@ -12,6 +12,7 @@ import time
 
 NAMESPACES = ("ns/user", "ns/mnt")
 SEARCH_SECONDS = 0.5
+KNOWN_SECONDS = 0.02  # of the event loop
 
 
 class Process:
@@ -88,9 +89,16 @@ class Holders:
         self._descriptor = None
 
     def is_known(self, inode):
-        """Whether the process that was found last holds this socket; trusts nothing read before."""
+        """Whether the process that was found last holds this socket; trusts nothing read before.
+
+        Mostly by the same descriptor as the last one; else its others are looked through.
+        """
         last = self._last
-        return last is not None and last.holds(self._descriptor, inode) and last.is_ours()
+        if last is None or not last.is_ours():
+            return False
+        if last.holds(self._descriptor, inode):
+            return True
+        return self._take(last, inode, time.monotonic() + KNOWN_SECONDS)
 
     def find(self, inode):
         """The process that holds a socket, and whether it is ours; None when nobody shows it.
