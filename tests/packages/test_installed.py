@@ -10,7 +10,7 @@ import reader
 from appstream import problems
 from bus_panel import BusPanel
 from gi.repository import GLib
-from session import wait_until
+from session import stop, wait_until
 from wayland_session import connect
 
 
@@ -69,10 +69,10 @@ def test_the_login_item_starts_the_installed_program(desktop, prefix):
     assert tavin.quit()[0] == 0
     item = entry(path)["Desktop Entry"]
     assert item["TryExec"] == f"{prefix}/bin/tavin"
-    desktop.start(shlex.split(item["Exec"]))
-    pid = wait_until(lambda: running_program(desktop), 15, "Tavin on the bus")
+    started = desktop.start(shlex.split(item["Exec"]))
+    assert wait_until(lambda: running_program(desktop), 15, "Tavin on the bus") == started.pid
     own_engine.wait_for("idle")
-    end(pid)
+    assert stop(started) == 0
 
 
 def test_kwin_finds_its_permission_in_the_desktop_file(desktop, prefix):
