@@ -50,7 +50,8 @@ class Engine:
     async def know_voices(self):
         """Wait for the voices a little, so that the first status names the right one."""
         if self._setup():
-            self._setup().begin()
+            self._setup().know_voices()
+            self._setup().begin(self._voice())
             return
         try:
             async with asyncio.timeout(PATIENCE_AT_START):
@@ -148,8 +149,9 @@ class Engine:
         stored = self._settings.save()
         if self._reading:
             self._reading.voice_changed()
-        if "engine" in changes:
+        if "engine" in changes or ("voice" in changes and self._synth().backend.voice_is_download):
             await self.know_voices()
+        if "engine" in changes:
             await self._find_key(synth)
         await stored  # the answer says that it will be the same after a restart
 
