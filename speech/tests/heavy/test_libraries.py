@@ -2,7 +2,10 @@
 
 import hashlib
 import io
+import os
 import random
+import subprocess
+import sys
 import zipfile
 
 import file_server as does
@@ -157,3 +160,14 @@ def test_without_a_network_it_says_so(engine, server, data):  # noqa: F811
     text = until(lambda: engine.status()["setup_error"], 90, "a failure")
     assert text == "Kokoro's libraries could not be downloaded. Check the network, then choose Kokoro again."
     assert "libraries" not in left(data)
+
+
+def test_they_do_not_depend_on_where_the_engine_is(tree, tmp_path, data):  # noqa: F811
+    link = tmp_path / "python3"  # as an installed engine has it
+    link.symlink_to(sys.executable)
+    environment = {**os.environ, "XDG_DATA_HOME": str(data)}
+    done = subprocess.run([link, "-B", "-c", neural_models.INSTALL, "kokoro"], cwd=tree.folder, env=environment)
+    assert done.returncode == 0
+    link.unlink()
+    python = data / "tavin" / "kokoro" / "libraries" / "bin" / "python3"
+    assert subprocess.run([python, "-c", "import first_library"]).returncode == 0

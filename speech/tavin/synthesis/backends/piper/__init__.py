@@ -6,7 +6,7 @@ BACKEND = Backend(
     "piper",
     "Piper",
     takes_key=False,
-    longest_piece=200,
+    longest_piece=120,
     patience=60.0,
     needs_setup=True,
     voice_is_download=True,
