@@ -4,6 +4,7 @@ import asyncio
 import http.client
 import itertools
 import json
+import os
 import random
 import resource
 import signal
@@ -137,6 +138,23 @@ def test_a_write_that_fails_in_its_midst_leaves_the_old_file(tmp_path, limited_f
     assert Settings(path).speed == 3.0
 
 
+def test_the_folder_is_synced_after_the_file_has_its_name(tmp_path, monkeypatch):
+    path = tmp_path / "engine.json"
+    synced = []
+    monkeypatch.setattr(
+        os, "fsync", lambda file: synced.append((stat.S_ISDIR(os.fstat(file).st_mode), path.exists()))
+    )
+    save(Settings(path))
+    assert synced == [(False, False), (True, True)]
+
+
+def test_a_pipe_in_the_files_place_holds_nobody_up(new_engine):
+    engine = new_engine()
+    engine.settings.parent.mkdir(parents=True)
+    os.mkfifo(engine.settings)
+    assert engine.start().status()["speed"] == 1.0
+
+
 @pytest.mark.parametrize(
     "content",
     [
@@ -202,3 +220,4 @@ def test_a_place_that_cannot_be_written_costs_only_the_memory(new_engine):
     assert engine.post("/config", speed=2)[0] == 200
     assert engine.status()["speed"] == 2.0
     assert "settings could not be stored" in engine.log()
+    assert engine.status()["error"] == "This choice is kept only until Tavin ends: File exists."

@@ -62,8 +62,10 @@ std::variant<QByteArray, UrlError> EngineClient::sync(const UrlRequest& request)
   if (std::this_thread::get_id() == mainThread_)
     bounded.deadline = request.timeout;
   auto result = services_.session.dataTask(bounded);
-  if (const auto* error = std::get_if<UrlError>(&result))
+  if (const auto* error = std::get_if<UrlError>(&result)) {
+    noteFailure(*error);
     return *error;
+  }
   auto& response = std::get<UrlResponse>(result);
   if (response.statusCode != 200 || !response.body)
     return UrlError{UrlError::badServerResponse};

@@ -68,6 +68,8 @@ class EngineClient : public std::enable_shared_from_this<EngineClient> {
   UrlRequest request(const QString& path) const;
   std::variant<QByteArray, UrlError> sync(const UrlRequest& request);
 
+  void noteFailure(const UrlError& error);
+
   std::optional<Command> engineCommand() const;
   void launch();
   void processExited();
@@ -76,6 +78,7 @@ class EngineClient : public std::enable_shared_from_this<EngineClient> {
   const std::thread::id mainThread_;
   const QString base_;
   std::shared_ptr<ChildProcess> process_;
+  std::atomic<bool> foundRunning_ = false;  // An engine that was not started here is in use.
   std::atomic<bool> quitting_ = false;      // Only ever turns true.
   std::atomic<std::int64_t> restarts_ = 0;  // Never reset.
 };

@@ -73,8 +73,18 @@ void EngineClient::processExited() {
 }
 
 void EngineClient::startIfNeeded() {
-  if (!status(startupStatusTimeout))
+  if (status(startupStatusTimeout))
+    foundRunning_ = true;
+  else
     launch();
+}
+
+// An engine that was found at start has no successor here; the next request sees that it has gone.
+void EngineClient::noteFailure(const UrlError& error) {
+  if (error.code == UrlError::cannotConnectToHost && !quitting_ && foundRunning_.exchange(false))
+    services_.log.write(
+        QStringLiteral("Tavin: the engine that was running already has ended; Tavin starts its own "
+                       "when it is started again"));
 }
 
 void EngineClient::shutdown() {

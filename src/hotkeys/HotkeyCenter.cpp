@@ -48,7 +48,7 @@ bool HotkeyCenter::registerHotkey(std::int64_t keyCode, std::int64_t modifiers, 
   HotkeyRegistration result = service_.registerEventHotKey(
       unsigned32(keyCode), unsigned32(modifiers), {.signature = signature, .id = id});
   Registration registration{keyCode, modifiers, std::move(result.ref), false};
-  registration.active = result.status == 0 && registration.ref;
+  registration.active = result.state == HotkeyState::granted && registration.ref;
   const bool active = registration.active;
   if (!active)
     logRefusal(registration, result.status, result.reason);
@@ -80,7 +80,7 @@ void HotkeyCenter::takeAnswer(const HotkeyRegistration& answer) {
   const auto found = std::ranges::find(registrations_, answer.ref, &Registration::ref);
   if (found == registrations_.end())
     return;
-  found->active = answer.status == 0;
+  found->active = answer.state == HotkeyState::granted;
   if (found->active)
     log_.write(QStringLiteral("Tavin: hotkey keyCode=%1 modifiers=%2 available")
                    .arg(found->keyCode)

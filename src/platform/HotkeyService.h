@@ -13,27 +13,33 @@ struct EventHotKeyID {
   std::uint32_t id = 0;
 };
 
-// A registration that the service granted. Only the service looks inside.
+// A registration, granted or pending. Only the service looks inside.
 struct EventHotKey {
   virtual ~EventHotKey() = default;
 };
 using EventHotKeyRef = std::shared_ptr<EventHotKey>;
 
+enum class HotkeyState {
+  granted,
+  refused,  // Of one that was granted or pending: until the desktop says otherwise.
+  pending,  // The desktop has yet to answer.
+};
+
 struct HotkeyRegistration {
   static constexpr std::int32_t noNumber = -1;
 
-  std::int32_t status = 0;  // 0 is success; else the service's own number, or noNumber.
-  // Null where the combination was refused. With a status other than 0 it is refused until the
-  // desktop has answered, and released like one that was granted.
+  HotkeyState state = HotkeyState::refused;
+  std::int32_t status = noNumber;  // For the log: 0 is success, else the service's own number.
+  // Null where the combination was refused at once. What is pending is released like what was
+  // granted.
   EventHotKeyRef ref;
-  QString reason;  // Why it was refused, for the log; may be empty.
+  QString reason;  // Why it is not granted, for the log; may be empty.
 
-  static HotkeyRegistration granted(EventHotKeyRef ref) {
-    return {.status = 0, .ref = std::move(ref), .reason = {}};
-  }
-  static HotkeyRegistration refused(QString reason, EventHotKeyRef ref = nullptr,
-                                    std::int32_t status = noNumber) {
-    return {.status = status, .ref = std::move(ref), .reason = std::move(reason)};
+  static HotkeyRegistration refused(QString reason) {
+    return {.state = HotkeyState::refused,
+            .status = noNumber,
+            .ref = nullptr,
+            .reason = std::move(reason)};
   }
 };
 

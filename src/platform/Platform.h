@@ -46,8 +46,8 @@ struct Platform {
   std::function<std::unique_ptr<StatusItem>()> makeStatusItem;
   // Makes a queue that runs one task at a time on a thread of its own.
   std::function<std::unique_ptr<Executor>()> makeSerialQueue;
-  // What a back end owes others before the process ends, each bounded in time.
-  std::vector<std::function<void()>> lastDuties;
+  // What gives others back what is theirs before the process ends, each bounded in time.
+  std::vector<std::function<void()>> shutdownHooks;
 };
 
 }  // namespace tavin

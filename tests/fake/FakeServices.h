@@ -146,14 +146,17 @@ class FakeHotkeyService final : public HotkeyService {
       auto key = std::make_shared<Key>();
       key->id = id;
       asked.push_back(key);
-      return {.status = -1, .ref = key, .reason = reason};
+      return {.state = HotkeyState::pending, .status = -1, .ref = key, .reason = reason};
     }
     const auto refused = refusals.find({keyCode, modifiers});
     if (refused != refusals.end())
-      return {.status = refused->second, .ref = nullptr, .reason = reason};
+      return {.state = refused->second == 0 ? HotkeyState::granted : HotkeyState::refused,
+              .status = refused->second,
+              .ref = nullptr,
+              .reason = reason};
     auto key = std::make_shared<Key>();
     key->id = id;
-    return {.status = 0, .ref = key, .reason = {}};
+    return {.state = HotkeyState::granted, .status = 0, .ref = key, .reason = {}};
   }
   void unregisterEventHotKey(const EventHotKeyRef& ref) override {
     journal_.add(QStringLiteral("ungrab id %1").arg(static_cast<Key&>(*ref).id.id));
@@ -169,7 +172,10 @@ class FakeHotkeyService final : public HotkeyService {
   }
   // Answers the request that was made as the `index`th of those.
   void answer(std::size_t index, std::int32_t status) {
-    answered({.status = status, .ref = asked.at(index), .reason = reason});
+    answered({.state = status == 0 ? HotkeyState::granted : HotkeyState::refused,
+              .status = status,
+              .ref = asked.at(index),
+              .reason = reason});
   }
   void refuse(std::uint32_t keyCode, std::uint32_t modifiers, std::int32_t status) {
     refusals[{keyCode, modifiers}] = status;

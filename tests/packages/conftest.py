@@ -10,7 +10,8 @@ import sys
 import pytest
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-sys.path[:0] = [os.path.join(HERE, "../desktop"), os.path.join(HERE, "../desktop/wayland")]
+sys.path[:0] = [os.path.join(HERE, "../desktop"), os.path.join(HERE, "../desktop/wayland"),
+                os.path.join(HERE, "../packaging")]
 from driver import Desktop  # noqa: E402
 from session import Session  # noqa: E402
 

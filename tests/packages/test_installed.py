@@ -7,9 +7,10 @@ import signal
 
 import own_engine
 import reader
+from appstream import problems
 from bus_panel import BusPanel
 from gi.repository import GLib
-from session import wait_until
+from session import stop, wait_until
 from wayland_session import connect
 
 
@@ -68,10 +69,10 @@ def test_the_login_item_starts_the_installed_program(desktop, prefix):
     assert tavin.quit()[0] == 0
     item = entry(path)["Desktop Entry"]
     assert item["TryExec"] == f"{prefix}/bin/tavin"
-    desktop.start(shlex.split(item["Exec"]))
-    pid = wait_until(lambda: running_program(desktop), 15, "Tavin on the bus")
+    started = desktop.start(shlex.split(item["Exec"]))
+    assert wait_until(lambda: running_program(desktop), 15, "Tavin on the bus") == started.pid
     own_engine.wait_for("idle")
-    end(pid)
+    assert stop(started) == 0
 
 
 def test_kwin_finds_its_permission_in_the_desktop_file(desktop, prefix):
@@ -81,3 +82,7 @@ def test_kwin_finds_its_permission_in_the_desktop_file(desktop, prefix):
     running = os.readlink(f"/proc/{tavin.process.pid}/exe")
     assert shlex.split(main["Exec"]) == [running]
     assert "org_kde_kwin_fake_input" in main["X-KDE-Wayland-Interfaces"].split(",")
+
+
+def test_the_appstream_data_are_valid_for_this_release(prefix):
+    assert problems(f"{prefix}/share/metainfo/app.tavin.Tavin.metainfo.xml") == set()

@@ -19,7 +19,7 @@ PACKAGE = os.environ["TAVIN_PACKAGE"]
 SECOND = os.environ.get("TAVIN_SECOND")
 NEW = "serving anew on port"
 OF_THE_MACHINE = "/etc/apt/apt.conf.d/90tavin"  # tools/bare has put it there
-LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 8
+LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 6
 # What systems keep of any package, and what they write while they run.
 KEPT = ("/home/", "/proc/", "/sys/", "/dev/", "/tmp/", "/run/", "/var/log/", "/var/cache/",
         "/var/lib/dpkg/", "/var/lib/apt/", "/var/tmp/", "/root/")
@@ -74,8 +74,7 @@ def test_an_upgrade_leaves_the_reading_alone_and_then_nothing_of_the_old_engine(
     own_engine.wait_for("idle")
     # The engine's own process stays, and is the new one.
     assert len(old_processes & set(engines(desktop.session))) == 1
-    reader.select(desktop)
-    assert reader.seconds_spoken(desktop) > 2
+    assert reader.seconds_spoken(desktop) > 10
     assert tavin.quit()[0] == 0
     wait_until(lambda: not engines(desktop.session), 10, "the engine's end")
 
@@ -107,6 +106,7 @@ def test_removal_while_tavin_runs_lets_it_quit(desktop):
 
 
 def test_after_removal_no_file_is_left_outside_of_homes():
+    as_root("apt-get", "-y", "install", PACKAGE)
     as_root("apt-get", "-y", "purge", "tavin")
     with open(os.environ["TAVIN_FILES"], encoding="utf-8") as f:
         before = {line.rstrip("\n") for line in f}

@@ -14,6 +14,7 @@ from collections import Counter
 
 from tavin import ENGINE_FOLDER
 
+LONGEST_KEY = 1000
 LOOK_SECONDS = 10.0
 PROMPT_SECONDS = 50.0  # for a password dialog; Tavin waits a little longer
 
@@ -70,7 +71,7 @@ class Keys:
 
     async def _read(self, name):
         try:
-            return (await ask(self._patience, do="get", name=name))["key"]
+            return checked((await ask(self._patience, do="get", name=name))["key"])
         except KeyringError as failure:
             if failure.absent and name not in self._stored:
                 return None
@@ -101,6 +102,21 @@ class Keys:
                 raise
         finally:
             self._removing[name] -= 1
+
+
+def is_key(text):
+    """Whether it can go into a request's header as it is."""
+    return len(text) <= LONGEST_KEY and text.isascii() and text.isprintable()
+
+
+def checked(key):
+    """A stored key as it can be used; the user's keyring program may have added a line's end."""
+    if key is None:
+        return None
+    key = key.strip()
+    if not is_key(key):
+        raise KeyringError("What is stored there is no key.")
+    return key
 
 
 async def ask(seconds, **request):

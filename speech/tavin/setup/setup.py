@@ -56,8 +56,8 @@ class Setup:
         return self.error or f"{label} is still loading its voices."
 
     def know_voices(self):
-        """List the voices without loading the model, as soon as their file is there."""
-        if not self._synthesis.voices:
+        """List the voices without loading the model, as soon as they can be known."""
+        if not self._synthesis.voices or self._backend.voice_is_download:
             self._synthesis.voices = needs.of(self._backend).voices()
 
     async def _run(self, voice):

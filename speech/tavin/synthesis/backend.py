@@ -17,8 +17,13 @@ class Backend:
     voices_of_account: bool = False  # they depend on the key
     needs_setup: bool = False  # files must be got and loaded before it can speak
     voice_is_download: bool = False  # each voice has files of its own, got when it is chosen
-    follows_language: bool = False  # has a voice for the language of any text
+    speaks: frozenset = frozenset()  # languages that each of its voices speaks beside its own
     first_piece: int | None = None  # code points at the beginning, where sound comes only at the end
     ahead: float = 5.0  # seconds of sound kept ready
     start_seconds: float = 15.0  # the longest that a worker's start may take
     idle_seconds: float | None = None  # without use, then the worker's memory is given back
+
+    @property
+    def local(self):
+        """Whether texts stay on this machine."""
+        return not self.takes_key

@@ -1,112 +1,132 @@
-"""Tells in which language a text is written, as far as that is certain.
+"""Tells in which language a text is written, sentence by sentence.
 
-By the script, and in Latin script by the words that every text of a language is
-full of. Where that leaves a doubt, it is the language that was expected.
+The script narrows it down, CLD2 decides. Where that leaves a doubt, it is the
+language that was expected. Languages are named as eSpeak NG names them.
 """
 
 import re
 import unicodedata
 from collections import Counter
 
+from tavin.text.cld2 import detector
+
 SAMPLE = 2000  # code points looked at
-# Per script, as Unicode names it: its languages as eSpeak NG names them, the most likely first.
+# Per script, as Unicode names it: its languages, the most likely first. Latin has too many.
 LANGUAGES_OF_SCRIPT = {
-    "ARABIC": ("ar", "fa", "ur", "ug", "sd"),
+    "ARABIC": ("ar", "fa", "ur", "ug", "sd", "ps", "ku", "ckb", "ks"),
     "ARMENIAN": ("hy", "hyw"),
-    "BENGALI": ("bn", "as"),
+    "BENGALI": ("bn", "as", "bpy"),
     "BOPOMOFO": ("cmn", "yue"),
+    "CHEROKEE": ("chr",),
     "CJK": ("cmn", "yue", "ja", "hak", "zh"),
-    "CYRILLIC": ("ru", "uk", "bg", "be", "sr", "mk", "kk", "ky", "tt", "ba", "cv"),
-    "DEVANAGARI": ("hi", "mr", "ne", "kok"),
-    "ETHIOPIC": ("am",),
+    "CYRILLIC": (
+        *("ru", "uk", "bg", "be", "sr", "mk", "kk", "ky", "tt", "ba", "cv"),
+        *("mn", "tg", "uz", "az", "tk", "nog", "os", "ab"),
+    ),
+    "DEVANAGARI": ("hi", "mr", "ne", "kok", "bh", "sa"),
+    "ETHIOPIC": ("am", "ti"),
     "GEORGIAN": ("ka",),
     "GREEK": ("el", "grc"),
     "GUJARATI": ("gu",),
     "GURMUKHI": ("pa",),
     "HANGUL": ("ko",),
-    "HEBREW": ("he",),
+    "HEBREW": ("he", "yi"),
     "HIRAGANA": ("ja",),
     "KANNADA": ("kn",),
     "KATAKANA": ("ja",),
+    "KHMER": ("km",),
+    "LAO": ("lo",),
     "MALAYALAM": ("ml",),
-    "MYANMAR": ("my",),
+    "MYANMAR": ("my", "shn"),
     "ORIYA": ("or",),
     "SINHALA": ("si",),
     "TAMIL": ("ta",),
     "TELUGU": ("te",),
+    "THAANA": ("dv",),
     "THAI": ("th",),
+    "TIBETAN": ("bo", "dz"),
 }
-FREQUENT = {
-    "en": "the of and to in is that it for was with as on are this be have from by not you which",
-    "de": "der die und das ist nicht ein eine zu den mit von sich auf für des im dem auch es ich sie",
-    "fr": "le la les des et est une un que dans pour pas qui sur au ce plus avec du je il elle nous",
-    "es": "el la los las de que y en un una es por con para no se del lo su al como más pero",
-    "it": "il la di che e un una è per non con del della sono le gli si in dei nel più anche",
-    "pt": "o a os as de que e um uma não para com do da em por se no na dos mais é",
-    "nl": "de het een en van is dat niet op te zijn voor met die in aan er ook maar ik",
-    "sv": "och att det som en är på av för med inte den till ett om har jag de",
-    "da": "og at det er en af på for med ikke den til der et som jeg de har",
-    "nb": "og å det er en av på for med ikke den til et som jeg de har fra",
-    "fi": "ja on ei se että oli hän mutta kun joka ovat myös tai kuin",
-    "pl": "i w nie na się z do to że jest jak o ale po od przez są",
-    "cs": "a se na je v že to s z do i o pro jako ale by jsou není",
-    "hu": "a az és hogy nem egy is ez van meg de csak már mint",
-    "ro": "și de în la cu nu este o un care pe din mai sunt pentru",
-    "tr": "ve bir bu da de için ile olarak daha çok değil ama gibi var",
-}
-WORDS = {language: set(words.split()) for language, words in FREQUENT.items()}
-FEWEST = 3  # different frequent words
-SHARE = 0.15  # of all words
-LEAD = 1.4  # over the next language
+# One written language under several names: the expected name is right.
+ALIKE = ({"bs", "hr", "sr"}, {"cmn", "yue", "hak", "zh"})
+# What a single sentence is too short to tell apart: the rest of the text decides.
+NEAR = ({"da", "nb"}, {"id", "ms"}, {"bg", "mk", "sr"}, {"cs", "sk"}, {"cmn", "ja"})
+FEWEST_WORDS = 3  # of a whole text: what is shorter may be a name
+FEWEST_WORDS_OF_SENTENCE = 4  # a foreign phrase is no sentence yet
+LETTERS_OF_WORD = 4  # where words have no blanks between them
+WORD = re.compile(r"[^\W\d_]+(?:['’][^\W\d_]+)*")
 
 
 class Written:
-    """The language of a text, sentence by sentence."""
+    """The languages of one text."""
 
     def __init__(self, text):
-        self._sample = text[:SAMPLE]
-        self._known = {}
+        self._text = text[:SAMPLE]
+        self._whole = {}  # by what was expected
+        self._met = set()
+
+    def whole(self, expected):
+        """The language of the text's beginning."""
+        if expected not in self._whole:
+            self._whole[expected] = of_text(self._text, expected)
+        return self._whole[expected]
 
     def of(self, sentence, expected):
-        if expected not in self._known:
-            self._known[expected] = of_text(self._sample, expected)
-        return of_script(sentence, self._known[expected])
+        """The language of a sentence, or of a part of one."""
+        whole = self.whole(expected)
+        told = tell(sentence, whole)
+        if told != whole and is_of_script(sentence, whole):
+            if words(sentence) < FEWEST_WORDS_OF_SENTENCE and told not in self._met:
+                return whole
+            if together(told, whole, NEAR):
+                return whole
+        self._met.add(told)
+        return expected if primary(told) == primary(expected) else told
 
 
 def of_text(text, expected):
-    """The language of the text's beginning."""
-    sample = text[:SAMPLE]
-    by_script = of_script(sample, expected)
-    return of_words(sample, expected) if by_script == expected else by_script
-
-
-def of_script(text, expected):
-    """The language by the script alone; good for single sentences."""
-    script = script_of(text)
-    languages = LANGUAGES_OF_SCRIPT.get(script, ())
-    if not languages or primary(expected) in languages:
+    """The language of a text's beginning by itself."""
+    text = text[:SAMPLE]
+    told = tell(text, expected)
+    if words(text) < FEWEST_WORDS and is_of_script(text, expected):
         return expected
-    return languages[0]
+    return told
 
 
-def of_words(text, expected):
-    if script_of(text) != "LATIN":
+def tell(text, expected):
+    """The language, however short the text is."""
+    languages = LANGUAGES_OF_SCRIPT.get(script_of(text), ())
+    own = primary(expected)
+    told = detector() and detector().tell(text, own)
+    if languages and own not in languages:
+        return told if told in languages else languages[0]
+    if not told or together(told, own, ALIKE) or not detector().knows(own) and not known_alike(own):
         return expected
-    words = Counter(re.findall(r"[^\W\d_]+", text.lower()))
-    found = {language: hits(words, known) for language, known in WORDS.items()}
-    ranked = sorted(found, key=found.get, reverse=True)
-    best = ranked[0]
-    distinct = len(WORDS[best] & words.keys())
-    certain = (
-        distinct >= FEWEST
-        and found[best] >= SHARE * words.total()
-        and all(found[best] >= LEAD * found[other] for other in ranked[1:])
-    )
-    return best if certain and best != primary(expected) else expected
+    return expected if told == own else told
 
 
-def hits(words, known):
-    return sum(count for word, count in words.items() if word in known)
+def is_of_script(text, language):
+    """Whether a voice of the language can read the text's letters."""
+    languages = LANGUAGES_OF_SCRIPT.get(script_of(text), ())
+    return not languages or primary(language) in languages
+
+
+def known_alike(language):
+    return any(language in group for group in ALIKE)
+
+
+def together(one, other, groups):
+    return any(primary(one) in group and primary(other) in group for group in groups)
+
+
+def words(text):
+    """How many different ones there are, about: "no no no" says no more than "no"."""
+    found = set(WORD.findall(text.lower()))
+    return sum(1 if has_blanks(word) else -(-len(word) // LETTERS_OF_WORD) for word in found)
+
+
+def has_blanks(word):
+    """Whether it is written in a script that parts words by blanks."""
+    return script_of(word[:1]) not in ("CJK", "HIRAGANA", "KATAKANA", "THAI", "LAO", "KHMER", "MYANMAR", "TIBETAN")
 
 
 def script_of(text):

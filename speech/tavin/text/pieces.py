@@ -49,9 +49,18 @@ class Limit:
         return piece
 
 
-def pieces(text, language, longest, first=None):
+class Piece(str):
+    """What is spoken at once, and the sentence that it is, or is a part of."""
+
+    def __new__(cls, text, sentence):
+        piece = super().__new__(cls, text)
+        piece.sentence = sentence
+        return piece
+
+
+def pieces(text, language, longest, first=None, divide=lambda sentence: [sentence]):
     """Yield pieces of at most `longest` code points; empty ones where nothing is to say. One that was
-    cut off what follows ends with a blank more.
+    cut off what follows ends with a blank more. `divide` parts a sentence into what is spoken alike.
 
     An empty piece gives the caller the chance to let others run. With `first`, the first pieces
     have about so many code points where a sentence is longer.
@@ -65,12 +74,12 @@ def pieces(text, language, longest, first=None):
         for paragraph in paragraphs:
             whole += segmenter.sentences(unwrap(paragraph))
         *finished, rest = segmenter.sentences(unwrap(rest)) or [""]
-        yield from speakable(whole + finished, limit)
+        yield from speakable([part for sentence in whole + finished for part in divide(sentence)], limit)
         if len(rest) > STEP:  # no end in sight
             *parts, rest = cut(rest, longest - len(GOES_ON))
             yield from speakable(parts, limit, GOES_ON)
         yield ""
-    yield from speakable([rest], limit)
+    yield from speakable(divide(rest), limit)
 
 
 def portions(text):
@@ -93,14 +102,15 @@ def may_end(text, end):
 
 
 def speakable(whole, limit, end_mark=""):
-    for rest in whole:
+    for sentence in whole:
+        rest = sentence
         while not limit.suits(len(rest)):
             end = best_end(rest, limit.now() - len(GOES_ON))
             if part := spoken(rest[:end]):
-                yield limit.give(part) + GOES_ON
+                yield Piece(limit.give(part) + GOES_ON, sentence)
             rest = rest[end:]
         if part := spoken(rest):
-            yield limit.give(part) + end_mark
+            yield Piece(limit.give(part) + end_mark, sentence)
 
 
 def spoken(part):

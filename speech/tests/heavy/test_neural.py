@@ -10,10 +10,10 @@ import neural_models
 import pytest
 import tiny_model
 from engine_process import exists
+from measures import STATUS_LIMIT, usual_status
 from sound import RATE, until
-from spoken import trimmed
+from spoken import expected, first_difference, trimmed, without_silence
 from test_idle import sleep_is_seen
-from test_sound import STATUS_LIMIT, usual_status
 from tree import Tree
 
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again, and then once more. "
@@ -77,10 +77,10 @@ def test_from_the_choice_to_the_sound(engine, recorder):
     code, voices = engine.request("GET", "/voices?engine=kokoro")
     assert code == 200
     assert [voice["name"] for voice in voices] == [
-        "Heart (American English, female)",
-        "Adam (American English, male)",
-        "Emma (British English, female)",
-        "Siwis (French, female)",
+        "Heart – English (United States), female",
+        "Adam – English (United States), male",
+        "Emma – English (United Kingdom), female",
+        "Siwis – Français (France), female",
     ]
     heard = speaks(engine, recorder)
     assert max(heard) > 0.2 * 32767
@@ -307,12 +307,35 @@ def memory(engine):
     return total
 
 
-def test_it_follows_no_other_language_than_its_voices(engine, recorder):
+ENGLISH = "This is a text in English, and that is what it is for the voice as well."
+
+
+def test_a_text_is_read_by_a_voice_of_its_language(engine, recorder, tree):
     engine.start()
     choose(engine)
     ready(engine)
     assert engine.post("/config", voice="ff_siwis")[0] == 200
-    engine.speak("This is a text in English, and that is what it is for the voice as well.")
-    engine.wait_for("speaking", 30)
-    assert engine.status()["voice"] == "ff_siwis"
-    assert engine.wait_for("idle", 30)["error"] is None
+    wanted = {
+        voice: len(made(tree, ENGLISH, voice)) for voice in ("af_heart", "ff_siwis")
+    }
+    assert wanted["af_heart"] != wanted["ff_siwis"]
+    heard = speaks(engine, recorder, ENGLISH)
+    assert engine.status()["voice"] == "ff_siwis"  # the choice stays
+    assert len(heard) / RATE == pytest.approx(wanted["af_heart"] / 24000, abs=0.1)
+
+
+def made(tree, text, voice):
+    environment = {"XDG_DATA_HOME": str(tree.folder.parent / "data")}
+    return trimmed(expected(text, voice, backend="kokoro", tree=tree.folder, environment=environment))
+
+
+def test_a_language_that_it_does_not_speak_is_read_by_another_back_end(engine, recorder):
+    engine.start()
+    choose(engine)
+    ready(engine)
+    text = "Der Abend war lang, und niemand im Haus wollte darüber reden."
+    heard = without_silence(speaks(engine, recorder, text))
+    wanted = without_silence(expected(text, voice="gmw/de"))
+    assert first_difference(heard, wanted) is None
+    assert engine.status()["engine"] == "kokoro"
+    speaks(engine, recorder)

@@ -36,8 +36,8 @@ def test_voices_are_named_for_people_and_start_with_the_users_language(new_engin
     engine = new_engine(language="de_DE.UTF-8").start()
     code, voices = engine.request("GET", "/voices?engine=espeak")
     assert code == 200
-    assert voices[0]["name"] == "German"
-    assert {"English (America)", "French (France)"} <= {voice["name"] for voice in voices}
+    assert voices[0]["name"] == "Deutsch"
+    assert {"English (United States)", "Français (France)"} <= {voice["name"] for voice in voices}
     assert all(set(voice) == {"id", "name"} for voice in voices)
     assert len({voice["id"] for voice in voices}) == len(voices) > 50
     assert engine.status()["voice"] == voices[0]["id"]

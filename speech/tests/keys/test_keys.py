@@ -87,6 +87,32 @@ def test_a_stored_key_is_used_after_a_restart(start):
     assert engine.wait_for("idle")["error"] is None
 
 
+@pytest.mark.parametrize(
+    "stored, error",
+    [
+        (KEY + "\n", None),
+        (
+            KEY + "\r\nX-Other: 1",
+            "The key for OpenAI cannot be read: What is stored there is no key.",
+        ),
+    ],
+)
+def test_a_line_break_in_a_stored_key_reaches_no_worker(start, keyring, stored, error):
+    engine = start()
+    engine.post("/key", engine="openai", key=KEY)
+    forget(engine)
+    with keyring.connected() as connection:
+        for item in secretstorage.search_items(connection, {"engine": "openai"}):
+            item.set_secret(stored.encode())
+    engine = start()
+    until(lambda: available(engine, "openai"), 10, "the search for keys")
+    engine.post("/config", engine="openai")
+    worker = engine.helper("openai")
+    engine.speak("Hello.")
+    assert engine.wait_for("idle")["error"] == error
+    assert engine.helpers("openai") == [worker]
+
+
 def test_looking_for_keys_unlocks_nothing(start, keyring):
     engine = start()
     engine.post("/key", engine="openai", key=KEY)

@@ -4,13 +4,11 @@ import os
 import signal
 import time
 
+from measures import ROUNDS, SILENCE_LIMIT, STATUS_LIMIT, best_of, silence_after, usual_status
 from sound import RATE, until
 from spoken import difference_in_speech, expected, trimmed, without_silence
 
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
-SILENCE_LIMIT = 0.05  # seconds
-STATUS_LIMIT = 0.01
-ROUNDS = 10  # a loaded machine may spoil many
 
 
 def test_speech_is_heard_whole_and_in_order(engine, recorder):
@@ -22,27 +20,6 @@ def test_speech_is_heard_whole_and_in_order(engine, recorder):
     assert difference_in_speech(recorder.samples, expected(text)) is None
     assert engine.status()["chars"] == 0
     assert engine.status()["error"] is None
-
-
-def silence_after(engine, recorder, request, state):
-    """From the request to the last sound at the sink."""
-    recorder.loud_for(0.3)
-    asked = time.monotonic()
-    engine.post(request)
-    assert engine.status()["state"] == state
-    recorder.quiet_for(0.5)
-    print("silence after", recorder.last_loud - asked)
-    return recorder.last_loud - asked
-
-
-def best_of(rounds, limit, measure):
-    """The least of some measurements, as soon as one is good enough."""
-    least = measure()
-    for _ in range(rounds - 1):
-        if least < limit:
-            break
-        least = min(least, measure())
-    return least
 
 
 def test_stop_silences_at_once(engine, recorder, sound_server):
@@ -169,21 +146,6 @@ def test_status_answers_at_once_while_speaking(engine, recorder):
     engine.speak(LONG * 2)
     engine.wait_for("speaking")
     assert usual_status(engine) < STATUS_LIMIT
-
-
-def usual_status(engine, count=100):
-    """The median of the status's times while it speaks. The slowest are the benchmark's to measure:
-    on a loaded machine they are the machine's."""
-    times = []
-    for _ in range(count):
-        begin = time.monotonic()
-        state = engine.status()["state"]
-        times.append(time.monotonic() - begin)
-        assert state == "speaking"
-        time.sleep(0.005)
-    times.sort()
-    print(f"status: median {times[count // 2]:.4f} s, 99th percentile {times[count * 99 // 100 - 1]:.4f} s")
-    return times[count // 2]
 
 
 GERMAN = "Das ist ein Satz in deutscher Sprache, und er ist nicht der einzige."

@@ -4,7 +4,7 @@ import pytest
 from tavin.synthesis import voices
 
 VOICES = [
-    {"id": name, "name": name, "language": language}
+    {"id": name, "name": name, "language": language, "detail": name.partition("(")[2].rstrip(")")}
     for name, language in [
         ("Afrikaans", "af"),
         ("German", "de"),
@@ -42,19 +42,63 @@ def test_default(monkeypatch, locale, voice):
     for name in ("LC_ALL", "LC_MESSAGES"):
         monkeypatch.delenv(name, raising=False)
     monkeypatch.setenv("LANG", locale)
-    assert voices.default(VOICES, voices.user_language()) == voice
+    assert voices.default(VOICES, voices.user_languages()[0]) == voice
 
 
 def test_lc_all_wins(monkeypatch):
     monkeypatch.setenv("LC_ALL", "fr_FR.UTF-8")
     monkeypatch.setenv("LANG", "de_DE.UTF-8")
-    assert voices.user_language() == "fr-fr"
+    monkeypatch.delenv("LANGUAGE", raising=False)
+    assert voices.user_languages() == ["fr-fr"]
 
 
-def test_the_users_language_comes_first_and_the_rest_by_name():
-    names = [voice["name"] for voice in voices.ordered(VOICES, "pt-br")]
-    assert names[:2] == ["Portuguese (Brazil)", "Portuguese (Portugal)"]
-    assert names[2:] == sorted(names[2:])
+def test_further_languages_of_the_user(monkeypatch):
+    monkeypatch.setenv("LC_ALL", "de_AT.UTF-8")
+    monkeypatch.setenv("LANGUAGE", "de_AT:de:nn_NO:C:fr")
+    assert voices.user_languages() == ["de-at", "de", "nb-no", "fr"]
+    monkeypatch.setenv("LC_ALL", "C.UTF-8")  # in which programs speak English, whatever LANGUAGE says
+    assert voices.user_languages() == ["en-us"]
+
+
+def names(known, *first):
+    return [voice["name"] for voice in voices.listed(known, first)]
+
+
+def test_the_users_languages_come_first_and_the_rest_by_the_languages_own_names():
+    assert names(VOICES, "pt-br", "de") == [
+        "Português (Brasil)",
+        "Português",
+        "Deutsch",
+        "Afrikaans",
+        "English (United Kingdom)",
+        "English (United States)",
+        "Français (Belgique)",
+        "Français (France)",
+        "中文",
+    ]
+
+
+def test_voices_for_one_language_are_told_apart():
+    known = [
+        {"id": name, "name": f"Chinese ({name})", "language": language, "detail": name}
+        for name, language in (("Cantonese", "yue"), ("Jyutping", "yue"), ("Pinyin", "cmn-latn-pinyin"))
+    ]
+    assert names(known) == ["中文 (Pinyin)", "粵語 (Cantonese)", "粵語 (Jyutping)"]
+
+
+def test_a_voice_with_a_name_has_its_language_behind():
+    known = [
+        {"id": "a", "name": "Emma", "language": "en-gb", "traits": "female"},
+        {"id": "b", "name": "Kim (young)", "language": "de"},
+        {"id": "c", "name": "Alloy", "language": ""},
+        {"id": "d", "name": "Nobody", "language": "xx"},
+    ]
+    assert names(known, "de") == [
+        "Kim (young) – Deutsch",
+        "Alloy",
+        "Emma – English (United Kingdom), female",
+        "Nobody",
+    ]
 
 
 def test_no_voices_at_all():
@@ -81,6 +125,6 @@ def test_the_best_voice_of_the_users_language_comes_first():
         {"id": name, "name": name, "language": "en-us", "best": name == "Heart"}
         for name in ("Adam", "Heart", "Sky")
     ]
-    assert [voice["name"] for voice in voices.ordered(graded, "en-us")] == ["Heart", "Adam", "Sky"]
-    assert [voice["name"] for voice in voices.ordered(graded, "de")] == ["Adam", "Heart", "Sky"]
+    assert [voice["id"] for voice in voices.listed(graded, ["en-us"])] == ["Heart", "Adam", "Sky"]
+    assert [voice["id"] for voice in voices.listed(graded, ["de"])] == ["Heart", "Adam", "Sky"]
     assert voices.default(graded, "de") == "Heart"

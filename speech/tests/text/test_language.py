@@ -1,39 +1,64 @@
 """The language of a text, and that nothing is claimed where it is uncertain."""
 
+import ctypes
+import json
 import time
+from pathlib import Path
 
 import pytest
-from tavin.text.language import of_script, of_text
+from tavin.text import cld2
+from tavin.text.language import Written, of_text, primary, words
+
+# The first article of the Universal Declaration of Human Rights, which is in the public domain, in
+# languages that eSpeak NG speaks.
+DECLARATION = json.loads(Path(__file__).with_name("declaration.json").read_text("utf-8"))
+
+
+def five_words(text):
+    parts = text.split()
+    return text[:20] if words(text) > 2 * len(parts) else " ".join(parts[:5])
+
+
+def missed(texts, expected):
+    return {language for language, text in texts.items() if primary(of_text(text, expected)) != language}
+
+
+def test_a_paragraph_is_told_in_all_but_two_languages():
+    assert len(DECLARATION) > 53
+    for expected in ("en-us", "sw"):
+        assert len(missed(DECLARATION, expected)) <= 2
+
+
+def test_five_words_are_told_in_all_but_six_languages():
+    texts = {language: five_words(text) for language, text in DECLARATION.items()}
+    assert len(missed(texts, "en-us")) <= 6
+
+
+@pytest.mark.parametrize("language", DECLARATION)
+def test_a_text_in_the_expected_language_stays_in_it(language):
+    text = DECLARATION[language]
+    for expected in (language, f"{language}-xx"):
+        assert of_text(text, expected) == expected
+        assert of_text(five_words(text), expected) == expected
+        assert Written(text).of(five_words(text), expected) == expected
 
 
 @pytest.mark.parametrize(
-    "text, language",
+    "text, expected",
     [
-        ("The quick brown fox jumps over the lazy dog, and it is not the only one of them.", "en"),
-        ("Der schnelle Fuchs springt über den Hund, und das ist nicht der einzige.", "de"),
-        ("Le renard est dans la forêt avec les chiens, et il ne veut pas en sortir.", "fr"),
-        ("El zorro está en el bosque con los perros, y no quiere salir de la casa.", "es"),
-        ("La volpe è nel bosco con i cani, e non vuole che il cacciatore la veda per un giorno.", "it"),
-        ("A raposa está na floresta com os cães e não quer sair da toca para o campo.", "pt"),
-        ("De vos is in het bos met de honden, en hij wil er niet uit, maar dat is niet erg.", "nl"),
-        ("Räven är i skogen med hundarna, och det är inte den enda som har kommit till oss.", "sv"),
-        ("Lis jest w lesie z psami i nie chce się z nim spotkać, ale to nie jest jego dom.", "pl"),
-        ("Kettu on metsässä ja se ei ole yksin, mutta hän on kotona kun sataa.", "fi"),
-        ("Лиса живёт в лесу и не хочет выходить.", "ru"),
-        ("Η αλεπού ζει στο δάσος.", "el"),
-        ("השועל גר ביער.", "he"),
-        ("الثعلب يعيش في الغابة.", "ar"),
-        ("狐狸住在森林里。", "cmn"),
-        ("狐は森に住んでいます。", "ja"),
-        ("여우는 숲에 산다.", "ko"),
-        ("लोमड़ी जंगल में रहती है।", "hi"),
-    ],
+        ("Sva ljudska bića rađaju se slobodna i jednaka u dostojanstvu i pravima.", language)
+        for language in ("bs", "hr", "sr")
+    ]
+    + [("人人生而自由，在尊严和权利上一律平等。", language) for language in ("cmn", "yue")]
+    + [("Alle mennesker er født frie", language) for language in ("da", "nb")],
 )
-def test_sure_ones(text, language):
-    for expected in ("xx", "tlh"):
-        assert of_text(text, expected) == language
-    assert of_text(text, language) == language
-    assert of_text(text, f"{language}-us") == f"{language}-us"
+def test_the_expected_language_wins_a_tie(text, expected):
+    assert of_text(text, expected) == expected
+
+
+def test_a_language_that_is_not_known_is_left_for_another_script_only():
+    assert of_text(DECLARATION["en"], "pap") == "pap"
+    assert of_text(DECLARATION["el"], "pap") == "el"
 
 
 @pytest.mark.parametrize(
@@ -50,12 +75,78 @@ def test_unsure_ones_are_as_expected(text, expected):
     [("Привіт, світе", "uk"), ("سلام دنیا", "fa"), ("東京", "ja"), ("Здравей", "bg"), ("नमस्कार", "mr")],
 )
 def test_a_script_that_the_voice_reads_stays_its_own(text, expected):
-    assert of_text(text, expected) == of_script(text, expected) == expected
+    assert of_text(text, expected) == expected
 
 
-def test_names_do_not_change_a_sentence():
-    assert of_script("The word Москва is Russian.", "en-us") == "en-us"
-    assert of_script("Слово London не русское.", "en-us") == "ru"
+ENGLISH = "The evening was long, and nobody in the house wanted to talk about what had happened. "
+
+
+@pytest.mark.parametrize(
+    "sentence, language",
+    [
+        ("Je ne veux pas y aller ce soir, il est trop tard.", "fr"),
+        ("Ich weiß nicht, wo er heute ist.", "de"),
+        ("Слово London не русское.", "ru"),
+        ("这是中文。", "cmn"),
+        ("The word Москва is Russian.", "en-us"),
+        ("C'est la vie.", "en-us"),  # a phrase, not yet a sentence
+        ("Rio de Janeiro!", "en-us"),
+        ("He left.", "en-us"),
+        ("1,000,000 = 10^6", "en-us"),
+        ("", "en-us"),
+    ],
+)
+def test_each_sentence_has_its_own(sentence, language):
+    assert Written(ENGLISH * 3 + sentence).of(sentence, "en-us") == language
+
+
+def test_a_short_sentence_may_be_in_a_language_that_was_met_before():
+    written = Written(ENGLISH * 3)
+    assert written.of("Pourquoi pas?", "en-us") == "en-us"
+    assert written.of("Je ne veux pas y aller ce soir, il est trop tard.", "en-us") == "fr"
+    assert written.of("Pourquoi pas?", "en-us") == "fr"
+    assert written.of("Why not?", "en-us") == "en-us"
+
+
+def test_what_a_sentence_is_too_short_for_the_text_decides():
+    # By itself it is told for Serbian.
+    text = DECLARATION["mk"]
+    for sentence in text.split(". "):
+        assert Written(text).of(sentence, "mk") == "mk"
+    assert Written(DECLARATION["nb"]).of("Alle mennesker er født frie", "en-us") == "nb"
+
+
+def test_a_title_without_syllables_in_a_japanese_text_is_japanese():
+    assert Written(DECLARATION["ja"]).of("世界人権宣言前文及第一条", "ja") == "ja"
+
+
+@pytest.mark.parametrize("failure", [OSError("not there"), AttributeError("no such symbol")])
+def test_without_the_library_scripts_are_told(monkeypatch, failure):
+    def fail(*_, **__):
+        raise failure
+
+    monkeypatch.setattr(ctypes, "CDLL", fail)
+    cld2.detector.cache_clear()
+    try:
+        assert of_text(DECLARATION["de"], "en-us") == "en-us"
+        assert of_text(DECLARATION["ru"], "en-us") == "ru"
+        assert of_text(DECLARATION["uk"], "uk") == "uk"
+    finally:
+        cld2.detector.cache_clear()
+
+
+def test_a_library_that_tells_wrong_is_not_used(monkeypatch):
+    monkeypatch.setattr(cld2.Detector, "tell", lambda *_: "de")
+    cld2.detector.cache_clear()
+    try:
+        assert cld2.detector() is None
+    finally:
+        cld2.detector.cache_clear()
+
+
+def test_no_text_breaks_it():
+    for text in ("\ud800", "a\0b", "\0" * 5000, "\U0010ffff" * 3000, "é" * 1999, "<a b='" * 500, "&#x110000;" * 300):
+        assert of_text(text, "en-us") == "en-us"
 
 
 def test_a_huge_text_takes_no_longer():

@@ -3,34 +3,33 @@
 #include <array>
 #include <utility>
 
-#include "platform/HotkeyService.h"
-
 namespace tavin::gnome {
-namespace {
 
-using namespace HotkeyModifiers;
+using shortcuts::KeyCombination;
+
+namespace {
 
 // The kernel's code of the key in the ANSI "R" position, counted as X counts.
 constexpr auto keyInPositionOfR = "0x1b";
 
 struct ModifierName {
   const char* name;
-  std::uint32_t modifier;
+  KeyCombination::Modifier modifier;
 };
 // The first name of each modifier is the one to write.
-constexpr std::array<ModifierName, 10> modifierNames{{{"Super", cmdKey},
-                                                      {"Shift", shiftKey},
-                                                      {"Control", controlKey},
-                                                      {"Alt", optionKey},
-                                                      {"Mod4", cmdKey},
-                                                      {"Shft", shiftKey},
-                                                      {"Primary", controlKey},
-                                                      {"Ctrl", controlKey},
-                                                      {"Ctl", controlKey},
-                                                      {"Mod1", optionKey}}};
+constexpr std::array<ModifierName, 10> modifierNames{{{"Super", KeyCombination::super},
+                                                      {"Shift", KeyCombination::shift},
+                                                      {"Control", KeyCombination::control},
+                                                      {"Alt", KeyCombination::alt},
+                                                      {"Mod4", KeyCombination::super},
+                                                      {"Shft", KeyCombination::shift},
+                                                      {"Primary", KeyCombination::control},
+                                                      {"Ctrl", KeyCombination::control},
+                                                      {"Ctl", KeyCombination::control},
+                                                      {"Mod1", KeyCombination::alt}}};
 constexpr std::size_t namesToWrite = 4;
 
-std::optional<std::uint32_t> modifierNamed(QStringView name) {
+std::optional<KeyCombination::Modifier> modifierNamed(QStringView name) {
   for (const ModifierName& each : modifierNames) {
     if (name.compare(QLatin1String(each.name), Qt::CaseInsensitive) == 0)
       return each.modifier;
@@ -66,17 +65,13 @@ QString Accelerator::text() const {
   return text + (key == QLatin1String("escape") ? QStringLiteral("Escape") : key);
 }
 
-std::optional<Combination> Combination::of(std::uint32_t keyCode, std::uint32_t modifiers) {
-  if ((modifiers & ~HotkeyModifiers::all) != 0)
-    return std::nullopt;
-  if (keyCode == HotkeyKeys::escape) {
-    const Accelerator escape{modifiers, QStringLiteral("escape")};
-    return Combination{escape, escape};
+BothAccelerators BothAccelerators::of(const KeyCombination& combination) {
+  if (combination.key == KeyCombination::Key::escape) {
+    const Accelerator escape{combination.modifiers, QStringLiteral("escape")};
+    return {escape, escape};
   }
-  if (keyCode == HotkeyKeys::ansiR)
-    return Combination{{modifiers, QLatin1String(keyInPositionOfR)},
-                       {modifiers, QStringLiteral("r")}};
-  return std::nullopt;
+  return {{combination.modifiers, QLatin1String(keyInPositionOfR)},
+          {combination.modifiers, QStringLiteral("r")}};
 }
 
 }  // namespace tavin::gnome

@@ -4,12 +4,14 @@
 #include <cstdint>
 #include <optional>
 
+#include "platform/shortcuts/KeyCombination.h"
+
 namespace tavin::gnome {
 
 // A key combination as GNOME's settings write it, such as "<Control><Alt>r".
 struct Accelerator {
-  std::uint32_t modifiers = 0;  // As HotkeyModifiers.
-  QString key;                  // A symbol's name or a key code such as "0x1b", in small letters.
+  std::uint8_t modifiers = 0;  // As KeyCombination has them.
+  QString key;                 // A symbol's name or a key code such as "0x1b", in small letters.
 
   bool operator==(const Accelerator&) const = default;
 
@@ -19,13 +21,12 @@ struct Accelerator {
 };
 
 // One of Tavin's combinations for GNOME.
-struct Combination {
+struct BothAccelerators {
   Accelerator ours;  // What is registered: the R key by its place, whatever the layout.
-  Accelerator
-      theirs;  // What others would write for the same: that key by its symbol, taken to be R.
+  // What others would write for the same: that key by its symbol, taken to be R.
+  Accelerator theirs;
 
-  // None for a key or a modifier other than those of Tavin's shortcuts.
-  static std::optional<Combination> of(std::uint32_t keyCode, std::uint32_t modifiers);
+  static BothAccelerators of(const shortcuts::KeyCombination& combination);
   bool isThe(const Accelerator& other) const { return other == ours || other == theirs; }
 };
 

@@ -16,6 +16,10 @@
 #include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::gnome {
+
+using shortcuts::Answer;
+using shortcuts::KeyCombination;
+
 namespace {
 
 constexpr double secondsToAsk = 0.5;
@@ -37,12 +41,6 @@ void waitUntilStored() {
 
 }  // namespace
 
-struct CustomBindings::HotKey final : EventHotKey {
-  QString action;
-  EventHotKeyID id;
-  bool active = false;
-};
-
 CustomBindings::CustomBindings(const QDBusConnection& bus, const ServeKey& serveKey,
                                std::shared_ptr<HeldModifiers> modifiers)
     : bus_(bus), owners_(settingsDaemon, bus), modifiers_(std::move(modifiers)) {
@@ -57,36 +55,27 @@ CustomBindings::CustomBindings(const QDBusConnection& bus, const ServeKey& serve
                    [this] { daemonChanged(false); });
 }
 
-HotkeyRegistration CustomBindings::registerEventHotKey(std::uint32_t keyCode,
-                                                       std::uint32_t modifiers, EventHotKeyID id) {
-  const auto combination = Combination::of(keyCode, modifiers);
-  if (!combination)
-    return HotkeyRegistration::refused(QStringLiteral("GNOME's shortcuts have no such key"));
+Answer CustomBindings::add(const KeyCombination& combination) {
   if (!Settings::open(mediaKeysSchema()))
-    return HotkeyRegistration::refused(QStringLiteral("GNOME's settings daemon is not installed"));
-  auto hotKey = std::make_shared<HotKey>();
-  hotKey->action = shortcuts::shortcutAction(modifiers);
-  hotKey->id = id;
-  if (keyOf(hotKey->action))
-    return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"));
-  if (const auto holder = holderOf(*combination, ourCustomPaths())) {
-    removeCustomBinding(hotKey->action);  // A killed Tavin's.
-    return HotkeyRegistration::refused(QStringLiteral("it is the key of ") + *holder);
+    return Answer::refused(QStringLiteral("GNOME's settings daemon is not installed"));
+  const BothAccelerators keys = BothAccelerators::of(combination);
+  const QString action = shortcuts::actionOf(combination);
+  if (const auto holder = holderOf(keys, ourCustomPaths())) {
+    removeCustomBinding(action);  // A killed Tavin's.
+    return Answer::refused(QStringLiteral("it is the key of ") + *holder);
   }
-  addCustomBinding(hotKey->action, shortcuts::shortcutTitle(modifiers), combination->ours);
-  hotKeys_.push_back(hotKey);
-  hotKey->active = daemonRuns();
-  if (!hotKey->active)
-    return HotkeyRegistration::refused(QStringLiteral("GNOME's settings daemon does not run yet"),
-                                       hotKey);
-  return HotkeyRegistration::granted(hotKey);
+  addCustomBinding(action, shortcuts::titleOf(combination), keys.ours);
+  const bool active = daemonRuns();
+  hotKeys_.push_back({.action = action, .combination = combination, .active = active});
+  return active ? Answer::granted()
+                : Answer::pending(QStringLiteral("GNOME's settings daemon does not run yet"));
 }
 
-void CustomBindings::unregisterEventHotKey(const EventHotKeyRef& ref) {
-  const auto found = std::ranges::find(hotKeys_, ref);
+void CustomBindings::remove(const KeyCombination& combination) {
+  const auto found = std::ranges::find(hotKeys_, combination, &HotKey::combination);
   if (found == hotKeys_.end())
     return;
-  removeLater((*found)->action);
+  removeLater(found->action);
   hotKeys_.erase(found);
 }
 
@@ -99,10 +88,9 @@ void CustomBindings::removeLater(const QString& action) {
   });
 }
 
-std::shared_ptr<CustomBindings::HotKey> CustomBindings::keyOf(const QString& action) const {
-  const auto found =
-      std::ranges::find(hotKeys_, action, [](const auto& key) { return key->action; });
-  return found == hotKeys_.end() ? nullptr : *found;
+const CustomBindings::HotKey* CustomBindings::keyOf(const QString& action) const {
+  const auto found = std::ranges::find(hotKeys_, action, &HotKey::action);
+  return found == hotKeys_.end() ? nullptr : &*found;
 }
 
 void CustomBindings::commandRan(const QString& action) {
@@ -125,12 +113,12 @@ void CustomBindings::commandRan(const QString& action) {
 }
 
 void CustomBindings::press(const QString& action, Clock::time_point at) {
-  const auto hotKey = keyOf(action);
+  const HotKey* hotKey = keyOf(action);
   if (!hotKey)
     return;
-  if (modifiers_ && action == shortcuts::shortcutAction(0))
+  if (modifiers_ && action == shortcuts::speakAction)
     modifiers_->pressed(at);
-  tellPress(hotKey->id);
+  tellPress(KeyCombination(hotKey->combination));
 }
 
 void CustomBindings::release() {
@@ -146,12 +134,15 @@ bool CustomBindings::daemonRuns() {
 }
 
 void CustomBindings::daemonChanged(bool runs) {
-  for (const auto& hotKey : std::vector(hotKeys_)) {
-    if (std::exchange(hotKey->active, runs) != runs)
-      tellAnswer(runs ? HotkeyRegistration::granted(hotKey)
-                      : HotkeyRegistration::refused(
-                            QStringLiteral("GNOME's settings daemon has ended"), hotKey));
+  std::vector<KeyCombination> changed;
+  for (HotKey& hotKey : hotKeys_) {
+    if (std::exchange(hotKey.active, runs) != runs)
+      changed.push_back(hotKey.combination);
   }
+  for (const KeyCombination& combination : changed)
+    tellAnswer(combination,
+               runs ? Answer::granted()
+                    : Answer::refused(QStringLiteral("GNOME's settings daemon has ended")));
 }
 
 }  // namespace tavin::gnome

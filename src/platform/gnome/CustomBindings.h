@@ -9,7 +9,7 @@
 
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/PressFilter.h"
-#include "platform/shortcuts/HotkeyServiceBase.h"
+#include "platform/shortcuts/Service.h"
 
 namespace tavin::gnome {
 
@@ -19,7 +19,7 @@ namespace tavin::gnome {
 // something in GNOME's settings holds; answers later where the settings daemon, which hears the
 // keys, does not run yet or has ended. What a killed Tavin left behind is overwritten, or removed
 // where its key is refused. Main thread only.
-class CustomBindings final : public shortcuts::HotkeyServiceBase {
+class CustomBindings final : public shortcuts::Service {
  public:
   // Has a D-Bus action call the function at each of its runs.
   using ServeKey = std::function<void(const QString& action, std::function<void()> ran)>;
@@ -28,19 +28,21 @@ class CustomBindings final : public shortcuts::HotkeyServiceBase {
   CustomBindings(const QDBusConnection& bus, const ServeKey& serveKey,
                  std::shared_ptr<HeldModifiers> modifiers);
 
-  HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                         EventHotKeyID id) override;
-  void unregisterEventHotKey(const EventHotKeyRef& ref) override;
-
-  // Takes everything back, in at most half a second. The last duty.
-  void release();
+  shortcuts::Answer add(const shortcuts::KeyCombination& combination) override;
+  void remove(const shortcuts::KeyCombination& combination) override;
+  // Takes everything back, in at most half a second.
+  void release() override;
 
  private:
-  struct HotKey;
+  struct HotKey {
+    QString action;
+    shortcuts::KeyCombination combination;
+    bool active = false;
+  };
 
   void commandRan(const QString& action);
   void press(const QString& action, Clock::time_point at);
-  std::shared_ptr<HotKey> keyOf(const QString& action) const;
+  const HotKey* keyOf(const QString& action) const;
   void removeLater(const QString& action);
   bool daemonRuns();
   // It reads our keys in the settings when it comes.
@@ -49,7 +51,7 @@ class CustomBindings final : public shortcuts::HotkeyServiceBase {
   QDBusConnection bus_;
   QDBusServiceWatcher owners_;
   const std::shared_ptr<HeldModifiers> modifiers_;
-  std::vector<std::shared_ptr<HotKey>> hotKeys_;
+  std::vector<HotKey> hotKeys_;
   std::map<QString, PressFilter> filters_;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/gnome/CustomKeybindings.h"
 
 #include "platform/gnome/Settings.h"
+#include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::gnome {
 namespace {
@@ -32,7 +33,7 @@ QStringList customPaths() {
 }
 
 const QStringList& keyActions() {
-  static const QStringList names{QStringLiteral("speak"), QStringLiteral("pause")};
+  static const QStringList names{shortcuts::speakAction, shortcuts::pauseAction};
   return names;
 }
 

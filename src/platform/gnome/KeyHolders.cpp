@@ -9,6 +9,7 @@
 
 #include "platform/gnome/CustomKeybindings.h"
 #include "platform/gnome/Settings.h"
+#include "platform/posix/ForeignFile.h"
 
 namespace tavin::gnome {
 namespace {
@@ -21,7 +22,7 @@ const QStringList& desktopSchemas() {
   return schemas;
 }
 
-bool holds(const Settings& settings, const QString& key, const Combination& combination) {
+bool holds(const Settings& settings, const QString& key, const BothAccelerators& combination) {
   for (const QString& text : settings.strings(key)) {
     const auto accelerator = Accelerator::parse(text);
     if (accelerator && combination.isThe(*accelerator))
@@ -31,7 +32,7 @@ bool holds(const Settings& settings, const QString& key, const Combination& comb
 }
 
 std::optional<QString> holderIn(const std::optional<Settings>& settings, const QString& schema,
-                                const Combination& combination) {
+                                const BothAccelerators& combination) {
   if (!settings)
     return std::nullopt;
   for (const QString& key : settings->keys()) {
@@ -41,7 +42,8 @@ std::optional<QString> holderIn(const std::optional<Settings>& settings, const Q
   return std::nullopt;
 }
 
-std::optional<QString> otherCustomBinding(const Combination& combination, const QStringList& ours) {
+std::optional<QString> otherCustomBinding(const BothAccelerators& combination,
+                                          const QStringList& ours) {
   for (const QString& path : customPaths()) {
     const auto binding = Settings::open(customSchema(), path);
     if (!ours.contains(path) && binding && holds(*binding, QStringLiteral("binding"), combination))
@@ -62,11 +64,13 @@ QStringList enabledExtensions() {
 }
 
 // An extension may bring its schema along in its own folder, or install it with the system's.
-std::optional<QString> holderInExtension(const QString& folder, const Combination& combination) {
-  QFile file(folder + QStringLiteral("/metadata.json"));
-  if (!file.open(QIODevice::ReadOnly))
+std::optional<QString> holderInExtension(const QString& folder,
+                                         const BothAccelerators& combination) {
+  const auto text = posix::readForeignFile(
+      QFile::encodeName(folder + QStringLiteral("/metadata.json")).toStdString());
+  if (!text)
     return std::nullopt;
-  const QString schema = QJsonDocument::fromJson(file.readAll())
+  const QString schema = QJsonDocument::fromJson(QByteArray::fromStdString(*text))
                              .object()
                              .value(QStringLiteral("settings-schema"))
                              .toString();
@@ -75,7 +79,7 @@ std::optional<QString> holderInExtension(const QString& folder, const Combinatio
   return holderIn(Settings::open(schema, {}, brought ? schemas : QString()), schema, combination);
 }
 
-std::optional<QString> extension(const Combination& combination) {
+std::optional<QString> extension(const BothAccelerators& combination) {
   for (const QString& uuid : enabledExtensions()) {
     const QString folder = QStandardPaths::locate(QStandardPaths::GenericDataLocation,
                                                   QStringLiteral("gnome-shell/extensions/") + uuid,
@@ -90,7 +94,7 @@ std::optional<QString> extension(const Combination& combination) {
 
 }  // namespace
 
-std::optional<QString> holderOf(const Combination& combination, const QStringList& ours) {
+std::optional<QString> holderOf(const BothAccelerators& combination, const QStringList& ours) {
   for (const QString& schema : desktopSchemas()) {
     if (auto holder = holderIn(Settings::open(schema), schema, combination))
       return holder;

@@ -12,6 +12,6 @@ namespace tavin::gnome {
 // another custom key binding or an extension that is switched on. GNOME itself would leave the key
 // with that one and tell nobody. `ours` are the paths of our own custom key bindings. In words for
 // the log; none where the combination is free. Main thread.
-std::optional<QString> holderOf(const Combination& combination, const QStringList& ours);
+std::optional<QString> holderOf(const BothAccelerators& combination, const QStringList& ours);
 
 }  // namespace tavin::gnome

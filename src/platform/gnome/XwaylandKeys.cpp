@@ -1,5 +1,7 @@
 #include "platform/gnome/XwaylandKeys.h"
 
+#include <utility>
+
 #include "platform/x11/KeyState.h"
 
 namespace tavin::gnome {
@@ -25,6 +27,13 @@ bool XwaylandKeys::connect() {
   if (connection_)
     activeWindow_.emplace(*connection_);
   return connection_ != nullptr;
+}
+
+std::function<std::uint64_t()> heldModifiersNow(std::shared_ptr<HeldModifiers> modifiers) {
+  return [modifiers = std::move(modifiers), keys = std::make_shared<XwaylandKeys>()] {
+    const auto known = keys->flags();
+    return known ? *known : modifiers->flags();
+  };
 }
 
 }  // namespace tavin::gnome

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
+#include "platform/gnome/HeldModifiers.h"
 #include "platform/x11/ActiveWindow.h"
 #include "platform/x11/Connection.h"
 
@@ -23,5 +25,9 @@ class XwaylandKeys {
   std::unique_ptr<x11::Connection> connection_;
   std::optional<x11::ActiveWindow> activeWindow_;
 };
+
+// The modifiers held now, as EventFlags: as Xwayland tells it, and `modifiers` where that does not
+// know. Work queue only.
+std::function<std::uint64_t()> heldModifiersNow(std::shared_ptr<HeldModifiers> modifiers);
 
 }  // namespace tavin::gnome

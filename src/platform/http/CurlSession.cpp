@@ -24,6 +24,10 @@ CurlSession::CurlSession(SystemLog& log, std::optional<uid_t> user)
 
 std::variant<UrlResponse, UrlError> CurlSession::dataTask(const UrlRequest& request) {
   const std::uint16_t port = portOf(request);
+  // Made first: its clock runs while the listener is looked at.
+  CurlTransfer transfer(request, maxAnswerSize, [this, port](std::uint16_t ownPort) {
+    return isConnectedToEngine(port, ownPort);
+  });
   const SocketAnswer listener = socketAt(port);
   if (!listener.told) {
     if (!toldSilence_.exchange(true))
@@ -36,9 +40,6 @@ std::variant<UrlResponse, UrlError> CurlSession::dataTask(const UrlRequest& requ
     return UrlError{UrlError::cannotConnectToHost};
   if (!isEngine(*listener.socket))
     return UrlError{};
-  CurlTransfer transfer(request, maxAnswerSize, [this, port](std::uint16_t ownPort) {
-    return isConnectedToEngine(port, ownPort);
-  });
   return transfer.run();
 }
 

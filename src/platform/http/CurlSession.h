@@ -18,8 +18,9 @@ class SystemLog;
 namespace tavin::http {
 
 // The session on libcurl. Each request has a connection of its own, because a library may send a
-// POST again on a reused one; no proxy, redirect, cookie or cache takes part. A listener that is not
-// ours (SocketHolders) is no engine: it is not even connected to, and one log line tells who it is.
+// POST again on a reused one; no proxy, redirect, cookie or cache takes part. A listener that is
+// not ours (SocketHolders) is no engine: it is not even connected to, and one log line tells who it
+// is.
 class CurlSession final : public UrlSession {
  public:
   // What an answer may hold; the engine's are a few kilobytes. A larger one would take too long to

@@ -65,8 +65,7 @@ SocketAnswer askDiagnosis(std::uint16_t to, std::uint16_t from) {
   const timeval limit{.tv_sec = 0, .tv_usec = 100'000};
   const Question question = questionAbout(to, from);
   alignas(nlmsghdr) std::array<char, 4096> answer;
-  if (!netlink ||
-      ::setsockopt(netlink.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit) != 0 ||
+  if (!netlink || ::setsockopt(netlink.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit) != 0 ||
       ::send(netlink.get(), &question, sizeof question, 0) != sizeof question)
     return {.told = false, .socket = {}};
   const auto length = ::recv(netlink.get(), answer.data(), answer.size(), 0);

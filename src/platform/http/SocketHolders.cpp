@@ -2,14 +2,15 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <ctime>
 #include <utility>
 
 namespace tavin::http {
 namespace {
 
-// The main thread waits for it.
-constexpr double searchLimit = 0.1;
+// The main thread waits for it; a busy machine with many processes needs half of it.
+constexpr double searchLimit = 0.3;
 // A process that is accepting a connection this moment does not show it yet.
 constexpr int searches = 4;
 constexpr timespec betweenSearches{0, 2'000'000};
@@ -36,14 +37,20 @@ bool SocketHolders::isTrusted(const posix::ProcessFolder& process) const {
   return process.runsAs(user_) && (process.seesOurFiles() || process.isOurChild());
 }
 
+void SocketHolders::remember(posix::ProcessFolder process, int descriptor) {
+  lastHolder_ = std::move(process);
+  lastDescriptors_ = {descriptor, -1};
+}
+
 bool SocketHolders::lastHolderHas(std::uint32_t inode, Deadline deadline) {
   if (!lastHolder_)
     return false;
-  if (!lastHolder_->holds(lastDescriptor_, inode)) {
+  if (!std::ranges::any_of(lastDescriptors_,
+                           [&](int number) { return lastHolder_->holds(number, inode); })) {
     const auto descriptor = lastHolder_->descriptorOf(inode, deadline);
     if (!descriptor)
       return false;
-    lastDescriptor_ = *descriptor;
+    lastDescriptors_.back() = *descriptor;
   }
   return isTrusted(*lastHolder_);
 }
@@ -55,8 +62,7 @@ bool SocketHolders::searchChildren(std::uint32_t inode, Deadline deadline) {
     const auto descriptor = process.descriptorOf(inode, deadline);
     if (!descriptor || !isTrusted(process))
       continue;
-    lastHolder_ = std::move(process);
-    lastDescriptor_ = *descriptor;
+    remember(std::move(process), *descriptor);
     return true;
   }
   return false;
@@ -80,8 +86,7 @@ bool SocketHolders::search(std::uint32_t inode, Deadline deadline, Stranger& str
   }
   if (!found || deadline.passed())
     return false;
-  lastHolder_ = std::move(found);
-  lastDescriptor_ = foundDescriptor;
+  remember(std::move(*found), foundDescriptor);
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <array>
 #include <cstdint>
 #include <mutex>
 #include <optional>
@@ -19,7 +20,7 @@ namespace tavin::http {
 //
 // The process that was found last is asked first, which takes some ten microseconds and trusts
 // nothing that was read before. Otherwise all processes are searched, which takes milliseconds,
-// 0.1 s at most. Any thread.
+// 0.3 s at most. Any thread.
 class SocketHolders {
  public:
   struct Stranger {
@@ -35,6 +36,7 @@ class SocketHolders {
 
  private:
   bool isTrusted(const posix::ProcessFolder& process) const;
+  void remember(posix::ProcessFolder process, int descriptor);
   bool lastHolderHas(std::uint32_t inode, Deadline deadline);
   bool search(std::uint32_t inode, Deadline deadline, Stranger& stranger);
   bool searchChildren(std::uint32_t inode, Deadline deadline);
@@ -42,7 +44,8 @@ class SocketHolders {
   const uid_t user_;
   std::mutex mutex_;
   std::optional<posix::ProcessFolder> lastHolder_;
-  int lastDescriptor_ = -1;
+  // Its listener's and its last connection's, mostly.
+  std::array<int, 2> lastDescriptors_{-1, -1};
 };
 
 }  // namespace tavin::http

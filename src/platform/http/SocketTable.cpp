@@ -55,7 +55,8 @@ void SocketTable::addRow(const std::string& line) {
 // An address is written as native numbers of what stands in memory in the network's order.
 bool SocketTable::readEnd(const std::string& field, End& end) {
   const auto colon = field.find(':');
-  if ((colon != 8 && colon != 32) || !parse(std::string_view(field).substr(colon + 1), end.port, 16))
+  if ((colon != 8 && colon != 32) ||
+      !parse(std::string_view(field).substr(colon + 1), end.port, 16))
     return false;
   end.address = {0, 0, htonl(0xffff), 0};
   if (colon == 8)

@@ -12,6 +12,10 @@
 #include "platform/wayland/Keymap.h"
 
 namespace tavin::kde {
+
+using shortcuts::Answer;
+using shortcuts::KeyCombination;
+
 namespace {
 
 constexpr int answerDeadline = 500;  // Milliseconds.
@@ -26,26 +30,18 @@ bus::BusSignal::Source signalOfOurs(const QString& name) {
           .signal = name};
 }
 
-QString heldByAnother() {
-  return QStringLiteral("the desktop or another program holds the shortcut");
+Answer heldByAnother() {
+  return Answer::refused(QStringLiteral("the desktop or another program holds the shortcut"));
 }
 
-std::optional<int> qtKeyNow(std::uint32_t keyCode, std::uint32_t modifiers) {
-  if (keyCode != HotkeyKeys::ansiR)
-    return qtKey(keyCode, modifiers, 0);
+std::optional<int> qtKeyNow(const KeyCombination& combination) {
+  if (combination.key != KeyCombination::Key::ansiR)
+    return qtKey(combination, 0);
   const std::string keymap = wayland::readKeymap(Deadline::in(secondsForKeymap));
-  const bool shifted = (modifiers & HotkeyModifiers::shiftKey) != 0;
-  return qtKey(keyCode, modifiers, keyInPlaceOfR(keymap, shifted));
+  return qtKey(combination, keyInPlaceOfR(keymap, combination.has(KeyCombination::shift)));
 }
 
 }  // namespace
-
-struct GlobalAccel::HotKey final : EventHotKey {
-  Action action;
-  EventHotKeyID id;
-  bool active = false;
-  bool held = false;
-};
 
 GlobalAccel::GlobalAccel()
     : owners_(globalAccelService, *bus_),
@@ -62,18 +58,15 @@ GlobalAccel::GlobalAccel()
 
 GlobalAccel::~GlobalAccel() = default;
 
-HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                                    EventHotKeyID id) {
-  const auto key = qtKeyNow(keyCode, modifiers);
+Answer GlobalAccel::add(const KeyCombination& combination) {
+  const auto key = qtKeyNow(combination);
   if (!key)
-    return HotkeyRegistration::refused(QStringLiteral("KDE's shortcuts have no such key"));
-  if (isRegistered(*key))
-    return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"));
-  auto hotKey = std::make_shared<HotKey>();
-  hotKey->action = {.name = shortcuts::shortcutAction(modifiers),
-                    .title = shortcuts::shortcutTitle(modifiers),
+    return Answer::refused(QStringLiteral("KDE's shortcuts have no such key"));
+  const auto hotKey = std::make_shared<HotKey>();
+  hotKey->combination = combination;
+  hotKey->action = {.name = shortcuts::actionOf(combination),
+                    .title = shortcuts::titleOf(combination),
                     .key = *key};
-  hotKey->id = id;
   bus_->send(registration(hotKey->action));
   const QDBusMessage answer = bus_->call(keyRequest(hotKey->action), QDBus::Block, answerDeadline);
   if (answer.type() != QDBusMessage::ReplyMessage) {
@@ -81,20 +74,20 @@ HotkeyRegistration GlobalAccel::registerEventHotKey(std::uint32_t keyCode, std::
     // A service that hangs answers one day; one that does not run is asked when it comes.
     if (QDBusError(answer).type() == QDBusError::NoReply)
       ask(hotKey);
-    return HotkeyRegistration::refused(
-        QStringLiteral("KDE's shortcut service has not answered yet"), hotKey);
+    return Answer::pending(QStringLiteral("KDE's shortcut service has not answered yet"));
   }
   if (!isGranted(answer, hotKey->action)) {
     bus_->send(removal(hotKey->action));
-    return HotkeyRegistration::refused(heldByAnother());
+    return heldByAnother();
   }
   hotKey->active = true;
   hotKeys_.push_back(hotKey);
-  return HotkeyRegistration::granted(hotKey);
+  return Answer::granted();
 }
 
-void GlobalAccel::unregisterEventHotKey(const EventHotKeyRef& ref) {
-  const auto found = std::ranges::find(hotKeys_, ref);
+void GlobalAccel::remove(const KeyCombination& combination) {
+  const auto found = std::ranges::find(hotKeys_, combination,
+                                       [](const auto& hotKey) { return hotKey->combination; });
   if (found == hotKeys_.end())
     return;
   bus_->send(removal((*found)->action));
@@ -110,11 +103,6 @@ void GlobalAccel::release() {
                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")),
              QDBus::Block, answerDeadline);
-}
-
-bool GlobalAccel::isRegistered(int key) const {
-  return std::ranges::any_of(hotKeys_,
-                             [key](const auto& hotKey) { return hotKey->action.key == key; });
 }
 
 void GlobalAccel::ask(const std::shared_ptr<HotKey>& hotKey) {
@@ -137,8 +125,7 @@ void GlobalAccel::take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage
     bus_->send(removal(hotKey->action));
   if (std::exchange(hotKey->active, granted) == granted && granted)
     return;
-  tellAnswer(granted ? HotkeyRegistration::granted(hotKey)
-                     : HotkeyRegistration::refused(heldByAnother(), hotKey));
+  tellAnswer(hotKey->combination, granted ? Answer::granted() : heldByAnother());
 }
 
 void GlobalAccel::serviceChanged(const QString& owner) {
@@ -148,8 +135,8 @@ void GlobalAccel::serviceChanged(const QString& owner) {
       bus_->send(registration(hotKey->action));
       ask(hotKey);
     } else if (std::exchange(hotKey->active, false)) {
-      tellAnswer(
-          HotkeyRegistration::refused(QStringLiteral("KDE's shortcut service has ended"), hotKey));
+      tellAnswer(hotKey->combination,
+                 Answer::refused(QStringLiteral("KDE's shortcut service has ended")));
     }
   }
 }
@@ -159,7 +146,7 @@ void GlobalAccel::pressed(const QDBusMessage& signal) {
   HotKey* hotKey = hotKeyIn(signal);
   if (!hotKey || !hotKey->active || std::exchange(hotKey->held, true))
     return;
-  tellPress(hotKey->id);
+  tellPress(KeyCombination(hotKey->combination));
 }
 
 void GlobalAccel::released(const QDBusMessage& signal) {

@@ -7,7 +7,7 @@
 #include "platform/bus/BusSignal.h"
 #include "platform/bus/SessionBus.h"
 #include "platform/kde/GlobalAccelMessages.h"
-#include "platform/shortcuts/HotkeyServiceBase.h"
+#include "platform/shortcuts/Service.h"
 
 namespace tavin::kde {
 
@@ -17,24 +17,26 @@ namespace tavin::kde {
 // registered stays so, even for a program that was killed, until `release` or the next start.
 // The key in the ANSI "R" position is found by the layouts that there are when it is registered.
 // Main thread only.
-class GlobalAccel final : public shortcuts::HotkeyServiceBase {
+class GlobalAccel final : public shortcuts::Service {
  public:
   GlobalAccel();
   ~GlobalAccel() override;
 
-  HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                         EventHotKeyID id) override;
-  void unregisterEventHotKey(const EventHotKeyRef& ref) override;
-
-  // Takes everything back, in at most half a second. The last duty.
-  void release();
+  shortcuts::Answer add(const shortcuts::KeyCombination& combination) override;
+  void remove(const shortcuts::KeyCombination& combination) override;
+  // Takes everything back, in at most half a second.
+  void release() override;
 
  private:
-  struct HotKey;
+  struct HotKey {
+    shortcuts::KeyCombination combination;
+    Action action;
+    bool active = false;
+    bool held = false;
+  };
 
   void ask(const std::shared_ptr<HotKey>& hotKey);
   void take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage& answer);
-  bool isRegistered(int key) const;
   void serviceChanged(const QString& owner);
   void pressed(const QDBusMessage& signal);
   void released(const QDBusMessage& signal);

@@ -2,25 +2,18 @@
 
 #include <Qt>
 
-#include "platform/HotkeyService.h"
-
 namespace tavin::kde {
 
-std::optional<int> qtKey(std::uint32_t keyCode, std::uint32_t modifiers, int inPlaceOfR) {
-  using namespace HotkeyModifiers;
-  if ((modifiers & ~HotkeyModifiers::all) != 0)
-    return std::nullopt;
-  if (keyCode != HotkeyKeys::escape && keyCode != HotkeyKeys::ansiR)
-    return std::nullopt;
-  std::uint32_t key = keyCode == HotkeyKeys::escape ? std::uint32_t{Qt::Key_Escape}
-                                                    : static_cast<std::uint32_t>(inPlaceOfR);
+std::optional<int> qtKey(const shortcuts::KeyCombination& combination, int inPlaceOfR) {
+  using shortcuts::KeyCombination;
+  int key = combination.key == KeyCombination::Key::escape ? int{Qt::Key_Escape} : inPlaceOfR;
   if (key == 0)
     return std::nullopt;
-  key |= (modifiers & cmdKey) != 0 ? Qt::META : 0U;
-  key |= (modifiers & shiftKey) != 0 ? Qt::SHIFT : 0U;
-  key |= (modifiers & optionKey) != 0 ? Qt::ALT : 0U;
-  key |= (modifiers & controlKey) != 0 ? Qt::CTRL : 0U;
-  return static_cast<int>(key);
+  key |= combination.has(KeyCombination::super) ? int{Qt::META} : 0;
+  key |= combination.has(KeyCombination::shift) ? int{Qt::SHIFT} : 0;
+  key |= combination.has(KeyCombination::alt) ? int{Qt::ALT} : 0;
+  key |= combination.has(KeyCombination::control) ? int{Qt::CTRL} : 0;
+  return key;
 }
 
 }  // namespace tavin::kde

@@ -8,6 +8,10 @@
 #include "platform/portal/Portal.h"
 
 namespace tavin::portal {
+
+using shortcuts::Answer;
+using shortcuts::KeyCombination;
+
 namespace {
 
 using std::chrono::milliseconds;
@@ -32,15 +36,6 @@ void closeInGnome(const QDBusConnection& bus, const QDBusObjectPath& session) {
 }
 
 }  // namespace
-
-struct GlobalShortcuts::HotKey final : EventHotKey {
-  Shortcut wanted;
-  EventHotKeyID id;
-  bool active = false;
-  bool answered = false;
-  bool declined = false;
-  bool held = false;
-};
 
 GlobalShortcuts::GlobalShortcuts(Holder holder, std::function<void()> pressed)
     : holder_(std::move(holder)), pressed_(std::move(pressed)), owners_(portalService, *bus_) {
@@ -75,26 +70,21 @@ void GlobalShortcuts::portalLeft() {
   QTimer::singleShot(beforeRestart, &owners_, [this] { announceTo(*bus_); });
 }
 
-HotkeyRegistration GlobalShortcuts::registerEventHotKey(std::uint32_t keyCode,
-                                                        std::uint32_t modifiers, EventHotKeyID id) {
-  auto wanted = wantedShortcut(keyCode, modifiers);
-  if (!wanted)
-    return HotkeyRegistration::refused(QStringLiteral("the portal's shortcuts have no such key"));
-  if (std::ranges::any_of(hotKeys_,
-                          [&](const auto& other) { return other->wanted.id == wanted->id; }))
-    return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"));
-  if (const auto holder = holder_(keyCode, modifiers))
-    return HotkeyRegistration::refused(QStringLiteral("it is the key of ") + *holder);
-  auto hotKey = std::make_shared<HotKey>();
-  hotKey->wanted = std::move(*wanted);
-  hotKey->id = id;
+Answer GlobalShortcuts::add(const KeyCombination& combination) {
+  if (const auto holder = holder_(combination))
+    return Answer::refused(QStringLiteral("it is the key of ") + *holder);
+  const auto hotKey = std::make_shared<HotKey>();
+  hotKey->combination = combination;
+  hotKey->wanted = wantedShortcut(combination);
   hotKeys_.push_back(hotKey);
   startOverSoon();
-  return HotkeyRegistration::refused(QStringLiteral("the desktop has not answered yet"), hotKey);
+  return Answer::pending(QStringLiteral("the desktop has not answered yet"));
 }
 
-void GlobalShortcuts::unregisterEventHotKey(const EventHotKeyRef& ref) {
-  if (std::erase_if(hotKeys_, [&ref](const auto& each) { return each == ref; }) != 0)
+void GlobalShortcuts::remove(const KeyCombination& combination) {
+  if (std::erase_if(hotKeys_, [&combination](const auto& each) {
+        return each->combination == combination;
+      }) != 0)
     startOverSoon();
 }
 
@@ -198,8 +188,7 @@ void GlobalShortcuts::settle(const std::shared_ptr<HotKey>& hotKey, bool active,
   const bool first = !std::exchange(hotKey->answered, true);
   const bool changed = std::exchange(hotKey->active, active) != active;
   if (first || changed)
-    tellAnswer(active ? HotkeyRegistration::granted(hotKey)
-                      : HotkeyRegistration::refused(reason, hotKey));
+    tellAnswer(hotKey->combination, active ? Answer::granted() : Answer::refused(reason));
 }
 
 void GlobalShortcuts::listen() {
@@ -213,7 +202,7 @@ void GlobalShortcuts::listen() {
       return;
     if (pressed_)
       pressed_();
-    tellPress(hotKey->id);
+    tellPress(KeyCombination(hotKey->combination));
   });
   hear(shortcutsInterface, QStringLiteral("Deactivated"), [this](const QDBusMessage& signal) {
     if (HotKey* hotKey = hotKeyIn(signal))

@@ -12,7 +12,7 @@
 #include "platform/bus/SessionBus.h"
 #include "platform/portal/Request.h"
 #include "platform/portal/Shortcut.h"
-#include "platform/shortcuts/HotkeyServiceBase.h"
+#include "platform/shortcuts/Service.h"
 
 namespace tavin::portal {
 
@@ -20,23 +20,28 @@ namespace tavin::portal {
 // the user, once for each pair of combinations, and remembers the answer; so each registration is
 // answered later. What it remembers is asked for first: the dialog is opened only where something
 // is missing, and never again once it was declined. Main thread only.
-class GlobalShortcuts final : public shortcuts::HotkeyServiceBase {
+class GlobalShortcuts final : public shortcuts::Service {
  public:
   // In words who holds a combination already, where the portal would bind it all the same and its
   // presses would never come.
-  using Holder =
-      std::function<std::optional<QString>(std::uint32_t keyCode, std::uint32_t modifiers)>;
+  using Holder = std::function<std::optional<QString>(const shortcuts::KeyCombination&)>;
 
   // `pressed` is told of each press before its handler; may be empty.
   explicit GlobalShortcuts(Holder holder, std::function<void()> pressed = {});
   ~GlobalShortcuts() override;
 
-  HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                         EventHotKeyID id) override;
-  void unregisterEventHotKey(const EventHotKeyRef& ref) override;
+  shortcuts::Answer add(const shortcuts::KeyCombination& combination) override;
+  void remove(const shortcuts::KeyCombination& combination) override;
 
  private:
-  struct HotKey;
+  struct HotKey {
+    shortcuts::KeyCombination combination;
+    Shortcut wanted;
+    bool active = false;
+    bool answered = false;
+    bool declined = false;
+    bool held = false;
+  };
 
   void portalLeft();
   // Once the event loop runs: what is asked for in one go is one question to the user.

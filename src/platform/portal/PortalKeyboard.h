@@ -13,7 +13,7 @@ namespace tavin::portal {
 // What becomes of the modifiers that the user holds down: the compositor adds them to every key.
 struct ModifierHabits {
   // Those held now, as far as the desktop tells; empty where it tells nothing.
-  std::function<std::uint64_t()> held;
+  std::function<std::uint64_t()> held = {};
   // The compositor lets go of a key that another keyboard holds.
   bool released = false;
 };

@@ -3,28 +3,30 @@
 #include <QDBusMetaType>
 #include <QStringList>
 
-#include "platform/HotkeyService.h"
 #include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::portal {
+
+using shortcuts::KeyCombination;
+
 namespace {
 
 const QString listKey = QStringLiteral("shortcuts");
 const QString signature = QStringLiteral("a(sa{sv})");
 
 // As the desktops' common way to write shortcuts has it.
-QString triggerText(std::uint32_t keyCode, std::uint32_t modifiers) {
-  using namespace HotkeyModifiers;
+QString triggerText(const KeyCombination& combination) {
   QStringList parts;
-  if ((modifiers & controlKey) != 0)
+  if (combination.has(KeyCombination::control))
     parts << QStringLiteral("CTRL");
-  if ((modifiers & optionKey) != 0)
+  if (combination.has(KeyCombination::alt))
     parts << QStringLiteral("ALT");
-  if ((modifiers & shiftKey) != 0)
+  if (combination.has(KeyCombination::shift))
     parts << QStringLiteral("SHIFT");
-  if ((modifiers & cmdKey) != 0)
+  if (combination.has(KeyCombination::super))
     parts << QStringLiteral("LOGO");
-  parts << (keyCode == HotkeyKeys::escape ? QStringLiteral("Escape") : QStringLiteral("r"));
+  parts << (combination.key == KeyCombination::Key::escape ? QStringLiteral("Escape")
+                                                           : QStringLiteral("r"));
   return parts.join(u'+');
 }
 
@@ -48,16 +50,11 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Shortcut& shortcu
   return argument;
 }
 
-std::optional<Shortcut> wantedShortcut(std::uint32_t keyCode, std::uint32_t modifiers) {
-  using namespace HotkeyModifiers;
-  if ((modifiers & ~HotkeyModifiers::all) != 0 ||
-      (keyCode != HotkeyKeys::escape && keyCode != HotkeyKeys::ansiR))
-    return std::nullopt;
-  const QString trigger = triggerText(keyCode, modifiers);
-  return Shortcut{
-      shortcuts::shortcutAction(modifiers) + u'-' + trigger.toLower().replace(u'+', u'-'),
-      {{QStringLiteral("description"), shortcuts::shortcutTitle(modifiers)},
-       {QStringLiteral("preferred_trigger"), trigger}}};
+Shortcut wantedShortcut(const KeyCombination& combination) {
+  const QString trigger = triggerText(combination);
+  return {shortcuts::actionOf(combination) + u'-' + trigger.toLower().replace(u'+', u'-'),
+          {{QStringLiteral("description"), shortcuts::titleOf(combination)},
+           {QStringLiteral("preferred_trigger"), trigger}}};
 }
 
 QVariant toArgument(const QList<Shortcut>& shortcuts) {

@@ -4,8 +4,9 @@
 #include <QList>
 #include <QString>
 #include <QVariantMap>
-#include <cstdint>
 #include <optional>
+
+#include "platform/shortcuts/KeyCombination.h"
 
 namespace tavin::portal {
 
@@ -22,9 +23,8 @@ QDBusArgument& operator<<(QDBusArgument& argument, const Shortcut& shortcut);
 const QDBusArgument& operator>>(const QDBusArgument& argument, Shortcut& shortcut);
 
 // What we ask for: an id of its own for each combination, since a desktop keeps the key that an id
-// had once. None for a key or a modifier other than those of Tavin's shortcuts. The key in the ANSI
-// "R" position is taken to bear R.
-std::optional<Shortcut> wantedShortcut(std::uint32_t keyCode, std::uint32_t modifiers);
+// had once. The key in the ANSI "R" position is taken to bear R.
+Shortcut wantedShortcut(const shortcuts::KeyCombination& combination);
 
 // For a message's arguments.
 QVariant toArgument(const QList<Shortcut>& shortcuts);

@@ -68,7 +68,8 @@ std::vector<pid_t> numbersIn(const std::string& path, std::size_t most) {
 
 bool sameNamespace(int folder, const char* kind) {
   const std::string theirs = linkTarget(folder, kind);
-  return !theirs.empty() && theirs == linkTarget(AT_FDCWD, ("/proc/self/" + std::string(kind)).c_str());
+  return !theirs.empty() &&
+         theirs == linkTarget(AT_FDCWD, ("/proc/self/" + std::string(kind)).c_str());
 }
 
 }  // namespace

@@ -5,20 +5,9 @@
 #include <utility>
 
 namespace tavin::x11 {
-namespace {
 
-constexpr std::int32_t badAccess = 10;
-
-}  // namespace
-
-struct HotkeyGrabs::HotKey final : EventHotKey {
-  std::uint32_t keyCode = 0;
-  std::uint32_t modifiers = 0;
-  EventHotKeyID id;
-  std::uint16_t mask = 0;
-  std::vector<KeyGrab> grabs;
-  bool active = false;
-};
+using shortcuts::Answer;
+using shortcuts::KeyCombination;
 
 std::unique_ptr<HotkeyGrabs> HotkeyGrabs::create() {
   auto connection = Connection::open();
@@ -39,56 +28,40 @@ HotkeyGrabs::HotkeyGrabs(std::unique_ptr<Connection> connection)
   QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { readEvents(); });
 }
 
-HotkeyRegistration HotkeyGrabs::registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                                    EventHotKeyID id) {
-  auto hotKey = std::make_shared<HotKey>();
-  hotKey->keyCode = keyCode;
-  hotKey->modifiers = modifiers;
-  hotKey->id = id;
-  if (mapping_.keycodes(keyCode).empty() || !mapping_.modifierMask(modifiers))
-    return HotkeyRegistration::refused(QStringLiteral("this keyboard has no such key"));
-  if (isRegistered(*hotKey))
-    return HotkeyRegistration::refused(QStringLiteral("Tavin itself holds the combination"),
-                                       nullptr, badAccess);
-  const auto refusal = grab(*hotKey);
+Answer HotkeyGrabs::add(const KeyCombination& combination) {
+  Grabbed grabbed;
+  const auto refusal = grab(combination, grabbed);
   readQueuedEventsLater();
   if (refusal)
-    return HotkeyRegistration::refused(refusal->reason, nullptr, refusal->status);
-  hotKey->active = true;
-  hotKeys_.push_back(hotKey);
-  return HotkeyRegistration::granted(hotKey);
+    return Answer::refused(refusal->reason, refusal->status);
+  grabbed.active = true;
+  grabbed_.emplace(combination, std::move(grabbed));
+  return Answer::granted();
 }
 
-void HotkeyGrabs::unregisterEventHotKey(const EventHotKeyRef& ref) {
-  const auto found = std::ranges::find(hotKeys_, ref);
-  if (found == hotKeys_.end())
+void HotkeyGrabs::remove(const KeyCombination& combination) {
+  const auto found = grabbed_.find(combination);
+  if (found == grabbed_.end())
     return;
-  ungrab(**found);
-  hotKeys_.erase(found);
+  ungrab(found->second);
+  grabbed_.erase(found);
 }
 
-// The display would grant the same client the same combination twice.
-bool HotkeyGrabs::isRegistered(const HotKey& wanted) const {
-  return std::ranges::any_of(hotKeys_, [&wanted](const auto& hotKey) {
-    return hotKey->keyCode == wanted.keyCode && hotKey->modifiers == wanted.modifiers;
-  });
-}
-
-std::optional<GrabRefusal> HotkeyGrabs::grab(HotKey& hotKey) {
-  hotKey.mask = mapping_.modifierMask(hotKey.modifiers).value_or(0);
-  for (const xcb_keycode_t keycode : mapping_.keycodes(hotKey.keyCode)) {
-    const KeyGrab grab{keycode, mapping_.withLocks(hotKey.mask)};
+std::optional<GrabRefusal> HotkeyGrabs::grab(const KeyCombination& combination, Grabbed& grabbed) {
+  grabbed.mask = mapping_.modifierMask(combination);
+  for (const xcb_keycode_t keycode : mapping_.keycodes(combination.key)) {
+    const KeyGrab grab{keycode, mapping_.withLocks(grabbed.mask)};
     if (auto refusal = grabKey(*connection_, grab)) {
-      ungrab(hotKey);
+      ungrab(grabbed);
       return refusal;
     }
-    hotKey.grabs.push_back(grab);
+    grabbed.grabs.push_back(grab);
   }
   return std::nullopt;
 }
 
-void HotkeyGrabs::ungrab(HotKey& hotKey) {
-  for (const KeyGrab& grab : std::exchange(hotKey.grabs, {})) ungrabKey(*connection_, grab);
+void HotkeyGrabs::ungrab(Grabbed& grabbed) {
+  for (const KeyGrab& grab : std::exchange(grabbed.grabs, {})) ungrabKey(*connection_, grab);
 }
 
 // Events that came in with an answer wait in memory, where the notifier does not see them.
@@ -123,13 +96,13 @@ void HotkeyGrabs::handlePress(const xcb_key_press_event_t& press) {
   xcb_flush(connection_->get());
   if (!isNew)
     return;
-  const auto found = std::ranges::find_if(hotKeys_, [&](const auto& hotKey) {
-    return hotKey->mask == mapping_.withoutLocks(press.state) &&
-           std::ranges::any_of(hotKey->grabs,
+  const auto found = std::ranges::find_if(grabbed_, [&](const auto& each) {
+    return each.second.mask == mapping_.withoutLocks(press.state) &&
+           std::ranges::any_of(each.second.grabs,
                                [&](const KeyGrab& grab) { return grab.keycode == press.detail; });
   });
-  if (found != hotKeys_.end())
-    tellPress((*found)->id);
+  if (found != grabbed_.end())
+    tellPress(KeyCombination(found->first));
 }
 
 // Keys keep their numbers when the layout changes, but not their symbols and modifiers.
@@ -138,23 +111,22 @@ void HotkeyGrabs::followKeyboard() {
   if (mapping == mapping_)
     return;
   mapping_ = std::move(mapping);
-  for (const auto& hotKey : hotKeys_) ungrab(*hotKey);
-  std::vector<HotkeyRegistration> changes;
-  for (const auto& hotKey : hotKeys_) {
-    if (auto change = changeOf(hotKey))
-      changes.push_back(std::move(*change));
+  for (auto& [combination, grabbed] : grabbed_) ungrab(grabbed);
+  std::vector<std::pair<KeyCombination, Answer>> changes;
+  for (auto& [combination, grabbed] : grabbed_) {
+    if (auto change = changeOf(combination, grabbed))
+      changes.emplace_back(combination, std::move(*change));
   }
   // Only now: whoever hears of it may register anew.
-  for (const auto& change : changes) tellAnswer(change);
+  for (const auto& [combination, change] : changes) tellAnswer(combination, change);
 }
 
 // Grabs it again; what has changed by that, if anything.
-std::optional<HotkeyRegistration> HotkeyGrabs::changeOf(const std::shared_ptr<HotKey>& hotKey) {
-  const auto refusal = grab(*hotKey);
-  if (std::exchange(hotKey->active, !refusal) == !refusal)
+std::optional<Answer> HotkeyGrabs::changeOf(const KeyCombination& combination, Grabbed& grabbed) {
+  const auto refusal = grab(combination, grabbed);
+  if (std::exchange(grabbed.active, !refusal) == !refusal)
     return std::nullopt;
-  return refusal ? HotkeyRegistration::refused(refusal->reason, hotKey, refusal->status)
-                 : HotkeyRegistration::granted(hotKey);
+  return refusal ? Answer::refused(refusal->reason, refusal->status) : Answer::granted();
 }
 
 }  // namespace tavin::x11

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QSocketNotifier>
+#include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
-#include "platform/shortcuts/HotkeyServiceBase.h"
+#include "platform/shortcuts/Service.h"
 #include "platform/x11/Connection.h"
 #include "platform/x11/HeldKeys.h"
 #include "platform/x11/HotkeyMapping.h"
@@ -16,35 +18,38 @@ namespace tavin::x11 {
 // Global shortcuts as key grabs on a connection of their own. An answer comes later where the
 // keyboard changes and another program has taken a shortcut's new key; the next change tries again.
 // Main thread only.
-class HotkeyGrabs final : public shortcuts::HotkeyServiceBase {
+class HotkeyGrabs final : public shortcuts::Service {
  public:
   // Null where there is no display, or one without XInput 2.1.
   static std::unique_ptr<HotkeyGrabs> create();
 
-  // A refusal's status is the X error code.
-  HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                         EventHotKeyID id) override;
-  void unregisterEventHotKey(const EventHotKeyRef& ref) override;
+  // A refusal's number is the X error code.
+  shortcuts::Answer add(const shortcuts::KeyCombination& combination) override;
+  void remove(const shortcuts::KeyCombination& combination) override;
 
  private:
-  struct HotKey;
+  struct Grabbed {
+    std::uint16_t mask = 0;
+    std::vector<KeyGrab> grabs;
+    bool active = false;
+  };
 
   explicit HotkeyGrabs(std::unique_ptr<Connection> connection);
-  std::optional<GrabRefusal> grab(HotKey& hotKey);
-  void ungrab(HotKey& hotKey);
-  bool isRegistered(const HotKey& wanted) const;
+  std::optional<GrabRefusal> grab(const shortcuts::KeyCombination& combination, Grabbed& grabbed);
+  void ungrab(Grabbed& grabbed);
   void readEvents();
   void readQueuedEventsLater();
   void handle(const xcb_generic_event_t& event);
   void handlePress(const xcb_key_press_event_t& press);
   void followKeyboard();
-  std::optional<HotkeyRegistration> changeOf(const std::shared_ptr<HotKey>& hotKey);
+  std::optional<shortcuts::Answer> changeOf(const shortcuts::KeyCombination& combination,
+                                            Grabbed& grabbed);
 
   std::unique_ptr<Connection> connection_;
   KeyboardExtension keyboard_;
   HeldKeys heldKeys_;
   HotkeyMapping mapping_;
-  std::vector<std::shared_ptr<HotKey>> hotKeys_;
+  std::map<shortcuts::KeyCombination, Grabbed> grabbed_;
   bool keyboardChanged_ = false;
   QSocketNotifier notifier_;
 };

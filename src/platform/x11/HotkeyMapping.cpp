@@ -4,9 +4,10 @@
 #include <initializer_list>
 #include <span>
 
-#include "platform/HotkeyService.h"
-
 namespace tavin::x11 {
+
+using shortcuts::KeyCombination;
+
 namespace {
 
 constexpr xcb_keycode_t keyInPositionOfEscape = 9;
@@ -97,23 +98,16 @@ HotkeyMapping HotkeyMapping::read(const Connection& connection) {
   return mapping;
 }
 
-std::vector<xcb_keycode_t> HotkeyMapping::keycodes(std::uint32_t keyCode) const {
-  if (keyCode == HotkeyKeys::escape)
-    return escape_;
-  if (keyCode == HotkeyKeys::ansiR)
-    return {keyInPositionOfR};
-  return {};
+std::vector<xcb_keycode_t> HotkeyMapping::keycodes(KeyCombination::Key key) const {
+  return key == KeyCombination::Key::escape ? escape_ : std::vector{keyInPositionOfR};
 }
 
-std::optional<std::uint16_t> HotkeyMapping::modifierMask(std::uint32_t modifiers) const {
-  using namespace HotkeyModifiers;
-  if ((modifiers & ~HotkeyModifiers::all) != 0)
-    return std::nullopt;
+std::uint16_t HotkeyMapping::modifierMask(const KeyCombination& combination) const {
   std::uint16_t mask = 0;
-  mask |= (modifiers & cmdKey) != 0 ? super_ : 0;
-  mask |= (modifiers & shiftKey) != 0 ? XCB_MOD_MASK_SHIFT : 0;
-  mask |= (modifiers & optionKey) != 0 ? alt_ : 0;
-  mask |= (modifiers & controlKey) != 0 ? XCB_MOD_MASK_CONTROL : 0;
+  mask |= combination.has(KeyCombination::super) ? super_ : 0;
+  mask |= combination.has(KeyCombination::shift) ? XCB_MOD_MASK_SHIFT : 0;
+  mask |= combination.has(KeyCombination::alt) ? alt_ : 0;
+  mask |= combination.has(KeyCombination::control) ? XCB_MOD_MASK_CONTROL : 0;
   return mask;
 }
 

@@ -3,24 +3,23 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
+#include "platform/shortcuts/KeyCombination.h"
 #include "platform/x11/Connection.h"
 
 namespace tavin::x11 {
 
-// How macOS key codes and modifier masks stand on the keyboard as it is mapped now.
+// How Tavin's combinations stand on the keyboard as it is mapped now.
 class HotkeyMapping {
  public:
   // Asks the display once. Parts that it does not tell get the usual values.
   static HotkeyMapping read(const Connection& connection);
 
-  // The keys for that key code: every key that is Escape, or the one in the ANSI "R" position.
-  // Empty for any other code.
-  std::vector<xcb_keycode_t> keycodes(std::uint32_t keyCode) const;
-  // The modifiers of a key event. None where a bit has no meaning.
-  std::optional<std::uint16_t> modifierMask(std::uint32_t modifiers) const;
+  // Every key that is Escape, or the one in the ANSI "R" position.
+  std::vector<xcb_keycode_t> keycodes(shortcuts::KeyCombination::Key key) const;
+  // The modifiers of a key event.
+  std::uint16_t modifierMask(const shortcuts::KeyCombination& combination) const;
   // The mask together with every state of the lock keys.
   std::vector<std::uint16_t> withLocks(std::uint16_t mask) const;
   // An event's modifiers without locks, buttons and keyboard group.

@@ -8,6 +8,7 @@
 #include "platform/Keyboard.h"
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/NotingControl.h"
+#include "platform/gnome/ShellWatch.h"
 
 namespace tavin::test {
 namespace {
@@ -59,6 +60,19 @@ TEST_F(ShellTest, AnActionThatLooksForASelectionCountsAsAPress) {
   EXPECT_FALSE(heldForAllThatIsKnown());
   served.speakOrStop();
   EXPECT_TRUE(heldWhileItRan);
+}
+
+TEST_F(ShellTest, AShellThatComesLaterIsAskedForItsVersionOnce) {
+  QStringList versions;
+  const gnome::ShellWatch watch(QDBusConnection::sessionBus(),
+                                [&](const QString& version) { versions << version; });
+  shell.start();
+  ASSERT_TRUE(eventually([&] { return shell.questions() > 0; }));
+  shell.tellVersion("43.9");
+  ASSERT_TRUE(eventually([&] { return versions == QStringList{"43.9"}; }));
+  shell.stop();
+  shell.start();
+  EXPECT_FALSE(eventually([&] { return shell.questions() > 0; }, 200));
 }
 
 }  // namespace

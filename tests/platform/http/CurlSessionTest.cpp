@@ -207,9 +207,10 @@ TEST_F(CurlSessionTest, SandboxedListenerIsNotConnectedToAndToldOnce) {
   EXPECT_TRUE(failed(session.dataTask(request)));
   EXPECT_TRUE(failed(session.dataTask(request)));
   EXPECT_FALSE(stranger.wasConnectedTo());
-  EXPECT_THAT(log.lines, ElementsAre(HasSubstr("is held by a sandboxed program, “curl_session_te” "
-                                               "(process " + std::to_string(stranger.pid()) +
-                                               "): nothing is sent there")));
+  EXPECT_THAT(log.lines,
+              ElementsAre(HasSubstr("is held by a sandboxed program, “curl_session_te” "
+                                    "(process " +
+                                    std::to_string(stranger.pid()) + "): nothing is sent there")));
 }
 
 TEST_F(CurlSessionTest, ListenerThatWaitsToAcceptIsTrustedLikeOneThatAccepted) {

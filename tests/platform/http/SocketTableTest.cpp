@@ -1,8 +1,7 @@
-#include "platform/http/SocketTable.h"
-
 #include <gmock/gmock.h>
 
 #include "platform/http/RawServer.h"
+#include "platform/http/SocketTable.h"
 
 namespace tavin::test {
 namespace {

@@ -32,7 +32,7 @@ class Stranger {
   pid_t first_ = -1;  // The process that we must collect.
   pid_t pid_ = -1;
   std::uint16_t port_ = 0;
-  int life_ = -1;   // Its end ends the process.
+  int life_ = -1;  // Its end ends the process.
 };
 
 }  // namespace tavin::test

@@ -5,6 +5,7 @@
 #include "FakePortal.h"
 #include "platform/Eventually.h"
 #include "platform/portal/GlobalShortcuts.h"
+#include "platform/shortcuts/RegisteredHotkeys.h"
 
 namespace tavin::test {
 namespace {
@@ -20,11 +21,13 @@ const QString pauseId = QStringLiteral("pause-alt-shift-escape");
 class GlobalShortcutsTest : public ::testing::Test {
  protected:
   void start() {
-    service = std::make_unique<portal::GlobalShortcuts>(
-        [this](std::uint32_t, std::uint32_t modifiers) -> std::optional<QString> {
-          return modifiers == heldByDesktop ? std::optional(QStringLiteral("the desktop"))
-                                            : std::nullopt;
-        });
+    service =
+        std::make_unique<shortcuts::RegisteredHotkeys>(std::make_unique<portal::GlobalShortcuts>(
+            [this](const shortcuts::KeyCombination& combination) -> std::optional<QString> {
+              return combination == shortcuts::KeyCombination::of(escape, heldByDesktop)
+                         ? std::optional(QStringLiteral("the desktop"))
+                         : std::nullopt;
+            }));
     service->installEventHandler([this](EventHotKeyID id) { presses.push_back(id.id); });
     service->installAnswerHandler([this](const HotkeyRegistration& answer) {
       answers.push_back(answer.status);
@@ -54,7 +57,7 @@ class GlobalShortcutsTest : public ::testing::Test {
   int argumentCount = 0;
   QCoreApplication application{argumentCount, nullptr};
   std::unique_ptr<FakePortal> portal = std::make_unique<FakePortal>();
-  std::unique_ptr<portal::GlobalShortcuts> service;
+  std::unique_ptr<HotkeyService> service;
   std::uint32_t heldByDesktop = 0;
   EventHotKeyRef speak, pause;
   std::vector<std::int32_t> answers;

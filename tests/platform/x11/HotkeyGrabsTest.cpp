@@ -164,7 +164,7 @@ TEST_F(HotkeyGrabsTest, LetsOthersUseXInput2AfterItsProbe) {
 TEST_F(HotkeyGrabsTest, RefusesACombinationThatItHoldsAlready) {
   add(1, mac::r, controlOption);
   const auto second = add(2, mac::r, controlOption);
-  EXPECT_EQ(second.status, badAccess);
+  EXPECT_EQ(second.state, HotkeyState::refused);
   EXPECT_EQ(second.ref, nullptr);
   keyboard_.type({key::leftControl, key::leftAlt, key::r});
   EXPECT_THAT(presses(), ElementsAre(1));

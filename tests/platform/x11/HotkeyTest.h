@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Eventually.h"
+#include "platform/shortcuts/RegisteredHotkeys.h"
 #include "platform/x11/HotkeyGrabs.h"
 #include "platform/x11/TestKeyboard.h"
 
@@ -43,7 +44,8 @@ class HotkeyTest : public testing::Test {
 
   int argumentCount_ = 0;
   QCoreApplication application_{argumentCount_, nullptr};
-  std::unique_ptr<HotkeyService> service_ = x11::HotkeyGrabs::create();
+  std::unique_ptr<HotkeyService> service_ =
+      std::make_unique<shortcuts::RegisteredHotkeys>(x11::HotkeyGrabs::create());
   TestKeyboard keyboard_;
   std::vector<std::uint32_t> pressed_;
 };

@@ -8,5 +8,5 @@ from tavin.synthesis.backends import elevenlabs, espeak, kokoro, openai, piper
 
 BACKENDS = {module.BACKEND.name: module.BACKEND for module in (kokoro, piper, espeak, elevenlabs, openai)}
 
-# Speaks at once, without a download or a key.
-FIRST_CHOICE = espeak.BACKEND.name
+# Speaks at once, without a download or a key, and most languages.
+FIRST_CHOICE = LAST_RESORT = espeak.BACKEND.name

@@ -9,4 +9,8 @@ BACKEND = Backend(
     longest_piece=600,
     patience=40.0,
     voices_of_account=True,
+    # Of the model that `synthesizer.py` names.
+    speaks=frozenset(
+        "ar bg cmn cs da de el en es fi fil fr hi hr hu id it ja ko ms nb nl pl pt ro ru sk sv ta tr uk vi".split()
+    ),
 )

@@ -8,5 +8,4 @@ BACKEND = Backend(
     takes_key=False,
     longest_piece=600,
     patience=10.0,
-    follows_language=True,
 )

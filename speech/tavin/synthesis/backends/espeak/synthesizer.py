@@ -71,10 +71,12 @@ class Synthesizer:
     @staticmethod
     def _voice_of(record):
         language = ctypes.string_at(record.languages + 1) if record.languages else b""
+        name = record.name.decode(errors="replace").replace("_", " ").strip()
         return {
             "id": record.identifier.decode(errors="replace"),
-            "name": record.name.decode(errors="replace").replace("_", " ").strip(),
+            "name": name,
             "language": language.decode(errors="replace").lower(),
+            "detail": name.partition("(")[2].removesuffix(")"),
         }
 
     def say(self, text, voice, speed, emit):

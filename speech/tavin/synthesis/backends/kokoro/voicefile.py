@@ -6,26 +6,26 @@ woman. Only the archive's table of contents is read.
 
 import zipfile
 
-# The languages by the name's first letter: for eSpeak NG, which makes the phonemes, and for people.
+# The languages by the name's first letter, for eSpeak NG, which makes the phonemes.
 LANGUAGES = {
-    "a": ("en-us", "American English"),
-    "b": ("en-gb", "British English"),
-    "e": ("es", "Spanish"),
-    "f": ("fr-fr", "French"),
-    "h": ("hi", "Hindi"),
-    "i": ("it", "Italian"),
-    "j": ("ja", "Japanese"),
-    "p": ("pt-br", "Brazilian Portuguese"),
-    "z": ("cmn", "Mandarin Chinese"),
+    "a": "en-us",
+    "b": "en-gb",
+    "e": "es",
+    "f": "fr-fr",
+    "h": "hi",
+    "i": "it",
+    "j": "ja",
+    "p": "pt-br",
+    "z": "cmn",
 }
 # Those with the best grades of their makers.
 BEST = {"af_heart", "bf_emma", "ef_dora", "ff_siwis", "hf_alpha", "if_sara", "jf_alpha", "pf_dora", "zf_xiaobei"}
 SEXES = {"f": "female", "m": "male"}
-OTHER = ("en-us", None)
+OTHER = "en-us"
 
 
 def language_of(voice):
-    return LANGUAGES.get(voice[:1] if "_" in voice else "", OTHER)[0]
+    return LANGUAGES.get(voice[:1] if "_" in voice else "", OTHER)
 
 
 def voices_in(path):
@@ -35,17 +35,17 @@ def voices_in(path):
             names = [name.removesuffix(".npy") for name in archive.namelist() if name.endswith(".npy")]
     except (OSError, zipfile.BadZipFile):
         return []
-    return [
-        {"id": name, "name": readable(name), "language": language_of(name), "best": name in BEST}
-        for name in names
-    ]
+    return [voice_of(name) for name in names]
 
 
-def readable(voice):
-    """ "Emma (British English, female)" of "bf_emma"."""
+def voice_of(voice):
+    """ "bf_emma" is Emma, a woman who speaks British English."""
     kind, _, name = voice.partition("_")
-    language = LANGUAGES.get(kind[:1], OTHER)[1]
-    title = name.replace("_", " ").title()
-    if not name or language is None or kind[1:] not in SEXES:
-        return voice.replace("_", " ").title()
-    return f"{title} ({language}, {SEXES[kind[1:]]})"
+    known = name and kind[:1] in LANGUAGES and kind[1:] in SEXES
+    return {
+        "id": voice,
+        "name": (name if known else voice).replace("_", " ").title(),
+        "language": language_of(voice),
+        "traits": SEXES[kind[1:]] if known else "",
+        "best": voice in BEST,
+    }

@@ -39,22 +39,19 @@ def kept_as(voice, file):
 
 def voices():
     """All of the catalogue, whether they are here or not."""
-    return [described(voice, entry) for voice, entry in CATALOGUE["voices"].items() if offered(voice)]
+    return [described(voice) for voice in CATALOGUE["voices"] if voice.split("_")[0] not in NOT_OFFERED]
 
 
-def offered(voice):
-    return voice.split("_")[0] not in NOT_OFFERED
-
-
-def described(voice, entry):
+def described(voice):
     language, name, quality = voice.split("-")
     family, region = language.lower().split("_")
-    kind = ", ".join(filter(None, [f"{entry['language']}, {entry['country']}", QUALITIES[quality]]))
     return {
         "id": voice,
-        "name": f"{name.replace('_', ' ').title()} ({kind})",
+        "name": name.replace("_", " ").title(),
         "language": f"{VOICE_LANGUAGE.get(family, family)}-{region}",
+        "traits": QUALITIES[quality],
         "best": quality in ("medium", "high"),
+        "here": all(file.path.exists() for file in files(voice)),
     }
 
 

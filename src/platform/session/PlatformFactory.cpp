@@ -1,11 +1,9 @@
-#include "platform/PlatformFactory.h"
+#include "platform/session/PlatformFactory.h"
 
 #include <QCoreApplication>
 #include <cstdio>
 #include <utility>
 
-#include "platform/DesktopServices.h"
-#include "platform/HotkeyChoice.h"
 #include "platform/Installation.h"
 #include "platform/ThreadQueue.h"
 #include "platform/bus/SessionBus.h"
@@ -18,12 +16,18 @@
 #include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/NotingControl.h"
 #include "platform/http/CurlSession.h"
+#include "platform/posix/OwnProcess.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
+#include "platform/session/CaptureServices.h"
+#include "platform/session/ShortcutServices.h"
+#include "platform/session/Survey.h"
+#include "platform/shortcuts/RegisteredHotkeys.h"
 #include "platform/tray/ModalAlerts.h"
 #include "platform/tray/Tray.h"
+#include "platform/x11/DisplayBell.h"
 
-namespace tavin {
+namespace tavin::session {
 namespace {
 
 // A hung request keeps its thread; it must not keep the next one waiting.
@@ -34,17 +38,11 @@ StartedPlatform cannotStart(const QByteArray& reason) {
   return {.platform = nullptr, .exitCode = 1};
 }
 
-QString addHotkeys(Platform& platform, const DesktopServices& services,
-                   bus::SessionBusControl& control) {
-  ChosenHotkeys chosen =
-      chooseHotkeys({.wayland = services.isWaylandSession(),
-                     .modifiers = services.heldModifiers(),
-                     .serveKey = [&control](const QString& action, std::function<void()> ran) {
-                       control.serveKey(action, std::move(ran));
-                     }});
-  platform.hotkeys = std::move(chosen.service);
-  if (chosen.release)
-    platform.lastDuties.push_back(std::move(chosen.release));
+QString addHotkeys(Platform& platform, const Survey& survey, const ShortcutNeeds& needs) {
+  ChosenShortcuts chosen = createShortcuts(survey, needs);
+  auto hotkeys = std::make_unique<shortcuts::RegisteredHotkeys>(std::move(chosen.service));
+  platform.shutdownHooks.push_back([&hotkeys = *hotkeys] { hotkeys.release(); });
+  platform.hotkeys = std::move(hotkeys);
   return chosen.name;
 }
 
@@ -66,26 +64,37 @@ void addCapture(Platform& platform, capture::Capture capture) {
   platform.accessibility = std::move(capture.accessibility);
   platform.keyboard = std::move(capture.keyboard);
   platform.pasteboard = std::move(capture.clipboard.pasteboard);
-  platform.lastDuties.push_back(std::move(capture.clipboard.handOver));
+  platform.shutdownHooks.push_back(std::move(capture.clipboard.handOver));
   platform.makeStatusItem = [commandChosen = std::move(capture.menuCommandChosen)] {
     return createStatusItem(commandChosen);
   };
 }
 
+// Rings where no sound can be played.
+std::function<void()> displayBell(const Survey& survey) {
+  if (survey.display && !survey.isWaylandSession())
+    return x11::ringDisplayBell;
+  return [] {};
+}
+
 }  // namespace
 
 StartedPlatform startPlatform(int& argc, char** argv) {
+  posix::openStandardFiles();
+  posix::keepMemoryPrivate();
   desktop::SignalWatch::endAtOnceMeanwhile();
-  DesktopServices services;
+  Survey survey = Survey::take();
+  if (forcesMissingWindows(survey))
+    return cannotStart("there is no Wayland compositor with data control");
   // Qt would end the process with a paragraph about its plug-ins.
-  if (const QByteArray obstacle = services.obstacle(); !obstacle.isEmpty())
+  if (const QByteArray obstacle = survey.obstacle(); !obstacle.isEmpty())
     return cannotStart(obstacle);
   // Before Qt is started, which looks for the bus itself.
   bus::sessionBusIsUsable();
   auto platform = std::make_unique<Platform>();
   platform->log = std::make_unique<posix::PosixSystemLog>();
   platform->application =
-      std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin", services.qtPlatform());
+      std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin", survey.qtPlatform());
 
   const QDBusConnection bus = QDBusConnection::sessionBus();
   auto remoteControl = std::make_unique<bus::SessionBusControl>(bus);
@@ -96,22 +105,31 @@ StartedPlatform startPlatform(int& argc, char** argv) {
   bus::SessionBusControl& control = *remoteControl;
   platform->remoteControl = std::move(remoteControl);
 
-  auto capture = services.createCapture(*platform->log);
-  if (!capture)
+  // GNOME tells no program which keys are held: whoever types there has to know of each press.
+  const auto modifiers = survey.xwayland ? std::make_shared<gnome::HeldModifiers>(bus) : nullptr;
+  auto chosen = createCapture(survey, *platform->log, modifiers);
+  if (!chosen)
     return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
-  addCapture(*platform, std::move(*capture));
-  if (auto modifiers = services.heldModifiers())
-    platform->remoteControl = std::make_unique<gnome::NotingControl>(
-        std::move(platform->remoteControl), std::move(modifiers));
-  const QString shortcuts = addHotkeys(*platform, services, control);
-  platform->workspace = std::make_unique<desktop::DesktopWorkspace>(services.displayBell());
+  addCapture(*platform, std::move(chosen->capture));
+  if (modifiers)
+    platform->remoteControl =
+        std::make_unique<gnome::NotingControl>(std::move(platform->remoteControl), modifiers);
+  survey.askBus(bus);
+  const QString shortcuts =
+      addHotkeys(*platform, survey,
+                 {.bus = bus,
+                  .modifiers = modifiers,
+                  .serveKey = [&control](const QString& action, std::function<void()> ran) {
+                    control.serveKey(action, std::move(ran));
+                  }});
+  platform->workspace = std::make_unique<desktop::DesktopWorkspace>(displayBell(survey));
   platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3, version %4")
-                           .arg(services.description(), shortcuts,
+                           .arg(chosen->description, shortcuts,
                                 bus.isConnected() ? QStringLiteral("with the session bus")
                                                   : QStringLiteral("without a session bus"),
                                 QLatin1String(version)));
   return {.platform = std::move(platform), .exitCode = 0};
 }
 
-}  // namespace tavin
+}  // namespace tavin::session
