@@ -28,6 +28,7 @@ INSTALL = (
 PROGRESS = re.compile(r"Progress (\d+) of (\d+)")
 KEPT = re.compile(r"Using cached \S+ \(([\d.]+) ([kM])B\)")
 UNITS = {"k": 1000, "M": 1_000_000}
+MISMATCH = "DO NOT MATCH THE HASHES"
 MESSAGES = 30  # lines of pip's that are kept, to tell what went wrong
 
 
@@ -100,6 +101,8 @@ class Runner:
         for line in process.stdout:
             self._take(line)
         if process.wait() != 0:
+            if MISMATCH in "\n".join(self._messages):
+                shutil.rmtree(self._kept, ignore_errors=True)  # or it would be taken from there again
             raise DownloadError(self._reason())
 
     def _take(self, line):
@@ -117,7 +120,7 @@ class Runner:
         """What went wrong, for the user, from what pip said."""
         said = "\n".join(self._messages)
         label = self._label
-        if "DO NOT MATCH THE HASHES" in said:
+        if MISMATCH in said:
             return f"Other libraries than expected were sent. Choose {label} again, or update Tavin."
         if "No space left" in said or "quota exceeded" in said:
             return f"The disk is full: make room in {self._kept.parent}, then choose {label} again."
