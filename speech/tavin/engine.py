@@ -50,8 +50,9 @@ class Engine:
 
     async def know_voices(self):
         """Wait for the voices a little, so that the first status names the right one."""
-        if self._choice.setup():
-            self._choice.setup().begin()
+        if setup := self._choice.setup():
+            setup.know_voices()
+            setup.begin(self._choice.voice())
             return
         try:
             async with asyncio.timeout(PATIENCE_AT_START):
@@ -156,8 +157,9 @@ class Engine:
         stored = self._settings.save()
         if self._reading:
             self._reading.voice_changed()
-        if "engine" in changes:
+        if "engine" in changes or ("voice" in changes and self._choice.synth().backend.voice_is_download):
             await self.know_voices()
+        if "engine" in changes:
             await self._find_key(synth)
         # The answer says that it will be the same after a restart, or the status why not.
         if failure := await stored:

@@ -33,14 +33,35 @@ class Tree:
         ]
         self._want(files=files)
 
+    def serve_model(self, path):
+        """Have the server offer the file of this name that the engine wants anyway."""
+        self._server.files[path.name] = path.read_bytes()
+        files = self._wanted()["files"]
+        for file in files:
+            file["url"] = self._server.url(file["name"])
+        self._want(files=files)
+
+    def offer_instead(self, path):
+        """Have the server offer this file, and the engine want it in place of one with the same name."""
+        content = path.read_bytes()
+        self._server.files[path.name] = content
+        files = self._wanted()["files"]
+        for file in files:
+            if file["name"] == path.name:
+                file["size"], file["sha256"] = len(content), hashlib.sha256(content).hexdigest()
+        self._want(files=files)
+
     def want_libraries(self, requirements, download=0, disk=0):
         """What pip is to install."""
         (self.folder / KOKORO / "requirements.txt").write_text(requirements)
         self._want(libraries={"download": download, "disk": disk})
 
+    def _wanted(self):
+        return json.loads((self.folder / KOKORO / "needs.json").read_text())
+
     def _want(self, **changes):
-        path = self.folder / KOKORO / "needs.json"
-        path.write_text(json.dumps({**json.loads(path.read_text()), **changes}))
+        wanted = {**self._wanted(), **changes}
+        (self.folder / KOKORO / "needs.json").write_text(json.dumps(wanted))
 
     def have_libraries(self, data, environment=None):
         """Put an environment into the user's data folder; without one, what passes for one at a glance."""

@@ -1,4 +1,4 @@
-"""Downloads one file whose size and SHA-256 are known, over cuts, stalls and restarts.
+"""Downloads one file whose size and sum are known, over cuts, stalls and restarts.
 
 What has come so far is kept beside the file's final place, which gets nothing
 but the whole and verified file. Blocks; for a process of its own.
@@ -43,7 +43,7 @@ def left_of(file):
 
 
 def is_whole(path, file):
-    return size_of(path) == file.size and digest(path) == file.sha256
+    return size_of(path) == file.size and has_sum(path, file)
 
 
 def fetch(file, on_size, stall=STALL_SECONDS, pause=PAUSE_SECONDS):
@@ -56,7 +56,7 @@ def fetch(file, on_size, stall=STALL_SECONDS, pause=PAUSE_SECONDS):
     while True:
         resumed = size_of(part) > 0
         complete(file, part, on_size, stall, pause)
-        if digest(part) == file.sha256:
+        if has_sum(part, file):
             move(part, file)
             return
         part.unlink(missing_ok=True)
@@ -205,12 +205,13 @@ def size_of(path):
         return 0
 
 
-def digest(path):
+def has_sum(path, file):
+    kind, wanted = file.sum
     try:
-        with open(path, "rb") as file:
-            return hashlib.file_digest(file, "sha256").hexdigest()
+        with open(path, "rb") as content:
+            return hashlib.file_digest(content, kind).hexdigest() == wanted
     except OSError:
-        return None
+        return False
 
 
 def host(file):

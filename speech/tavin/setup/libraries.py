@@ -12,7 +12,6 @@ import shutil
 import subprocess
 import sys
 import sysconfig
-import venv
 from pathlib import Path
 
 from tavin.process import lifetime
@@ -29,6 +28,7 @@ INSTALL = (
 PROGRESS = re.compile(r"Progress (\d+) of (\d+)")
 KEPT = re.compile(r"Using cached \S+ \(([\d.]+) ([kM])B\)")
 UNITS = {"k": 1000, "M": 1_000_000}
+MISMATCH = "DO NOT MATCH THE HASHES"
 MESSAGES = 30  # lines of pip's that are kept, to tell what went wrong
 
 
@@ -64,16 +64,20 @@ def first_pip(label):
 
 
 def build(environment, kept, wheel, libraries, label, on_size):
-    # The system's packages as well: the worker needs what the engine needs. Those installed come first.
-    venv.create(environment, system_site_packages=True, symlinks=True)
-    python = environment / "bin" / "python3"
-    pip = Pip(label, kept, on_size)
-    pip.run([python, "-I", "-c", RUN_WHEEL, wheel, *INSTALL, "--requirement", OWN_PIP])
-    ours = [python, "-I", "-m", "pip"]
-    pip.run([*ours, *INSTALL, "--progress-bar", "raw", "--requirement", libraries.requirements])
+    python, install = environment / "bin" / "python3", [*INSTALL, "--cache-dir", kept]
+    runner = Runner(label, kept, on_size)
+    # By its real name: the engine's own is a link, in a tree that may be moved. With the system's packages,
+    # because the worker needs what the engine needs; those that are installed now come first.
+    system = os.path.realpath(sys.executable)
+    runner.run([system, "-I", "-m", "venv", "--system-site-packages", "--without-pip", environment])
+    runner.run([python, "-I", "-c", RUN_WHEEL, wheel, *install, "--requirement", OWN_PIP])
+    pip = [python, "-I", "-m", "pip", *install, "--progress-bar", "raw"]
+    runner.run([*pip, "--requirement", libraries.requirements])
 
 
-class Pip:
+class Runner:
+    """Runs commands, understands pip's progress and what it says of failures."""
+
     def __init__(self, label, kept, on_size):
         self._label = label
         self._kept = kept
@@ -85,7 +89,7 @@ class Pip:
         """Run to the end, telling the progress; DownloadError when it fails."""
         me = os.getpid()
         process = subprocess.Popen(
-            [*command, "--cache-dir", self._kept],
+            command,
             env={**os.environ, "LC_ALL": "C.UTF-8", "TMPDIR": str(self._kept)},
             stdin=subprocess.DEVNULL,
             stdout=subprocess.PIPE,
@@ -97,6 +101,8 @@ class Pip:
         for line in process.stdout:
             self._take(line)
         if process.wait() != 0:
+            if MISMATCH in "\n".join(self._messages):
+                shutil.rmtree(self._kept, ignore_errors=True)  # or it would be taken from there again
             raise DownloadError(self._reason())
 
     def _take(self, line):
@@ -114,7 +120,7 @@ class Pip:
         """What went wrong, for the user, from what pip said."""
         said = "\n".join(self._messages)
         label = self._label
-        if "DO NOT MATCH THE HASHES" in said:
+        if MISMATCH in said:
             return f"Other libraries than expected were sent. Choose {label} again, or update Tavin."
         if "No space left" in said or "quota exceeded" in said:
             return f"The disk is full: make room in {self._kept.parent}, then choose {label} again."
@@ -124,6 +130,6 @@ class Pip:
             version = f"{sys.version_info.major}.{sys.version_info.minor}"
             return f"{label}'s libraries are not to be had for Python {version} on this computer. Update Tavin."
         errors = [line.removeprefix("ERROR: ") for line in self._messages if line.startswith("ERROR: ")]
-        why = errors[-1] if errors else "pip ended unexpectedly"
+        why = errors[-1] if errors else "pip or venv ended unexpectedly"
         return f"{label}'s libraries could not be installed ({why}). Choose {label} again."
 

@@ -1,7 +1,7 @@
 """What a back-end needs on the disk before it can speak: libraries and files, each in one place.
 
-A back-end with `needs_setup` has a module `needs` with `libraries`, `files(voice)` and `voices()`.
-Cheap to import, for the engine.
+A back-end with `needs_setup` has a module `needs` with `libraries`, `files(voice)`, `voices()` and
+`licence(voice)`. Cheap to import, for the engine.
 """
 
 import hashlib
@@ -31,7 +31,13 @@ class File:
     name: str
     url: str
     size: int  # bytes
-    sha256: str
+    sha256: str = ""
+    md5: str = ""  # where its makers tell no better sum
+
+    @property
+    def sum(self):
+        """The hash's name and what it must be."""
+        return ("sha256", self.sha256) if self.sha256 else ("md5", self.md5)
 
     @property
     def path(self):

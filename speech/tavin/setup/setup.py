@@ -18,7 +18,8 @@ class Setup:
     def __init__(self, synthesis):
         self._synthesis = synthesis
         self._backend = synthesis.backend
-        self._ready = False
+        self._voice = None  # whose files are wanted; "" where they serve all voices
+        self._loaded = None  # the last voice that was ready
         self._error = None
         self._task = None
         self.download = None  # the fraction that is there, while it is being downloaded
@@ -26,18 +27,24 @@ class Setup:
     @property
     def ready(self):
         """Loaded once: giving the memory back does not change that, a model that is gone does."""
-        return self._ready and self._synthesis.missing is None
+        return self._loaded is not None and self._loaded == self._voice and self._synthesis.missing is None
 
     @property
     def error(self):
         return self._error or self._synthesis.missing
 
-    def begin(self):
-        """Set up, or try again; nothing when it is ready or under way."""
+    def begin(self, voice):
+        """Set up for a voice, or try again; nothing when it is ready or under way."""
+        if not self._backend.voice_is_download:
+            voice = ""
+        if voice != self._voice and self._task:
+            self._task.cancel()  # what came is kept
+            self._task = self.download = None
+        self._voice = voice
         if not self.ready and (self._task is None or self._task.done()):
             self._error = self._synthesis.missing = None
             self.know_voices()
-            self._task = asyncio.get_running_loop().create_task(self._run())
+            self._task = asyncio.get_running_loop().create_task(self._run(voice))
 
     def refusal(self):
         """Why nothing can be spoken now; None when it can."""
@@ -49,26 +56,29 @@ class Setup:
         return self.error or f"{label} is still loading its voices."
 
     def know_voices(self):
-        """List the voices without loading the model, as soon as their file is there."""
-        if not self._synthesis.voices:
+        """List the voices without loading the model, as soon as they can be known."""
+        if not self._synthesis.voices or self._backend.voice_is_download:
             self._synthesis.voices = needs.of(self._backend).voices()
 
-    async def _run(self):
+    async def _run(self, voice):
+        self.download = None
         try:
-            await self._prepare()
+            await self._prepare(voice)
             self.download = None
             self.know_voices()
             await self._load()
-            self._ready = True
-            log.info("%s is ready", self._backend.name)
+            self._loaded = voice
+            licence = needs.of(self._backend).licence(voice)
+            log.info("%s is ready (%s)", self._backend.name, f"{voice or 'all voices'}: {licence or 'licence unknown'}")
         except (SynthesisError, OSError) as failure:
-            self._error = str(failure)
-            log.info("%s cannot be set up: %s", self._backend.name, failure)
+            self._fail(str(failure))
         except Exception:
             log.exception("setting up %s failed", self._backend.name)
-            self._error = f"{self._backend.label} could not be set up. Choose it again."
-        finally:
-            self.download = None
+            self._fail(f"{self._backend.label} could not be set up. Choose it again.")
+
+    def _fail(self, text):
+        self._error, self.download = text, None
+        log.info("%s cannot be set up: %s", self._backend.name, text)
 
     async def _load(self):
         try:
@@ -79,7 +89,7 @@ class Setup:
             guess = " This computer may have too little memory." if "SIGKILL" in str(failure) else ""
             raise SynthesisError(f"{failure}{guess} Choose {self._backend.label} again.") from None
 
-    async def _prepare(self):
+    async def _prepare(self, voice):
         loop = asyncio.get_running_loop()
         ended = loop.create_future()
         child = None
@@ -107,7 +117,7 @@ class Setup:
                 child = await Child.start(
                     "tavin.setup.preparation",
                     self._backend.name,
-                    "",
+                    voice,
                     on_frame=on_frame,
                     on_death=on_death,
                     quiet=True,

@@ -16,6 +16,7 @@ class Backend:
     patience: float  # seconds without a sign of life before the worker is ended
     voices_of_account: bool = False  # they depend on the key
     needs_setup: bool = False  # files must be got and loaded before it can speak
+    voice_is_download: bool = False  # each voice has files of its own, got when it is chosen
     speaks: frozenset = frozenset()  # languages that each of its voices speaks beside its own
     first_piece: int | None = None  # code points at the beginning, where sound comes only at the end
     ahead: float = 5.0  # seconds of sound kept ready

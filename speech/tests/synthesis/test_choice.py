@@ -12,6 +12,7 @@ from tavin.synthesis.synthesis import BackendError, SynthesisError
 
 VOICES = {
     "kokoro": {"heart": "en-us", "emma": "en-gb", "siwis": "fr-fr"},
+    "piper": {"amy": "en-us", "thorsten": "de"},
     "espeak": {"en": "en-us", "de": "de", "fr": "fr-fr", "fr-ch": "fr-ch", "th": "th"},
     "elevenlabs": {"ada": "en", "kim": "de", "zed": ""},
     "openai": {"alloy": ""},
@@ -41,7 +42,8 @@ class Chooser:
         self.settings = SimpleNamespace(engine=engine, voices=voices, languages={})
         self.synths = {name: Synth(name) for name in BACKENDS}
         setup = SimpleNamespace(ready=ready, refusal=lambda: None if ready else "not yet")
-        self.choice = Choice(self.settings, self.synths, {"kokoro": setup})
+        piper = SimpleNamespace(ready=engine == "piper", refusal=lambda: None)
+        self.choice = Choice(self.settings, self.synths, {"kokoro": setup, "piper": piper})
         self.choice.users = ["en-us"]
         self.synths[engine].voices = self.synths[engine].known
 
@@ -60,6 +62,7 @@ class Chooser:
         ("kokoro", "emma", "en-us", ("kokoro", "emma")),  # the chosen voice where it speaks it
         ("kokoro", "emma", "fr", ("kokoro", "siwis")),  # the back-end's own
         ("kokoro", "emma", "de", ("espeak", "de")),  # another one's
+        ("piper", "amy", "de", ("piper", "thorsten")),
         ("espeak", "de", "en", ("espeak", "en")),
         ("espeak", "en", "th", ("espeak", "th")),
         ("elevenlabs", "ada", "de", ("elevenlabs", "ada")),  # whose voices speak it all
@@ -69,6 +72,13 @@ class Chooser:
 )
 def test_the_chosen_voice_then_its_back_ends_then_anothers(engine, voice, language, speaker):
     assert Chooser(engine, **{engine: voice}).speaker(language) == speaker
+
+
+def test_a_voice_that_is_still_to_be_downloaded_does_not_stand_in():
+    chooser = Chooser("piper", piper="amy")
+    for voice in chooser.synths["piper"].known:
+        voice["here"] = voice["id"] == "amy"
+    assert chooser.speaker("de") == ("espeak", "de")
 
 
 def test_the_voice_last_chosen_for_a_language_comes_before_the_best_one():

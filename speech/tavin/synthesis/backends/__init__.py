@@ -4,9 +4,9 @@ Each is a folder: its `BACKEND` is for the engine, its module `synthesizer` is
 loaded in the worker process only. README.md tells how to add one.
 """
 
-from tavin.synthesis.backends import elevenlabs, espeak, kokoro, openai
+from tavin.synthesis.backends import elevenlabs, espeak, kokoro, openai, piper
 
-BACKENDS = {module.BACKEND.name: module.BACKEND for module in (kokoro, espeak, elevenlabs, openai)}
+BACKENDS = {module.BACKEND.name: module.BACKEND for module in (kokoro, piper, espeak, elevenlabs, openai)}
 
 # Speaks at once, without a download or a key, and most languages.
 FIRST_CHOICE = LAST_RESORT = espeak.BACKEND.name

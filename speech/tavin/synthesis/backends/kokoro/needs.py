@@ -22,6 +22,10 @@ def voices():
     return voices_in(files()[-1].path)
 
 
+def licence(_voice=None):
+    return "Apache-2.0"
+
+
 def present():
     """Whether everything is there by its look: libraries and files of the right sizes."""
     try:
