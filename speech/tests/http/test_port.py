@@ -16,6 +16,8 @@ from tavin.http import sockets
 LISTEN = """
 import socket, sys
 with socket.socket() as listener:
+    # Connections of the tests before are still waiting for their end.
+    listener.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
     listener.bind(("127.0.0.1", 47632))
     listener.listen()
     print("listens", flush=True)
@@ -77,7 +79,9 @@ def test_a_connection_that_got_the_port_by_chance_is_named(new_engine):
     with socket.socket() as listener, socket.socket() as client:
         listener.bind(("127.0.0.1", 0))
         listener.listen()
+        client.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
         client.bind(("127.0.0.1", PORT))
+        client.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 0)  # as of one that got it by chance
         client.connect(listener.getsockname())
         engine = new_engine().start(wait=False)
         until(lambda: "has it" in engine.log(), 10, "the log line")
