@@ -167,6 +167,8 @@ def test_a_pipe_in_the_files_place_holds_nobody_up(new_engine):
         b'{"engine": ["espeak"], "voices": {"espeak": 7, "x": "y"}, "speed": NaN}',
         b'{"engine": {}, "voices": [], "speed": true, "keys": {}}',
         b'{"keys": ["nobody", 7, {}]}',
+        b'{"languages": {"fr": 7, "de": {"espeak": 1, "nobody": "x"}, "": []}}',
+        b'{"languages": ["fr"]}',
     ],
 )
 def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
@@ -175,6 +177,7 @@ def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
     settings = Settings(path)
     assert (settings.engine, settings.speed) == ("espeak", 1.0)
     assert settings.keyed == []
+    assert not any(settings.languages.values())
     assert settings.voices in ({}, {"espeak": "nobody"})  # which voices there are is not known here
 
 

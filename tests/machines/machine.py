@@ -24,7 +24,7 @@ class Machine:
     def __exit__(self, *_):
         self.process.stdin.close()
         try:
-            self.process.wait(30)
+            self.process.wait(120)
         except subprocess.TimeoutExpired:
             self.process.kill()
             self.process.wait()

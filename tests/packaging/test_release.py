@@ -68,12 +68,12 @@ def test_the_manual_page_is_well_formed():
 
 
 def variables_read():
-    """The environment variables of Tavin's own that the program and its engine look at."""
+    """The environment variables of Tavin's own that the program and its engine name; X's atoms are
+    called like them."""
     sources = [path for kind in ("src/**/*.cpp", "src/**/*.h", "speech/tavin/**/*.py")
                for path in glob.glob(os.path.join(ROOT, kind), recursive=True)]
-    reading = re.compile(r'(?:qEnvironmentVariable\w*|qgetenv|getenv|chosen|environ\S*|Service)\('
-                         r'[^;]*?"(TAVIN_\w+)"', re.DOTALL)
-    return {name for path in sources for name in reading.findall(read(path))}
+    return {name for path in sources
+            for name in re.findall(r'(?<!atom\()"(TAVIN_\w+)"', read(path))}
 
 
 def test_the_manual_page_names_each_variable_that_is_read():

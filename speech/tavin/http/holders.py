@@ -7,11 +7,13 @@ a stranger, and so is what cannot be seen.
 """
 
 import contextlib
+import math
 import os
 import time
 
 NAMESPACES = ("ns/user", "ns/mnt")
-SEARCH_SECONDS = 0.5
+SEARCH_SECONDS = 2.0
+KNOWN_SECONDS = 0.02  # of the event loop
 
 
 class Process:
@@ -40,18 +42,17 @@ class Process:
             return False
         return os.path.samestat(os.stat("root", dir_fd=self._folder), os.stat("/"))
 
-    def descriptor(self, inode, deadline=float("inf")):
+    def descriptor(self, inode, deadline=math.inf):
         """The number of the descriptor with this socket; None without one, or when it is too late."""
         wanted = f"socket:[{inode}]"
         with contextlib.suppress(OSError):
             files = os.open("fd", os.O_RDONLY | os.O_DIRECTORY, dir_fd=self._folder)
             try:
                 for name in os.listdir(files):
+                    if link(name, files) == wanted:
+                        return int(name)
                     if time.monotonic() > deadline:
                         break
-                    with contextlib.suppress(OSError):
-                        if os.readlink(name, dir_fd=files) == wanted:
-                            return int(name)
             finally:
                 os.close(files)
         return None
@@ -88,17 +89,24 @@ class Holders:
         self._descriptor = None
 
     def is_known(self, inode):
-        """Whether the process that was found last holds this socket; trusts nothing read before."""
-        last = self._last
-        return last is not None and last.holds(self._descriptor, inode) and last.is_ours()
+        """Whether the process that was found last holds this socket; trusts nothing read before.
 
-    def find(self, inode):
+        Mostly by the same descriptor as the last one; else its others are looked through.
+        """
+        last = self._last
+        if last is None or not last.is_ours():
+            return False
+        if last.holds(self._descriptor, inode):
+            return True
+        return self._take(last, inode, time.monotonic() + KNOWN_SECONDS)
+
+    def find(self, inode, seconds=SEARCH_SECONDS):
         """The process that holds a socket, and whether it is ours; None when nobody shows it.
 
         Takes milliseconds; runs on a thread of its own, one search at a time. Who started this
         process and who was found last come first: no stranger can make the search for them long.
         """
-        deadline = time.monotonic() + SEARCH_SECONDS
+        deadline = time.monotonic() + seconds
         for process in (self._last, opened(os.getppid())):
             if process and process.is_ours() and self._take(process, inode, deadline):
                 return process, True
@@ -125,6 +133,13 @@ class Holders:
         if descriptor is not None:
             self._last, self._descriptor = process, descriptor
         return descriptor is not None
+
+
+def link(name, folder):
+    try:
+        return os.readlink(name, dir_fd=folder)
+    except OSError:
+        return None  # closed meanwhile
 
 
 def opened(pid):

@@ -19,6 +19,7 @@ from tavin.log import log
 RETRY_SECONDS = 2.0
 STATUS_SECONDS = 3.0
 END_SECONDS = 1.0
+SEARCH_SECONDS = 10.0  # nobody waits for it
 STATUS = f"GET /status HTTP/1.1\r\nHost: 127.0.0.1:{PORT}\r\n\r\n".encode()
 
 
@@ -57,16 +58,18 @@ class Holder:
     """Who has the port now. It may be a listener, or a connection that got the number by chance."""
 
     def __init__(self, found):
-        self.socket = found
-        self._state, self._user, self._inode = found
+        self._socket = self._state, self._user, self._inode = found
         own = self._inode and self._user == os.getuid()
-        self._process, self._ours = (own and Holders().find(self._inode)) or (None, False)
+        self._process, self._ours = (own and Holders().find(self._inode, SEARCH_SECONDS)) or (None, False)
 
     @classmethod
     def now(cls, before):
         """`before` is who had it the last time: mostly it is the same, and needs no search."""
         found = sockets.on_port(PORT) or (0, os.getuid(), 0)
-        return before if before and before.socket == found else cls(found)
+        return before if before and before.is_known_to_have(found) else cls(found)
+
+    def is_known_to_have(self, found):
+        return self._socket == found and (self._process or self._user != os.getuid())
 
     def name(self):
         if self._user != os.getuid():

@@ -4,7 +4,8 @@ import asyncio
 
 from tavin.process import frames
 
-ANSWER_SECONDS = 2.5  # for the sound server to accept the connection or to take the next piece of sound
+CONNECT_SECONDS = 2.0  # for the sound server to want sound at all
+ANSWER_SECONDS = 2.5  # to take the next piece of it
 
 
 class OutputError(Exception):
@@ -23,6 +24,7 @@ class Stream:
         self.open = True
         self._suspended = False
         self._room = 0  # bytes
+        self._patience = CONNECT_SECONDS
         self._failure = None
         self._changed = asyncio.Event()
 
@@ -56,6 +58,7 @@ class Stream:
     def frame(self, kind, payload):
         if kind == frames.NEED:
             self._room += int(payload)
+            self._patience = ANSWER_SECONDS
         elif kind == frames.STARTED and self.open:
             self._on_started()
         elif kind == frames.SUSPENDED:
@@ -85,7 +88,7 @@ class Stream:
             self._changed.clear()
             try:
                 patient = self._paused or self._suspended
-                async with asyncio.timeout(None if patient else ANSWER_SECONDS):
+                async with asyncio.timeout(None if patient else self._patience):
                     await self._changed.wait()
             except TimeoutError:
                 self.close()

@@ -99,9 +99,9 @@ def tell(text, expected):
     told = detector() and detector().tell(text, own)
     if languages and own not in languages:
         return told if told in languages else languages[0]
-    if not told or together(told, own, ALIKE) or not detector().knows(own) and not known_alike(own):
-        return expected
-    return expected if told == own else told
+    # One that the library does not know would lose every comparison.
+    is_in_doubt = not told or told == own or together(told, own, ALIKE) or not is_known(own)
+    return expected if is_in_doubt else told
 
 
 def is_of_script(text, language):
@@ -110,8 +110,8 @@ def is_of_script(text, language):
     return not languages or primary(language) in languages
 
 
-def known_alike(language):
-    return any(language in group for group in ALIKE)
+def is_known(language):
+    return detector().knows(language) or any(language in group for group in ALIKE)
 
 
 def together(one, other, groups):

@@ -315,9 +315,7 @@ def test_a_text_is_read_by_a_voice_of_its_language(engine, recorder, tree):
     choose(engine)
     ready(engine)
     assert engine.post("/config", voice="ff_siwis")[0] == 200
-    wanted = {
-        voice: len(made(tree, ENGLISH, voice)) for voice in ("af_heart", "ff_siwis")
-    }
+    wanted = {voice: len(made(tree, ENGLISH, voice)) for voice in ("af_heart", "ff_siwis")}
     assert wanted["af_heart"] != wanted["ff_siwis"]
     heard = speaks(engine, recorder, ENGLISH)
     assert engine.status()["voice"] == "ff_siwis"  # the choice stays
@@ -326,7 +324,8 @@ def test_a_text_is_read_by_a_voice_of_its_language(engine, recorder, tree):
 
 def made(tree, text, voice):
     environment = {"XDG_DATA_HOME": str(tree.folder.parent / "data")}
-    return trimmed(expected(text, voice, backend="kokoro", tree=tree.folder, environment=environment))
+    python = neural_models.libraries("kokoro") / "bin" / "python3"
+    return trimmed(expected(text, voice, 1.0, "kokoro", tree.folder, environment, python))
 
 
 def test_a_language_that_it_does_not_speak_is_read_by_another_back_end(engine, recorder):

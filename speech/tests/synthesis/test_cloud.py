@@ -57,7 +57,7 @@ def test_without_a_keyring_the_error_says_so(cloud_engine, name):
 def test_voices_are_listed_and_remembered_for_each_back_end(cloud_engine, new_engine, service):
     use(cloud_engine, "elevenlabs")
     voices = cloud_engine.request("GET", "/voices?engine=elevenlabs")[1]
-    assert [voice["name"] for voice in voices] == ["Ada", "Kim", "Zed (male, british)"]
+    assert [voice["name"] for voice in voices] == ["Ada – English", "Kim – Deutsch", "Zed (male, british)"]
     assert cloud_engine.status()["voice"] == "ada2"
     assert cloud_engine.post("/config", voice="nobody")[0] == 400
     assert cloud_engine.post("/config", voice="zed/1")[0] == 200
