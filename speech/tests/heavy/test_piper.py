@@ -78,7 +78,8 @@ def test_another_choice_ends_the_download_and_what_came_is_kept(engine, server, 
     assert engine.post("/config", voice="de_DE-thorsten-high")[0] == 200
     until(lambda: not exists(helper), 5, "the end of the first download")
     part = tmp_path / "data" / "tavin" / "piper" / f"{VOICE}.onnx.part"
-    assert part.stat().st_size == 1_000_000
+    kept = part.stat().st_size
+    assert kept >= 1_000_000
     assert engine.post("/config", voice=VOICE)[0] == 200
     ready(engine)
-    assert (f"{PLACE}{VOICE}.onnx", 1_000_000) in server.requests
+    assert (f"{PLACE}{VOICE}.onnx", kept) in server.requests

@@ -6,7 +6,7 @@ BACKEND = Backend(
     "piper",
     "Piper",
     takes_key=False,
-    longest_piece=120,
+    longest_piece=80,
     patience=60.0,
     needs_setup=True,
     voice_is_download=True,
