@@ -2,11 +2,13 @@
 # compiled modules: the program starts it without leave to write any.
 file(MAKE_DIRECTORY ${engine}/python/bin)
 file(CREATE_LINK ${python} ${engine}/python/bin/python3 SYMBOLIC)
-set(libraries)
-if(EXISTS ${engine}/site-packages)
-  set(libraries ${engine}/site-packages)
+if(byte_code)
+  set(folders ${engine}/tavin)
+  if(EXISTS ${engine}/site-packages)
+    list(APPEND folders ${engine}/site-packages)
+  endif()
+  # By content, not by time: copying a tree may change the times.
+  execute_process(
+    COMMAND ${python} -m compileall -q --invalidation-mode checked-hash -s "$ENV{DESTDIR}" ${folders}
+    COMMAND_ERROR_IS_FATAL ANY)
 endif()
-# By content, not by time: copying a tree may change the times.
-execute_process(
-  COMMAND ${python} -m compileall -q --invalidation-mode checked-hash -s "$ENV{DESTDIR}" ${engine}/tavin ${libraries}
-  COMMAND_ERROR_IS_FATAL ANY)

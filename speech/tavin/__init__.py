@@ -3,7 +3,8 @@
 import os
 import sys
 
-# An installed Tavin names the neural voice's libraries in PYTHONPATH, before the system's. They are for
-# its processes alone (see model.py): nothing of them gets into those that hold keys or listen.
-LIBRARIES = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "site-packages")
+ENGINE_FOLDER = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+# An installed Tavin names this folder in PYTHONPATH, before the system's. Nothing of the engine needs it, so
+# nothing of it gets into processes that hold keys or listen.
+LIBRARIES = os.path.join(ENGINE_FOLDER, "site-packages")
 sys.path[:] = [folder for folder in sys.path if os.path.realpath(folder) != os.path.realpath(LIBRARIES)]

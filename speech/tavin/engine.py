@@ -6,19 +6,22 @@ the start returns at once.
 
 import asyncio
 
-from tavin import language, voices
-from tavin.backends import BACKENDS
-from tavin.keys import KeyringError, Keys
+from tavin.keys.keys import KeyringError, Keys, is_key
 from tavin.log import log
-from tavin.output import Output
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
-from tavin.setup import Setup
-from tavin.stream import OutputError
-from tavin.synthesis import BackendError, Synthesis, SynthesisError
+from tavin.setup.setup import Setup
+from tavin.sound.output import Output
+from tavin.sound.stream import OutputError
+from tavin.synthesis.backends import BACKENDS
+from tavin.synthesis.choice import Choice
+from tavin.synthesis.synthesis import BackendError, Synthesis, SynthesisError
+from tavin.text.cld2 import detector
+from tavin.text.language import Written
+from tavin.text.pieces import pieces
+from tavin.text.quotations import divided
 
 PATIENCE_AT_START = 1.0
-LONGEST_KEY = 1000
 
 
 class Refusal(Exception):
@@ -28,7 +31,6 @@ class Refusal(Exception):
 class Engine:
     def __init__(self, settings):
         self._settings = settings
-        self._language = voices.user_language()
         names = [name for name, backend in BACKENDS.items() if backend.takes_key]
         self._keys = Keys(names, settings.keyed)
         self._noted = None  # the last time that `keyed` was stored
@@ -39,33 +41,35 @@ class Engine:
         self._setups = {
             name: Setup(synth) for name, synth in self._synths.items() if synth.backend.needs_setup
         }
+        self._choice = Choice(settings, self._synths, self._setups)
         self._output = Output()
         self._reading = None
         self._task = None
-        self._written_in = None
         self._chars = 0
         self._error = None
 
     async def know_voices(self):
         """Wait for the voices a little, so that the first status names the right one."""
-        if self._setup():
-            self._setup().begin()
+        if setup := self._choice.setup():
+            setup.know_voices()
+            setup.begin(self._choice.voice())
             return
         try:
             async with asyncio.timeout(PATIENCE_AT_START):
-                await self._synth().start()
+                await self._choice.synth().start()
         except (SynthesisError, TimeoutError):
             pass  # told when it matters
 
     async def warm_up(self):
         """Have the helpers running, so that the first speech starts at once."""
-        helpers = [self._output] if self._setup() else [self._synth(), self._output]
+        await asyncio.to_thread(detector)  # loading it may take 50 ms
+        helpers = [self._output] if self._choice.setup() else [self._choice.synth(), self._output]
         for helper in helpers:
             try:
                 await helper.start()
             except (SynthesisError, OutputError) as failure:
                 log.info("%s", failure)
-        await self._look_for_keys(self._synth().backend.takes_key or bool(self._settings.keyed))
+        await self._look_for_keys(self._choice.synth().backend.takes_key or bool(self._settings.keyed))
 
     def end(self):
         """Silence, and no helper left."""
@@ -74,17 +78,17 @@ class Engine:
             synth.kill()
 
     def status(self):
-        setup = self._setup()
+        setup = self._choice.setup()
         return {
             "state": self._state(),
             "chars": self._chars,
             "error": self._error,
             "engine": self._settings.engine,
-            "voice": self._voice(),
+            "voice": self._choice.voice(),
             "speed": self._settings.speed,
-            "ready": setup.ready if setup else self._synth().missing is None,
+            "ready": setup.ready if setup else self._choice.synth().missing is None,
             "download": setup.download if setup else None,
-            "setup_error": setup.error if setup else self._synth().missing,
+            "setup_error": setup.error if setup else self._choice.synth().missing,
             "engines": [
                 {
                     "name": backend.name,
@@ -99,23 +103,29 @@ class Engine:
         synth = self._synth_named(name)
         await self._find_key(synth)  # the keyring may have come after the engine
         await self._load_voices(synth, fresh=True)
-        listed = voices.ordered(synth.voices, self._language)
-        return [{"id": voice["id"], "name": voice["name"]} for voice in listed]
+        return self._choice.listed(synth)
 
     def speak(self, text):
         self.stop()
         self._error = None
         self._chars = len(text)
-        self._written_in = language.Written(text)
-        self._reading = Reading(
-            text,
-            self._choose,
-            self._sentence_language(),
-            self._synth().backend,
-            self._output,
-            self._fail,
-        )
+        self._reading = self._reading_of(text)
         self._task = asyncio.get_running_loop().create_task(self._read(self._reading))
+
+    def _reading_of(self, text):
+        written = Written(text)
+        backend = self._choice.synth().backend
+        own = self._choice.language
+
+        async def choose(sentence):
+            synth, voice = await self._choice.speaker(sentence, lambda spoken: written.of(sentence, spoken))
+            return synth, voice, self._settings.speed
+
+        def divide(sentence):
+            return divided(sentence, lambda part: written.of(part, own()))
+
+        found = pieces(text, written.whole(own()), backend.longest_piece, backend.first_piece, divide)
+        return Reading(found, choose, backend, self._output, self._fail)
 
     def stop(self):
         if self._reading:
@@ -138,7 +148,7 @@ class Engine:
             await self._load_voices(synth)
             if changes["voice"] not in [voice["id"] for voice in synth.voices]:
                 raise Refusal(f"{synth.backend.label} has no such voice.")
-            self._settings.voices[name] = changes["voice"]
+            self._choice.keep(synth, changes["voice"])
         # Nothing but what was asked for: other changes may have been made during the wait.
         if "engine" in changes:
             self._settings.engine = name
@@ -147,10 +157,13 @@ class Engine:
         stored = self._settings.save()
         if self._reading:
             self._reading.voice_changed()
-        if "engine" in changes:
+        if "engine" in changes or ("voice" in changes and self._choice.synth().backend.voice_is_download):
             await self.know_voices()
+        if "engine" in changes:
             await self._find_key(synth)
-        await stored  # the answer says that it will be the same after a restart
+        # The answer says that it will be the same after a restart, or the status why not.
+        if failure := await stored:
+            self._error = f"This choice is kept only until Tavin ends: {failure}."
 
     async def store_key(self, name, key):
         """An empty key removes the stored one. A new one can be used at once."""
@@ -161,7 +174,7 @@ class Engine:
         if not synth.backend.takes_key:
             raise Refusal(f"{label} takes no key.")
         key = key.strip()  # what a copy from a web page brings along
-        if len(key) > LONGEST_KEY or not (key.isascii() and key.isprintable()):
+        if not is_key(key):
             raise Refusal("This is no key.")
         if synth.backend.voices_of_account:
             synth.voices = []
@@ -194,12 +207,6 @@ class Engine:
         if self._reading.paused:
             return "paused"
         return "speaking" if self._reading.sounding else "loading"
-
-    def _synth(self):
-        return self._synths[self._settings.engine]
-
-    def _setup(self):
-        return self._setups.get(self._settings.engine)
 
     def _synth_named(self, name):
         if not isinstance(name, str) or name not in self._synths:
@@ -242,17 +249,6 @@ class Engine:
             raise BackendError(f"{backend.label} needs a key: choose “Set API Key” in Tavin's menu.")
         return key
 
-    async def _choose(self, sentence):
-        """What a sentence is spoken with; BackendError when that cannot be."""
-        synth = self._synth()
-        if self._setup() and self._setup().refusal():
-            raise BackendError(self._setup().refusal())
-        if not synth.voices and not self._settings.voices.get(synth.backend.name):
-            await synth.start()
-            if synth.backend.voices_of_account:
-                await synth.fetch_voices()
-        return synth, self._voice_for(sentence, synth), self._settings.speed
-
     async def _load_voices(self, synth, fresh=False):
         """Know the back-end's voices; none of a back-end whose key is missing."""
         if synth.backend.needs_setup:
@@ -266,32 +262,3 @@ class Engine:
                     await synth.fetch_voices()
         except SynthesisError as failure:
             raise Refusal(str(failure)) from None
-
-    def _voice(self, synth=None):
-        synth = synth or self._synth()
-        chosen = self._settings.voices.get(synth.backend.name)
-        known = [voice["id"] for voice in synth.voices]
-        if chosen and (not known or chosen in known):
-            return chosen
-        return voices.default(synth.voices, self._language) or ""
-
-    def _voice_for(self, sentence, synth):
-        """The user's voice, or one for the sentence's language where there is one."""
-        voice = self._voice(synth)
-        if not synth.backend.follows_language:
-            return voice
-        own = self._language_of(voice, synth)
-        written = self._written_in.of(sentence, own)
-        if language.primary(written) == language.primary(own):
-            return voice
-        return voices.of_language(synth.voices, written, self._language) or voice
-
-    def _sentence_language(self):
-        """The language that decides where sentences end."""
-        synth = self._synth()
-        own = self._language_of(self._voice(synth), synth)
-        return self._written_in.of("", own) if synth.backend.follows_language else own
-
-    def _language_of(self, voice, synth):
-        languages = (known["language"] for known in synth.voices if known["id"] == voice)
-        return next(languages, None) or self._language

@@ -8,18 +8,19 @@ the next sentence on: what was synthesised ahead is then made anew.
 import asyncio
 from collections import deque
 
-from tavin.synthesis import BackendError, SynthesisError
-from tavin.text import cut, pieces
+from tavin.synthesis.choice import UnspeakableError
+from tavin.synthesis.synthesis import BackendError, SynthesisError
+from tavin.text.pieces import Piece, cut
 
 AHEAD_SENTENCES = 32  # the bound for sentences that make no sound
 FAILURES_IN_A_ROW = 5  # then the text is given up
 
 
 class Clip:
-    """A sentence and its sound."""
+    """A piece of the text and its sound."""
 
-    def __init__(self, text):
-        self.text = text
+    def __init__(self, piece):
+        self.piece = piece
         self.sound = bytearray()
         self.rate = None
         self.complete = False
@@ -33,18 +34,20 @@ def without_silence(samples):
 
 
 class Reading:
-    def __init__(self, text, choose, language, backend, output, on_error):
-        """`choose(sentence)` waits for the synthesis, the voice and the speed to speak it with."""
+    def __init__(self, found, choose, backend, output, on_error):
+        """`found`: the text's pieces. `choose(sentence)` waits for the synthesis, the voice and the
+        speed to speak it with."""
         self._choose = choose
         self._output = output
         self._on_error = on_error
-        self._pieces = pieces(text, language, backend.longest_piece, backend.first_piece)
-        self._again = deque()  # texts to be synthesised anew, before `_pieces`
+        self._pieces = found
+        self._again = deque()  # pieces to be synthesised anew, before `_pieces`
         self._clips = deque()  # in the order of playing
         self._exhausted = False
         self._begun = False  # whether there is sound of the text yet
         self._choices = 0  # how often the user chose something else
         self._making = None
+        self._failure = None  # the last
         self._backend = backend
         self._changed = asyncio.Event()
         self._stream = None
@@ -56,9 +59,7 @@ class Reading:
         """Read to the end; the caller cancels it to stop."""
         try:
             if await self._find_first():
-                synthesis, _, _ = await self._choose("")
-                await synthesis.start()
-                await self._open(synthesis.rate)
+                await self._open(await self._first_rate())
                 await self._synthesise_and_play()
         finally:
             self.silence()
@@ -72,6 +73,15 @@ class Reading:
                 return True
             await asyncio.sleep(0)
         return False
+
+    async def _first_rate(self):
+        """Of the sound to come first; where nobody speaks it, of what comes soon after."""
+        try:
+            synthesis, _, _ = await self._choose(self._again[0].sentence)
+        except UnspeakableError:
+            synthesis, _, _ = await self._choose("")
+        await synthesis.start()
+        return synthesis.rate
 
     async def _synthesise_and_play(self):
         synthesise = asyncio.create_task(self._synthesise())
@@ -101,7 +111,7 @@ class Reading:
         while self._clips and not self._clips[-1].started:
             if not self._clips[-1].complete:
                 self._making.cancel()  # it may be what the user turns away from
-            self._again.appendleft(self._clips.pop().text)
+            self._again.appendleft(self._clips.pop().piece)
         self._exhausted = False
         self._changed.set()
 
@@ -120,15 +130,17 @@ class Reading:
         failures = 0
         while True:
             await self._until(self._wants_more)
-            text = self._next_text()
-            if text is None:
+            piece = self._next_piece()
+            if piece is None:
                 self._exhausted = True
                 self._changed.set()
-            elif not text:
+            elif not piece:
                 await asyncio.sleep(0)
             else:
-                failures = 0 if await self._make(Clip(text)) else failures + 1
+                failures = 0 if await self._make(Clip(piece)) else failures + 1
             if failures >= FAILURES_IN_A_ROW:
+                if isinstance(self._failure, UnspeakableError):
+                    raise self._failure
                 raise SynthesisError(f"{self._backend.label} cannot read this text.")
 
     async def _make(self, clip):
@@ -142,6 +154,7 @@ class Reading:
                 self._making.result()
             return True
         except SynthesisError as failure:
+            self._failure = failure
             self._on_error(str(failure))
             if isinstance(failure, BackendError) and choices == self._choices:
                 self._give_up(clip)
@@ -152,11 +165,12 @@ class Reading:
             self._changed.set()
 
     async def _say(self, clip):
-        synthesis, voice, speed = await self._choose(clip.text)
+        synthesis, voice, speed = await self._choose(clip.piece.sentence)
         await synthesis.start()
         self._backend = synthesis.backend
         clip.rate = synthesis.rate
-        clip.text, *rest = cut(clip.text, synthesis.backend.longest_piece)
+        first, *rest = (Piece(part, clip.piece.sentence) for part in cut(clip.piece, synthesis.backend.longest_piece))
+        clip.piece = first
         self._again.extendleft(reversed(rest))
 
         def hear(samples):
@@ -166,16 +180,16 @@ class Reading:
             clip.sound += samples
             self._changed.set()
 
-        await synthesis.say(clip.text, voice, speed, hear)
+        await synthesis.say(clip.piece, voice, speed, hear)
 
     def _give_up(self, clip):
         """Play what there is and end, unless the user chooses something else by then."""
         if not clip.started:
             self._clips.remove(clip)
-            self._again.appendleft(clip.text)
+            self._again.appendleft(clip.piece)
         self._exhausted = True
 
-    def _next_text(self):
+    def _next_piece(self):
         return self._again.popleft() if self._again else next(self._pieces, None)
 
     def _wants_more(self):

@@ -6,55 +6,39 @@ Serves one user on the loopback interface at a fixed port, until SIGTERM or SIGI
 import asyncio
 import contextlib
 import ctypes
-import errno
 import os
 import resource
 import signal
 import socket
+import sys
 
 from aiohttp import web
 
 from tavin.engine import Engine
-from tavin.guard import PORT, Connection, guarded
+from tavin.http.guard import PORT, Connection, guarded
+from tavin.http.peer import Doorkeeper, Peers
+from tavin.http.port import listen
+from tavin.http.routes import application
 from tavin.log import log, loop_failure, set_up
-from tavin.peer import Doorkeeper
-from tavin.routes import application
+from tavin.process.renewal import Entrance, Renewal
 from tavin.settings import Settings, default_path
 
-RETRY_SECONDS = 2.0
 M_MMAP_THRESHOLD = -3  # of malloc.h
 LONG_TEXT = 1 << 20
 
 
-async def listen():
-    """The listening socket. Another user's engine may hold the port: wait for it to go."""
-    told = False
-    while True:
-        listener = socket.socket(socket.AF_INET, socket.SOCK_STREAM)
-        listener.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
-        try:
-            listener.bind(("127.0.0.1", PORT))
-            listener.listen(128)
-            return listener
-        except OSError as failure:
-            listener.close()
-            if not told:
-                log.info("port %d cannot be had, trying again: %s", PORT, reason(failure))
-                told = True
-        await asyncio.sleep(RETRY_SECONDS)
+async def listening_socket():
+    if len(sys.argv) > 1:
+        return socket.socket(fileno=int(sys.argv[1]))  # of the engine that this one was until now
+    return await listen()
 
 
-def reason(failure):
-    if failure.errno == errno.EADDRINUSE:
-        return "another program has it, perhaps another user's Tavin"
-    return failure.strerror
-
-
-def leave_on_signals(engine):
-    """End at once, in every state: helpers first, so that the sound stops."""
+def leave_on_signals(ends):
+    """End at once, in every state: first what `ends` holds by then, so that the sound stops."""
 
     def leave():
-        engine.end()
+        for end in ends:
+            end()
         # Requests, helpers and buffers need no farewell, and a second signal
         # finds no half-closed loop.
         os._exit(0)
@@ -72,8 +56,13 @@ def allow_many_connections():
 
 
 def keep_memory_private():
-    """A crash must not write keys and texts to a file."""
-    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+    """A crash must not write keys and texts to a file.
+
+    The kernel gives a program that collects crashes everything whatever the limit is, but for 1.
+    """
+    _, most = resource.getrlimit(resource.RLIMIT_CORE)
+    limit = 0 if most == 0 else 1
+    resource.setrlimit(resource.RLIMIT_CORE, (limit, limit))
 
 
 def give_memory_back():
@@ -84,12 +73,20 @@ def give_memory_back():
 
 async def serve():
     asyncio.get_running_loop().set_exception_handler(loop_failure)
+    ends = []
+    leave_on_signals(ends)
+    listener = await listening_socket()
+    # Not before: another engine that had the port may have stored newer choices.
     engine = Engine(Settings(default_path()))
-    leave_on_signals(engine)
+    ends.append(engine.end)
     runner = web.AppRunner(application(engine))
     await runner.setup()
-    runner.server.request_handler = guarded(runner.server.request_handler)
-    listener = await listen()
+    peers = Peers()
+    entrance = Entrance(
+        listener, lambda: Doorkeeper(connection, peers), lambda: runner.server.connections
+    )
+    renewal = Renewal(entrance, lambda: engine.status()["state"] == "idle")
+    runner.server.request_handler = renewal.watching(guarded(runner.server.request_handler))
     # Requests wait in the listener's queue until the voices are known.
     await engine.know_voices()
     loop = asyncio.get_running_loop()
@@ -98,10 +95,10 @@ async def serve():
         # A compressed body is no JSON, and nobody can send a small one that becomes huge.
         return Connection(runner.server, loop=loop, access_log=None, auto_decompress=False)
 
-    serving = await loop.create_server(lambda: Doorkeeper(connection), sock=listener, backlog=128)
+    await entrance.open()
     log.info("serving on port %d", PORT)
     await engine.warm_up()
-    await serving.serve_forever()
+    await asyncio.Event().wait()  # for a signal
 
 
 def main():

@@ -8,14 +8,16 @@ be read or written costs the memory of the choices, never the speech.
 import asyncio
 import json
 import os
+import stat
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-from tavin import model
-from tavin.backends import BACKENDS, FIRST_CHOICE
 from tavin.log import log
+from tavin.synthesis.backends import BACKENDS, FIRST_CHOICE
+from tavin.synthesis.backends.kokoro import needs
 
 SLOWEST, FASTEST = 0.5, 3.0
+LARGEST_FILE = 1 << 20
 
 
 def default_path():
@@ -29,15 +31,25 @@ class Settings:
     def __init__(self, path):
         self._path = path
         self._writer = ThreadPoolExecutor(1)  # one: the last choices must be the last written
-        self.engine = "kokoro" if model.present() else FIRST_CHOICE
+        self.engine = "kokoro" if needs.present() else FIRST_CHOICE
         self.voices = {}  # back-end's name -> voice id
+        self.languages = {}  # language -> the same for that language, the latest choice last
         self.speed = 1.0
         self.keyed = []  # back-ends that had a key in the keyring when that was last asked
         self._take(self._read())
 
     def save(self):
-        """Store the choices as they are now, also for who does not wait until they are."""
-        chosen = {"engine": self.engine, "voices": self.voices, "speed": self.speed, "keys": self.keyed}
+        """Store the choices as they are now, also for who does not wait until they are.
+
+        Gives why they could not be stored, None when they are.
+        """
+        chosen = {
+            "engine": self.engine,
+            "voices": self.voices,
+            "languages": self.languages,
+            "speed": self.speed,
+            "keys": self.keyed,
+        }
         return asyncio.shield(
             asyncio.wrap_future(self._writer.submit(self._write, json.dumps(chosen, indent=1)))
         )
@@ -52,12 +64,15 @@ class Settings:
                 file.flush()
                 os.fsync(file.fileno())
             os.replace(fresh, place)
+            sync(place.parent)  # else a power cut may bring the old file back
         except OSError as failure:
             log.info("the settings could not be stored: %s", failure)
+            return failure.strerror
+        return None
 
     def _read(self):
         try:
-            return json.loads(self._path.read_text("utf-8"))
+            return json.loads(content_of(self._path))
         except FileNotFoundError:
             return {}
         except (OSError, ValueError, RecursionError) as failure:
@@ -74,13 +89,33 @@ class Settings:
         keyed = stored.get("keys")
         if isinstance(keyed, list):
             self.keyed = [name for name in BACKENDS if name in keyed]
-        voices = stored.get("voices")
-        if isinstance(voices, dict):
-            self.voices = {
-                name: voice
-                for name, voice in voices.items()
-                if name in BACKENDS and isinstance(voice, str)
-            }
+        self.voices = chosen_voices(stored.get("voices"))
+        languages = stored.get("languages")
+        if isinstance(languages, dict):
+            self.languages = {language: chosen_voices(chosen) for language, chosen in languages.items()}
+
+
+def chosen_voices(stored):
+    """Those of known back-ends, of what a file says."""
+    if not isinstance(stored, dict):
+        return {}
+    return {name: voice for name, voice in stored.items() if name in BACKENDS and isinstance(voice, str)}
+
+
+def sync(folder):
+    place = os.open(folder, os.O_RDONLY | os.O_DIRECTORY)
+    try:
+        os.fsync(place)
+    finally:
+        os.close(place)
+
+
+def content_of(path):
+    """A file's bytes. A pipe in its place would keep us until somebody writes."""
+    with open(os.open(path, os.O_RDONLY | os.O_NONBLOCK), "rb") as file:
+        if not stat.S_ISREG(os.fstat(file.fileno()).st_mode):
+            raise OSError("no regular file")
+        return file.read(LARGEST_FILE)
 
 
 def valid_speed(value):

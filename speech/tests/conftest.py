@@ -10,18 +10,20 @@ import pytest
 
 # Before anything has made a thread.
 PORT_LOCK = None if private_network.enter() else private_network.lock_port()
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
+HERE = Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent))
+sys.path += map(str, sorted(HERE.glob("*/")))  # tests share steps with those of other folders
 
 from cloud_service import CloudService  # noqa: E402
 from engine_process import EngineProcess  # noqa: E402
-from sound import Recorder, SoundServer  # noqa: E402
+from sound import Recorder, start_server  # noqa: E402
 
 
 @pytest.fixture(scope="session")
 def sound_server():
     # Short: the path of a socket has little room.
     folder = tempfile.mkdtemp(prefix="tavin-")
-    server = SoundServer(folder)
+    server = start_server(folder)
     yield server
     server.end()
     shutil.rmtree(folder)

@@ -89,12 +89,12 @@ class EngineProcess:
     def wait_for(self, state, seconds=15):
         return until(lambda: (s := self.status())["state"] == state and s, seconds, state)
 
-    def helpers(self, module):
-        """Process ids of the engine's helpers that run the given module."""
+    def helpers(self, *module):
+        """Process ids of the engine's helpers that run the given module, with the given arguments."""
         found = []
         for entry in Path("/proc").iterdir():
             if entry.name.isdigit() and parent_of(entry) == self.process.pid:
-                if module.encode() in command_of(entry).split(b"\0"):
+                if {word.encode() for word in module} <= set(command_of(entry).split(b"\0")):
                     found.append(int(entry.name))
         return found
 

@@ -44,6 +44,7 @@ class FileServer:
 def head(handler, code, length, content_range=None):
     handler.send_response(code)
     handler.send_header("Content-Length", str(length))
+    handler.send_header("Cache-Control", "max-age=365000000, immutable")  # as PyPI has it
     if content_range:
         handler.send_header("Content-Range", content_range)
     handler.end_headers()

@@ -106,7 +106,7 @@ def assert_survives(engine, seed, count):
         assert status is None or status < 500 or status in (501, 505), data[:2000]
         assert allowed or status != 200, data[:2000]
     assert engine.running() and engine.process.pid == process
-    assert engine.status()["engine"] in ("espeak", "kokoro", "elevenlabs", "openai")
+    assert engine.status()["engine"] in ("espeak", "kokoro", "piper", "elevenlabs", "openai")
     # Something of all kinds must have come through to be refused by the engine itself.
     assert {200, 400, 403, 404, 405} <= set(seen), seen
     assert "Traceback" not in engine.log() and "a request failed" not in engine.log()

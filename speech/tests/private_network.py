@@ -15,6 +15,8 @@ CLONE_NEWNET = 0x40000000
 SIOCSIFFLAGS = 0x8914
 IFF_UP = 1
 PORT = 47632
+CAPABILITY_VERSION = 0x20080522
+PR_SET_DUMPABLE = 4
 
 
 def enter():
@@ -24,7 +26,8 @@ def enter():
     """
     user, group = os.getuid(), os.getgid()
     libc = ctypes.CDLL(None, use_errno=True)
-    if libc.unshare(CLONE_NEWNET) != 0:
+    is_root = libc.unshare(CLONE_NEWNET) == 0
+    if not is_root:
         if libc.unshare(CLONE_NEWUSER | CLONE_NEWNET) != 0:
             return False
         for name, content in (
@@ -39,7 +42,18 @@ def enter():
         fcntl.ioctl(any_socket, SIOCSIFFLAGS, request)
     with open("/proc/sys/net/ipv4/ip_local_reserved_ports", "w", encoding="ascii") as file:
         file.write(str(PORT))  # no client may get it by chance
+    if not is_root:
+        _become_ordinary(libc)
     return True
+
+
+def _become_ordinary(libc):
+    """Gives up what came with the namespace. The kernel shows such a process to no program that has
+    less, so not to the engine, which looks at its callers."""
+    header = (ctypes.c_uint32 * 2)(CAPABILITY_VERSION, 0)
+    nothing = (ctypes.c_uint32 * 6)()
+    if libc.capset(header, nothing) != 0 or libc.prctl(PR_SET_DUMPABLE, 1, 0, 0, 0) != 0:
+        raise OSError(ctypes.get_errno(), "the privileges of the tests' network stay")
 
 
 def lock_port():

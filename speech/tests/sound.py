@@ -2,102 +2,18 @@
 
 import array
 import os
-import signal
 import subprocess
 import threading
 import time
 
+from sound_server import WITH_US, start_sound_server, until  # noqa: F401: of use to all tests
+
 RATE = 22050
-NULL_SINK = ("channels=1", "format=s16le", "norewinds=1")
 LOUD = 200  # speech is far above, rounding far below
-# What a killed test run leaves behind must not live on.
-WITH_US = ("setpriv", "--pdeathsig", "KILL")
 
 
-def until(condition, seconds, what):
-    """Wait for a condition; its value. AssertionError after the given time."""
-    deadline = time.monotonic() + seconds
-    while True:
-        value = condition()
-        if value:
-            return value
-        assert time.monotonic() < deadline, f"not within {seconds} s: {what}"
-        time.sleep(0.005)
-
-
-class SoundServer:
-    def __init__(self, folder):
-        self.socket = os.path.join(folder, "sound")
-        config = os.path.join(folder, "client.conf")
-        with open(config, "w", encoding="ascii") as file:
-            file.write("autospawn = no\nenable-shm = no\n")
-        self.environment = {
-            "PULSE_SERVER": f"unix:{self.socket}",
-            "PULSE_CLIENTCONFIG": config,
-            "XDG_RUNTIME_DIR": str(folder),
-            "HOME": str(folder),
-            "PATH": os.environ["PATH"],
-        }
-        self._log = open(os.path.join(folder, "pulse.log"), "wb")
-        self._process = None
-        self.start()
-
-    def start(self):
-        self._process = subprocess.Popen(
-            [
-                *WITH_US,
-                *("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1"),
-                *("--use-pid-file=no", "--disable-shm=yes"),
-                *("-L", " ".join(["module-null-sink", "sink_name=test", f"rate={RATE}", *NULL_SINK])),
-                *("-L", f"module-native-protocol-unix auth-anonymous=1 socket={self.socket}"),
-            ],
-            env=self.environment,
-            stdout=self._log,
-            stderr=self._log,
-        )
-        until(lambda: self._pactl("info").returncode == 0, 10, "the sound server answers")
-
-    def streams(self):
-        """The streams that are open to the server now."""
-        return self._pactl("list", "short", "sink-inputs").stdout.splitlines()
-
-    def load(self, module, *arguments):
-        """Add a module, for instance a sink."""
-        done = self._pactl("load-module", module, *arguments)
-        assert done.returncode == 0, done.stderr
-        return done.stdout.strip().decode()
-
-    def add_sink(self, name, rate=RATE):
-        """Returns what `unload` takes to remove it."""
-        return self.load("module-null-sink", *NULL_SINK, f"rate={rate}", f"sink_name={name}")
-
-    def unload(self, module):
-        """By its number or, of all that have it, its name."""
-        assert self._pactl("unload-module", module).returncode == 0
-
-    def set_default(self, sink):
-        # Without a source that was asked for, recordings would follow as well.
-        assert self._pactl("set-default-source", "test.monitor").returncode == 0
-        assert self._pactl("set-default-sink", sink).returncode == 0
-
-    def suspend(self, sink, suspended):
-        assert self._pactl("suspend-sink", sink, str(int(suspended))).returncode == 0
-
-    def sinks(self):
-        """Each one's line, with its state at the end."""
-        return self._pactl("list", "short", "sinks").stdout.decode().splitlines()
-
-    def freeze(self, frozen):
-        self._process.send_signal(signal.SIGSTOP if frozen else signal.SIGCONT)
-
-    def end(self):
-        self._process.kill()
-        self._process.wait()
-
-    def _pactl(self, *arguments):
-        return subprocess.run(
-            ["pactl", *arguments], env=self.environment, capture_output=True, check=False
-        )
+def start_server(folder):
+    return start_sound_server(folder, "test", RATE)
 
 
 class Recorder:
@@ -108,6 +24,7 @@ class Recorder:
         self._process = subprocess.Popen(
             [
                 *("parec", "--raw", f"--device={sink}.monitor", "--latency-msec=10"),
+                "--property=node.dont-reconnect=true",  # else PipeWire's follows the default sink
                 *("--format=s16le", f"--rate={rate}", "--channels=1"),
             ],
             env=server.environment,

@@ -9,20 +9,28 @@ from engine_process import FOLDER
 
 SCRIPT = """
 import importlib, sys
-from tavin.backends import BACKENDS
-from tavin.text import pieces
+from tavin.synthesis.backends import BACKENDS
+from tavin.text.pieces import pieces
 name, voice, speed = sys.argv[1:]
 backend = BACKENDS[name]
-synthesizer = importlib.import_module(f"tavin.backends.{name}").Synthesizer()
+synthesizer = importlib.import_module(f"tavin.synthesis.backends.{name}.synthesizer").Synthesizer()
 for piece in pieces(sys.stdin.read(), "en-us", backend.longest_piece, backend.first_piece):
     if piece:
         synthesizer.say(piece, voice, float(speed), sys.stdout.buffer.write)
 """
 
 
-def expected(text, voice="gmw/en-US", speed=1.0, backend="espeak", tree=FOLDER, environment=None):
+def expected(
+    text,
+    voice="gmw/en-US",
+    speed=1.0,
+    backend="espeak",
+    tree=FOLDER,
+    environment=None,
+    python=sys.executable,
+):
     """The samples; a process of its own, because what was said before changes them a little."""
-    command = [sys.executable, "-c", SCRIPT, backend, voice, str(speed)]
+    command = [python, "-c", SCRIPT, backend, voice, str(speed)]
     environment = {**os.environ, **(environment or {})}
     done = subprocess.run(
         command, cwd=tree, env=environment, input=text.encode(), capture_output=True, check=True

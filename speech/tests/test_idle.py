@@ -19,7 +19,7 @@ def switches(pid):
 
 
 def processes(engine):
-    return [engine.process.pid, engine.helper("tavin.worker"), engine.helper("tavin.player")]
+    return [engine.process.pid, engine.helper("tavin.synthesis.worker"), engine.helper("tavin.sound.player")]
 
 
 def sleeps(pids, seconds):

@@ -27,7 +27,7 @@ def bring_to(engine, state):
     "number, state", [*((signal.SIGTERM, state) for state in STATES), (signal.SIGINT, "speaking")]
 )
 def test_a_signal_ends_everything_soon(engine, sound_server, number, state):
-    helpers = [engine.helper("tavin.worker"), engine.helper("tavin.player")]
+    helpers = [engine.helper("tavin.synthesis.worker"), engine.helper("tavin.sound.player")]
     bring_to(engine, state)
     code, seconds = engine.end(number)
     assert code == 0
@@ -50,7 +50,7 @@ def test_a_signal_ends_it_in_the_midst_of_a_huge_request(engine, sent):
 
 @pytest.mark.parametrize("state", ["loading", "speaking"])
 def test_a_killed_engine_leaves_nothing_behind(engine, sound_server, state):
-    helpers = [engine.helper("tavin.worker"), engine.helper("tavin.player")]
+    helpers = [engine.helper("tavin.synthesis.worker"), engine.helper("tavin.sound.player")]
     bring_to(engine, state)
     engine.end(signal.SIGKILL)
     until(lambda: not any(exists(pid) for pid in helpers), 1, "the helpers' end")
@@ -59,7 +59,7 @@ def test_a_killed_engine_leaves_nothing_behind(engine, sound_server, state):
 
 def test_a_worker_that_cannot_read_ends_with_the_engine(engine):
     assert engine.status()["voice"]  # the worker is up
-    worker = engine.helper("tavin.worker")
+    worker = engine.helper("tavin.synthesis.worker")
     os.kill(worker, signal.SIGSTOP)  # sees no end of input
     engine.end(signal.SIGKILL)
     until(lambda: not exists(worker), 1, "the worker's end")
@@ -91,7 +91,7 @@ def test_a_taken_port_is_told_once_and_tried_again(new_engine):
         time.sleep(2.5)  # one more try
         assert engine.process.poll() is None
         assert engine.log().count("\n") == 1
-        assert "another program has it" in engine.log()
+        assert f"(process {os.getpid()}) has it" in engine.log()
     until(lambda: engine.answers(), 5, "the engine answers")
     assert engine.status()["state"] == "idle"
 

@@ -46,7 +46,8 @@ raise ValueError({key!r})
 """
 
 BROKEN_KEYRING = """
-from tavin import keys, server
+from tavin import server
+from tavin.keys import keys
 
 async def ask(*what, do, **more):
     if do == "search":

@@ -7,12 +7,13 @@ import signal
 import weakref
 
 import pytest
-from tavin import frames
-from tavin.backends import BACKENDS
 from tavin.engine import Engine
+from tavin.process import frames
 from tavin.reading import Reading
 from tavin.settings import Settings
-from tavin.stream import Stream
+from tavin.sound.stream import Stream
+from tavin.synthesis.backends import BACKENDS
+from tavin.text.pieces import pieces
 
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 20
 
@@ -81,7 +82,7 @@ def test_a_text_is_let_go_of_when_it_is_over(sound_server, monkeypatch, tmp_path
         for end in (a_stop_at_once, a_stop, a_pause_and_a_stop, a_new_voice_and_a_stop, a_failure):
             await let_go(engine, Text(LONG), end)
         engine.end()
-        await finish(lambda: not engine._output._child.alive and not engine._synth()._child.alive, "all ended")
+        await finish(lambda: not engine._output._child.alive and not engine._choice.synth()._child.alive, "all ended")
 
     gc.disable()
     try:
@@ -144,7 +145,9 @@ def read(text):
         raise AssertionError(error)
 
     async def scenario():
-        reading = Reading(text, choose, "en-us", synthesizer.backend, player, on_error)
+        backend = synthesizer.backend
+        found = pieces(text, "en-us", backend.longest_piece, backend.first_piece)
+        reading = Reading(found, choose, backend, player, on_error)
         async with asyncio.timeout(120):
             await reading.run()
 

@@ -4,6 +4,7 @@ import asyncio
 import http.client
 import itertools
 import json
+import os
 import random
 import resource
 import signal
@@ -137,6 +138,23 @@ def test_a_write_that_fails_in_its_midst_leaves_the_old_file(tmp_path, limited_f
     assert Settings(path).speed == 3.0
 
 
+def test_the_folder_is_synced_after_the_file_has_its_name(tmp_path, monkeypatch):
+    path = tmp_path / "engine.json"
+    synced = []
+    monkeypatch.setattr(
+        os, "fsync", lambda file: synced.append((stat.S_ISDIR(os.fstat(file).st_mode), path.exists()))
+    )
+    save(Settings(path))
+    assert synced == [(False, False), (True, True)]
+
+
+def test_a_pipe_in_the_files_place_holds_nobody_up(new_engine):
+    engine = new_engine()
+    engine.settings.parent.mkdir(parents=True)
+    os.mkfifo(engine.settings)
+    assert engine.start().status()["speed"] == 1.0
+
+
 @pytest.mark.parametrize(
     "content",
     [
@@ -149,6 +167,8 @@ def test_a_write_that_fails_in_its_midst_leaves_the_old_file(tmp_path, limited_f
         b'{"engine": ["espeak"], "voices": {"espeak": 7, "x": "y"}, "speed": NaN}',
         b'{"engine": {}, "voices": [], "speed": true, "keys": {}}',
         b'{"keys": ["nobody", 7, {}]}',
+        b'{"languages": {"fr": 7, "de": {"espeak": 1, "nobody": "x"}, "": []}}',
+        b'{"languages": ["fr"]}',
     ],
 )
 def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
@@ -157,6 +177,7 @@ def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
     settings = Settings(path)
     assert (settings.engine, settings.speed) == ("espeak", 1.0)
     assert settings.keyed == []
+    assert not any(settings.languages.values())
     assert settings.voices in ({}, {"espeak": "nobody"})  # which voices there are is not known here
 
 
@@ -202,3 +223,4 @@ def test_a_place_that_cannot_be_written_costs_only_the_memory(new_engine):
     assert engine.post("/config", speed=2)[0] == 200
     assert engine.status()["speed"] == 2.0
     assert "settings could not be stored" in engine.log()
+    assert engine.status()["error"] == "This choice is kept only until Tavin ends: File exists."

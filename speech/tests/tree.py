@@ -3,11 +3,13 @@
 import hashlib
 import json
 import shutil
+import subprocess
 import sys
 
 from engine_process import FOLDER
 
-OWN_TAG = f"cp{sys.version_info.major}{sys.version_info.minor}"
+KOKORO = "tavin/synthesis/backends/kokoro"
+WANTED = "from tavin.synthesis.backends.kokoro.needs import libraries; print(libraries.wanted(), end='')"
 
 
 class Tree:
@@ -15,11 +17,12 @@ class Tree:
         self.folder = folder
         self._server = server
         shutil.copytree(FOLDER / "tavin", folder / "tavin", ignore=shutil.ignore_patterns("__pycache__"))
+        self._want(libraries={"download": 0, "disk": 0})
 
     def offer(self, **contents):
         """Have the server offer these files (name without ending -> bytes), and the engine want them."""
         self._server.files.update(contents)
-        pins = [
+        files = [
             {
                 "name": name,
                 "url": self._server.url(name),
@@ -28,23 +31,51 @@ class Tree:
             }
             for name, content in contents.items()
         ]
-        path = self.folder / "tavin" / "backends" / "kokoro.json"
-        path.write_text(json.dumps({"files": pins}))
+        self._want(files=files)
 
-    def use_libraries(self, folder):
-        (self.folder / "site-packages").symlink_to(folder)
+    def serve_model(self, path):
+        """Have the server offer the file of this name that the engine wants anyway."""
+        self._server.files[path.name] = path.read_bytes()
+        files = self._wanted()["files"]
+        for file in files:
+            file["url"] = self._server.url(file["name"])
+        self._want(files=files)
 
-    def claim_libraries(self, tag=OWN_TAG):
-        """What an installation tells of itself, and nothing else of it."""
-        libraries = self.folder / "site-packages"
-        for name, content in (
-            ("kokoro_onnx-1.dist-info/METADATA", "Metadata-Version: 2.1\nName: kokoro-onnx\nVersion: 1\n"),
-            ("onnxruntime-1.dist-info/METADATA", "Metadata-Version: 2.1\nName: onnxruntime\nVersion: 1\n"),
-            ("onnxruntime-1.dist-info/WHEEL", f"Wheel-Version: 1.0\nTag: {tag}-{tag}-linux_x86_64\n"),
-        ):
-            path = libraries / name
-            path.parent.mkdir(parents=True, exist_ok=True)
-            path.write_text(content)
+    def offer_instead(self, path):
+        """Have the server offer this file, and the engine want it in place of one with the same name."""
+        content = path.read_bytes()
+        self._server.files[path.name] = content
+        files = self._wanted()["files"]
+        for file in files:
+            if file["name"] == path.name:
+                file["size"], file["sha256"] = len(content), hashlib.sha256(content).hexdigest()
+        self._want(files=files)
+
+    def want_libraries(self, requirements, download=0, disk=0):
+        """What pip is to install."""
+        (self.folder / KOKORO / "requirements.txt").write_text(requirements)
+        self._want(libraries={"download": download, "disk": disk})
+
+    def _wanted(self):
+        return json.loads((self.folder / KOKORO / "needs.json").read_text())
+
+    def _want(self, **changes):
+        wanted = {**self._wanted(), **changes}
+        (self.folder / KOKORO / "needs.json").write_text(json.dumps(wanted))
+
+    def have_libraries(self, data, environment=None):
+        """Put an environment into the user's data folder; without one, what passes for one at a glance."""
+        place = data / "tavin" / "kokoro" / "libraries"
+        place.parent.mkdir(parents=True)
+        if environment:
+            place.symlink_to(environment)
+            return
+        (place / "bin").mkdir(parents=True)
+        (place / "bin" / "python3").symlink_to(sys.executable)
+        done = subprocess.run(
+            [sys.executable, "-B", "-c", WANTED], cwd=self.folder, capture_output=True, text=True, check=True
+        )
+        (place / "built-for").write_text(done.stdout)
 
     def poison_libraries(self):
         """Libraries that no process but the neural voice's may load: each leaves a mark. The marks' folder."""

@@ -54,8 +54,11 @@ UrlRequest EngineClient::request(const QString& path) const {
 
 std::variant<QByteArray, UrlError> EngineClient::sync(const UrlRequest& request) {
   auto result = session_.dataTask(request);
-  if (const auto* error = std::get_if<UrlError>(&result))
+  if (const auto* error = std::get_if<UrlError>(&result)) {
+    if (error->code == UrlError::cannotConnectToHost)
+      supervisor_->noteUnreachable();
     return *error;
+  }
   auto& response = std::get<UrlResponse>(result);
   if (response.statusCode != 200 || !response.body)
     return UrlError{UrlError::badServerResponse};
@@ -96,7 +99,9 @@ std::optional<QJsonObject> EngineClient::post(const QString& path, const QJsonOb
 }
 
 void EngineClient::startIfNeeded() {
-  if (!status(startupStatusTimeout, TimeLimit::total))
+  if (status(startupStatusTimeout, TimeLimit::total))
+    supervisor_->noteFound();
+  else
     supervisor_->launch();
 }
 

@@ -71,6 +71,14 @@ void EngineSupervisor::processExited() {
   services_.mainQueue.asyncAfter(restartDelay, [self = shared_from_this()] { self->launch(); });
 }
 
+// An engine that was found at start has no successor here; the next request sees that it has gone.
+void EngineSupervisor::noteUnreachable() {
+  if (!quitting_ && foundRunning_.exchange(false))
+    services_.log.write(
+        QStringLiteral("Tavin: the engine that was running already has ended; Tavin starts its own "
+                       "when it is started again"));
+}
+
 void EngineSupervisor::shutdown() {
   quitting_ = true;
   if (process_)

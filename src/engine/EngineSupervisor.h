@@ -32,6 +32,10 @@ class EngineSupervisor : public std::enable_shared_from_this<EngineSupervisor> {
 
   // A failure is logged.
   void launch();
+  // An engine that was not started here answers.
+  void noteFound() { foundRunning_ = true; }
+  // Nothing listens on the port: one that was found has ended, which is logged once. Any thread.
+  void noteUnreachable();
   // No restart from now on; asks the engine to end and does not wait for it.
   void shutdown();
 
@@ -47,6 +51,7 @@ class EngineSupervisor : public std::enable_shared_from_this<EngineSupervisor> {
 
   const Services services_;
   std::shared_ptr<ChildProcess> process_;
+  std::atomic<bool> foundRunning_ = false;  // An engine that was not started here is in use.
   std::atomic<bool> quitting_ = false;      // Only ever turns true.
   std::atomic<std::int64_t> restarts_ = 0;  // Never reset.
 };

@@ -5,16 +5,19 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 
+#include "platform/Installation.h"
+
 namespace tavin {
 
 Bundle Bundle::main() {
   const QString executable = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
-  QDir prefix = QFileInfo(executable).dir();
+  QDir resources = QFileInfo(executable).dir();
   Bundle bundle;
-  if (executable.isEmpty() || !prefix.cdUp() || !prefix.cd(QStringLiteral("share/tavin")))
+  if (executable.isEmpty() || !resources.cd(QLatin1String(dataFromProgram)) ||
+      !resources.cd(QStringLiteral("tavin")))
     return bundle;
-  bundle.resourcesDirectory = prefix.path();
-  QFile info(prefix.filePath(QStringLiteral("info.json")));
+  bundle.resourcesDirectory = resources.path();
+  QFile info(resources.filePath(QStringLiteral("info.json")));
   if (info.open(QIODevice::ReadOnly))
     bundle.info = QJsonDocument::fromJson(info.readAll()).object();
   return bundle;

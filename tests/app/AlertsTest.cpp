@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <utility>
+
 #include "fake/LaunchedApp.h"
 
 namespace tavin::test {
@@ -112,6 +114,18 @@ TEST_F(AlertsTest, HelpIsShownOnEachOfTwoRequestsWithoutThePermission) {
   app->speakSelection();
   fakes.settle();
   EXPECT_EQ(fakes.journal.count("main: alert Tavin needs Accessibility access"), 2);
+}
+
+TEST_F(AlertsTest, AnswerToTheHelpLeavesTheLastErrorAlone) {
+  for (const int button : {0, AlertResponse::firstButton, AlertResponse::firstButton + 1}) {
+    app->showError(QStringLiteral("A"));
+    app->showAccessibilityHelp();
+    for (const auto& completion : std::exchange(fakes.alerts.completions, {}))
+      completion({.button = button, .text = {}});
+    const std::size_t before = shown();
+    app->showError(QStringLiteral("A"));
+    EXPECT_EQ(shown(), before) << button;
+  }
 }
 
 }  // namespace

@@ -8,7 +8,8 @@ from session import SessionError, wait_until
 
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 MENUS = {"menu", "popup menu"}
-CHECKED, ENABLED, SHOWING = 4, 8, 25  # of AT-SPI's states
+ACTIVE, CHECKED, ENABLED, SHOWING = 1, 4, 8, 25  # of AT-SPI's states
+REGISTRY_ROOT = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 
 
 @dataclass
@@ -41,8 +42,7 @@ def accessible_processes(session):
     def ask(name, path, interface, method, arguments=None):
         return bus.call_sync(name, path, interface, method, arguments, None, 0, 5000,
                              None).unpack()[0]
-    programs = ask("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root", ACCESSIBLE,
-                   "GetChildren")
+    programs = ask(*REGISTRY_ROOT, ACCESSIBLE, "GetChildren")
     return {ask("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                 "GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)))
             for name, _ in programs}
@@ -56,7 +56,7 @@ class Tree:
 
     def box(self, role, name):
         """Where the first thing shown with that role and name is on the screen, or None."""
-        below = [("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")]
+        below = [REGISTRY_ROOT]
         while below:
             node = below.pop(0)
             with contextlib.suppress(GLib.Error):  # It may leave meanwhile.
@@ -67,6 +67,16 @@ class Tree:
                         return box
                 below += self._call(node, ACCESSIBLE, "GetChildren")
         return None
+
+    def knows_its_focus(self, program):
+        """Whether a window of the program says that it is the active one. A compositor says so a
+        moment before the program does."""
+        with contextlib.suppress(GLib.Error):  # It may leave meanwhile.
+            return any(ACTIVE in self._states(window)
+                       for node in self._call(REGISTRY_ROOT, ACCESSIBLE, "GetChildren")
+                       if self._get(node, "Name") == program
+                       for window in self._call(node, ACCESSIBLE, "GetChildren"))
+        return False
 
     def _call(self, node, interface, method, arguments=None):
         answer = self._bus.call_sync(*node, interface, method, arguments, None, 0, 3000, None)

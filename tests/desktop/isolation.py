@@ -81,6 +81,17 @@ def _lock_port(seconds):
     return fd
 
 
+def _require_free_port():
+    """Another engine would be asked in place of the session's."""
+    with socket.socket(socket.AF_INET, socket.SOCK_STREAM) as probe:
+        probe.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
+        try:
+            probe.bind(("127.0.0.1", ENGINE_PORT))
+        except OSError:
+            sys.exit(f"in-session: another program holds port {ENGINE_PORT}, and this machine gives "
+                     "tests no network of their own")
+
+
 def _descendants(root):
     parents = {}
     for entry in filter(str.isdigit, os.listdir("/proc")):
@@ -155,6 +166,7 @@ def run_isolated(command, environment):
         # A lock that a session around this one holds serves for this one too.
         if os.environ.get(KIND) != "lock":
             lock = _lock_port(900)
+            _require_free_port()
         kind, death = "lock", signal.SIGTERM
     child = None
 

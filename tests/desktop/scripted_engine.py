@@ -7,8 +7,8 @@ import shutil
 
 from driver import Tavin
 from engine import IDLE
+from own_engine import engines, listening
 from session import wait_until
-from test_quit import engines, listening
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 

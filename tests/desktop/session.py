@@ -12,11 +12,15 @@ import shutil
 import signal
 import socket
 import subprocess
+import sys
 import time
 
 from isolation import open_lock_file, try_lock
 
 HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.append(os.path.join(HERE, "../../speech/tests"))
+from sound_server import start_sound_server  # noqa: E402
+
 WINDOW_MANAGERS = {
     # Without key bindings: openbox's own take Alt+Escape.
     "openbox": ["openbox", "--config-file", os.path.join(HERE, "openbox.xml")],
@@ -243,36 +247,14 @@ class Session(Programs):
         return False
 
     def _start_sound(self):
-        """PulseAudio, or PipeWire on a machine that has that in its place: the two packages
-        exclude each other."""
-        if shutil.which("pulseaudio"):
-            self._start_pulseaudio()
-        else:
-            self._start_pipewire()
-        wait_until(lambda: "tavin" in self._pactl("list", "short", "sinks"), 20, "sound server")
-
-    def _pactl(self, *arguments):
-        return self.run(["pactl", *arguments], check=False, stderr=subprocess.DEVNULL)
-
-    def _start_pulseaudio(self):
-        server = os.path.join(self.folder, "run/sound")
-        self.env["PULSE_SERVER"] = "unix:" + server
-        self._start_service(
-            ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
-             "--high-priority=no", "--realtime=no", "--disable-shm=yes", "--log-target=stderr",
-             "-L", f"module-native-protocol-unix socket={server} auth-anonymous=1",
-             "-L", "module-null-sink sink_name=tavin rate=48000"])
-        wait_until(lambda: os.path.exists(server), 20, "pulseaudio")
-
-    def _start_pipewire(self):
-        run = self.env["XDG_RUNTIME_DIR"]
-        self._start_service(["pipewire"])
-        wait_until(lambda: os.path.exists(os.path.join(run, "pipewire-0")), 20, "pipewire")
-        self._start_service(["wireplumber"])
-        self._start_service(["pipewire-pulse"])
-        self.env["PULSE_SERVER"] = f"unix:{run}/pulse/native"
-        wait_until(lambda: self._pactl("info"), 20, "pipewire-pulse")
-        self._pactl("load-module", "module-null-sink", "sink_name=tavin", "rate=48000")
+        folder = os.path.join(self.folder, "sound")
+        os.mkdir(folder)
+        try:
+            server = start_sound_server(folder, "tavin", 48000)
+        except AssertionError as error:
+            raise SessionError(error) from None
+        self._services += server.processes
+        self.env["PULSE_SERVER"] = server.address
 
 
 def _readable(fd):

@@ -1,9 +1,11 @@
-"""Whether a recording holds speech."""
+"""What is heard in a session, and whether it is speech."""
 
 import array
 import math
 import statistics
 import wave
+
+from session import wait_until
 
 FRAME_SECONDS = 0.02
 AUDIBLE = 200  # RMS of 16-bit samples; a null sink's silence is exactly 0
@@ -29,3 +31,12 @@ def speech_seconds(path):
     if len(audible) < 2 or statistics.pstdev(audible) < 0.25 * statistics.fmean(audible):
         return 0.0
     return len(audible) * FRAME_SECONDS
+
+
+def start_recorder(desktop, path):
+    """A program that records what a session's sound server plays; to be stopped."""
+    recorder = desktop.start(["parec", "-d", "tavin.monitor", "--file-format=wav", "--channels=1",
+                              "--rate=22050", "--format=s16le", "--latency-msec=50", path])
+    wait_until(lambda: "parec" in desktop.session.run(["pactl", "list", "source-outputs"]), 10,
+               "recorder")
+    return recorder

@@ -6,9 +6,9 @@ import signal
 
 import pytest
 from driver import Tavin
+from own_engine import engines
 from scripted_engine import Pair, make_tree
 from session import wait_until
-from test_quit import engines
 
 NO_ENGINE = "Tavin: no bundled engine and no TavinEngineDir"
 

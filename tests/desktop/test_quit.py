@@ -6,30 +6,8 @@ import time
 
 import pytest
 from driver import Desktop, Tavin
-from isolation import ENGINE_PORT
+from own_engine import engines, listening
 from session import Session, wait_until
-
-
-def engines(session):
-    """The processes of the session that run the engine."""
-    home = f"HOME={session.env['HOME']}".encode()
-    found = []
-    for entry in filter(str.isdigit, os.listdir("/proc")):
-        try:
-            with open(f"/proc/{entry}/cmdline", "rb") as f:
-                arguments = f.read().split(b"\0")
-            with open(f"/proc/{entry}/environ", "rb") as f:
-                environment = f.read().split(b"\0")
-        except OSError:
-            continue
-        if home in environment and any(a.startswith(b"tavin.") for a in arguments):
-            found.append(int(entry))
-    return found
-
-
-def listening():
-    with open("/proc/net/tcp", encoding="ascii") as f:
-        return any(f":{ENGINE_PORT:04X} 00000000:0000 0A" in line for line in f)
 
 
 @pytest.fixture

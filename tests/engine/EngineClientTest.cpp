@@ -116,6 +116,13 @@ TEST_F(EngineClientTest, ReplyObjectIsReturned) {
   EXPECT_EQ(client->post("stop"), (QJsonObject{{"ok", true}}));
 }
 
+TEST_F(EngineClientTest, VoicesThatAreAnObjectAreNone) {
+  fakes.engine.answerWith("voices", 200, QByteArray(R"({"id":"a","name":"A"})"));
+  EXPECT_THAT(client->voices("espeak"), IsEmpty());
+  fakes.engine.answerWith("voices", 200, QByteArray(R"({"voices":[{"id":"a","name":"A"}]})"));
+  EXPECT_THAT(client->voices("espeak"), IsEmpty());
+}
+
 TEST_F(EngineClientTest, VoicesKeepTheEnginesOrder) {
   fakes.engine.answerWith("voices", 200,
                           QByteArray(R"([{"id":"z","name":"Z"},{"id":"a","name":"A"}])"));

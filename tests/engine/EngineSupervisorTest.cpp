@@ -197,5 +197,25 @@ TEST_F(EngineSupervisorTest, LogThatCannotBeOpenedIsNoFailure) {
   EXPECT_THAT(fakes.log.lines, IsEmpty());
 }
 
+TEST_F(EngineSupervisorTest, EndOfAnEngineThatWasRunningAlreadyIsToldOnce) {
+  fakes.engine.reachable = true;
+  client->startIfNeeded();
+  client->status();
+  EXPECT_THAT(fakes.log.lines, IsEmpty());
+  fakes.engine.reachable = false;
+  client->status();
+  client->post("stop");
+  EXPECT_THAT(fakes.log.lines,
+              ElementsAre("Tavin: the engine that was running already has ended; Tavin starts its "
+                          "own when it is started again"));
+  EXPECT_THAT(fakes.launcher.launched, IsEmpty());
+}
+
+TEST_F(EngineSupervisorTest, EndOfAnEngineThatWasStartedHereIsNotTold) {
+  client->startIfNeeded();
+  client->status();
+  EXPECT_THAT(fakes.log.lines, IsEmpty());
+}
+
 }  // namespace
 }  // namespace tavin::test

@@ -87,7 +87,7 @@ TEST_F(RealEngineTest, VoicesDecodeForEachEngine) {
     const bool listed = engine.name == "espeak" || engine.name == "openai";
     EXPECT_EQ(!client().voices(engine.name).empty(), listed) << engine.name.toStdString();
   }
-  EXPECT_THAT(client().voices("espeak"), Contains(Voice{"gmw/de", "German"}));
+  EXPECT_THAT(client().voices("espeak"), Contains(Voice{"gmw/de", "Deutsch"}));
   EXPECT_THAT(client().voices("openai"), Contains(Voice{"alloy", "Alloy"}));
 }
 

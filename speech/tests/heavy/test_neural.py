@@ -6,16 +6,16 @@ import time
 from pathlib import Path
 
 import file_server as does
+import neural_models
 import pytest
 import tiny_model
 from engine_process import exists
+from measures import STATUS_LIMIT, usual_status
 from sound import RATE, until
-from spoken import trimmed
+from spoken import expected, first_difference, trimmed, without_silence
 from test_idle import sleep_is_seen
-from test_sound import STATUS_LIMIT, usual_status
 from tree import Tree
 
-LIBRARIES = os.environ["TAVIN_KOKORO_LIBRARIES"]
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again, and then once more. "
 WORK = 60  # products of matrices: seconds for each piece
 
@@ -30,7 +30,7 @@ def server():
 @pytest.fixture
 def tree(tmp_path, server):
     made = Tree(tmp_path / "tree", server)
-    made.use_libraries(LIBRARIES)
+    made.have_libraries(tmp_path / "data", neural_models.libraries("kokoro"))
     made.offer(model=tiny_model.model(), voices=tiny_model.voice_file())
     return made
 
@@ -54,11 +54,7 @@ def neural_worker(engine):
 
 
 def workers(engine):
-    return [pid for pid in engine.helpers("tavin.worker") if b"kokoro" in command(pid)]
-
-
-def command(pid):
-    return Path(f"/proc/{pid}/cmdline").read_bytes()
+    return engine.helpers("tavin.synthesis.worker", "kokoro")
 
 
 def speaks(engine, recorder, text="Hello there, world!"):
@@ -81,10 +77,10 @@ def test_from_the_choice_to_the_sound(engine, recorder):
     code, voices = engine.request("GET", "/voices?engine=kokoro")
     assert code == 200
     assert [voice["name"] for voice in voices] == [
-        "Heart (American English, female)",
-        "Adam (American English, male)",
-        "Emma (British English, female)",
-        "Siwis (French, female)",
+        "Heart – English (United States), female",
+        "Adam – English (United States), male",
+        "Emma – English (United Kingdom), female",
+        "Siwis – Français (France), female",
     ]
     heard = speaks(engine, recorder)
     assert max(heard) > 0.2 * 32767
@@ -184,7 +180,7 @@ def test_a_killed_worker_is_an_error_that_names_it_and_the_text_goes_on(engine, 
 
 
 def test_the_memory_is_given_back_and_the_next_speech_loads_again(engine, tree, recorder):
-    tree.change("backends/__init__.py", "idle_seconds=15 * 60.0", "idle_seconds=1.0")
+    tree.change("synthesis/backends/kokoro/__init__.py", "idle_seconds=15 * 60.0", "idle_seconds=1.0")
     engine.start()
     choose(engine)
     ready(engine)
@@ -299,24 +295,46 @@ def test_no_wake_up_after_speaking(engine, recorder):
     choose(engine)
     ready(engine)
     speaks(engine, recorder)
-    pids = [engine.process.pid, neural_worker(engine), engine.helper("tavin.player")]
+    pids = [engine.process.pid, neural_worker(engine), engine.helper("tavin.sound.player")]
     sleep_is_seen(pids)
 
 
 def memory(engine):
     total = 0
-    for pid in [engine.process.pid, *engine.helpers("tavin.worker"), *engine.helpers("tavin.player")]:
+    for pid in [engine.process.pid, *engine.helpers("tavin.synthesis.worker"), *engine.helpers("tavin.sound.player")]:
         with open(f"/proc/{pid}/status", encoding="ascii") as status:
             total += next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmRSS"))
     return total
 
 
-def test_it_follows_no_other_language_than_its_voices(engine, recorder):
+ENGLISH = "This is a text in English, and that is what it is for the voice as well."
+
+
+def test_a_text_is_read_by_a_voice_of_its_language(engine, recorder, tree):
     engine.start()
     choose(engine)
     ready(engine)
     assert engine.post("/config", voice="ff_siwis")[0] == 200
-    engine.speak("This is a text in English, and that is what it is for the voice as well.")
-    engine.wait_for("speaking", 30)
-    assert engine.status()["voice"] == "ff_siwis"
-    assert engine.wait_for("idle", 30)["error"] is None
+    wanted = {voice: len(made(tree, ENGLISH, voice)) for voice in ("af_heart", "ff_siwis")}
+    assert wanted["af_heart"] != wanted["ff_siwis"]
+    heard = speaks(engine, recorder, ENGLISH)
+    assert engine.status()["voice"] == "ff_siwis"  # the choice stays
+    assert len(heard) / RATE == pytest.approx(wanted["af_heart"] / 24000, abs=0.1)
+
+
+def made(tree, text, voice):
+    environment = {"XDG_DATA_HOME": str(tree.folder.parent / "data")}
+    python = neural_models.libraries("kokoro") / "bin" / "python3"
+    return trimmed(expected(text, voice, 1.0, "kokoro", tree.folder, environment, python))
+
+
+def test_a_language_that_it_does_not_speak_is_read_by_another_back_end(engine, recorder):
+    engine.start()
+    choose(engine)
+    ready(engine)
+    text = "Der Abend war lang, und niemand im Haus wollte darüber reden."
+    heard = without_silence(speaks(engine, recorder, text))
+    wanted = without_silence(expected(text, voice="gmw/de"))
+    assert first_difference(heard, wanted) is None
+    assert engine.status()["engine"] == "kokoro"
+    speaks(engine, recorder)

@@ -1,15 +1,13 @@
-"""What is heard of the neural voice, sample by sample: its real libraries and a tiny model.
-
-Needs the folder of the libraries in TAVIN_KOKORO_LIBRARIES.
-"""
+"""What is heard of the neural voice, sample by sample: its real libraries and a tiny model."""
 
 from itertools import groupby
 
+import neural_models
 import pytest
+from measures import ROUNDS, SILENCE_LIMIT, best_of, silence_after
 from sound import Recorder
 from spoken import difference_in_speech, expected, longest_gap, trimmed
 from test_neural import LONG, choose, engine, ready, server, tree  # noqa: F401
-from test_sound import ROUNDS, SILENCE_LIMIT, best_of, silence_after
 
 RATE = 24000  # the model's own, so that the samples come through as they are
 GAP_LIMIT = 0.02  # seconds
@@ -39,7 +37,8 @@ def voice(engine, recorder):  # noqa: F811
 def wanted(tree, tmp_path):  # noqa: F811
     def sound_of(text, speed=1.0):
         environment = {"XDG_DATA_HOME": str(tmp_path / "data")}
-        return expected(text, "af_heart", speed, "kokoro", tree.folder, environment)
+        python = neural_models.libraries("kokoro") / "bin" / "python3"
+        return expected(text, "af_heart", speed, "kokoro", tree.folder, environment, python)
 
     return sound_of
 

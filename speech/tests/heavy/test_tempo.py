@@ -1,14 +1,14 @@
 """Sound that is sped up: shorter, of the same pitch, without clicks."""
 
-import os
 import sys
 
+import neural_models
 import pytest
 
-sys.path.insert(0, os.environ["TAVIN_KOKORO_LIBRARIES"])
+sys.path.insert(0, neural_models.packages("kokoro"))
 
 import numpy  # noqa: E402
-from tavin.tempo import faster  # noqa: E402
+from tavin.synthesis.backends.kokoro.tempo import faster  # noqa: E402
 
 RATE = 24000
 

@@ -10,6 +10,7 @@
 
 #include "platform/desktop/DesktopEntry.h"
 #include "platform/desktop/DesktopName.h"
+#include "platform/posix/ForeignFile.h"
 
 namespace tavin::desktop {
 namespace {
@@ -66,10 +67,10 @@ AutostartLoginItem::AutostartLoginItem(QString executable)
             QStringLiteral("/autostart/app.tavin.Tavin.desktop")) {}
 
 LoginItemStatus AutostartLoginItem::status() {
-  QFile file(path_);
-  if (!file.exists())
+  if (!QFileInfo::exists(path_))
     return LoginItemStatus::notRegistered;
-  if (!file.open(QIODevice::ReadOnly) || isSwitchedOff(parseDesktopEntry(file.readAll())))
+  const auto text = posix::readForeignFile(QFile::encodeName(path_).toStdString());
+  if (!text || isSwitchedOff(parseDesktopEntry(QByteArray::fromStdString(*text))))
     return LoginItemStatus::requiresApproval;
   return LoginItemStatus::enabled;
 }

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/Installation.h"
 #include "platform/desktop/SignalWatch.h"
 
 namespace tavin::desktop {
@@ -43,6 +44,7 @@ QtApplication::QtApplication(const char* program, const char* qtPlatform)
     : instance_(std::make_unique<Instance>(program, qtPlatform)) {
   instance_->quitRequested = [this] { terminate(); };
   QCoreApplication::setApplicationName(QStringLiteral("tavin"));
+  QCoreApplication::setApplicationVersion(QLatin1String(version));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavin"));
   QGuiApplication::setDesktopFileName(QStringLiteral("app.tavin.Tavin"));
   QGuiApplication::setQuitOnLastWindowClosed(false);

@@ -9,6 +9,7 @@
 
 #include "platform/gnome/CustomKeybindings.h"
 #include "platform/gnome/Settings.h"
+#include "platform/posix/ForeignFile.h"
 
 namespace tavin::gnome {
 namespace {
@@ -65,10 +66,11 @@ QStringList enabledExtensions() {
 // An extension may bring its schema along in its own folder, or install it with the system's.
 std::optional<QString> holderInExtension(const QString& folder,
                                          const BothAccelerators& combination) {
-  QFile file(folder + QStringLiteral("/metadata.json"));
-  if (!file.open(QIODevice::ReadOnly))
+  const auto text = posix::readForeignFile(
+      QFile::encodeName(folder + QStringLiteral("/metadata.json")).toStdString());
+  if (!text)
     return std::nullopt;
-  const QString schema = QJsonDocument::fromJson(file.readAll())
+  const QString schema = QJsonDocument::fromJson(QByteArray::fromStdString(*text))
                              .object()
                              .value(QStringLiteral("settings-schema"))
                              .toString();

@@ -4,9 +4,12 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 #include "platform/UrlSession.h"
+#include "platform/http/LoopbackSocket.h"
+#include "platform/http/SocketHolders.h"
 
 namespace tavin {
 class SystemLog;
@@ -15,8 +18,9 @@ class SystemLog;
 namespace tavin::http {
 
 // The session on libcurl. Each request has a connection of its own, because a library may send a
-// POST again on a reused one; no proxy, redirect, cookie or cache takes part. A listener of another
-// user is no engine: the request fails before its first byte is sent, with one log line.
+// POST again on a reused one; no proxy, redirect, cookie or cache takes part. A listener that is
+// not ours (SocketHolders) is no engine: it is not even connected to, and one log line tells who it
+// is.
 class CurlSession final : public UrlSession {
  public:
   // What an answer may hold; the engine's are a few kilobytes. A larger one would take too long to
@@ -29,13 +33,15 @@ class CurlSession final : public UrlSession {
   std::variant<UrlResponse, UrlError> dataTask(const UrlRequest& request) override;
 
  private:
-  bool peerIsEngine(const UrlRequest& request);
+  bool isEngine(const LoopbackSocket& socket);
+  bool isConnectedToEngine(std::uint16_t port, std::uint16_t ownPort);
+  QString describe(const SocketHolders::Stranger& stranger, const LoopbackSocket& socket) const;
 
   SystemLog& log_;
   const uid_t user_;
-  // Each is logged once for each time it turns true.
-  std::atomic<bool> foreignListener_ = false;
-  std::atomic<bool> ownerUnknown_ = false;
+  SocketHolders holders_;
+  std::atomic<std::uint32_t> toldSocket_ = 0;  // The stranger's that was logged last.
+  std::atomic<bool> toldSilence_ = false;
 };
 
 }  // namespace tavin::http

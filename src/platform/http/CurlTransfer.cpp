@@ -8,7 +8,7 @@
 namespace tavin::http {
 
 CurlTransfer::CurlTransfer(const UrlRequest& request, std::size_t maxAnswerSize,
-                           std::function<bool()> mayProceed)
+                           std::function<bool(std::uint16_t)> mayProceed)
     : request_(request),
       maxAnswerSize_(maxAnswerSize),
       mayProceed_(std::move(mayProceed)),
@@ -109,9 +109,10 @@ std::size_t CurlTransfer::onData(char* data, std::size_t size, std::size_t count
   return length;
 }
 
-int CurlTransfer::onConnected(void* self, char*, char*, int, int) {
-  return static_cast<CurlTransfer*>(self)->mayProceed_() ? CURL_PREREQFUNC_OK
-                                                         : CURL_PREREQFUNC_ABORT;
+int CurlTransfer::onConnected(void* self, char*, char*, int, int localPort) {
+  const bool may =
+      static_cast<CurlTransfer*>(self)->mayProceed_(static_cast<std::uint16_t>(localPort));
+  return may ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
 }
 
 }  // namespace tavin::http

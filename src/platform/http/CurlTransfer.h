@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -14,9 +15,9 @@ namespace tavin::http {
 // One request on a connection of its own. Runs in the calling thread.
 class CurlTransfer {
  public:
-  // `mayProceed` is asked once, between connecting and the first byte.
+  // `mayProceed` is asked once, between connecting and the first byte, with our end's port.
   CurlTransfer(const UrlRequest& request, std::size_t maxAnswerSize,
-               std::function<bool()> mayProceed);
+               std::function<bool(std::uint16_t)> mayProceed);
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
@@ -42,7 +43,7 @@ class CurlTransfer {
 
   const UrlRequest& request_;
   const std::size_t maxAnswerSize_;
-  const std::function<bool()> mayProceed_;
+  const std::function<bool(std::uint16_t)> mayProceed_;
   QByteArray answer_;
   const Clock::time_point start_ = Clock::now();
   Clock::time_point lastProgress_ = start_;

@@ -22,6 +22,8 @@ class FileDescriptor {
 
   explicit operator bool() const { return fd_ >= 0; }
   int get() const { return fd_; }
+  // Leaves the file open, for whom it is handed to.
+  int release() { return std::exchange(fd_, -1); }
   void reset() {
     if (fd_ >= 0)
       ::close(std::exchange(fd_, -1));

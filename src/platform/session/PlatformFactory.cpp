@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "platform/Installation.h"
 #include "platform/ThreadQueue.h"
 #include "platform/bus/SessionBus.h"
 #include "platform/bus/SessionBusControl.h"
@@ -15,6 +16,7 @@
 #include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/NotingControl.h"
 #include "platform/http/CurlSession.h"
+#include "platform/posix/OwnProcess.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/session/CaptureServices.h"
@@ -97,16 +99,19 @@ StartedPlatform complete(std::unique_ptr<Platform> platform, Survey survey,
                     control.serveKey(action, std::move(ran));
                   }});
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(displayBell(survey));
-  platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3")
+  platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3, version %4")
                            .arg(chosen->description, shortcuts,
                                 bus.isConnected() ? QStringLiteral("with the session bus")
-                                                  : QStringLiteral("without a session bus")));
+                                                  : QStringLiteral("without a session bus"),
+                                QLatin1String(version)));
   return {.platform = std::move(platform), .exitCode = 0};
 }
 
 }  // namespace
 
 StartedPlatform startPlatform(int& argc, char** argv) {
+  posix::openStandardFiles();
+  posix::keepMemoryPrivate();
   desktop::SignalWatch::endAtOnceMeanwhile();
   Survey survey = Survey::take();
   if (forcesMissingWindows(survey))

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include "platform/Installation.h"
+
 namespace tavin::tray {
 
 namespace {
@@ -62,8 +64,10 @@ TrayImage trayImage(const QString& symbolName) {
 }
 
 QString iconThemePath() {
-  const QDir directory(QCoreApplication::applicationDirPath() + QLatin1String("/../share/icons"));
-  return directory.exists() ? QDir::cleanPath(directory.absolutePath()) : QString();
+  QDir directory(QCoreApplication::applicationDirPath());
+  return directory.cd(QLatin1String(dataFromProgram)) && directory.cd(QStringLiteral("icons"))
+             ? directory.absolutePath()
+             : QString();
 }
 
 }  // namespace tavin::tray

@@ -11,7 +11,7 @@ namespace {
 constexpr std::uint32_t versionWithModifiers = 5;
 constexpr std::uint32_t statePressed = 3;
 constexpr double secondsForAnswer = 0.1;
-constexpr double secondsToReconnect = 1;
+constexpr double secondsUntilConnected = 1;
 
 std::uint64_t flagOf(std::uint32_t key) {
   switch (key) {
@@ -51,7 +51,7 @@ bool KeyStates::toldOn(const Connection& connection) {
 }
 
 void KeyStates::reconnect() {
-  std::shared_ptr<Connection> anew = Connection::open(Deadline::in(secondsToReconnect));
+  std::shared_ptr<Connection> anew = Connection::open(Deadline::in(secondsUntilConnected));
   if (anew && toldOn(*anew))
     connection_ = std::move(anew);
 }

@@ -2,9 +2,9 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
+
+#include "platform/posix/ForeignFile.h"
 
 namespace tavin::windows {
 namespace {
@@ -12,17 +12,20 @@ namespace {
 namespace fs = std::filesystem;
 
 // Far more than any program has; a hostile one shall not hold us up.
-constexpr int kMostThreads = 2000;
 constexpr int kMostFiles = 20'000;
 
 fs::path folderOf(pid_t pid) { return fs::path("/proc") / std::to_string(pid); }
+
+std::string textOf(pid_t pid, const char* file) {
+  return posix::readForeignFile(folderOf(pid) / file).value_or(std::string());
+}
 
 bool endsWith(const std::string& text, const std::string& end) {
   return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
 std::string sandboxInstance(pid_t pid) {
-  std::ifstream info(folderOf(pid) / "root/.flatpak-info");
+  std::istringstream info(posix::readFileOf(pid, ".flatpak-info").value_or(std::string()));
   const std::string key = "instance-id=";
   for (std::string line; std::getline(info, line);) {
     if (line.rfind(key, 0) == 0)
@@ -33,7 +36,7 @@ std::string sandboxInstance(pid_t pid) {
 
 // The systemd scope or service of one application; not those that many programs share.
 std::string applicationScope(pid_t pid) {
-  std::ifstream groups(folderOf(pid) / "cgroup");
+  std::istringstream groups(textOf(pid, "cgroup"));
   for (std::string line; std::getline(groups, line);) {
     auto name = line.substr(line.rfind('/') + 1);
     const bool unit = endsWith(name, ".scope") || endsWith(name, ".service");
@@ -45,20 +48,8 @@ std::string applicationScope(pid_t pid) {
 
 }  // namespace
 
-std::vector<pid_t> childrenOf(pid_t pid) {
-  std::vector<pid_t> children;
-  std::error_code error;
-  fs::directory_iterator threads(folderOf(pid) / "task", error);
-  for (int i = 0; !error && threads != fs::directory_iterator() && i < kMostThreads; ++i) {
-    std::ifstream list(threads->path() / "children");
-    children.insert(children.end(), std::istream_iterator<pid_t>(list), {});
-    threads.increment(error);
-  }
-  return children;
-}
-
 std::vector<std::string> commandLine(pid_t pid) {
-  std::ifstream file(folderOf(pid) / "cmdline", std::ios::binary);
+  std::istringstream file(textOf(pid, "cmdline"));
   std::vector<std::string> words;
   for (std::string word; std::getline(file, word, '\0');) words.push_back(word);
   return words;

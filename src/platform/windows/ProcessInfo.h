@@ -10,7 +10,6 @@ namespace tavin::windows {
 
 // What the kernel tells about other processes. Any thread; a process that has ended reads as empty.
 
-std::vector<pid_t> childrenOf(pid_t pid);
 std::vector<std::string> commandLine(pid_t pid);
 
 enum class PtyMaster { none, held, unknown };

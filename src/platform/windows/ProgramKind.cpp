@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/posix/ProcessFolder.h"
 #include "platform/windows/ProcessInfo.h"
 
 namespace tavin::windows {
@@ -104,7 +105,7 @@ void setProgramKind(FrontWindow& window, const Names& classNames,
   const auto pid = static_cast<pid_t>(window.processId);
   if (pid == 0)
     return;
-  const auto children = childrenOf(pid);
+  const auto children = posix::childrenOf(pid);
   window.terminal = window.terminal || holdsTerminal(pid, children, windowProcesses);
   window.browser =
       window.browser || std::any_of(children.begin(), children.end(), rendersForBrowser);

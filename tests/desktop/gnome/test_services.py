@@ -21,7 +21,7 @@ def field(desktop, programs):
 
 
 def test_one_line_tells_what_was_chosen(tavin, shortcuts):
-    assert tavin.log().splitlines()[0] == (
+    assert tavin.log().splitlines()[0].rpartition(", version ")[0] == (
         "Tavin: Wayland, clipboard x11, keyboard portal, windows Xwayland's, Qt wayland, "
         f"shortcuts {shortcuts}, with the session bus")
 

@@ -6,6 +6,7 @@ import subprocess
 import pytest
 from driver import Tavin
 from kwin_session import KwinSession
+from session import wait_until
 
 ROOT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../..")
 TEXT = "only a copy brings this text"
@@ -37,6 +38,22 @@ def test_with_the_linked_desktop_file_a_copy_brings_the_text(session, desktop, e
     tavin = Tavin(desktop, engine, build)
     assert ", keyboard fake-input, windows plasma-window-management, " in tavin.log()
     assert tavin.press() == [TEXT]
+
+
+def test_with_the_installed_desktop_file_a_copy_brings_the_text(session, desktop, engine, build,
+                                                                bare_field):
+    prefix = os.path.dirname(session.env["XDG_DATA_HOME"])
+    session.run(["cmake", "--install", build, "--prefix", prefix], seconds=60)
+    assert not os.path.islink(os.path.join(prefix, "share/applications/app.tavin.Tavin.desktop"))
+
+    def permitted():
+        """KWin looks for new desktop files, but not at once."""
+        tavin = Tavin(desktop, engine, prefix)
+        if tavin.log().rpartition("Tavin: Wayland")[2].startswith(
+                ", clipboard wlr-data-control 2, keyboard fake-input, "):
+            return tavin
+        return tavin.quit() and None
+    assert wait_until(permitted, 20, "KWin's permission").press() == [TEXT]
 
 
 def test_linking_again_changes_and_says_nothing(session, build):

@@ -32,7 +32,7 @@ def said(tavin):
 
 
 def test_one_line_tells_what_was_chosen(start):
-    assert said(start()) == (
+    assert said(start()).rpartition(", version ")[0] == (
         "Tavin: Wayland, clipboard wlr-data-control 2, keyboard virtual-keyboard, "
         "windows foreign-toplevel, Qt wayland, shortcuts none, with the session bus")
 

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QDir>
 
@@ -52,6 +53,16 @@ TEST_F(AutostartLoginItemTest, KnowsWhatSwitchesItOff) {
                            "X-MATE-Autostart-enabled=false", "OnlyShowIn=KDE;",
                            "OnlyShowIn=", "NotShowIn=XFCE;GNOME;"})
     EXPECT_EQ(statusWith(line), LoginItemStatus::requiresApproval) << line;
+}
+
+TEST_F(AutostartLoginItemTest, PipeInItsPlaceHoldsNobodyUpAndIsReplaced) {
+  item_.registerItem();
+  QFile::remove(home_.path(fileName));
+  ASSERT_EQ(::mkfifo(QFile::encodeName(home_.path(fileName)).constData(), 0600), 0);
+  EXPECT_EQ(item_.status(), LoginItemStatus::requiresApproval);
+  EXPECT_EQ(item_.unregisterItem(), std::nullopt);
+  EXPECT_EQ(item_.registerItem(), std::nullopt);
+  EXPECT_EQ(item_.status(), LoginItemStatus::enabled);
 }
 
 TEST_F(AutostartLoginItemTest, RegisteringSwitchesItOnAgain) {

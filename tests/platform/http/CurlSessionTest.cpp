@@ -1,4 +1,6 @@
 #include <gmock/gmock.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -6,17 +8,14 @@
 
 #include "fake/FakeServices.h"
 #include "platform/http/CurlSession.h"
-#include "platform/http/ListenerOwner.h"
 #include "platform/http/RawServer.h"
+#include "platform/http/Stranger.h"
 
 namespace tavin::test {
 namespace {
 
 using namespace std::chrono_literals;
 using http::CurlSession;
-using http::listenerOwners;
-using ::testing::Contains;
-using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -195,39 +194,42 @@ TEST_F(CurlSessionTest, ListenerOfAnotherUserGetsNoByteAndOneLogLine) {
   CurlSession ofSomebodyElse(log, ::geteuid() + 1);
   EXPECT_TRUE(failed(ofSomebodyElse.dataTask(post(server, R"({"key":"secret"})"))));
   EXPECT_TRUE(failed(ofSomebodyElse.dataTask(get(server))));
-  EXPECT_THAT(log.lines, ElementsAre("Tavin: the engine's port belongs to another user's program"));
+  EXPECT_THAT(log.lines, ElementsAre("Tavin: the engine's port is held by another user's program: "
+                                     "nothing is sent there"));
   EXPECT_EQ(body(session.dataTask(get(server))), "{}");
-  EXPECT_THAT(server.requests(), Each(Not(HasSubstr("secret"))));
-  EXPECT_THAT(server.requests(), Contains(HasSubstr("GET /status")));
+  EXPECT_THAT(server.requests(), ElementsAre(HasSubstr("GET /status")));
 }
 
-TEST(ListenerOwnerTest, OwnerOfAListenerIsTold) {
-  const RawServer server([](const auto&) {});
-  EXPECT_EQ(listenerOwners(server.port()), std::vector{::geteuid()});
+TEST_F(CurlSessionTest, SandboxedListenerIsNotConnectedToAndToldOnce) {
+  const Stranger stranger(Stranger::Place::otherNamespaces);
+  UrlRequest request;
+  request.url = QStringLiteral("http://127.0.0.1:%1/status").arg(stranger.port());
+  EXPECT_TRUE(failed(session.dataTask(request)));
+  EXPECT_TRUE(failed(session.dataTask(request)));
+  EXPECT_FALSE(stranger.wasConnectedTo());
+  EXPECT_THAT(log.lines,
+              ElementsAre(HasSubstr("is held by a sandboxed program, “curl_session_te” "
+                                    "(process " +
+                                    std::to_string(stranger.pid()) + "): nothing is sent there")));
 }
 
-TEST(ListenerOwnerTest, ListenerOnAnotherAddressOfTheMachineDoesNotCount) {
-  quint16 port = 0;
-  {
-    const RawServer server([](const auto&) {});
-    port = server.port();
-  }
-  const RawServer elsewhere([](const auto&) {}, "127.0.0.2", port);
-  EXPECT_EQ(listenerOwners(port), std::vector<uid_t>());
-}
-
-TEST(ListenerOwnerTest, ListenerOnAllAddressesCounts) {
-  const RawServer everywhere([](const auto&) {}, "0.0.0.0");
-  EXPECT_EQ(listenerOwners(everywhere.port()), std::vector{::geteuid()});
-}
-
-TEST(ListenerOwnerTest, PortWithoutAListenerHasNoOwner) {
-  quint16 port = 0;
-  {
-    const RawServer server([](const auto&) {});
-    port = server.port();
-  }
-  EXPECT_EQ(listenerOwners(port), std::vector<uid_t>());
+TEST_F(CurlSessionTest, ListenerThatWaitsToAcceptIsTrustedLikeOneThatAccepted) {
+  // The kernel has made the connection when nobody has accepted it yet.
+  const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  ::listen(listener, 1);
+  sockaddr_in address{};
+  socklen_t length = sizeof address;
+  ::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
+  UrlRequest request;
+  request.url = QStringLiteral("http://127.0.0.1:%1/status").arg(ntohs(address.sin_port));
+  request.timeout = 0.3;
+  EXPECT_TRUE(failed(session.dataTask(request)));
+  const int connection = ::accept(listener, nullptr, nullptr);
+  char begin[4] = {};
+  EXPECT_EQ(::recv(connection, begin, 3, 0), 3);
+  EXPECT_STREQ(begin, "GET");
+  ::close(connection);
+  ::close(listener);
 }
 
 }  // namespace

@@ -1,0 +1,1 @@
+"""The HTTP interface and who may use it."""

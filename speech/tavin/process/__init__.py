@@ -1,0 +1,1 @@
+"""Helper processes: how they are started and seen, what passes between them and the engine, how they end."""

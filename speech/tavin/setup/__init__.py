@@ -1,0 +1,1 @@
+"""Gets a back-end's files before it can speak."""

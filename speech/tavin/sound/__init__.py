@@ -1,0 +1,1 @@
+"""From samples to the desktop's output."""

@@ -1,0 +1,1 @@
+"""From sentences to sound: the back-ends, their workers and voices."""

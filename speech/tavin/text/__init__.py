@@ -1,0 +1,1 @@
+"""From the text that came to sentences in a known language."""

@@ -1,0 +1,43 @@
+"""How long the engine takes, measured where the sound comes out and at its answers."""
+
+import time
+
+SILENCE_LIMIT = 0.05  # seconds
+STATUS_LIMIT = 0.01
+ROUNDS = 10  # a loaded machine may spoil many
+
+
+def silence_after(engine, recorder, request, state):
+    """From the request to the last sound at the sink."""
+    recorder.loud_for(0.3)
+    asked = time.monotonic()
+    engine.post(request)
+    assert engine.status()["state"] == state
+    recorder.quiet_for(0.5)
+    print("silence after", recorder.last_loud - asked)
+    return recorder.last_loud - asked
+
+
+def best_of(rounds, limit, measure):
+    """The least of some measurements, as soon as one is good enough."""
+    least = measure()
+    for _ in range(rounds - 1):
+        if least < limit:
+            break
+        least = min(least, measure())
+    return least
+
+
+def usual_status(engine, count=100):
+    """The median of the status's times while it speaks. The slowest are the benchmark's to measure:
+    on a loaded machine they are the machine's."""
+    times = []
+    for _ in range(count):
+        begin = time.monotonic()
+        state = engine.status()["state"]
+        times.append(time.monotonic() - begin)
+        assert state == "speaking"
+        time.sleep(0.005)
+    times.sort()
+    print(f"status: median {times[count // 2]:.4f} s, 99th percentile {times[count * 99 // 100 - 1]:.4f} s")
+    return times[count // 2]

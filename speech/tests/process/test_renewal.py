@@ -1,0 +1,113 @@
+"""A running engine whose files are replaced, as by an upgrade, becomes the new one between two readings."""
+
+import os
+import threading
+
+import pytest
+from engine_process import exists
+from sound import until
+from tree import Tree
+
+TEXT = "The quick brown fox jumps over the lazy dog. "
+NEW = "serving anew on port"
+
+
+@pytest.fixture
+def tree(tmp_path):
+    return Tree(tmp_path / "tree")
+
+
+@pytest.fixture
+def engine(new_engine, tree):
+    engine = new_engine(tree=tree.folder).start()
+    engine.speak("Hello.")  # so that its helpers have read their files
+    engine.wait_for("speaking")
+    engine.wait_for("idle")
+    return engine
+
+
+def replace(tree, module, old, new):
+    """As dpkg does it: another file takes the name."""
+    path = tree.folder / "tavin" / module
+    source = path.read_text()
+    assert source.count(old) == 1
+    fresh = path.with_suffix(".new")
+    fresh.write_text(source.replace(old, new))
+    os.replace(fresh, path)
+
+
+def upgrade(tree):
+    replace(tree, "server.py", "serving on port", NEW)
+
+
+def is_new(engine):
+    return engine.status() and NEW in engine.log()
+
+
+def test_it_becomes_the_new_one_as_the_same_process(engine, tree):
+    helpers = [engine.helper("tavin.synthesis.worker"), engine.helper("tavin.sound.player")]
+    upgrade(tree)
+    until(lambda: is_new(engine), 15, "the new engine")
+    assert engine.running()
+    assert not any(exists(pid) for pid in helpers)
+    engine.speak(TEXT)
+    engine.wait_for("speaking")
+    assert engine.wait_for("idle")["error"] is None
+    code, seconds = engine.end()
+    assert (code, seconds < 0.5) == (0, True)
+
+
+def test_a_reading_goes_on_to_its_end_first(engine, tree):
+    engine.speak(TEXT * 3)
+    engine.wait_for("speaking")
+    upgrade(tree)
+    worker = engine.helper("tavin.synthesis.worker")
+    while engine.status()["state"] != "idle":
+        assert NEW not in engine.log()
+        assert engine.helper("tavin.synthesis.worker") == worker
+    assert engine.status()["error"] is None
+    until(lambda: is_new(engine), 15, "the new engine")
+
+
+def test_no_request_is_lost_meanwhile(engine, tree):
+    failures = []
+    done = threading.Event()
+
+    def ask():
+        while not done.is_set():
+            try:
+                assert engine.status()["error"] is None
+                assert engine.post("/stop")[0] == 200
+            except Exception as failure:
+                failures.append(failure)
+                return
+
+    threads = [threading.Thread(target=ask) for _ in range(3)]
+    for thread in threads:
+        thread.start()
+    upgrade(tree)
+    until(lambda: NEW in engine.log(), 15, "the new engine")
+    done.set()
+    for thread in threads:
+        thread.join()
+    assert failures == []
+
+
+def test_files_that_do_not_work_are_not_taken_up(engine, tree):
+    replace(tree, "engine.py", "PATIENCE_AT_START = 1.0", "PATIENCE_AT_START = ")
+    until(lambda: engine.status() and "do not work" in engine.log(), 15, "the line in the log")
+    engine.speak(TEXT)
+    engine.wait_for("speaking")
+    engine.wait_for("idle")
+    replace(tree, "engine.py", "PATIENCE_AT_START = ", "PATIENCE_AT_START = 1.0")
+    upgrade(tree)
+    until(lambda: is_new(engine), 15, "the new engine, once its files work")
+
+
+def test_an_engine_whose_files_are_gone_goes_on(engine, tree):
+    for path in (tree.folder / "tavin").rglob("*.py"):
+        path.unlink()
+    until(lambda: engine.status() and "do not work" in engine.log(), 15, "the line in the log")
+    engine.speak(TEXT)
+    engine.wait_for("speaking")
+    assert engine.wait_for("idle")["error"] is None

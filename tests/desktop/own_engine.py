@@ -1,0 +1,50 @@
+"""What Tavin's own engine says of itself, where a test, the demonstration or a picture runs it."""
+
+import json
+import os
+import urllib.error
+import urllib.request
+
+from isolation import ENGINE_PORT
+from session import SessionError, wait_until
+
+
+def status():
+    """The engine's status, or None where none answers."""
+    try:
+        with urllib.request.urlopen(f"http://127.0.0.1:{ENGINE_PORT}/status", timeout=2) as answer:
+            return json.load(answer)
+    except (OSError, ValueError):
+        return None
+
+
+def wait_for(*states, seconds=30.0):
+    """Until the engine is ready and in one of the states; SessionError where it reports an error."""
+    def reached():
+        said = status()
+        if said and said.get("error"):
+            raise SessionError(f"the engine says: {said['error']}")
+        return said and said["ready"] and said["state"] in states
+    wait_until(reached, seconds, f"an engine that is {' or '.join(states)}", interval=0.05)
+
+
+def engines(session):
+    """The processes of the session that run the engine."""
+    home = f"HOME={session.env['HOME']}".encode()
+    found = []
+    for entry in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            with open(f"/proc/{entry}/cmdline", "rb") as f:
+                arguments = f.read().split(b"\0")
+            with open(f"/proc/{entry}/environ", "rb") as f:
+                environment = f.read().split(b"\0")
+        except OSError:
+            continue
+        if home in environment and any(a.startswith(b"tavin.") for a in arguments):
+            found.append(int(entry))
+    return found
+
+
+def listening():
+    with open("/proc/net/tcp", encoding="ascii") as f:
+        return any(f":{ENGINE_PORT:04X} 00000000:0000 0A" in line for line in f)
