@@ -3,7 +3,6 @@
 #include "engine/EngineClient.h"
 #include "hotkeys/HotkeyCenter.h"
 #include "hotkeys/ShortcutPreset.h"
-#include "menu/MenuController.h"
 #include "platform/Fatal.h"
 #include "platform/Platform.h"
 
@@ -13,9 +12,9 @@ AppDelegate::AppDelegate(Platform& platform, HotkeyCenter& hotkeys)
     : platform_(platform),
       hotkeys_(hotkeys),
       selection_(platform),
-      engine_(std::make_shared<EngineClient>(
-          EngineClient::Services{*platform.urlSession, *platform.processLauncher,
-                                 *platform.mainQueue, *platform.log, platform.bundle})),
+      engine_(std::make_shared<EngineClient>(EngineClient::Services{
+          *platform.urlSession,
+          {*platform.processLauncher, *platform.mainQueue, *platform.log, platform.bundle}})),
       work_(platform.makeSerialQueue()) {}
 
 AppDelegate::~AppDelegate() = default;
@@ -23,7 +22,11 @@ AppDelegate::~AppDelegate() = default;
 void AppDelegate::applicationDidFinishLaunching() {
   statusItem_ = platform_.makeStatusItem();
   setIcon(false);
-  menuController_ = std::make_shared<MenuController>(*this);
+  menuController_ = std::make_shared<MenuController>(
+      *this,
+      MenuController::Services{*engine_, *platform_.userDefaults, *platform_.loginItem,
+                               *platform_.globalQueue, *platform_.mainQueue, *platform_.alerts,
+                               *platform_.workspace, *platform_.application});
   statusItem_->setMenu(&menuController_->menu());
   engine_->startIfNeeded();
   hotkeys_.setAnswerHandler([weak = weak_from_this()] {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "menu/MenuController.h"
 #include "platform/Application.h"
 #include "selection/Selection.h"
 
@@ -13,7 +14,6 @@ namespace tavin {
 class EngineClient;
 class Executor;
 class HotkeyCenter;
-class MenuController;
 class StatusItem;
 class Timer;
 struct EngineStatus;
@@ -27,6 +27,7 @@ struct ShortcutPreset;
 // alive, handlers and timers do not. Whether speech is going on is never remembered here but asked
 // of the engine each time.
 class AppDelegate final : public ApplicationDelegate,
+                          public MenuTarget,
                           public std::enable_shared_from_this<AppDelegate> {
  public:
   // Not owned; both must outlive the controller. Starts nothing.
@@ -37,22 +38,20 @@ class AppDelegate final : public ApplicationDelegate,
   void applicationWillTerminate() override;
 
   // Replaces both shortcuts by those of the chosen preset.
-  void registerHotkeys();
+  void registerHotkeys() override;
   void registerHotkeys(const ShortcutPreset& preset);
 
   // The commands. Each queues one work item and returns; any thread.
-  void speakOrStop();
+  void speakOrStop() override;
   void speakSelection();
-  void togglePause();
+  void togglePause() override;
   void stop();
 
   // Says what went wrong, unless it is what was said last. Returns at once.
-  void showError(const QString& message);
+  void showError(const QString& message) override;
   // Explains that the Accessibility permission is missing. Returns at once.
   void showAccessibilityHelp();
 
-  EngineClient& engine() { return *engine_; }
-  Platform& platform() { return platform_; }
   MenuController* menuController() { return menuController_.get(); }
 
  private:

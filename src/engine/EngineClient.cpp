@@ -1,4 +1,3 @@
-// The HTTP half of the client; the process half is EngineSupervisor.cpp.
 #include "engine/EngineClient.h"
 
 #include <QJsonArray>
@@ -8,11 +7,10 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/ProcessLauncher.h"
-
 namespace tavin {
 namespace {
 
+constexpr double startupStatusTimeout = 0.5;
 constexpr double voicesTimeout = 20;
 constexpr double postTimeout = 60;
 
@@ -44,11 +42,9 @@ std::optional<QByteArray> serialise(const QJsonObject& object) {
 }  // namespace
 
 EngineClient::EngineClient(Services services)
-    : services_(services),
-      mainThread_(std::this_thread::get_id()),
+    : session_(services.session),
+      supervisor_(std::make_shared<EngineSupervisor>(services.process)),
       base_(QStringLiteral("http://127.0.0.1:%1").arg(port)) {}
-
-EngineClient::~EngineClient() = default;
 
 UrlRequest EngineClient::request(const QString& path) const {
   UrlRequest request;
@@ -57,13 +53,10 @@ UrlRequest EngineClient::request(const QString& path) const {
 }
 
 std::variant<QByteArray, UrlError> EngineClient::sync(const UrlRequest& request) {
-  UrlRequest bounded = request;
-  // An answer that trickles in keeps resetting the idle clock; the main thread cannot wait for it.
-  if (std::this_thread::get_id() == mainThread_)
-    bounded.deadline = request.timeout;
-  auto result = services_.session.dataTask(bounded);
+  auto result = session_.dataTask(request);
   if (const auto* error = std::get_if<UrlError>(&result)) {
-    noteFailure(*error);
+    if (error->code == UrlError::cannotConnectToHost)
+      supervisor_->noteUnreachable();
     return *error;
   }
   auto& response = std::get<UrlResponse>(result);
@@ -72,9 +65,11 @@ std::variant<QByteArray, UrlError> EngineClient::sync(const UrlRequest& request)
   return std::move(*response.body);
 }
 
-std::optional<EngineStatus> EngineClient::status(double timeout) {
+std::optional<EngineStatus> EngineClient::status(double timeout, TimeLimit limit) {
   UrlRequest get = request(QStringLiteral("status"));
   get.timeout = timeout;
+  if (limit == TimeLimit::total)
+    get.deadline = timeout;
   const auto result = sync(get);
   const auto* body = std::get_if<QByteArray>(&result);
   return body ? EngineStatus::decode(*body) : std::nullopt;
@@ -101,6 +96,13 @@ std::optional<QJsonObject> EngineClient::post(const QString& path, const QJsonOb
     return std::nullopt;
   const QJsonDocument document = QJsonDocument::fromJson(*reply);
   return document.isObject() ? std::optional(document.object()) : std::nullopt;
+}
+
+void EngineClient::startIfNeeded() {
+  if (status(startupStatusTimeout, TimeLimit::total))
+    supervisor_->noteFound();
+  else
+    supervisor_->launch();
 }
 
 }  // namespace tavin

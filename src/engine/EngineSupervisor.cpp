@@ -1,10 +1,10 @@
-// The process half of the client; the HTTP half is EngineClient.cpp.
+#include "engine/EngineSupervisor.h"
+
 #include <unistd.h>
 
 #include <QDir>
 #include <QFileInfo>
 
-#include "engine/EngineClient.h"
 #include "engine/EngineLog.h"
 #include "platform/Bundle.h"
 #include "platform/MainQueue.h"
@@ -14,13 +14,12 @@
 namespace tavin {
 namespace {
 
-constexpr double startupStatusTimeout = 0.5;
 constexpr std::int64_t maxRestarts = 5;
 constexpr double restartDelay = 2.0;
 
 }  // namespace
 
-std::optional<EngineClient::Command> EngineClient::engineCommand() const {
+std::optional<EngineSupervisor::Command> EngineSupervisor::engineCommand() const {
   if (const auto& resources = services_.bundle.resourcesDirectory) {
     const QString dir = *resources + QStringLiteral("/engine");
     const QString python = dir + QStringLiteral("/python/bin/python3");
@@ -41,7 +40,7 @@ std::optional<EngineClient::Command> EngineClient::engineCommand() const {
   return Command{dir + QStringLiteral("/.venv/bin/python"), dir, {}};
 }
 
-void EngineClient::launch() {
+void EngineSupervisor::launch() {
   const auto command = engineCommand();
   if (!command) {
     services_.log.write(QStringLiteral("Tavin: no bundled engine and no TavinEngineDir"));
@@ -65,29 +64,22 @@ void EngineClient::launch() {
     process_ = std::get<std::shared_ptr<ChildProcess>>(result);
 }
 
-void EngineClient::processExited() {
+void EngineSupervisor::processExited() {
   if (quitting_ || restarts_ >= maxRestarts)
     return;
   ++restarts_;
   services_.mainQueue.asyncAfter(restartDelay, [self = shared_from_this()] { self->launch(); });
 }
 
-void EngineClient::startIfNeeded() {
-  if (status(startupStatusTimeout))
-    foundRunning_ = true;
-  else
-    launch();
-}
-
 // An engine that was found at start has no successor here; the next request sees that it has gone.
-void EngineClient::noteFailure(const UrlError& error) {
-  if (error.code == UrlError::cannotConnectToHost && !quitting_ && foundRunning_.exchange(false))
+void EngineSupervisor::noteUnreachable() {
+  if (!quitting_ && foundRunning_.exchange(false))
     services_.log.write(
         QStringLiteral("Tavin: the engine that was running already has ended; Tavin starts its own "
                        "when it is started again"));
 }
 
-void EngineClient::shutdown() {
+void EngineSupervisor::shutdown() {
   quitting_ = true;
   if (process_)
     process_->terminate();

@@ -1,12 +1,16 @@
 // What the items of the menu do; their layout is MenuController.cpp.
 #include <QJsonObject>
 
-#include "app/AppDelegate.h"
 #include "engine/EngineClient.h"
 #include "engine/EngineLog.h"
 #include "hotkeys/ShortcutPreset.h"
 #include "menu/MenuController.h"
-#include "platform/Platform.h"
+#include "platform/AlertPresenter.h"
+#include "platform/Application.h"
+#include "platform/Executor.h"
+#include "platform/LoginItem.h"
+#include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
 
 namespace tavin {
 namespace {
@@ -51,7 +55,7 @@ void MenuController::selectShortcut(const MenuItem& item) {
   const auto* id = represented<QString>(item);
   if (!id)
     return;
-  app_.platform().userDefaults->setString(ShortcutPreset::defaultsKey, *id);
+  services_.userDefaults.setString(ShortcutPreset::defaultsKey, *id);
   app_.registerHotkeys();
 }
 
@@ -75,19 +79,19 @@ void MenuController::selectSpeed(const MenuItem& item) {
 
 void MenuController::configure(const QString& key, const QJsonValue& value) {
   background([this, body = QJsonObject{{key, value}}] {
-    app_.engine().post(QStringLiteral("config"), body);
+    services_.engine.post(QStringLiteral("config"), body);
   });
 }
 
 // A fetch that fails or finds nothing leaves an earlier list as it was. The menu that is open keeps
 // its items; the list shows at the next opening.
 void MenuController::refreshVoices(const QString& engine) {
-  app_.platform().globalQueue->async([weak = weak_from_this(), engine] {
+  services_.globalQueue.async([weak = weak_from_this(), engine] {
     const auto self = weak.lock();
     if (!self)
       return;
-    auto voices = self->app_.engine().voices(engine);
-    self->app_.platform().mainQueue->async([weak, engine, voices = std::move(voices)] {
+    auto voices = self->services_.engine.voices(engine);
+    self->services_.mainQueue.async([weak, engine, voices = std::move(voices)] {
       if (const auto controller = weak.lock(); controller && !voices.empty())
         controller->voiceCache_[engine] = voices;
     });
@@ -95,8 +99,7 @@ void MenuController::refreshVoices(const QString& engine) {
 }
 
 void MenuController::background(std::function<void()> work) {
-  app_.platform().globalQueue->async(
-      [self = shared_from_this(), work = std::move(work)] { work(); });
+  services_.globalQueue.async([self = shared_from_this(), work = std::move(work)] { work(); });
 }
 
 void MenuController::askForKey(const QString& engine, const QString& label) {
@@ -106,7 +109,7 @@ void MenuController::askForKey(const QString& engine, const QString& label) {
       QStringLiteral("Stored in your macOS Keychain. Leave empty to remove the key.");
   alert.secureField = true;
   alert.buttons = {QStringLiteral("Save"), QStringLiteral("Cancel")};
-  AlertPresenter& alerts = *app_.platform().alerts;
+  AlertPresenter& alerts = services_.alerts;
   alerts.activateIgnoringOtherApps();
   alerts.runModal(alert, [weak = weak_from_this(), engine](const AlertResponse& response) {
     const auto self = weak.lock();
@@ -118,24 +121,25 @@ void MenuController::askForKey(const QString& engine, const QString& label) {
 void MenuController::saveKey(const QString& engine, const QString& key) {
   background([this, engine, key] {
     const QString engineKey = QStringLiteral("engine");
-    app_.engine().post(QStringLiteral("key"), {{engineKey, engine}, {QStringLiteral("key"), key}});
+    services_.engine.post(QStringLiteral("key"),
+                          {{engineKey, engine}, {QStringLiteral("key"), key}});
     if (!key.isEmpty())
-      app_.engine().post(QStringLiteral("config"), {{engineKey, engine}});
+      services_.engine.post(QStringLiteral("config"), {{engineKey, engine}});
   });
   // A new key can change the voices on offer.
   voiceCache_.erase(engine);
 }
 
 void MenuController::toggleLogin() {
-  LoginItem& login = *app_.platform().loginItem;
+  LoginItem& login = services_.loginItem;
   const auto failure =
       login.status() == LoginItemStatus::enabled ? login.unregisterItem() : login.registerItem();
   if (failure)
     app_.showError(QStringLiteral("Launch at Login failed: ") + *failure);
 }
 
-void MenuController::openLog() { app_.platform().workspace->openFile(EngineLog::path()); }
+void MenuController::openLog() { services_.workspace.openFile(EngineLog::path()); }
 
-void MenuController::quit() { app_.platform().application->terminate(); }
+void MenuController::quit() { services_.application.terminate(); }
 
 }  // namespace tavin

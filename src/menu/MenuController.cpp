@@ -4,11 +4,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/AppDelegate.h"
 #include "engine/EngineClient.h"
 #include "hotkeys/ShortcutPreset.h"
 #include "menu/MenuItems.h"
-#include "platform/Platform.h"
+#include "platform/LoginItem.h"
 
 namespace tavin {
 namespace {
@@ -27,7 +26,8 @@ QString titleOf(const List& list, const QString& wanted, Id id, Title title) {
 
 }  // namespace
 
-MenuController::MenuController(AppDelegate& app) : app_(app) {
+MenuController::MenuController(MenuTarget& app, Services services)
+    : app_(app), services_(services) {
   menu_.delegate = this;
   menu_.autoenablesItems = false;
 }
@@ -36,8 +36,8 @@ MenuController::~MenuController() = default;
 
 void MenuController::menuNeedsUpdate(Menu& menu) {
   menu.items.clear();
-  const auto status = app_.engine().status(statusTimeout);
-  const ShortcutPreset& preset = ShortcutPreset::current(*app_.platform().userDefaults);
+  const auto status = services_.engine.status(statusTimeout, TimeLimit::total);
+  const ShortcutPreset& preset = ShortcutPreset::current(services_.userDefaults);
   addSpeechItems(status, preset);
   addShortcutMenu(preset);
   menu.items.push_back(separatorItem());
@@ -149,7 +149,7 @@ void MenuController::addKeyMenu() {
 
 void MenuController::addFooter() {
   MenuItem login = commandItem(QStringLiteral("Launch at Login"), MenuAction::toggleLogin);
-  login.state = app_.platform().loginItem->status() == LoginItemStatus::enabled;
+  login.state = services_.loginItem.status() == LoginItemStatus::enabled;
   menu_.items.push_back(login);
   menu_.items.push_back(commandItem(QStringLiteral("Open Engine Log"), MenuAction::openLog));
   menu_.items.push_back(separatorItem());

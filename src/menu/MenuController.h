@@ -13,9 +13,25 @@
 
 namespace tavin {
 
-class AppDelegate;
-struct AlertResponse;
+class AlertPresenter;
+class Application;
+class EngineClient;
+class Executor;
+class LoginItem;
+class UserDefaults;
+class Workspace;
 struct ShortcutPreset;
+
+// What the menu's items ask of the program. Main thread only.
+class MenuTarget {
+ public:
+  virtual ~MenuTarget() = default;
+  virtual void speakOrStop() = 0;
+  virtual void togglePause() = 0;
+  // The shortcut that is chosen now takes the place of the one before.
+  virtual void registerHotkeys() = 0;
+  virtual void showError(const QString& message) = 0;
+};
 
 // Lays out the status item's menu anew at each opening, from a fresh status of the engine, and
 // carries out its commands. Every choice but the shortcut is the engine's: a command tells the
@@ -25,8 +41,20 @@ class MenuController final : public MenuDelegate,
  public:
   static constexpr std::array speeds{0.8, 0.9, 1.0, 1.1, 1.25, 1.5, 1.75, 2.0};
 
+  // What it needs; not owned, must outlive the controller.
+  struct Services {
+    EngineClient& engine;
+    UserDefaults& userDefaults;
+    LoginItem& loginItem;
+    Executor& globalQueue;
+    Executor& mainQueue;
+    AlertPresenter& alerts;
+    Workspace& workspace;
+    Application& application;
+  };
+
   // `app` is not owned and must outlive the controller, which must be made by std::make_shared.
-  explicit MenuController(AppDelegate& app);
+  MenuController(MenuTarget& app, Services services);
   ~MenuController() override;
 
   Menu& menu() { return menu_; }
@@ -65,7 +93,8 @@ class MenuController final : public MenuDelegate,
   // Runs `work` on the pool with this controller kept alive.
   void background(std::function<void()> work);
 
-  AppDelegate& app_;
+  MenuTarget& app_;
+  const Services services_;
   Menu menu_;
   std::map<QString, std::vector<Voice>> voiceCache_;  // The last list of each that was not empty.
 };

@@ -75,7 +75,7 @@ TEST(CrashingEngineTest, EngineThatCrashesIsStartedFiveTimesMoreAndNoSixth) {
   posix::PosixProcessLauncher launcher;
   PatientQueue queue;
   const auto client = std::make_shared<EngineClient>(
-      EngineClient::Services{fakes.engine, launcher, queue, fakes.log, bundle});
+      EngineClient::Services{fakes.engine, {launcher, queue, fakes.log, bundle}});
   client->startIfNeeded();
   for (int restart = 1; restart <= 5; ++restart)
     ASSERT_TRUE(eventually([&queue] { return queue.runOne(); })) << restart;

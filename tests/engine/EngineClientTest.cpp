@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <thread>
 
 #include "engine/EngineClient.h"
 #include "fake/FakePlatform.h"
@@ -20,7 +19,7 @@ class EngineClientTest : public ::testing::Test {
   FakePlatform fakes;
   const std::shared_ptr<EngineClient> client =
       std::make_shared<EngineClient>(EngineClient::Services{
-          fakes.engine, fakes.launcher, fakes.mainQueue, fakes.log, fakes.platform.bundle});
+          fakes.engine, {fakes.launcher, fakes.mainQueue, fakes.log, fakes.platform.bundle}});
 };
 
 TEST_F(EngineClientTest, StatusIsAPlainGetWithItsTimeout) {
@@ -34,12 +33,18 @@ TEST_F(EngineClientTest, StatusIsAPlainGetWithItsTimeout) {
   EXPECT_EQ(last().timeout, 1.0);
 }
 
-TEST_F(EngineClientTest, RequestsOfTheMainThreadAreBoundedAsAWholeAndOthersOnlyWhenIdle) {
-  client->status(0.4);
+TEST_F(EngineClientTest, ALimitBoundsTheWholeRequestForWhoeverSaysSoAndOnlyIdleTimeElse) {
+  client->status(0.4, TimeLimit::total);
+  EXPECT_EQ(last().timeout, 0.4);
   EXPECT_EQ(last().deadline, 0.4);
-  std::thread([&] { client->status(0.5); }).join();
+  client->status(0.5);
   EXPECT_EQ(last().timeout, 0.5);
   EXPECT_FALSE(last().deadline);
+}
+
+TEST_F(EngineClientTest, TheStatusAtLaunchIsBoundedAsAWhole) {
+  client->startIfNeeded();
+  EXPECT_EQ(last().deadline, 0.5);
 }
 
 TEST_F(EngineClientTest, VoicesNameTheEngineWithSpacesAsPercentTwenty) {

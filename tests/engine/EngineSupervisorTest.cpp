@@ -49,7 +49,7 @@ class EngineSupervisorTest : public ::testing::Test {
   const QByteArray oldHome;
   FakePlatform fakes;
   std::shared_ptr<EngineClient> client = std::make_shared<EngineClient>(EngineClient::Services{
-      fakes.engine, fakes.launcher, fakes.mainQueue, fakes.log, fakes.platform.bundle});
+      fakes.engine, {fakes.launcher, fakes.mainQueue, fakes.log, fakes.platform.bundle}});
 };
 
 TEST_F(EngineSupervisorTest, BundledEngineIsStartedWithItsOwnPython) {

@@ -60,7 +60,7 @@ class RealEngineTest : public ::testing::Test {
     const Bundle bundle{.resourcesDirectory = std::nullopt,
                         .info = {{"TavinEngineDir", QStringLiteral(TAVIN_SPEECH_FOLDER)}}};
     std::shared_ptr<EngineClient> client = std::make_shared<EngineClient>(
-        EngineClient::Services{session, launcher, fakes.mainQueue, fakes.log, bundle});
+        EngineClient::Services{session, {launcher, fakes.mainQueue, fakes.log, bundle}});
   };
   static inline Parts* parts = nullptr;
 };

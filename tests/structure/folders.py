@@ -48,6 +48,13 @@ def uses(src):
     return dict(found)
 
 
+def upward(drawn):
+    """The pairs of the drawing in which a folder uses one that does not stand below it."""
+    order = list(drawn)
+    return [(folder, used) for folder in order for used in sorted(drawn[folder])
+            if used in order and order.index(used) <= order.index(folder)]
+
+
 def drawing(document):
     """The lines 'folder -> folder, folder' of the document's block, in their order."""
     lines = re.findall(r"^(\S+) +-> (.+)$", document, re.MULTILINE)

@@ -19,6 +19,13 @@ class FoldersTest(unittest.TestCase):
     def test_the_drawing_shows_who_uses_whom(self):
         self.assertEqual(folders.drawing(DOCUMENT), folders.uses(SRC))
 
+    def test_each_folder_uses_only_what_stands_below_it(self):
+        self.assertEqual(folders.upward(folders.drawing(DOCUMENT)), [])
+
+    def test_a_folder_that_uses_one_above_it_is_found(self):
+        self.assertEqual(folders.upward({"menu": {"engine"}, "engine": {"menu", "platform"}}),
+                         [("engine", "menu")])
+
     def test_the_table_describes_each_folder(self):
         self.assertEqual(sorted(folders.described(DOCUMENT)), folders.folders(SRC))
 

@@ -47,7 +47,7 @@ bool Bus::connect(Deadline deadline) {
     QDBusConnection::disconnectFromBus(name_);
   name_.clear();
   processIds_.clear();
-  const QString address = busAddress(deadline);
+  const QString address = busAddress(session_, deadline);
   if (address.isEmpty() || !bus::busAnswers(address, deadline))
     return false;
   name_ = QString("tavin-accessibility-%1-%2").arg(quintptr(this)).arg(++connections_);

@@ -29,7 +29,8 @@ Question property(const ObjectRef& object, const char* interface, const char* na
 // wakes us. Any thread; every call is bounded in time.
 class Bus {
  public:
-  Bus() = default;
+  // `session` is the session's bus, which tells where this one is.
+  explicit Bus(const QDBusConnection& session) : session_(session) {}
   ~Bus();
   Bus(const Bus&) = delete;
   Bus& operator=(const Bus&) = delete;
@@ -56,6 +57,7 @@ class Bus {
   QDBusPendingCall send(const QDBusMessage& message, Deadline deadline);
   void keepListenerRegistered();
 
+  const QDBusConnection session_;
   std::mutex mutex_;
   QString name_;  // Of the connection, in Qt's list; empty without one.
   int connections_ = 0;

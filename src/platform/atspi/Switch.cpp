@@ -1,6 +1,5 @@
 #include "platform/atspi/Switch.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 
@@ -12,13 +11,14 @@ namespace {
 
 const QString switchName = QStringLiteral("org.a11y.Bus");
 
-QDBusMessage askProperties(const char* member, QVariantList arguments, Deadline deadline) {
+QDBusMessage askProperties(const QDBusConnection& bus, const char* member, QVariantList arguments,
+                           Deadline deadline) {
   auto message = QDBusMessage::createMethodCall(switchName, "/org/a11y/bus",
                                                 "org.freedesktop.DBus.Properties", member);
   arguments.prepend(QString("IsEnabled"));
   arguments.prepend(QString("org.a11y.Status"));
   message.setArguments(arguments);
-  return QDBusConnection::sessionBus().call(message, QDBus::Block, deadline.remainingMs());
+  return bus.call(message, QDBus::Block, deadline.remainingMs());
 }
 
 // The bus has its own words for a service whose start takes too long.
@@ -29,26 +29,22 @@ bool isLateAnswer(const QDBusMessage& answer) {
 
 }  // namespace
 
-SwitchState readSwitch(Deadline deadline) {
-  if (!bus::sessionBusIsUsable() || !QDBusConnection::sessionBus().isConnected())
+SwitchState readSwitch(const QDBusConnection& bus, Deadline deadline) {
+  if (!bus.isConnected())
     return SwitchState::missing;
-  const auto answer = askProperties("Get", {}, deadline);
+  const auto answer = askProperties(bus, "Get", {}, deadline);
   if (!isAnswer(answer))
     return isLateAnswer(answer) ? SwitchState::late : SwitchState::missing;
   return valueIn(answer).toBool() ? SwitchState::on : SwitchState::off;
 }
 
-QString switchOwner(Deadline deadline) {
-  return bus::askBusDaemon(QDBusConnection::sessionBus(), QStringLiteral("GetNameOwner"),
-                           switchName, deadline)
-      .toString();
+QString switchOwner(const QDBusConnection& bus, Deadline deadline) {
+  return bus::askBusDaemon(bus, QStringLiteral("GetNameOwner"), switchName, deadline).toString();
 }
 
-bool turnSwitchOn(Deadline deadline) {
-  if (!bus::sessionBusIsUsable())
-    return false;
-  askProperties("Set", {QVariant::fromValue(QDBusVariant(true))}, deadline);
-  return readSwitch(deadline) == SwitchState::on;
+bool turnSwitchOn(const QDBusConnection& bus, Deadline deadline) {
+  askProperties(bus, "Set", {QVariant::fromValue(QDBusVariant(true))}, deadline);
+  return readSwitch(bus, deadline) == SwitchState::on;
 }
 
 }  // namespace tavin::atspi

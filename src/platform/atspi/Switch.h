@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <QString>
 
 #include "platform/Deadline.h"
@@ -14,11 +15,12 @@ enum class SwitchState {
   late,     // Being started, busy or hanging.
 };
 
-SwitchState readSwitch(Deadline deadline);
+// Each asks on `bus`, the session's.
+SwitchState readSwitch(const QDBusConnection& bus, Deadline deadline);
 // Who has the switch: another each time the service is started. Empty where nobody tells in time.
-QString switchOwner(Deadline deadline);
+QString switchOwner(const QDBusConnection& bus, Deadline deadline);
 // Whether it is on afterwards. A service that is late gets the request once it wakes up. The screen
 // reader's own switch is another one and stays as it is.
-bool turnSwitchOn(Deadline deadline);
+bool turnSwitchOn(const QDBusConnection& bus, Deadline deadline);
 
 }  // namespace tavin::atspi

@@ -38,6 +38,11 @@ bool decide() {
   return usable;
 }
 
+bool isUsable() {
+  static const bool usable = decide();
+  return usable;
+}
+
 // Each is one of a kind, also where one object takes another's place.
 QString newName(const QString& purpose) {
   static int count = 0;
@@ -46,9 +51,11 @@ QString newName(const QString& purpose) {
 
 }  // namespace
 
-bool sessionBusIsUsable() {
-  static const bool usable = decide();
-  return usable;
+void decideSessionBus() { isUsable(); }
+
+QDBusConnection sessionBus() {
+  decideSessionBus();
+  return QDBusConnection::sessionBus();
 }
 
 OwnConnection::OwnConnection(const QString& purpose)
@@ -56,7 +63,7 @@ OwnConnection::OwnConnection(const QString& purpose)
 
 QDBusConnection connectToSessionBus(const QString& connectionName) {
   // Where the bus is not usable there is no connection of any name.
-  if (!sessionBusIsUsable())
+  if (!isUsable())
     return QDBusConnection(connectionName);
   return QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName);
 }

@@ -8,13 +8,17 @@
 
 namespace tavin::bus {
 
-// Whether the session has a bus that answers: the one place that decides, at the first call, which
-// takes a second at most and must come from the main thread before there is a QApplication or any
-// other thread that uses the bus. A bus is never started.
+// Decides whether the session has a bus that answers, which takes a second at most. To be called
+// from the main thread before there is a QApplication or any other thread that uses the bus; the
+// functions below do it where it was not. A bus is never started.
 //
 // Where there is none, QDBusConnection::sessionBus() is disconnected for the whole process, so that
 // Qt's own uses of it neither wait for a bus that hangs nor start one.
-bool sessionBusIsUsable();
+void decideSessionBus();
+
+// The connection that is opened once and handed to whoever speaks on the bus; disconnected where
+// there is none.
+QDBusConnection sessionBus();
 
 // A connection of its own to that bus, disconnected where there is none.
 QDBusConnection connectToSessionBus(const QString& connectionName);

@@ -7,13 +7,14 @@
 
 namespace tavin::capture {
 
-Capture assembleCapture(SystemLog& log, CaptureParts parts) {
-  const auto tracker = std::make_shared<FocusTracker>(std::move(parts.windows));
+Capture assembleCapture(SystemLog& log, const QDBusConnection& bus, CaptureParts parts) {
+  const auto tracker = std::make_shared<FocusTracker>(std::move(parts.windows), bus);
   auto keyboard = std::make_unique<copy::CopyKeyboard>(
       std::move(parts.key), [tracker] { return tracker->mayReceiveCopy(); });
 
   Capture capture;
-  capture.accessibility = std::make_unique<AtspiAccessibility>(tracker, log, keyboard->canType());
+  capture.accessibility =
+      std::make_unique<AtspiAccessibility>(tracker, bus, log, keyboard->canType());
   capture.clipboard = std::move(parts.clipboard);
   // A copy that began while the process ends would stay in the clipboard.
   capture.clipboard.handOver = [&keyboard = *keyboard,

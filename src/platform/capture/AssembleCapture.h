@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <memory>
 
 #include "platform/SystemLog.h"
@@ -17,7 +18,8 @@ struct CaptureParts {
   std::unique_ptr<copy::CopyKey> key;
 };
 
-// Puts them together with accessibility. `log` must outlive it. Needs the QCoreApplication.
-Capture assembleCapture(SystemLog& log, CaptureParts parts);
+// Puts them together with accessibility, which `bus`, the session's, leads to. `log` must outlive
+// it. Needs the QCoreApplication.
+Capture assembleCapture(SystemLog& log, const QDBusConnection& bus, CaptureParts parts);
 
 }  // namespace tavin::capture

@@ -53,13 +53,13 @@ class SystemWideElement final : public UIElement {
 
 }  // namespace
 
-AtspiAccessibility::AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, SystemLog& log,
-                                       bool canCopy)
-    : tracker_(std::move(tracker)), log_(log), canCopy_(canCopy) {}
+AtspiAccessibility::AtspiAccessibility(std::shared_ptr<FocusTracker> tracker,
+                                       const QDBusConnection& bus, SystemLog& log, bool canCopy)
+    : tracker_(std::move(tracker)), bus_(bus), log_(log), canCopy_(canCopy) {}
 
 bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   const Deadline deadline = Deadline::in(secondsForSwitch);
-  const SwitchState state = readSwitch(deadline);
+  const SwitchState state = readSwitch(bus_, deadline);
   if (state == SwitchState::missing)
     return canCopy_;
   if (state == SwitchState::late)
@@ -81,19 +81,19 @@ bool AtspiAccessibility::isProcessTrusted(bool prompt) {
 bool AtspiAccessibility::isTrustedWhileLate(bool prompt) {
   if (!wasOn_ && prompt) {
     log_.write("Tavin: the accessibility service is late; asked it to switch accessibility on");
-    wasOn_ = turnSwitchOn(Deadline::in(secondsForSwitch));
+    wasOn_ = turnSwitchOn(bus_, Deadline::in(secondsForSwitch));
   }
   return wasOn_;
 }
 
 bool AtspiAccessibility::mayTurnOnAgain(Deadline deadline) {
-  const QString owner = switchOwner(deadline);
+  const QString owner = switchOwner(bus_, deadline);
   const std::lock_guard lock(mutex_);
   return std::exchange(turnedOnAgain_, owner) != owner;
 }
 
 bool AtspiAccessibility::turnOn(const char* reason) {
-  if (!turnSwitchOn(Deadline::in(secondsForSwitch)))
+  if (!turnSwitchOn(bus_, Deadline::in(secondsForSwitch)))
     return false;
   log_.write(reason);
   return true;

@@ -15,7 +15,8 @@ class AtspiAccessibility final : public Accessibility {
  public:
   // `canCopy` is whether synthetic copies can be made at all, which counts where the session has no
   // accessibility. `log` must outlive it.
-  AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, SystemLog& log, bool canCopy);
+  AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, const QDBusConnection& bus,
+                     SystemLog& log, bool canCopy);
 
   bool isProcessTrusted(bool prompt) override;
   std::shared_ptr<UIElement> createSystemWideElement() override;
@@ -27,6 +28,7 @@ class AtspiAccessibility final : public Accessibility {
   bool turnOn(const char* reason);
 
   const std::shared_ptr<FocusTracker> tracker_;
+  const QDBusConnection bus_;  // The session's, where the switch is.
   SystemLog& log_;
   const bool canCopy_;
   std::atomic<bool> wasOn_ = false;  // When the service last told.

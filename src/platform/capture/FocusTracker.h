@@ -12,8 +12,9 @@ namespace tavin::capture {
 // be sent there. Work queue only.
 class FocusTracker {
  public:
-  explicit FocusTracker(std::unique_ptr<windows::WindowSystem> windows)
-      : windows_(std::move(windows)) {}
+  // `bus` is the session's, which tells where the accessibility bus is.
+  FocusTracker(std::unique_ptr<windows::WindowSystem> windows, const QDBusConnection& bus)
+      : bus_(bus), windows_(std::move(windows)) {}
 
   // Bounded by 0.6 s and the wait for a menu to close.
   Focus look();

@@ -43,7 +43,8 @@ class Reading {
   const Deadline deadline_ = Deadline::in(secondsForText);
 };
 
-// What is left of a text when line breaks and marks, which differ between the two roads, are out.
+// What is left of a text when line breaks and marks, which differ between the two ways to read it,
+// are out.
 QString letters(const QString& text) {
   QString letters;
   for (const QChar c : withoutMarks(text)) {

@@ -26,7 +26,7 @@ class CopyKeyboard::CopyEvent final : public KeyboardEvent {
   std::uint64_t flags_ = 0;
 };
 
-// The key going up. The command let go of its keys itself, so nothing is left to do.
+// The key going up. The command released its keys itself, so nothing is left to do.
 class CopyKeyboard::ReleasedEvent final : public KeyboardEvent {
  public:
   void setFlags(std::uint64_t) override {}

@@ -12,7 +12,7 @@ namespace tavin::gnome {
 
 // Whether the user still holds the shortcut down. GNOME tells no program which keys are held, but
 // how long ago the last input was: where nothing was pressed, released or moved since the shortcut,
-// all of it is still down. The hand that lets go of the key lets go of the modifiers right after.
+// all of it is still down. Whoever releases the key releases the modifiers right after.
 class ShortcutHold {
  public:
   // A shortcut ran its command at `now`.
@@ -35,7 +35,7 @@ class ShortcutHold {
 };
 
 // The same, by asking the shell, for windows of which XwaylandKeys knows nothing. What remains:
-// whoever lets go of the key alone and keeps the modifier down counts as having let go of both, and
+// whoever releases the key alone and keeps the modifier down counts as having released both, and
 // whoever let go of all before the command ran as holding it still. Any thread.
 class HeldModifiers {
  public:

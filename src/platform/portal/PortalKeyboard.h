@@ -14,7 +14,7 @@ namespace tavin::portal {
 struct ModifierHabits {
   // Those held now, as far as the desktop tells; empty where it tells nothing.
   std::function<std::uint64_t()> held = {};
-  // The compositor lets go of a key that another keyboard holds.
+  // The compositor releases a key that another keyboard holds.
   bool released = false;
 };
 

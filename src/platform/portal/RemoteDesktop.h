@@ -18,10 +18,11 @@ namespace tavin::portal {
 
 using copy::KeyStep;
 
-// The user's leave to press keys, from the desktop's RemoteDesktop portal, over a bus connection of
-// our own. It is asked for at the first need, beside whatever needs it, and then kept: the desktop
-// shows that keys may come from us, and the user can stop it there. An answer in the dialog is
-// never asked for again, save after a grant that has ended. Made and destroyed on the main thread.
+// The user's permission to press keys, from the desktop's RemoteDesktop portal, over a bus
+// connection of our own. It is asked for at the first need, beside whatever needs it, and then
+// kept: the desktop shows that keys may come from us, and the user can stop it there. An answer in
+// the dialog is never asked for again, save after a grant that has ended. Made and destroyed on the
+// main thread.
 class RemoteDesktop {
  public:
   // Asks nothing yet. `log` must outlive it.
@@ -30,8 +31,8 @@ class RemoteDesktop {
   RemoteDesktop(const RemoteDesktop&) = delete;
   RemoteDesktop& operator=(const RemoteDesktop&) = delete;
 
-  // The session that keys go through. None where there is no leave yet: then it is being asked for,
-  // unless it was declined. Any thread, returns at once.
+  // The session that keys go through. None where there is no permission yet: then it is being asked
+  // for, unless it was declined. Any thread, returns at once.
   std::optional<QDBusObjectPath> sessionOrAsk();
   // Returns when the desktop has done it all, in order; in a second at the latest. Where it refuses
   // a key or hangs, the session ends with all keys up. Not on the main thread.

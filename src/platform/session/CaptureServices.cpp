@@ -118,7 +118,8 @@ bool forcesMissingWindows(const Survey& survey) {
   return !survey.compositor && qEnvironmentVariable("TAVIN_WINDOWS") == compositorWindows;
 }
 
-std::optional<ChosenCapture> createCapture(const Survey& survey, SystemLog& log,
+std::optional<ChosenCapture> createCapture(const Survey& survey, const QDBusConnection& bus,
+                                           SystemLog& log,
                                            const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   auto [clipboard, clipboardName] =
       firstOf(std::span<const ClipboardRow>(clipboardTable), "TAVIN_CLIPBOARD", survey);
@@ -128,9 +129,9 @@ std::optional<ChosenCapture> createCapture(const Survey& survey, SystemLog& log,
     return std::nullopt;
   const KeyNeeds needs{log, modifiers};
   auto [key, keyName] = firstOf(std::span<const KeyRow>(keyTable), "TAVIN_KEYBOARD", survey, needs);
-  return ChosenCapture{
-      capture::assembleCapture(log, {std::move(windows), std::move(*clipboard), std::move(key)}),
-      describe(survey, windowsName, clipboardName, keyName)};
+  return ChosenCapture{capture::assembleCapture(
+                           log, bus, {std::move(windows), std::move(*clipboard), std::move(key)}),
+                       describe(survey, windowsName, clipboardName, keyName)};
 }
 
 }  // namespace tavin::session

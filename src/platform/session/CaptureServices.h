@@ -27,7 +27,8 @@ struct ChosenCapture {
 //
 // None where the windows or the clipboard cannot be had. `modifiers` is told of each press of a
 // shortcut on GNOME, and null elsewhere. `log` must outlive what is made. After Qt is started.
-std::optional<ChosenCapture> createCapture(const Survey& survey, SystemLog& log,
+std::optional<ChosenCapture> createCapture(const Survey& survey, const QDBusConnection& bus,
+                                           SystemLog& log,
                                            const std::shared_ptr<gnome::HeldModifiers>& modifiers);
 
 // Whether the environment asks for windows that this session has not.

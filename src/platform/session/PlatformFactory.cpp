@@ -77,37 +77,12 @@ std::function<void()> displayBell(const Survey& survey) {
   return [] {};
 }
 
-}  // namespace
-
-StartedPlatform startPlatform(int& argc, char** argv) {
-  posix::openStandardFiles();
-  posix::keepMemoryPrivate();
-  desktop::SignalWatch::endAtOnceMeanwhile();
-  Survey survey = Survey::take();
-  if (forcesMissingWindows(survey))
-    return cannotStart("there is no Wayland compositor with data control");
-  // Qt would end the process with a paragraph about its plug-ins.
-  if (const QByteArray obstacle = survey.obstacle(); !obstacle.isEmpty())
-    return cannotStart(obstacle);
-  // Before Qt is started, which looks for the bus itself.
-  bus::sessionBusIsUsable();
-  auto platform = std::make_unique<Platform>();
-  platform->log = std::make_unique<posix::PosixSystemLog>();
-  platform->application =
-      std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin", survey.qtPlatform());
-
-  const QDBusConnection bus = QDBusConnection::sessionBus();
-  auto remoteControl = std::make_unique<bus::SessionBusControl>(bus);
-  if (!remoteControl->takeName()) {
-    remoteControl->activateOther();
-    return {.platform = nullptr, .exitCode = 0};
-  }
-  bus::SessionBusControl& control = *remoteControl;
-  platform->remoteControl = std::move(remoteControl);
-
+// The services that depend on the session.
+StartedPlatform complete(std::unique_ptr<Platform> platform, Survey survey,
+                         const QDBusConnection& bus, bus::SessionBusControl& control) {
   // GNOME tells no program which keys are held: whoever types there has to know of each press.
   const auto modifiers = survey.xwayland ? std::make_shared<gnome::HeldModifiers>(bus) : nullptr;
-  auto chosen = createCapture(survey, *platform->log, modifiers);
+  auto chosen = createCapture(survey, bus, *platform->log, modifiers);
   if (!chosen)
     return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
@@ -130,6 +105,36 @@ StartedPlatform startPlatform(int& argc, char** argv) {
                                                   : QStringLiteral("without a session bus"),
                                 QLatin1String(version)));
   return {.platform = std::move(platform), .exitCode = 0};
+}
+
+}  // namespace
+
+StartedPlatform startPlatform(int& argc, char** argv) {
+  posix::openStandardFiles();
+  posix::keepMemoryPrivate();
+  desktop::SignalWatch::endAtOnceMeanwhile();
+  Survey survey = Survey::take();
+  if (forcesMissingWindows(survey))
+    return cannotStart("there is no Wayland compositor with data control");
+  // Qt would end the process with a paragraph about its plug-ins.
+  if (const QByteArray obstacle = survey.obstacle(); !obstacle.isEmpty())
+    return cannotStart(obstacle);
+  // Before Qt is started, which looks for the bus itself.
+  bus::decideSessionBus();
+  auto platform = std::make_unique<Platform>();
+  platform->log = std::make_unique<posix::PosixSystemLog>();
+  platform->application =
+      std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin", survey.qtPlatform());
+
+  const QDBusConnection bus = bus::sessionBus();
+  auto remoteControl = std::make_unique<bus::SessionBusControl>(bus);
+  if (!remoteControl->takeName()) {
+    remoteControl->activateOther();
+    return {.platform = nullptr, .exitCode = 0};
+  }
+  bus::SessionBusControl& control = *remoteControl;
+  platform->remoteControl = std::move(remoteControl);
+  return complete(std::move(platform), std::move(survey), bus, control);
 }
 
 }  // namespace tavin::session

@@ -68,7 +68,7 @@ std::optional<std::vector<PasteboardItem>> readClipboard(SelectionReader& reader
     if (!listing)
       return std::nullopt;
     if (!listing->offered) {
-      // Empty from the start, or its owner ended under our hands: then what it held is lost.
+      // Empty from the start, or its owner ended meanwhile: then what it held is lost.
       return first ? std::optional(std::vector<PasteboardItem>{}) : std::nullopt;
     }
     PasteboardItem item;

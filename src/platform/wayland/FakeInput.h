@@ -11,7 +11,7 @@ namespace tavin::wayland {
 
 // Types the copy command through KWin's fake input. KWin takes it for the user's own keyboard: what
 // the user still holds down would join the command. Up to Plasma 5 KWin tells nobody what that is,
-// so all of it is let go of first; later it cannot be let go of, and no event is made while KWin
+// so all of it is released first; later it cannot be released, and no event is made while KWin
 // says that a modifier is held. It offers this, and says that, without a question to a program
 // whose desktop file asks for both. Work queue only.
 class FakeInput final : public copy::CopyKey {

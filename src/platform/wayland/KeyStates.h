@@ -8,7 +8,7 @@
 
 namespace tavin::wayland {
 
-// Whether KWin lets go of a key that the user holds when another program releases it. It did up to
+// Whether KWin releases a key that the user holds when another program releases it. It did up to
 // Plasma 5, whose sessions say so.
 bool kwinReleasesHeldKeys();
 

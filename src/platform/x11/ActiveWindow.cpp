@@ -24,7 +24,7 @@ bool exists(const Connection& connection, xcb_window_t window) {
 
 ActiveWindow::ActiveWindow(const Connection& connection)
     : connection_(connection),
-      probe_(xcb_generate_id(connection.get())),
+      probe_(connection.createHiddenWindow()),
       activeWindow_(connection.atom("_NET_ACTIVE_WINDOW")),
       managerWindow_(connection.atom("_NET_SUPPORTING_WM_CHECK")),
       windowType_(connection.atom("_NET_WM_WINDOW_TYPE")),
@@ -32,10 +32,7 @@ ActiveWindow::ActiveWindow(const Connection& connection)
                     connection.atom("_NET_WM_WINDOW_TYPE_MENU"),
                     connection.atom("_NET_WM_WINDOW_TYPE_POPUP_MENU"),
                     connection.atom("_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"),
-                    connection.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION")} {
-  xcb_create_window(connection.get(), 0, probe_, connection.root(), -1, -1, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-}
+                    connection.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION")} {}
 
 xcb_window_t ActiveWindow::find() const {
   const auto active = unitsProperty(connection_, connection_.root(), activeWindow_);

@@ -14,14 +14,6 @@ constexpr double patienceSeconds = 1;
 // clipboard with its own last entry would race with contents that are put there right afterwards.
 constexpr double secondsUntilGivenUp = 0.05;
 
-xcb_window_t createWindow(const Connection& connection) {
-  const xcb_window_t window = xcb_generate_id(connection.get());
-  const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_create_window(connection.get(), 0, window, connection.root(), -1, -1, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
-  return window;
-}
-
 template <typename Event>
 const Event& as(const xcb_generic_event_t& event) {
   return reinterpret_cast<const Event&>(event);
@@ -33,31 +25,25 @@ std::unique_ptr<ClipboardServer> ClipboardServer::create(double transferIdleSeco
   auto connection = Connection::open();
   if (!connection)
     return nullptr;
-  xcb_connection_t* c = connection->get();
-  const auto* fixes = xcb_get_extension_data(c, &xcb_xfixes_id);
-  if (!fixes || !fixes->present)
+  const auto notices = connection->prepareSelectionNotices();
+  if (!notices)
     return nullptr;
-  Reply<xcb_xfixes_query_version_reply_t>(
-      xcb_xfixes_query_version_reply(c, xcb_xfixes_query_version(c, 5, 0), nullptr));
   return std::unique_ptr<ClipboardServer>(
-      new ClipboardServer(std::move(connection), fixes->first_event, transferIdleSeconds));
+      new ClipboardServer(std::move(connection), *notices, transferIdleSeconds));
 }
 
 ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent,
                                  double transferIdleSeconds)
     : connection_(std::move(connection)),
       fixesEvent_(fixesEvent),
-      window_(createWindow(*connection_)),
+      window_(connection_->createHiddenWindow(XCB_EVENT_MASK_PROPERTY_CHANGE)),
       clipboard_(connection_->atom("CLIPBOARD")),
       manager_(connection_->atom("CLIPBOARD_MANAGER")),
       saveTargets_(connection_->atom("SAVE_TARGETS")),
       kept_(connection_->atom("TAVIN_CLIPBOARD")),
       clock_(connection_->atom("TAVIN_CLOCK")),
       answers_(*connection_, transferIdleSeconds) {
-  xcb_xfixes_select_selection_input(connection_->get(), window_, clipboard_,
-                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+  connection_->tellOwners(clipboard_, window_);
   xcb_flush(connection_->get());
   thread_ = std::thread([this] { run(); });
 }
@@ -97,7 +83,7 @@ bool ClipboardServer::handOver(Deadline deadline) {
     xcb_connection_t* c = connection_->get();
     if (!owning_ || !answers_.offersAnything())
       return settle(true);
-    if (owner(manager_) == XCB_WINDOW_NONE)
+    if (connection_->ownerOf(manager_) == XCB_WINDOW_NONE)
       return settle(false);
     const auto targets = answers_.targets();
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, kept_, XCB_ATOM_ATOM, 32,
@@ -168,23 +154,15 @@ void ClipboardServer::handle(const xcb_generic_event_t& event) {
 
 void ClipboardServer::loseOwnership() {
   // The notice may be about an earlier claim of ours, and the clipboard be ours again.
-  if (owner(clipboard_) == window_)
+  if (connection_->ownerOf(clipboard_) == window_)
     return;
   owning_ = false;
   giveUpAt_.reset();
   answers_.withdraw();
 }
 
-xcb_window_t ClipboardServer::owner(xcb_atom_t selection) {
-  xcb_connection_t* c = connection_->get();
-  const Reply<xcb_get_selection_owner_reply_t> reply(
-      xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, selection), nullptr));
-  return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
-}
-
 void ClipboardServer::synchronise() {
-  xcb_connection_t* c = connection_->get();
-  Reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+  connection_->roundTrip();
   handleQueuedEvents();
 }
 
@@ -217,7 +195,7 @@ bool ClipboardServer::claim(ClipboardContents contents) {
   giveUpAt_.reset();
   claimedAt_ = serverTime();
   xcb_set_selection_owner(connection_->get(), window_, clipboard_, claimedAt_);
-  owning_ = owner(clipboard_) == window_;
+  owning_ = connection_->ownerOf(clipboard_) == window_;
   if (owning_)
     answers_.offer(std::move(contents), claimedAt_);
   return owning_;

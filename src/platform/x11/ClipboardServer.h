@@ -45,7 +45,6 @@ class ClipboardServer {
   void handleQueuedEvents();
   void handle(const xcb_generic_event_t& event);
   void loseOwnership();
-  xcb_window_t owner(xcb_atom_t selection);
   void synchronise();
   xcb_timestamp_t serverTime();
   bool claim(ClipboardContents contents);

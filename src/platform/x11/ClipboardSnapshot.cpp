@@ -105,7 +105,7 @@ std::optional<ClipboardSnapshot> readClipboard(SelectionReader& reader, Deadline
   for (bool first = true; first || !deadline.passed(); first = false) {
     SelectionReader::Watch watch(reader, clipboard);
     if (reader.owner(clipboard) == XCB_WINDOW_NONE) {
-      // Empty from the start, or its owner ended under our hands: then what it held is lost.
+      // Empty from the start, or its owner ended meanwhile: then what it held is lost.
       return first ? std::optional(ClipboardSnapshot{}) : std::nullopt;
     }
     Attempt attempt(reader, clipboard, deadline);

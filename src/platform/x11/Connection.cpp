@@ -1,5 +1,7 @@
 #include "platform/x11/Connection.h"
 
+#include <xcb/xfixes.h>
+
 #include <string>
 
 #include "platform/posix/SocketProbe.h"
@@ -56,6 +58,48 @@ xcb_atom_t Connection::atom(std::string_view name) const {
       xcb_intern_atom(connection_, 0, static_cast<uint16_t>(name.size()), name.data());
   const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
   return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+bool Connection::roundTrip() const {
+  const auto cookie = xcb_get_input_focus(connection_);
+  return Reply<xcb_get_input_focus_reply_t>(
+             xcb_get_input_focus_reply(connection_, cookie, nullptr)) != nullptr;
+}
+
+const xcb_query_extension_reply_t* Connection::extension(xcb_extension_t& id) const {
+  const xcb_query_extension_reply_t* found = xcb_get_extension_data(connection_, &id);
+  return found != nullptr && found->present != 0 ? found : nullptr;
+}
+
+xcb_window_t Connection::createHiddenWindow(std::uint32_t events) const {
+  const xcb_window_t window = xcb_generate_id(connection_);
+  xcb_create_window(connection_, 0, window, root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                    XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+  return window;
+}
+
+xcb_window_t Connection::ownerOf(xcb_atom_t selection) const {
+  const auto cookie = xcb_get_selection_owner(connection_, selection);
+  const Reply<xcb_get_selection_owner_reply_t> reply(
+      xcb_get_selection_owner_reply(connection_, cookie, nullptr));
+  return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+std::optional<std::uint8_t> Connection::prepareSelectionNotices() const {
+  const auto* fixes = extension(xcb_xfixes_id);
+  if (fixes == nullptr)
+    return std::nullopt;
+  const auto cookie = xcb_xfixes_query_version(connection_, 5, 0);
+  Reply<xcb_xfixes_query_version_reply_t>(
+      xcb_xfixes_query_version_reply(connection_, cookie, nullptr));
+  return fixes->first_event;
+}
+
+void Connection::tellOwners(xcb_atom_t selection, xcb_window_t window, bool tell) const {
+  constexpr std::uint32_t changes = XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                    XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                    XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE;
+  xcb_xfixes_select_selection_input(connection_, window, selection, tell ? changes : 0);
 }
 
 }  // namespace tavin::x11

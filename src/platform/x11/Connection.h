@@ -2,8 +2,10 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "platform/Deadline.h"
@@ -36,6 +38,19 @@ class Connection {
   xcb_window_t root() const { return screen_->root; }
   // The atom of that name, made where it is missing; 0 when the connection is broken.
   xcb_atom_t atom(std::string_view name) const;
+  // Waits until the display has done all that was asked of it and its events are here. False when
+  // the connection is broken.
+  bool roundTrip() const;
+  // Null where the display has no such extension.
+  const xcb_query_extension_reply_t* extension(xcb_extension_t& id) const;
+  // A window that is never shown; `events` are those of its own that are to be told.
+  xcb_window_t createHiddenWindow(std::uint32_t events = 0) const;
+  // None where nobody owns it.
+  xcb_window_t ownerOf(xcb_atom_t selection) const;
+  // Makes the notices of selections usable: the number of their event, none where there are none.
+  std::optional<std::uint8_t> prepareSelectionNotices() const;
+  // Each change of the selection's owner is told to the window from now on, or no more.
+  void tellOwners(xcb_atom_t selection, xcb_window_t window, bool tell = true) const;
 
  private:
   Connection(xcb_connection_t* connection, xcb_screen_t* screen);

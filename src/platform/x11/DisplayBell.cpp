@@ -10,9 +10,7 @@ void ringDisplayBell() {
     return;
   xcb_bell(connection->get(), 0);
   // An answer shows that the bell was taken before the connection closes.
-  const auto cookie = xcb_get_input_focus(connection->get());
-  const Reply<xcb_get_input_focus_reply_t> answer(
-      xcb_get_input_focus_reply(connection->get(), cookie, nullptr));
+  connection->roundTrip();
 }
 
 }  // namespace tavin::x11

@@ -12,8 +12,8 @@ constexpr std::uint16_t neededMinor = 1;  // Raw events pass by grabs from there
 
 bool HeldKeys::prepare() {
   xcb_connection_t* c = connection_.get();
-  const xcb_query_extension_reply_t* input = xcb_get_extension_data(c, &xcb_input_id);
-  if (input == nullptr || input->present == 0)
+  const auto* input = connection_.extension(xcb_input_id);
+  if (input == nullptr)
     return false;
   inputExtension_ = input->major_opcode;
   const auto cookie = xcb_input_xi_query_version(c, neededMajor, neededMinor);

@@ -11,7 +11,7 @@ namespace tavin::x11 {
 
 // Sends what is too large for one property, piece by piece as the requestor takes it (INCR of the
 // ICCCM). Any number of transfers go on side by side; one whose requestor stops taking pieces is
-// dropped. Used by the clipboard's thread alone, which hands in the events.
+// dropped. Used by the clipboard's thread alone, which passes the events in.
 class IncrementalTransfers {
  public:
   // `idleSeconds`: a requestor that took nothing for so long has forgotten its transfer.

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/x11/Connection.h"
+#include "platform/x11/KeyMap.h"
 
 namespace tavin::x11 {
 
@@ -21,14 +21,12 @@ class KeyState {
   std::optional<xcb_keycode_t> keyFor(std::uint32_t symbol) const;
 
  private:
-  bool isDown(xcb_keycode_t key) const;
-  std::uint64_t flagOf(xcb_keycode_t key) const;
+  KeyState(const Connection& connection, xcb_query_keymap_cookie_t down);
+  bool isDown(int key) const;
+  std::uint64_t flagOf(int key) const;
 
-  Reply<xcb_query_keymap_reply_t> down_;
-  Reply<xcb_get_keyboard_mapping_reply_t> symbols_;
-  xcb_keycode_t first_;
-  int keys_ = 0;
-  int columns_ = 0;
+  const KeyMap map_;
+  const Reply<xcb_query_keymap_reply_t> down_;
 };
 
 }  // namespace tavin::x11

@@ -12,8 +12,8 @@ namespace tavin::x11 {
 
 void KeyboardExtension::announceTo(const Connection& connection) {
   xcb_connection_t* c = connection.get();
-  const xcb_query_extension_reply_t* xkb = xcb_get_extension_data(c, &xcb_xkb_id);
-  if (xkb == nullptr || xkb->present == 0)
+  const auto* xkb = connection.extension(xcb_xkb_id);
+  if (xkb == nullptr)
     return;
   event_ = xkb->first_event;
   xcb_discard_reply(

@@ -14,13 +14,10 @@ std::unique_ptr<PrimaryWatch> PrimaryWatch::create() {
   auto connection = Connection::open();
   if (!connection)
     return nullptr;
-  xcb_connection_t* c = connection->get();
-  const auto* fixes = xcb_get_extension_data(c, &xcb_xfixes_id);
-  if (!fixes || !fixes->present)
+  const auto notices = connection->prepareSelectionNotices();
+  if (!notices)
     return nullptr;
-  Reply<xcb_xfixes_query_version_reply_t>(
-      xcb_xfixes_query_version_reply(c, xcb_xfixes_query_version(c, 5, 0), nullptr));
-  return std::unique_ptr<PrimaryWatch>(new PrimaryWatch(std::move(connection), fixes->first_event));
+  return std::unique_ptr<PrimaryWatch>(new PrimaryWatch(std::move(connection), *notices));
 }
 
 PrimaryWatch::PrimaryWatch(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent)
@@ -28,13 +25,9 @@ PrimaryWatch::PrimaryWatch(std::unique_ptr<Connection> connection, std::uint8_t 
       fixesEvent_(fixesEvent),
       activeWindow_(*connection_),
       activeWindowAtom_(connection_->atom("_NET_ACTIVE_WINDOW")) {
-  xcb_connection_t* c = connection_->get();
-  xcb_xfixes_select_selection_input(c, connection_->root(), XCB_ATOM_PRIMARY,
-                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+  connection_->tellOwners(XCB_ATOM_PRIMARY, connection_->root());
   const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_change_window_attributes(c, connection_->root(), XCB_CW_EVENT_MASK, &mask);
+  xcb_change_window_attributes(connection_->get(), connection_->root(), XCB_CW_EVENT_MASK, &mask);
   current_ = activeWindow_.find();
   thread_ = std::thread([this] { run(); });
 }

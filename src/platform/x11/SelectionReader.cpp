@@ -12,12 +12,9 @@ constexpr qsizetype largestConversion = 512 << 20;
 // A window for one conversion: what an owner sends too late finds it gone and confuses nothing.
 class ConversionWindow {
  public:
-  ConversionWindow(const Connection& connection) : connection_(connection.get()) {
-    id_ = xcb_generate_id(connection_);
-    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(connection_, 0, id_, connection.root(), -1, -1, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
-  }
+  explicit ConversionWindow(const Connection& connection)
+      : connection_(connection.get()),
+        id_(connection.createHiddenWindow(XCB_EVENT_MASK_PROPERTY_CHANGE)) {}
   ~ConversionWindow() {
     xcb_destroy_window(connection_, id_);
     xcb_flush(connection_);
@@ -44,31 +41,19 @@ std::unique_ptr<SelectionReader> SelectionReader::create() {
   auto connection = Connection::open();
   if (!connection)
     return nullptr;
-  const auto* fixes = xcb_get_extension_data(connection->get(), &xcb_xfixes_id);
-  if (!fixes || !fixes->present)
+  const auto notices = connection->prepareSelectionNotices();
+  if (!notices)
     return nullptr;
-  std::unique_ptr<SelectionReader> reader(new SelectionReader(std::move(connection)));
-  reader->fixesEvent_ = fixes->first_event;
-  return reader;
+  return std::unique_ptr<SelectionReader>(new SelectionReader(std::move(connection), *notices));
 }
 
-SelectionReader::SelectionReader(std::unique_ptr<Connection> connection)
+SelectionReader::SelectionReader(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent)
     : connection_(std::move(connection)),
+      fixesEvent_(fixesEvent),
       property_(connection_->atom("TAVIN_SELECTION")),
-      incr_(connection_->atom("INCR")) {
-  xcb_connection_t* c = connection_->get();
-  Reply<xcb_xfixes_query_version_reply_t>(
-      xcb_xfixes_query_version_reply(c, xcb_xfixes_query_version(c, 5, 0), nullptr));
-}
+      incr_(connection_->atom("INCR")) {}
 
 SelectionReader::~SelectionReader() = default;
-
-xcb_window_t SelectionReader::owner(xcb_atom_t selection) {
-  xcb_connection_t* c = connection_->get();
-  const Reply<xcb_get_selection_owner_reply_t> reply(
-      xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, selection), nullptr));
-  return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
-}
 
 std::vector<std::string> SelectionReader::atomNames(const std::vector<xcb_atom_t>& atoms) {
   xcb_connection_t* c = connection_->get();
@@ -183,20 +168,14 @@ Reply<xcb_generic_event_t> SelectionReader::nextEvent(Deadline deadline) {
 
 SelectionReader::Watch::Watch(SelectionReader& reader, xcb_atom_t selection)
     : reader_(reader), selection_(selection) {
-  xcb_connection_t* c = reader_.connection_->get();
-  reader_.watchWindow_ = xcb_generate_id(c);
+  reader_.watchWindow_ = reader_.connection_->createHiddenWindow();
   reader_.watchedChanged_ = false;
-  xcb_create_window(c, 0, reader_.watchWindow_, reader_.connection_->root(), -1, -1, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-  xcb_xfixes_select_selection_input(c, reader_.watchWindow_, selection_,
-                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+  reader_.connection_->tellOwners(selection_, reader_.watchWindow_);
 }
 
 SelectionReader::Watch::~Watch() {
   xcb_connection_t* c = reader_.connection_->get();
-  xcb_xfixes_select_selection_input(c, reader_.watchWindow_, selection_, 0);
+  reader_.connection_->tellOwners(selection_, reader_.watchWindow_, false);
   xcb_destroy_window(c, reader_.watchWindow_);
   xcb_flush(c);
   reader_.watchWindow_ = XCB_WINDOW_NONE;
@@ -205,7 +184,7 @@ SelectionReader::Watch::~Watch() {
 
 bool SelectionReader::Watch::changed() {
   // The answer to any request comes after every event that the server sent before it.
-  reader_.owner(selection_);
+  reader_.connection_->roundTrip();
   while (!reader_.watchedChanged_ && reader_.nextEvent(Deadline::in(0))) {
   }
   return reader_.watchedChanged_;

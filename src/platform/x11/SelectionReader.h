@@ -29,7 +29,7 @@ class SelectionReader {
   ~SelectionReader();
 
   const Connection& connection() const { return *connection_; }
-  xcb_window_t owner(xcb_atom_t selection);
+  xcb_window_t owner(xcb_atom_t selection) const { return connection_->ownerOf(selection); }
   Conversion convert(xcb_atom_t selection, xcb_atom_t target, Deadline deadline) {
     return convert(selection, target, deadline, deadline);
   }
@@ -38,14 +38,14 @@ class SelectionReader {
   // The names of atoms, in one exchange with the server; empty for what is no atom.
   std::vector<std::string> atomNames(const std::vector<xcb_atom_t>& atoms);
 
-  // While one of these lives, a conversion ends as soon as the selection changes hands.
+  // While one of these lives, a conversion ends as soon as the selection changes its owner.
   class Watch {
    public:
     Watch(SelectionReader& reader, xcb_atom_t selection);
     ~Watch();
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
-    // Whether it has changed hands by now.
+    // Whether it has changed its owner by now.
     bool changed();
 
    private:
@@ -54,7 +54,7 @@ class SelectionReader {
   };
 
  private:
-  explicit SelectionReader(std::unique_ptr<Connection> connection);
+  SelectionReader(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent);
   // The next event before the deadline; null when there is none or the watched selection changed.
   Reply<xcb_generic_event_t> nextEvent(Deadline deadline);
   bool waitForProperty(xcb_window_t window, Deadline deadline);
@@ -63,7 +63,7 @@ class SelectionReader {
   Conversion failure() const;
 
   std::unique_ptr<Connection> connection_;
-  std::uint8_t fixesEvent_ = 0;
+  const std::uint8_t fixesEvent_;
   xcb_atom_t property_;
   xcb_atom_t incr_;
   xcb_window_t watchWindow_ = XCB_WINDOW_NONE;

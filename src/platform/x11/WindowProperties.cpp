@@ -22,8 +22,7 @@ Reply<xcb_get_property_reply_t> getProperty(const Connection& connection, xcb_wi
 // The processes of one client, or with no resource of all.
 std::vector<std::int64_t> processIds(const Connection& connection, std::uint32_t resource) {
   xcb_connection_t* c = connection.get();
-  const auto* extension = xcb_get_extension_data(c, &xcb_res_id);
-  if (!extension || !extension->present)
+  if (connection.extension(xcb_res_id) == nullptr)
     return {};
   const xcb_res_client_id_spec_t which{resource, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
   const Reply<xcb_res_query_client_ids_reply_t> reply(

@@ -1,27 +1,16 @@
 #include "platform/x11/X11Keyboard.h"
 
 #include <xcb/xtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <utility>
 
 #include "platform/x11/KeyState.h"
 
 namespace tavin::x11 {
-namespace {
-
-constexpr std::uint32_t controlSymbol = 0xffe3;
-constexpr std::uint32_t insertSymbol = 0xff63;
-
-bool hasTestExtension(xcb_connection_t* c) {
-  const auto* extension = xcb_get_extension_data(c, &xcb_test_id);
-  return extension && extension->present;
-}
-
-}  // namespace
-
 std::unique_ptr<X11Keyboard> X11Keyboard::create() {
   auto connection = Connection::open();
-  if (!connection || !hasTestExtension(connection->get()))
+  if (!connection || connection->extension(xcb_test_id) == nullptr)
     return nullptr;
   return std::unique_ptr<X11Keyboard>(new X11Keyboard(std::move(connection)));
 }
@@ -33,8 +22,8 @@ std::uint64_t X11Keyboard::heldModifiers() { return KeyState(*connection_).flags
 
 bool X11Keyboard::prepare() {
   const KeyState state(*connection_);
-  control_ = state.keyFor(controlSymbol);
-  insert_ = state.keyFor(insertSymbol);
+  control_ = state.keyFor(XKB_KEY_Control_L);
+  insert_ = state.keyFor(XKB_KEY_Insert);
   // While a menu or a screen lock holds the keyboard, the keys would go there.
   return control_ && insert_ && !activeWindow_.keyboardIsGrabbed();
 }
@@ -51,8 +40,7 @@ void X11Keyboard::type() {
   fake(XCB_KEY_PRESS, *insert_);
   fake(XCB_KEY_RELEASE, *insert_);
   fake(XCB_KEY_RELEASE, *control_);
-  xcb_connection_t* c = connection_->get();
-  Reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
+  connection_->roundTrip();
 }
 
 void X11Keyboard::fake(std::uint8_t type, xcb_keycode_t key) const {

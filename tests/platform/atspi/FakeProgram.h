@@ -16,6 +16,7 @@
 #include "platform/Eventually.h"
 #include "platform/atspi/BusAddress.h"
 #include "platform/atspi/Object.h"
+#include "platform/bus/SessionBus.h"
 
 namespace tavin::test {
 
@@ -30,7 +31,8 @@ class FakeProgram final : public QDBusVirtualObject {
   explicit FakeProgram(Answers answers)
       : answers_(std::move(answers)),
         name_(QString("fake program %1").arg(quintptr(this))),
-        connection_(QDBusConnection::connectToBus(atspi::busAddress(Deadline::in(5)), name_)) {
+        connection_(QDBusConnection::connectToBus(
+            atspi::busAddress(bus::sessionBus(), Deadline::in(5)), name_)) {
     qDBusRegisterMetaType<atspi::ObjectRef>();
     qDBusRegisterMetaType<QList<atspi::ObjectRef>>();
     connection_.registerVirtualObject("/", this, QDBusConnection::SubPath);

@@ -61,7 +61,7 @@ class ParagraphsTest : public testing::Test {
   std::optional<QString> read(const std::set<int>& selected,
                               const std::optional<QString>& primary) {
     selected_ = selected;
-    capture::FocusTracker tracker(std::make_unique<FixedPrimary>(primary));
+    capture::FocusTracker tracker(std::make_unique<FixedPrimary>(primary), bus::sessionBus());
     capture::Focus focus;
     focus.window.id = 1;
     focus.program = program_.object("/root");
@@ -139,7 +139,7 @@ class PageTest : public testing::Test {
 
   int argumentCount_ = 0;
   QCoreApplication application_{argumentCount_, nullptr};
-  atspi::Bus bus_;
+  atspi::Bus bus_{bus::sessionBus()};
   int paragraphs_ = 3;
   int typedMark_ = -1;
   std::pair<int, QString> silentOn_{-1, {}};
@@ -180,7 +180,7 @@ class HostileProgramTest : public testing::Test {
 
   int argumentCount_ = 0;
   QCoreApplication application_{argumentCount_, nullptr};
-  atspi::Bus bus_;
+  atspi::Bus bus_{bus::sessionBus()};
   const Deadline deadline_ = Deadline::in(90);
 };
 

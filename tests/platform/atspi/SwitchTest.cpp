@@ -10,6 +10,7 @@
 #include "platform/atspi/Object.h"
 #include "platform/atspi/Program.h"
 #include "platform/atspi/Switch.h"
+#include "platform/bus/SessionBus.h"
 #include "platform/capture/CaptureTest.h"
 
 namespace tavin::test {
@@ -19,7 +20,7 @@ using atspi::SwitchState;
 
 class SwitchTest : public CaptureTest {
  protected:
-  static SwitchState state() { return atspi::readSwitch(Deadline::in(5)); }
+  static SwitchState state() { return atspi::readSwitch(bus::sessionBus(), Deadline::in(5)); }
   static void turnOff() {
     auto message = QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus",
                                                   "org.freedesktop.DBus.Properties", "Set");
@@ -88,7 +89,7 @@ TEST_F(SwitchTest, ALateServiceIsNotTrustedAndTurnsOnWhenItWakesUp) {
   turnOff();
   {
     const Standstill late;
-    EXPECT_EQ(atspi::readSwitch(Deadline::in(0.2)), SwitchState::late);
+    EXPECT_EQ(atspi::readSwitch(bus::sessionBus(), Deadline::in(0.2)), SwitchState::late);
     QElapsedTimer timer;
     timer.start();
     EXPECT_FALSE(trusted());
@@ -122,7 +123,7 @@ TEST_F(SwitchTest, WhatWasOnIsTrustedWhileTheServiceIsLate) {
 class BusTest : public SwitchTest {
  protected:
   static pid_t busProcess() {
-    const QString address = atspi::busAddress(Deadline::in(5));
+    const QString address = atspi::busAddress(bus::sessionBus(), Deadline::in(5));
     const auto bus = QDBusConnection::connectToBus(address, "test");
     const auto question =
         QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",

@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "platform/Eventually.h"
+#include "platform/bus/SessionBus.h"
 #include "platform/capture/AssembleCapture.h"
 #include "platform/x11/CreateCapture.h"
 #include "platform/x11/TestKeyboard.h"
@@ -42,7 +43,8 @@ inline std::optional<capture::Capture> captureOnX11(SystemLog& log) {
   if (!clipboard || !windows)
     return std::nullopt;
   return capture::assembleCapture(
-      log, {std::move(windows), std::move(*clipboard), x11::X11Keyboard::create()});
+      log, bus::sessionBus(),
+      {std::move(windows), std::move(*clipboard), x11::X11Keyboard::create()});
 }
 
 // The back ends of capture in a real session, and a keyboard to select with.

@@ -100,7 +100,7 @@ class ProgramFinderTest : public testing::Test {
       [](const QString&, const QString&, const QVariantList&) { return Values(std::nullopt); }};
   WindowedProgram behind_{false};
   WindowedProgram front_{true};
-  atspi::Bus bus_;
+  atspi::Bus bus_{bus::sessionBus()};
 };
 
 TEST_F(ProgramFinderTest, WithoutAProcessAllAreAskedAtOnceForTheirActiveWindow) {

@@ -59,7 +59,8 @@ TEST_F(SelectedTextTest, ReadsAFieldWithoutCollection) {
 
 TEST_F(SelectedTextTest, NeverReadsAPasswordNorCopiesIt) {
   capture::FocusTracker tracker(std::make_unique<x11::X11WindowSystem>(
-      x11::SelectionReader::create(), x11::PrimaryWatch::create()));
+                                    x11::SelectionReader::create(), x11::PrimaryWatch::create()),
+                                bus::sessionBus());
   for (const QString version : {"3.0", "4.0"}) {
     const Program field(entry(version, "hidden", "secret"));
     ASSERT_TRUE(eventually([&] { return tracker.look().isPassword(); }, 30'000))
