@@ -1,14 +1,10 @@
 # Gives the installed engine its interpreter, a link to the system's, and its
-# compiled modules: the program starts it without leave to write any.
+# compiled modules: the program starts it without permission to write any.
 file(MAKE_DIRECTORY ${engine}/python/bin)
 file(CREATE_LINK ${python} ${engine}/python/bin/python3 SYMBOLIC)
 if(byte_code)
-  set(folders ${engine}/tavin)
-  if(EXISTS ${engine}/site-packages)
-    list(APPEND folders ${engine}/site-packages)
-  endif()
   # By content, not by time: copying a tree may change the times.
   execute_process(
-    COMMAND ${python} -m compileall -q --invalidation-mode checked-hash -s "$ENV{DESTDIR}" ${folders}
+    COMMAND ${python} -m compileall -q --invalidation-mode checked-hash -s "$ENV{DESTDIR}" ${engine}/tavin
     COMMAND_ERROR_IS_FATAL ANY)
 endif()

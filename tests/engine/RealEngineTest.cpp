@@ -83,7 +83,8 @@ TEST_F(RealEngineTest, StatusDecodes) {
 
 TEST_F(RealEngineTest, VoicesDecodeForEachEngine) {
   for (const EngineInfo& engine : status().engines) {
-    // Kokoro's are in a file that is not there yet, ElevenLabs' are the account's, without a key none.
+    // Kokoro's are in a file that is not there yet; ElevenLabs' are the account's, which needs a
+    // key.
     const bool listed = engine.name != "kokoro" && engine.name != "elevenlabs";
     EXPECT_EQ(!client().voices(engine.name).empty(), listed) << engine.name.toStdString();
   }
