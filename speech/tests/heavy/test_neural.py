@@ -332,7 +332,7 @@ def test_a_language_that_it_does_not_speak_is_read_by_another_back_end(engine, r
     engine.start()
     choose(engine)
     ready(engine)
-    text = "Der Abend war lang, und niemand im Haus wollte darüber reden."
+    text = "Niemand wollte darüber reden."  # short enough to be spoken in one piece
     heard = without_silence(speaks(engine, recorder, text))
     wanted = without_silence(expected(text, voice="gmw/de"))
     assert first_difference(heard, wanted) is None
