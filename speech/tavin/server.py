@@ -4,8 +4,6 @@ Serves one user on the loopback interface at a fixed port, until SIGTERM or SIGI
 """
 
 import asyncio
-import contextlib
-import ctypes
 import os
 import resource
 import signal
@@ -20,11 +18,9 @@ from tavin.http.peer import Doorkeeper, Peers
 from tavin.http.port import listen
 from tavin.http.routes import application
 from tavin.log import log, loop_failure, set_up
+from tavin.process import memory
 from tavin.process.renewal import Entrance, Renewal
 from tavin.settings import Settings, default_path
-
-M_MMAP_THRESHOLD = -3  # of malloc.h
-LONG_TEXT = 1 << 20
 
 
 async def listening_socket():
@@ -53,22 +49,6 @@ def allow_many_connections():
     _, most = resource.getrlimit(resource.RLIMIT_NOFILE)
     wanted = 4096 if most == resource.RLIM_INFINITY else min(4096, most)
     resource.setrlimit(resource.RLIMIT_NOFILE, (wanted, most))
-
-
-def keep_memory_private():
-    """A crash must not write keys and texts to a file.
-
-    The kernel gives a program that collects crashes everything whatever the limit is, but for 1.
-    """
-    _, most = resource.getrlimit(resource.RLIMIT_CORE)
-    limit = 0 if most == 0 else 1
-    resource.setrlimit(resource.RLIMIT_CORE, (limit, limit))
-
-
-def give_memory_back():
-    """Left to itself, glibc's allocator keeps the memory of one long text for good."""
-    with contextlib.suppress(AttributeError):  # another C library
-        ctypes.CDLL(None).mallopt(M_MMAP_THRESHOLD, LONG_TEXT)
 
 
 async def serve():
@@ -104,8 +84,8 @@ async def serve():
 def main():
     set_up()
     allow_many_connections()
-    keep_memory_private()
-    give_memory_back()
+    memory.keep_private()
+    memory.give_back()
     asyncio.run(serve())
 
 

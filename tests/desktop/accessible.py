@@ -7,7 +7,6 @@ from gi.repository import Gio, GLib
 from session import SessionError, wait_until
 
 ACCESSIBLE = "org.a11y.atspi.Accessible"
-MENUS = {"menu", "popup menu"}
 ACTIVE, CHECKED, ENABLED, SHOWING = 1, 4, 8, 25  # of AT-SPI's states
 REGISTRY_ROOT = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 

@@ -48,9 +48,9 @@ class Process:
         with contextlib.suppress(OSError):
             files = os.open("fd", os.O_RDONLY | os.O_DIRECTORY, dir_fd=self._folder)
             try:
-                for name in os.listdir(files):
-                    if link(name, files) == wanted:
-                        return int(name)
+                for entry in os.scandir(files):
+                    if link(entry.name, files) == wanted:
+                        return int(entry.name)
                     if time.monotonic() > deadline:
                         break
             finally:
@@ -63,7 +63,9 @@ class Process:
         return False
 
     def name(self):
-        return self._read("comm").decode(errors="replace").strip()
+        """As it calls itself; nothing of it may steer the terminal that shows the log."""
+        name = self._read("comm").decode(errors="replace").strip()
+        return "".join(sign if sign.isprintable() else "?" for sign in name)
 
     def arguments(self):
         return self._read("cmdline").split(b"\0")
@@ -116,6 +118,8 @@ class Holders:
         """A socket that a stranger holds too is a stranger's: it may have lent it to one of ours."""
         found = None
         for pid in filter(str.isdigit, os.listdir("/proc")):
+            if time.monotonic() > deadline:
+                return None
             process = opened(int(pid))
             descriptor = process and process.descriptor(inode, deadline)
             if descriptor is None:

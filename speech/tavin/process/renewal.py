@@ -24,21 +24,24 @@ class Renewal:
         self._entrance = entrance
         self._is_idle = is_idle
         self._files = loaded_files()
+        self._requests = 0  # under way; one may wait long, as a key does for the keyring's password
         self._task = None
 
     def watching(self, handle):
         """`handle`, which answers a request, and a look at the files after it."""
 
         async def handle_and_look(request):
+            self._requests += 1
             try:
                 return await handle(request)
             finally:
+                self._requests -= 1
                 self._look()
 
         return handle_and_look
 
     def _look(self):
-        if not self._task and self._is_idle() and loaded_files() != self._files:
+        if not self._task and not self._requests and self._is_idle() and loaded_files() != self._files:
             self._task = asyncio.get_running_loop().create_task(self._renew())
 
     async def _renew(self):
@@ -46,7 +49,7 @@ class Renewal:
             files = loaded_files()
             if await new_files_work():
                 await self._entrance.close()
-                if self._is_idle():
+                if self._is_idle() and not self._requests:
                     await end_helpers()
                     become_new(self._entrance.listener)
                 await self._entrance.open()

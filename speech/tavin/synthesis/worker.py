@@ -11,7 +11,7 @@ import queue
 import sys
 import threading
 
-from tavin.process import frames, lifetime
+from tavin.process import frames, lifetime, memory
 from tavin.synthesis.backend import Failure
 
 
@@ -20,6 +20,7 @@ def main():
     lifetime.end_with_parent(parent)
     lifetime.ignore_terminal_signals()
     output = lifetime.claim_output()
+    memory.give_back()
     try:
         synthesizer = importlib.import_module(f"tavin.synthesis.backends.{name}.synthesizer").Synthesizer()
     except Exception as failure:

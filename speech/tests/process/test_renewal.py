@@ -1,10 +1,12 @@
 """A running engine whose files are replaced, as by an upgrade, becomes the new one between two readings."""
 
 import os
+import socket
 import threading
+import time
 
 import pytest
-from engine_process import exists
+from engine_process import PORT, exists
 from sound import until
 from tree import Tree
 
@@ -91,6 +93,20 @@ def test_no_request_is_lost_meanwhile(engine, tree):
     for thread in threads:
         thread.join()
     assert failures == []
+
+
+def test_a_request_that_takes_long_is_answered_first(engine, tree):
+    with socket.create_connection(("127.0.0.1", PORT)) as slow:
+        slow.sendall(b"POST /key HTTP/1.1\r\nHost: 127.0.0.1:%d\r\nX-Tavin: 1\r\n"
+                     b"Content-Length: 2\r\n\r\n{" % PORT)
+        engine.status()
+        upgrade(tree)
+        begun = time.monotonic()
+        while time.monotonic() - begun < 4:  # longer than it waits for connections that are open
+            assert engine.status() and NEW not in engine.log()
+        slow.sendall(b"}")
+        assert slow.recv(100).startswith(b"HTTP/1.1 ")
+    until(lambda: is_new(engine), 15, "the new engine")
 
 
 def test_files_that_do_not_work_are_not_taken_up(engine, tree):

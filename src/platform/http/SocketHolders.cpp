@@ -58,6 +58,8 @@ bool SocketHolders::lastHolderHas(std::uint32_t inode, Deadline deadline) {
 // Before all others: no stranger shall be able to make the search for our own engine long.
 bool SocketHolders::searchChildren(std::uint32_t inode, Deadline deadline) {
   for (const pid_t pid : posix::childrenOf(::getpid())) {
+    if (deadline.passed())
+      return false;
     posix::ProcessFolder process(pid);
     const auto descriptor = process.descriptorOf(inode, deadline);
     if (!descriptor || !isTrusted(process))
@@ -73,6 +75,8 @@ bool SocketHolders::search(std::uint32_t inode, Deadline deadline, Stranger& str
   std::optional<posix::ProcessFolder> found;
   int foundDescriptor = -1;
   for (const pid_t pid : posix::allProcesses()) {
+    if (deadline.passed())
+      return false;
     posix::ProcessFolder process(pid);
     const auto descriptor = process.descriptorOf(inode, deadline);
     if (!descriptor)

@@ -106,7 +106,11 @@ bool ProcessFolder::seesOurFiles() const {
 
 std::string ProcessFolder::name() const {
   std::string name = shortFile(folder_.get(), "comm");
-  return name.substr(0, name.find('\n'));
+  name.resize(std::min(name.size(), name.find('\n')));
+  // It is the process's own choice, and shall not steer the terminal that shows the log.
+  std::ranges::replace_if(
+      name, [](unsigned char sign) { return sign < ' ' || sign == 127; }, '?');
+  return name;
 }
 
 std::optional<int> ProcessFolder::descriptorOf(std::uint32_t socketInode, Deadline deadline) const {
