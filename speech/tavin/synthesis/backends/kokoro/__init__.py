@@ -6,7 +6,7 @@ BACKEND = Backend(
     "kokoro",
     "Kokoro",
     takes_key=False,
-    longest_piece=90,
+    longest_piece=85,
     patience=60.0,
     needs_setup=True,
     first_piece=24,

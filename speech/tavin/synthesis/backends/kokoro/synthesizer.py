@@ -22,7 +22,7 @@ from tavin.synthesis.backends.kokoro.tempo import faster  # noqa: E402
 from tavin.synthesis.backends.kokoro.voicefile import language_of, voices_in  # noqa: E402
 from tavin.text.pieces import GOES_ON, cut  # noqa: E402
 
-MOST_PHONEMES = 100  # at once, at normal speed: memory grows by 20 MB with each second of sound
+MOST_PHONEMES = 95  # at once, at normal speed: memory grows by 20 MB with each second of sound
 FASTEST = 2.0  # what the model can be asked for
 STRETCH = 1.5  # the sound is sped up by so much, before the model is asked to hurry: it swallows syllables then
 # The silence that the model leaves at a piece's end is cut off: one more even takes its place.
