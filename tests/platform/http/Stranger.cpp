@@ -6,6 +6,7 @@
 #include <sched.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,11 +15,6 @@
 
 namespace tavin::test {
 namespace {
-
-struct Greeting {
-  pid_t pid = -1;
-  std::uint16_t port = 0;
-};
 
 int listenAnywhere(std::uint16_t& port) {
   const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
@@ -33,25 +29,30 @@ int listenAnywhere(std::uint16_t& port) {
   return listener;
 }
 
-bool goElsewhere(Stranger::Place place) {
-  const bool stays = place == Stranger::Place::here || place == Stranger::Place::lendsHere;
-  return stays || ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
+bool isElsewhere(Stranger::Place place) {
+  return place != Stranger::Place::here && place != Stranger::Place::lendsHere;
+}
+
+// As fork. Not by unshare, which the kernel grants no process with threads, as the thread sanitizer
+// gives each.
+pid_t startIn(Stranger::Place place) {
+  if (!isElsewhere(place))
+    return ::fork();
+  return static_cast<pid_t>(
+      ::syscall(SYS_clone, CLONE_NEWUSER | CLONE_NEWNS | SIGCHLD, nullptr, nullptr, nullptr, 0));
+}
+
+[[noreturn]] void holdListenerUntilTold(int life) {
+  pollfd end{.fd = life, .events = 0, .revents = 0};
+  ::poll(&end, 1, -1);
+  ::_exit(0);
 }
 
 // Says "c" when somebody connected; ends with the other end of `life`.
-[[noreturn]] void listenUntilTold(Stranger::Place place, int life) {
-  Greeting greeting{.pid = ::getpid(), .port = 0};
-  const int listener = listenAnywhere(greeting.port);
-  const bool lends = place == Stranger::Place::lends || place == Stranger::Place::lendsHere;
-  if (lends && ::fork() == 0) {
-    pollfd end{.fd = life, .events = 0, .revents = 0};
-    ::poll(&end, 1, -1);
-    ::_exit(0);
-  }
-  if (!goElsewhere(place))
-    ::_exit(1);
+[[noreturn]] void listenUntilTold(Stranger::Place place, int listener, int life) {
+  const pid_t pid = ::getpid();
   ::prctl(PR_SET_DUMPABLE, place == Stranger::Place::hidden ? 0 : 1);
-  ::write(life, &greeting, sizeof greeting);
+  ::write(life, &pid, sizeof pid);
   pollfd both[] = {{.fd = life, .events = POLLIN, .revents = 0},
                    {.fd = listener, .events = POLLIN, .revents = 0}};
   while (::poll(both, 2, -1) > 0 && both[0].revents == 0) {
@@ -61,34 +62,42 @@ bool goElsewhere(Stranger::Place place) {
   ::_exit(0);
 }
 
+bool isTold(int life, pid_t& pid) {
+  constexpr int milliseconds = 10'000;
+  pollfd answer{.fd = life, .events = POLLIN, .revents = 0};
+  return ::poll(&answer, 1, milliseconds) == 1 && ::read(life, &pid, sizeof pid) == sizeof pid;
+}
+
 }  // namespace
 
-Stranger::Stranger(Place place) {
+Stranger::Stranger(Place place) : isChild_(place == Place::ourChild) {
   int ends[2];
   if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
     throw std::runtime_error("no socket pair");
   life_ = ends[0];
-  first_ = ::fork();
-  if (first_ == 0) {
+  const int listener = listenAnywhere(port_);
+  const pid_t first = isChild_ ? startIn(place) : ::fork();
+  if (first == 0) {
     ::close(ends[0]);
+    const bool lends = place == Place::lends || place == Place::lendsHere;
+    if (lends && ::fork() == 0)
+      holdListenerUntilTold(ends[1]);
     // A grandchild is adopted by another process when its parent has ended.
-    if (place != Place::ourChild && ::fork() != 0)
+    if (!isChild_ && startIn(place) != 0)
       ::_exit(0);
-    listenUntilTold(place, ends[1]);
+    listenUntilTold(place, listener, ends[1]);
   }
+  ::close(listener);
   ::close(ends[1]);
-  if (place != Place::ourChild)
-    ::waitpid(first_, nullptr, 0);
-  Greeting greeting;
-  if (::read(life_, &greeting, sizeof greeting) != sizeof greeting)
+  if (!isChild_)
+    ::waitpid(first, nullptr, 0);
+  if (!isTold(life_, pid_))
     throw std::runtime_error("no namespaces of its own for another process");
-  pid_ = greeting.pid;
-  port_ = greeting.port;
 }
 
 Stranger::~Stranger() {
   ::shutdown(life_, SHUT_RDWR);
-  if (first_ == pid_)
+  if (isChild_)
     ::waitpid(pid_, nullptr, 0);
   ::close(life_);
 }

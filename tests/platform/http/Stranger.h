@@ -29,7 +29,7 @@ class Stranger {
   bool wasConnectedTo() const;
 
  private:
-  pid_t first_ = -1;  // The process that we must collect.
+  bool isChild_;  // And so ours to collect.
   pid_t pid_ = -1;
   std::uint16_t port_ = 0;
   int life_ = -1;  // Its end ends the process.
