@@ -13,17 +13,6 @@ from engine_process import PORT
 from sound import WITH_US, until
 from tavin.http import sockets
 
-LISTEN = """
-import socket, sys
-with socket.socket() as listener:
-    # Connections of the tests before are still waiting for their end.
-    listener.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
-    listener.bind(("127.0.0.1", 47632))
-    listener.listen()
-    print("listens", flush=True)
-    sys.stdin.read()
-"""
-
 
 def test_a_stopped_engine_is_ended_for_the_next_one(engine, new_engine):
     assert engine.status()
@@ -61,7 +50,7 @@ def test_who_is_no_engine_of_ours_is_not_ended(new_engine, way):
 
 def stopped_listener():
     holder = subprocess.Popen(
-        [*WITH_US, sys.executable, "-c", LISTEN], stdin=subprocess.PIPE, stdout=subprocess.PIPE
+        [*WITH_US, sys.executable, "-c", sandbox.LISTEN], stdin=subprocess.PIPE, stdout=subprocess.PIPE
     )
     assert holder.stdout.readline() == b"listens\n"
     holder.send_signal(signal.SIGSTOP)
@@ -70,7 +59,7 @@ def stopped_listener():
 
 def sandboxed_engine():
     """By its arguments it is one; it listens and answers nothing."""
-    holder = sandbox.start(LISTEN, "tavin.server")
+    holder = sandbox.start(sandbox.LISTEN, "tavin.server")
     assert holder.stdout.readline() == "listens\n"
     return holder
 

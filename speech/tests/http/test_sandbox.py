@@ -21,15 +21,6 @@ try:
 except ConnectionError:
     print("refused")  # the answer may be lost with the rest of the request
 """
-LISTEN = """
-import socket, sys
-with socket.socket() as listener:
-    listener.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
-    listener.bind(("127.0.0.1", 47632))
-    listener.listen()
-    print("listens", flush=True)
-    sys.stdin.read()
-"""
 
 
 @pytest.mark.parametrize(
@@ -68,7 +59,7 @@ def test_another_program_of_the_user_is_served(shared):
 
 
 def test_a_sandboxed_holder_of_the_port_is_named_and_waited_for(new_engine):
-    with sandbox.start(LISTEN) as holder:
+    with sandbox.start(sandbox.LISTEN) as holder:
         assert holder.stdout.readline() == "listens\n"
         engine = new_engine().start(wait=False)
         until(lambda: "has it" in engine.log(), 10, "the log line")
