@@ -12,6 +12,7 @@
 
 #include "platform/desktop/AccessibilitySettings.h"
 #include "platform/desktop/BellSound.h"
+#include "platform/desktop/DesktopName.h"
 
 namespace tavin::desktop {
 
@@ -22,6 +23,15 @@ struct DesktopWorkspace::Bell {
 
 DesktopWorkspace::DesktopWorkspace(std::function<void()> displayBell)
     : bell_(new Bell{.display = std::move(displayBell)}) {}
+
+QByteArray DesktopWorkspace::desktop() {
+  constexpr const char* names[][2] = {{"GNOME", "GNOME"}, {"KDE", "Plasma"}, {"XFCE", "Xfce"}};
+  for (const QString& desktop : currentDesktops())
+    for (const auto& [current, name] : names)
+      if (desktop.compare(QLatin1String(current), Qt::CaseInsensitive) == 0)
+        return name;
+  return {};
+}
 
 void DesktopWorkspace::openFile(const QString& path) {
   if (QFileInfo(path).isFile())

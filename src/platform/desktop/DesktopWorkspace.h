@@ -13,6 +13,7 @@ class DesktopWorkspace final : public Workspace {
   // `displayBell` rings where no sound can be played; it is called on a thread of its own.
   explicit DesktopWorkspace(std::function<void()> displayBell);
 
+  QByteArray desktop() override;
   void openFile(const QString& path) override;
   bool hasAccessibilitySettings() override;
   void openAccessibilitySettings() override;
