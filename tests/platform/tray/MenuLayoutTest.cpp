@@ -37,6 +37,43 @@ TEST(MenuLayout, ShowsTheItemsInOrder) {
   EXPECT_EQ(shown(layout)[2]->properties.value("type"), "separator");
 }
 
+// GNOME's shell shows each separator that has a visible line before and after it, hidden or not.
+int separatorsInGnome(const MenuLayout& layout) {
+  bool between = false;
+  int count = 0;
+  for (const MenuNode& node : layout.root().children) {
+    if (node.properties.value("type") == "separator") {
+      between = true;
+    } else if (node.properties.value("visible").toBool()) {
+      count += between ? 1 : 0;
+      between = false;
+    }
+  }
+  return count;
+}
+
+TEST(MenuLayout, NoHiddenSeparatorStandsBetweenTheLinesOfTheMenu) {
+  MenuLayout layout;
+  const auto login = [] {
+    MenuItem item = command("login");
+    item.action = MenuAction::toggleLogin;
+    return item;
+  };
+  Menu menu;
+  menu.items = {
+      command("speak"),     command("pause"), command("warning"),    submenu("shortcut", {}),
+      separator(),          command("state"), submenu("engine", {}), submenu("voice", {}),
+      submenu("speed", {}), separator(),      submenu("key", {}),    login(),
+      command("log"),       separator(),      command("quit")};
+  layout.update(menu);
+  EXPECT_EQ(separatorsInGnome(layout), 3);
+  menu.items = {command("speak"), command("pause"), submenu("shortcut", {}),
+                separator(),      command("state"), login(),
+                command("log"),   separator(),      command("quit")};
+  layout.update(menu);
+  EXPECT_EQ(separatorsInGnome(layout), 2);
+}
+
 TEST(MenuLayout, RootLinesStayWhateverTheMenuHolds) {
   MenuLayout layout;
   const std::vector<int> before = ids(layout.root().children);
