@@ -18,11 +18,13 @@ Capture assembleCapture(SystemLog& log, const QDBusConnection& bus, CaptureParts
   auto keyboard = std::make_unique<copy::CopyKeyboard>(
       std::move(parts.key), [tracker] { return tracker->mayReceiveCopy(); });
 
-  Capture capture;
-  capture.accessibility =
-      std::make_unique<AtspiAccessibility>(tracker, bus, log, keyboard->canType());
   auto pasteboard =
       std::make_unique<copy::GuardedPasteboard>(std::move(parts.clipboard.pasteboard), *keyboard);
+
+  Capture capture;
+  capture.accessibility = std::make_unique<AtspiAccessibility>(
+      tracker, bus, log, keyboard->canType(),
+      [&pasteboard = *pasteboard] { pasteboard.captureBegins(); });
   capture.handOver = [&keyboard = *keyboard, &pasteboard = *pasteboard,
                       handOver = std::move(parts.clipboard.handOver)] {
     keyboard.close();

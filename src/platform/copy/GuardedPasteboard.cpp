@@ -28,8 +28,7 @@ std::optional<std::vector<PasteboardItem>> GuardedPasteboard::pasteboardItems() 
   const std::lock_guard lock(mutex_);
   if (closed_)
     return std::nullopt;
-  captureOver_ = Clock::now();  // The one before.
-  settle();
+  endCapture();
   const Contents before = saved_;
   auto items = pasteboard_->pasteboardItems();
   // What was read may be a copy that landed meanwhile.
@@ -86,6 +85,13 @@ void GuardedPasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
     goOn();
 }
 
+void GuardedPasteboard::captureBegins() {
+  const std::lock_guard lock(mutex_);
+  endCapture();
+  if (stage_ == Stage::awaited)
+    watch();
+}
+
 // Takes no lock: a capture may hold it while it waits for a program.
 void GuardedPasteboard::finish(Deadline deadline) {
   closed_ = true;
@@ -108,6 +114,11 @@ GuardedPasteboard::Clock::time_point GuardedPasteboard::nextLook() const {
   if (stage_ != Stage::awaited)
     return Clock::time_point::max();
   return !closed_ && Clock::now() < captureOver_ ? captureOver_ : keptUntil_;
+}
+
+void GuardedPasteboard::endCapture() {
+  captureOver_ = Clock::now();
+  settle();
 }
 
 // Decides what the changes are that came after the end of the capture. Whether the contents were

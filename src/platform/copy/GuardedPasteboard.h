@@ -49,6 +49,9 @@ class GuardedPasteboard final : public Pasteboard {
   void clearContents() override;
   void writeObjects(const std::vector<PasteboardItem>& items) override;
 
+  // The user has asked for a selection: what was pressed for that shows nothing of a copy of his
+  // own that may come. Work queue only.
+  void captureBegins();
   // From now on no capture gets or changes anything; the contents are given back as soon as the
   // command is answered. Returns then, or when the time is over. The keyboard must have been closed
   // before. Any thread.
@@ -66,6 +69,7 @@ class GuardedPasteboard final : public Pasteboard {
   void run();
   Clock::time_point nextLook() const;
   // All below with the mutex.
+  void endCapture();
   bool settle();
   bool undo(const ClipboardChanges& changes);
   void commandTyped();

@@ -31,8 +31,13 @@ class RecordingClipboard {
       return;
     if (++seen_.count == 1)
       seen_.fromTarget = fromTarget;
-    seen_.userActed = userActed;
+    seen_.userActed = acted_ || userActed;
     onChange_();
+  }
+  // Seen by a watch that has begun.
+  void act() {
+    const std::lock_guard lock(mutex_);
+    acted_ = true;
   }
   Contents read() {
     ++readings;
@@ -56,6 +61,7 @@ class RecordingClipboard {
     const std::lock_guard lock(mutex_);
     onChange_ = std::move(onChange);
     seen_ = {};
+    acted_ = false;
   }
   bool isWatched() {
     const std::lock_guard lock(mutex_);
@@ -80,6 +86,7 @@ class RecordingClipboard {
   std::int64_t changes_ = 7;
   std::function<void()> onChange_;
   copy::ClipboardChanges seen_;
+  bool acted_ = false;
 };
 
 class FakePasteboard final : public copy::WatchedPasteboard {
@@ -268,6 +275,15 @@ TEST_F(GuardedPasteboardTest, WhatAnotherProgramOrTheUserPutsThereStays) {
     EXPECT_TRUE(isOver());
     EXPECT_EQ(clipboard_.contents(), kCopied);
   }
+}
+
+TEST_F(GuardedPasteboardTest, ThePressOfTheNextCaptureShowsNoCopyOfTheUsersOwn) {
+  captureInVain();
+  passCapture();
+  clipboard_.act();
+  pasteboard_.captureBegins();
+  clipboard_.copy();
+  EXPECT_TRUE(becomes(kUsers));
 }
 
 TEST_F(GuardedPasteboardTest, TheContentsAreNotKeptForEver) {
