@@ -3,8 +3,6 @@
 #include <chrono>
 #include <utility>
 
-#include "platform/copy/CopyChord.h"
-
 namespace tavin::wayland {
 namespace {
 
@@ -12,6 +10,7 @@ constexpr std::uint32_t versionWithKeys = 4;
 // KWin looks up the desktop file of whoever connects, which may take it seconds after its start.
 constexpr double secondsForKwin = 5;
 constexpr double secondsForInput = 2;
+constexpr double secondsForKeymap = 0.1;
 constexpr std::chrono::milliseconds patience(100);
 
 }  // namespace
@@ -29,14 +28,17 @@ std::unique_ptr<FakeInput::Line> FakeInput::connect() {
   auto input =
       connection->bind<org_kde_kwin_fake_input>(org_kde_kwin_fake_input_interface, versionWithKeys);
   org_kde_kwin_fake_input_authenticate(input.get(), "Tavin", "Copies the selected text");
+  auto keymap = std::make_unique<Keymap>(*connection);
   auto states = KeyStates::on(connection);
   if (!states && !kwinReleasesHeldKeys())
     return nullptr;
   if (!states)
     connection->bindingIsDone();
-  if (!connection->roundTrip(deadline))
+  // The keymap comes with the second.
+  if (!connection->roundTrip(deadline) || !connection->roundTrip(deadline))
     return nullptr;
-  return std::make_unique<Line>(Line{std::move(connection), std::move(input), std::move(states)});
+  return std::make_unique<Line>(
+      Line{std::move(connection), std::move(input), std::move(keymap), std::move(states)});
 }
 
 // Nobody outlives Plasma 5's KWin.
@@ -60,10 +62,19 @@ bool FakeInput::renew() {
   return true;
 }
 
+bool FakeInput::prepare() {
+  if (heldModifiers() != 0)
+    return false;
+  line_->connection->roundTrip(Deadline::in(secondsForKeymap));
+  const auto keys = copy::chordKeysIn(line_->keymap->text());
+  keys_ = keys.value_or(keys_);
+  return keys.has_value();
+}
+
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
 // moment, and a key that it held down then would stay down for the whole session.
 void FakeInput::type() {
-  for (const auto& step : copy::copyChord(!line_->states))
+  for (const auto& step : copy::copyChord(keys_, !line_->states))
     org_kde_kwin_fake_input_keyboard_key(
         line_->input.get(), static_cast<std::uint32_t>(step.code),
         step.down ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);

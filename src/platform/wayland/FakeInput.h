@@ -5,9 +5,11 @@
 #include <memory>
 #include <utility>
 
+#include "platform/copy/CopyChord.h"
 #include "platform/copy/CopyKey.h"
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/KeyStates.h"
+#include "platform/wayland/Keymap.h"
 
 namespace tavin::wayland {
 
@@ -24,6 +26,8 @@ class FakeInput final : public copy::CopyKey {
   // Asked before each command, so it is here that a KWin started again is connected to, beside the
   // caller: bounded by a tenth of a second. Until that is done it says Alt, as KeyStates does.
   std::uint64_t heldModifiers() override;
+  // Not where the user's layout lacks one of the keys either.
+  bool prepare() override;
   void type() override;
 
  private:
@@ -31,6 +35,7 @@ class FakeInput final : public copy::CopyKey {
   struct Line {
     std::shared_ptr<Connection> connection;
     Owned<org_kde_kwin_fake_input> input;
+    std::unique_ptr<Keymap> keymap;
     std::unique_ptr<KeyStates> states;  // Null where KWin releases them.
   };
   explicit FakeInput(std::unique_ptr<Line> line) : line_(std::move(line)) {}
@@ -38,7 +43,8 @@ class FakeInput final : public copy::CopyKey {
   static std::unique_ptr<Line> connect();
   bool renew();
 
-  std::unique_ptr<Line> line_;               // Never null.
+  std::unique_ptr<Line> line_;  // Never null.
+  copy::ChordKeys keys_;
   std::future<std::unique_ptr<Line>> next_;  // That is being made.
 };
 
