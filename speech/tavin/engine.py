@@ -77,6 +77,10 @@ class Engine:
         for synth in self._synths.values():
             synth.kill()
 
+    def is_idle(self):
+        """Nothing is lost when it ends now: nothing is being read, no voice is being got."""
+        return self._state() == "idle" and not any(setup.under_way for setup in self._setups.values())
+
     def status(self):
         setup = self._choice.setup()
         return {
