@@ -8,6 +8,7 @@ import asyncio
 
 from tavin.keys.keys import KeyringError, Keys, is_key
 from tavin.log import log
+from tavin.messages import named
 from tavin.process.shared import Shared
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
@@ -90,6 +91,7 @@ class Engine:
 
     def status(self):
         setup = self._choice.setup()
+        setup_error = setup.error if setup else self._choice.synth().missing
         return {
             "state": self._state(),
             "chars": self._chars,
@@ -99,7 +101,7 @@ class Engine:
             "speed": self._settings.speed,
             "ready": setup.ready if setup else self._choice.synth().missing is None,
             "download": setup.download if setup else None,
-            "setup_error": setup.error if setup else self._choice.synth().missing,
+            "setup_error": setup_error,
             "engines": [
                 {
                     "name": backend.name,
@@ -108,6 +110,8 @@ class Engine:
                 }
                 for backend in BACKENDS.values()
             ],
+            **named("error", self._error),
+            **named("setup_error", setup_error),
         }
 
     async def voices(self, name):

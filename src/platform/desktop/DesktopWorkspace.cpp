@@ -13,6 +13,7 @@
 
 #include "platform/desktop/AccessibilitySettings.h"
 #include "platform/desktop/BellSound.h"
+#include "platform/desktop/DesktopName.h"
 
 namespace tavin::desktop {
 namespace {
@@ -48,6 +49,15 @@ DesktopWorkspace::DesktopWorkspace(std::function<void()> displayBell)
 
 DesktopWorkspace::DesktopWorkspace(std::function<void()> displayBell, Sound sound)
     : bell_(new Bell{.display = std::move(displayBell), .sound = std::move(sound)}) {}
+
+QByteArray DesktopWorkspace::desktop() {
+  constexpr const char* names[][2] = {{"GNOME", "GNOME"}, {"KDE", "Plasma"}, {"XFCE", "Xfce"}};
+  for (const QString& desktop : currentDesktops())
+    for (const auto& [current, name] : names)
+      if (desktop.compare(QLatin1String(current), Qt::CaseInsensitive) == 0)
+        return name;
+  return {};
+}
 
 void DesktopWorkspace::openFile(const QString& path) {
   if (QFileInfo(path).isFile())

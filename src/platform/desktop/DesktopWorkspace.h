@@ -23,6 +23,7 @@ class DesktopWorkspace final : public Workspace {
   explicit DesktopWorkspace(std::function<void()> displayBell);
   DesktopWorkspace(std::function<void()> displayBell, Sound sound);
 
+  QByteArray desktop() override;
   void openFile(const QString& path) override;
   bool hasAccessibilitySettings() override;
   void openAccessibilitySettings() override;

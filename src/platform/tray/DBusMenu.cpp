@@ -1,5 +1,6 @@
 #include "platform/tray/DBusMenu.h"
 
+#include <QGuiApplication>
 #include <algorithm>
 #include <chrono>
 
@@ -64,7 +65,7 @@ DBusMenu::DBusMenu(const QDBusConnection& bus, MenuSource& source)
 QVariantMap DBusMenu::properties() const {
   return {{"Version", 3U},
           {"Status", "normal"},
-          {"TextDirection", "ltr"},
+          {"TextDirection", QGuiApplication::isRightToLeft() ? "rtl" : "ltr"},
           {"IconThemePath", QStringList()}};
 }
 
