@@ -14,6 +14,7 @@ namespace tavin {
 namespace {
 
 constexpr double statusTimeout = 0.4;
+constexpr double measuringTimeout = 0.05;
 constexpr int setupErrorLength = 60;
 constexpr double speedTolerance = 0.001;
 constexpr char noShortcuts[] = "no shortcuts";
@@ -58,15 +59,25 @@ MenuController::MenuController(MenuTarget& app, Services services)
 
 MenuController::~MenuController() = default;
 
-void MenuController::menuNeedsUpdate(Menu& menu) {
-  menu.items.clear();
+void MenuController::menuNeedsUpdate(Menu&) {
   const auto status = services_.engine.status(statusTimeout, TimeLimit::total);
+  layOut(status);
+  if (status)
+    refreshVoices(status->engine);
+}
+
+void MenuController::menuNeedsMeasuring(Menu&) {
+  layOut(services_.engine.status(measuringTimeout, TimeLimit::total));
+}
+
+void MenuController::layOut(const std::optional<EngineStatus>& status) {
+  menu_.items.clear();
   const ShortcutPreset& preset = ShortcutPreset::current(services_.userDefaults);
   addSpeechItems(status, preset);
   addShortcutMenu(preset);
-  menu.items.push_back(separatorItem());
+  menu_.items.push_back(separatorItem());
   if (!status) {
-    menu.items.push_back(disabledLine(tr("Voice engine starting…")));
+    menu_.items.push_back(disabledLine(tr("Voice engine starting…")));
     addFooter();
     return;
   }
@@ -74,7 +85,7 @@ void MenuController::menuNeedsUpdate(Menu& menu) {
   addEngineMenu(*status);
   addVoiceMenu(*status);
   addSpeedMenu(*status);
-  menu.items.push_back(separatorItem());
+  menu_.items.push_back(separatorItem());
   addKeyMenu();
   addFooter();
 }
@@ -154,7 +165,6 @@ void MenuController::addVoiceMenu(const EngineStatus& status) {
     submenu->items.push_back(disabledLine(tr("Loading…")));
   menu_.items.push_back(submenuItem(
       tr("Voice: %1").arg(titleOf(voices, status.voice, &Voice::id, &Voice::name)), submenu));
-  refreshVoices(status.engine);
 }
 
 void MenuController::addSpeedMenu(const EngineStatus& status) {

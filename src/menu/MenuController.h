@@ -63,8 +63,10 @@ class MenuController final : public MenuDelegate,
 
   Menu& menu() { return menu_; }
 
-  // Waits for one status request of 0.4 s.
+  // Waits for one status request of 0.4 s; then has the voices fetched, which show the next time.
   void menuNeedsUpdate(Menu& menu) override;
+  // Waits for one of 0.05 s: nobody asked to see the menu.
+  void menuNeedsMeasuring(Menu& menu) override;
   // An item that does not carry what its command reads does nothing.
   void perform(const MenuItem& item) override;
 
@@ -75,6 +77,7 @@ class MenuController final : public MenuDelegate,
 
  private:
   // MenuController.cpp: the layout.
+  void layOut(const std::optional<EngineStatus>& status);
   void addSpeechItems(const std::optional<EngineStatus>& status, const ShortcutPreset& preset);
   void addShortcutNote(Menu& submenu) const;
   void addShortcutMenu(const ShortcutPreset& current);
