@@ -59,7 +59,7 @@ QVariantMap drawnProperties(const Menu& menu, const MenuItem& item) {
   if (kind == Kind::separator)
     return properties;
   // A single underscore marks an access key.
-  properties.insert("label", QString(item.title).replace('_', QLatin1String("__")));
+  properties.insert("label", drawnTitle(item.title).replace('_', QLatin1String("__")));
   // GTK's panels give a screen reader the first label for good unless they are told.
   properties.insert("accessible-desc", item.title);
   properties.insert("enabled", isEnabled(menu, item));

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <QGuiApplication>
+
 #include "SampleMenu.h"
 #include "platform/tray/MenuLayout.h"
 
@@ -35,6 +37,19 @@ TEST(MenuLayout, ShowsTheItemsInOrder) {
   layout.update(menu);
   EXPECT_EQ(labels(shown(layout)), QStringList({"one", "two", "", "three"}));
   EXPECT_EQ(shown(layout)[2]->properties.value("type"), "separator");
+}
+
+TEST(MenuLayout, FromRightToLeftTheSignsOfAShortcutKeepTheirOrder) {
+  MenuLayout layout;
+  Menu menu;
+  menu.items = {command("one\t⌥ Esc"), command("⌃⌥ R"), command("two")};
+  layout.update(menu);
+  EXPECT_EQ(labels(shown(layout)), QStringList({"one\t⌥ Esc", "⌃⌥ R", "two"}));
+  QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+  layout.update(menu);
+  QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+  EXPECT_EQ(labels(shown(layout)),
+            QStringList({"one\t\u2066⌥ Esc\u2069", "\u2066⌃⌥ R\u2069", "two"}));
 }
 
 // GNOME's shell shows each separator that has a visible line before and after it, hidden or not.
