@@ -12,7 +12,7 @@ namespace tavin {
 // locale.
 struct Words {
   // A text from elsewhere, which no catalogue has.
-  Words(const QString& text) : source(text), shown(text) {}  // NOLINT(google-explicit-constructor)
+  Words(const QString& text) : source(text), shown(text) {}
   Words(QString sourceText, QString shownText)
       : source(std::move(sourceText)), shown(std::move(shownText)) {}
 

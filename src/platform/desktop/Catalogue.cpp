@@ -50,14 +50,14 @@ QStringList messageLanguages() {
   for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
     if (locale.isEmpty())
       locale = qEnvironmentVariable(variable);
-  QStringList languages{languageOf(locale)};
-  if (languages.first().isEmpty())
+  const QString own = languageOf(locale);
+  if (own.isEmpty())
     return {};
-  const QStringList wanted = qEnvironmentVariable("LANGUAGE").split(u':', Qt::SkipEmptyParts);
-  for (auto each = wanted.rbegin(); each != wanted.rend(); ++each)
-    if (const QString language = languageOf(*each); !language.isEmpty())
-      languages.prepend(language);
-  return languages;
+  QStringList languages;
+  for (const QString& each : qEnvironmentVariable("LANGUAGE").split(u':'))
+    if (const QString language = languageOf(each); !language.isEmpty())
+      languages << language;
+  return languages << own;
 }
 
 void installCatalogue(const QStringList& languages) {
