@@ -20,6 +20,7 @@ from tavin.text.cld2 import detector
 from tavin.text.language import Written
 from tavin.text.pieces import pieces
 from tavin.text.quotations import divided
+from tavin.text.spoken.speaker import say
 
 PATIENCE_AT_START = 1.0
 
@@ -124,7 +125,11 @@ class Engine:
         def divide(sentence):
             return divided(sentence, lambda part: written.of(part, own()))
 
-        found = pieces(text, written.whole(own()), backend.longest_piece, backend.first_piece, divide)
+        def spoken(part):
+            return say(part, written.of(part, own()))
+
+        whole = written.whole(own())
+        found = pieces(text, whole, backend.longest_piece, backend.first_piece, divide, spoken)
         return Reading(found, choose, backend, self._output, self._fail)
 
     def stop(self):

@@ -1,0 +1,11 @@
+"""Code within a line is read as words."""
+
+import re
+
+from tavin.text.spoken.rules.code import in_words
+
+CODE = re.compile(r"(?<!`)(`{1,2})(?!`)([^`\n]+)\1(?!`)")
+
+
+def say(line, words):
+    return CODE.sub(lambda code: code[2] if "://" in code[2] else in_words(code[2], words), line) if "`" in line else line

@@ -1,0 +1,43 @@
+"""A time of the day."""
+
+import re
+
+TIME = re.compile(r"(?<![\w.,:/-])([01]?\d|2[0-4]):([0-5]\d)(?::([0-5]\d))?(?![\w:]*\d|[.,]\d)(?: ?(Uhr|h|heures|horas?|hrs)\b| ?([ap])\.?m\b(?:\.(?!\s*$))?)?", re.IGNORECASE)
+FRENCH = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4]) ?h(?: ?([0-5]\d))?(?![\w/])")
+ENGLISH = re.compile(r"(?<![\w.,:/])(1[0-2]|[1-9]) ?([ap])\.?m\b(?:\.(?!\s*$))?", re.IGNORECASE)
+GERMAN = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4])\.([0-5]\d) Uhr\b")
+
+
+def say(sentence, words):
+    if not words.hour_and_minutes:
+        return sentence
+    language = words.locale[:2]
+    sentence = TIME.sub(lambda time: spoken(time, words), sentence)
+    if language == "fr":
+        sentence = FRENCH.sub(lambda time: said(time[1], time[2] or "00", words), sentence)
+    if language == "de":
+        sentence = GERMAN.sub(lambda time: said(time[1], time[2], words), sentence)
+    if language == "en":
+        sentence = ENGLISH.sub(lambda time: f"{time[1]} {time[2].upper()} M", sentence)
+    return sentence
+
+
+def spoken(time, words):
+    if time[5]:
+        return f"{time[1] if time[2] == '00' else said(time[1], time[2], words)} {time[5].upper()} M"
+    if len(time[1]) == 1 and time[1] == "0" and not time[3] and not time[4]:
+        return time[0]
+    if time[3]:  # with its seconds it is a time taken as well
+        return time[0]
+    return said(time[1], time[2], words)
+
+
+def said(hours, minutes, words):
+    hours = hours.lstrip("0") or "0"
+    if minutes == "00":
+        return words.hour.format(hours) if hours != "1" or "s" != words.hour[-1] else words.hour[:-1].format("une" if words.locale == "fr" else "una")
+    if minutes[0] == "0":
+        minutes = words.minutes_below_ten.format(minutes[1])
+    if hours == "1" and words.locale == "fr":
+        return f"une heure {minutes}"
+    return words.hour_and_minutes.format(hours, minutes)

@@ -1,0 +1,20 @@
+"""Makes of a sentence what is said."""
+
+from tavin.text.spoken.bounds import fits
+from tavin.text.spoken.languages import words_of
+from tavin.text.spoken.marks import without_marks
+from tavin.text.spoken.rules import RULES
+
+
+def say(sentence, language, rules=RULES):
+    words = words_of(language)
+    said = sentence
+    for rule in rules:
+        said = rule.say(said, words)
+    said = without_marks(said)
+    return said if says_something(said, sentence) and fits(said, sentence) else without_marks(sentence)
+
+
+def says_something(said, sentence):
+    """If the sentence does."""
+    return any(map(str.isalnum, said)) or not any(map(str.isalnum, sentence))
