@@ -20,6 +20,7 @@ from tavin.text.cld2 import detector
 from tavin.text.language import Written
 from tavin.text.pieces import pieces
 from tavin.text.quotations import divided
+from tavin.text.spoken.pronunciation import Pronunciation
 from tavin.text.spoken.speaker import say
 
 PATIENCE_AT_START = 1.0
@@ -43,6 +44,7 @@ class Engine:
             name: Setup(synth) for name, synth in self._synths.items() if synth.backend.needs_setup
         }
         self._choice = Choice(settings, self._synths, self._setups)
+        self._pronunciation = Pronunciation()
         self._output = Output()
         self._reading = None
         self._task = None
@@ -108,7 +110,7 @@ class Engine:
 
     def speak(self, text):
         self.stop()
-        self._error = None
+        self._error = self._pronunciation.look()
         self._chars = len(text)
         self._reading = self._reading_of(text)
         self._task = asyncio.get_running_loop().create_task(self._read(self._reading))
@@ -126,7 +128,7 @@ class Engine:
             return divided(sentence, lambda part: written.of(part, own()))
 
         def spoken(part):
-            return say(part, written.of(part, own()))
+            return say(part, written.of(part, own()), self._pronunciation.say)
 
         whole = written.whole(own())
         found = pieces(text, whole, backend.longest_piece, backend.first_piece, divide, spoken)

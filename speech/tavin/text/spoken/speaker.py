@@ -6,10 +6,12 @@ from tavin.text.spoken.marks import without_marks
 from tavin.text.spoken.rules import RULES
 
 
-def say(sentence, language, rules=RULES):
+def say(sentence, language, pronounce=lambda sentence, language: sentence):
+    """`pronounce` are the user's own rules, which come first."""
+    sentence = pronounce(sentence, language)
     words = words_of(language)
     said = sentence
-    for rule in rules:
+    for rule in RULES:
         said = rule.say(said, words)
     said = without_marks(said)
     return said if says_something(said, sentence) and fits(said, sentence) else without_marks(sentence)

@@ -48,7 +48,7 @@ class Blocks:
         return "".join(told)
 
     def end(self):
-        return self._line(self._rest, "\n") + self._tables.end() + "\n".join(self._pages.end())
+        return "\n".join(filter(None, (self._line(self._rest, ""), self._tables.end(), *self._pages.end())))
 
     def _line(self, line, end):
         if self._within:
