@@ -72,7 +72,13 @@ class Engine:
                 await helper.start()
             except (SynthesisError, OutputError) as failure:
                 log.info("%s", failure)
+        await asyncio.to_thread(self._know_rules)
         await self._look_for_keys(self._choice.synth().backend.takes_key or bool(self._settings.keyed))
+
+    def _know_rules(self):
+        """Have them loaded that make words of signs and numbers."""
+        language = self._choice.language()
+        any(pieces("5 km for $1", language, 100, say=lambda sentence: say(sentence, language)))
 
     def end(self):
         """Silence, and no helper left."""

@@ -12,7 +12,6 @@ import icu
 
 from tavin.text.lines import SOFT_HYPHEN, clean, unquote, unwrap, with_plain_blanks
 from tavin.text.sentences import Segmenter
-from tavin.text.spoken.blocks import Blocks
 from tavin.text.spoken.languages import words_of
 from tavin.text.spoken.marks import without_marks
 
@@ -88,6 +87,8 @@ def pieces(text, language, longest, first=None, divide=lambda sentence: [sentenc
 
 def running(text, words):
     """The text in portions, without what marks it up."""
+    from tavin.text.spoken.blocks import Blocks  # loaded when it is needed: its patterns take a while
+
     blocks = Blocks(words)
     for portion in portions(text):
         yield with_plain_blanks(blocks.take(clean(portion)))

@@ -138,7 +138,7 @@ def parsed(lines):
     faults = []
     while True:
         try:
-            return tomllib.loads("\n".join(lines)), faults
+            return tomllib.loads("\n".join(lines) + "\n"), faults
         except (tomllib.TOMLDecodeError, RecursionError) as failure:
             place = PLACE.search(str(failure))
             if not place or len(faults) >= MOST_FAULTS:

@@ -110,6 +110,13 @@ def test_a_faulty_line_is_told_once_and_left_out(write, line, told):
     assert own.say("a b z", "en") == "alpha b omega"
 
 
+def test_the_last_line_may_be_the_faulty_one(write):
+    for end in ("", "\n"):
+        own = Pronunciation(write(f'a = "alpha"\nwhat{end}'))
+        assert "line 2 is left out" in own.look()
+        assert own.say("a", "en") == "alpha"
+
+
 @pytest.mark.parametrize("content", [b"\xff\xfe", b"=" * 5000, b"a = [" * 3000, b"=\n" * 3000, b'a = """\n' * 2000, b"\x00"])
 def test_a_file_that_is_no_toml_is_told(write, content):
     own = Pronunciation(write(content))

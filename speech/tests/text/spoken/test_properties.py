@@ -1,5 +1,6 @@
 """What holds for every text: no word is lost, nothing grows without bounds, nothing takes long."""
 
+import itertools
 import random
 import re
 import time
@@ -66,3 +67,15 @@ def test_no_text_takes_long(language):
         begin = time.thread_time()
         said(text, language)
         assert time.thread_time() - begin < 2, unit
+
+
+def test_ten_megabytes_begin_as_soon_as_one_line():
+    """Of processor time; what a text of any length may take before its first piece."""
+    unit = "It costs $5, says https://example.org/a?b. **See** `a != b`.\n| a | b |\n|---|---|\n| 1 | 2 |\n\n"
+    text = unit * (10_000_000 // len(unit))
+    said("warm 5 km", "en-us")
+    begin = time.thread_time()
+    found = pieces(text, "en-us", 600, say=lambda sentence: say(sentence, "en-us"))
+    first = list(itertools.islice(filter(None, found), 3))
+    assert time.thread_time() - begin < 0.05
+    assert first[:2] == ["It costs 5 dollars, says link to example dot org.", "See a is not b."]
