@@ -1,9 +1,12 @@
 """The user's own rules: words and patterns of a file."""
 
 import os
+import re
+import textwrap
 import time
 
 import pytest
+from engine_process import FOLDER
 from tavin.text.spoken.pronunciation import Pronunciation
 from tavin.text.spoken.speaker import say
 
@@ -155,3 +158,10 @@ def test_many_rules_take_no_time(write):
     begin = time.thread_time()
     assert own.say("word1999 " * 100, "en") == "spoken 1999 " * 100
     assert time.thread_time() - begin < 0.5
+
+
+def test_the_example_that_users_read_is_right(write):
+    page = (FOLDER.parent / "docs" / "using.md").read_text("utf-8").partition("## How words are pronounced")[2]
+    path = write(textwrap.dedent(re.search(r"(?:^ {4}.*\n|^\n)+", page.partition("next text on.")[2], re.MULTILINE)[0]))
+    assert said(path, "Tavin: C#, SQL v2.") == "tah vin: see sharp, sequel version 2."
+    assert said(path, "SQL v2", "de") == "Es Ku El v2"

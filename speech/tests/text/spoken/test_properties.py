@@ -79,3 +79,8 @@ def test_ten_megabytes_begin_as_soon_as_one_line():
     first = list(itertools.islice(filter(None, found), 3))
     assert time.thread_time() - begin < 0.05
     assert first[:2] == ["It costs 5 dollars, says link to example dot org.", "See a is not b."]
+
+
+def test_other_languages_have_what_does_not_depend_on_the_language():
+    text = "**Dom** ma 5 km i kosztuje $500 lub 20 €.[12] `a`"
+    assert said(text, "pl") == "Dom ma 5 kilometrów i kosztuje 500 dolarów amerykańskich lub 20 euro. a"

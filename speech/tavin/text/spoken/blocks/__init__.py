@@ -48,7 +48,7 @@ class Blocks:
         return "".join(told)
 
     def end(self):
-        return "\n".join(filter(None, (self._line(self._rest, ""), self._tables.end(), *self._pages.end())))
+        return "\n".join(filter(None, (self._line(self._rest, ""), inline(self._tables.end(), self._words), *self._pages.end())))
 
     def _line(self, line, end):
         if self._within:
@@ -62,6 +62,7 @@ class Blocks:
         if code is not None:
             return code
         before, row = self._tables.take(line)
+        before = inline(before, self._words)
         if row is not None:
             return before + inline(row, self._words)
         quote = QUOTE.match(line)[0]
