@@ -8,6 +8,8 @@ import asyncio
 
 from tavin.keys.keys import KeyringError, Keys, is_key
 from tavin.log import log
+from tavin.messages import named
+from tavin.process.shared import Shared
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
 from tavin.setup.setup import Setup
@@ -24,6 +26,7 @@ from tavin.text.spoken.pronunciation import Pronunciation
 from tavin.text.spoken.speaker import say
 
 PATIENCE_AT_START = 1.0
+LIST_SECONDS = 600.0  # that a cloud's list of voices is kept, or its refusal
 
 
 class Refusal(Exception):
@@ -42,6 +45,11 @@ class Engine:
         }
         self._setups = {
             name: Setup(synth) for name, synth in self._synths.items() if synth.backend.needs_setup
+        }
+        self._accounts = {
+            name: Shared(synth.fetch_voices, kept=LIST_SECONDS)
+            for name, synth in self._synths.items()
+            if synth.backend.voices_of_account
         }
         self._choice = Choice(settings, self._synths, self._setups)
         self._pronunciation = Pronunciation()
@@ -86,8 +94,13 @@ class Engine:
         for synth in self._synths.values():
             synth.kill()
 
+    def is_idle(self):
+        """Nothing is lost when it ends now: nothing is being read, no voice is being got."""
+        return self._state() == "idle" and not any(setup.under_way for setup in self._setups.values())
+
     def status(self):
         setup = self._choice.setup()
+        setup_error = setup.error if setup else self._choice.synth().missing
         return {
             "state": self._state(),
             "chars": self._chars,
@@ -97,7 +110,7 @@ class Engine:
             "speed": self._settings.speed,
             "ready": setup.ready if setup else self._choice.synth().missing is None,
             "download": setup.download if setup else None,
-            "setup_error": setup.error if setup else self._choice.synth().missing,
+            "setup_error": setup_error,
             "engines": [
                 {
                     "name": backend.name,
@@ -106,12 +119,14 @@ class Engine:
                 }
                 for backend in BACKENDS.values()
             ],
+            **named("error", self._error),
+            **named("setup_error", setup_error),
         }
 
     async def voices(self, name):
         synth = self._synth_named(name)
         await self._find_key(synth)  # the keyring may have come after the engine
-        await self._load_voices(synth, fresh=True)
+        await self._load_voices(synth, listing=True)
         return self._choice.listed(synth)
 
     def speak(self, text):
@@ -173,6 +188,7 @@ class Engine:
         if "engine" in changes or ("voice" in changes and self._choice.synth().backend.voice_is_download):
             await self.know_voices()
         if "engine" in changes:
+            self._forget_account(synth)
             await self._find_key(synth)
         # The answer says that it will be the same after a restart, or the status why not.
         if failure := await stored:
@@ -191,6 +207,7 @@ class Engine:
             raise Refusal("This is no key.")
         if synth.backend.voices_of_account:
             synth.voices = []
+        self._forget_account(synth)
         try:
             await self._keys.keep(name, label, key)
         except KeyringError as failure:
@@ -252,9 +269,14 @@ class Engine:
         if self._noted:
             await self._noted  # another request may have seen it first: this one waits as well
 
-    async def _key(self, backend):
+    def _forget_account(self, synth):
+        """The user acted: what was refused may be granted now."""
+        if account := self._accounts.get(synth.backend.name):
+            account.forget()
+
+    async def _key(self, backend, prompt=True):
         try:
-            key = await self._keys.key(backend.name)
+            key = await self._keys.key(backend.name, prompt)
         except KeyringError as failure:
             raise BackendError(f"The key for {backend.label} cannot be read: {failure}") from None
         await self._note_keys()
@@ -262,7 +284,7 @@ class Engine:
             raise BackendError(f"{backend.label} needs a key: choose “Set API Key” in Tavin's menu.")
         return key
 
-    async def _load_voices(self, synth, fresh=False):
+    async def _load_voices(self, synth, listing=False):
         """Know the back-end's voices; none of a back-end whose key is missing."""
         if synth.backend.needs_setup:
             self._setups[synth.backend.name].know_voices()
@@ -270,8 +292,13 @@ class Engine:
         try:
             if not synth.voices:
                 await synth.start()
-            if synth.backend.voices_of_account and (fresh or not synth.voices):
-                if self._keys.known(synth.backend.name):
-                    await synth.fetch_voices()
+            if synth.backend.voices_of_account and (listing or not synth.voices):
+                await self._load_account(synth, listing)
         except SynthesisError as failure:
             raise Refusal(str(failure)) from None
+
+    async def _load_account(self, synth, listing):
+        """A list that somebody only looks at is no reason to ask for the keyring's password."""
+        if self._keys.known(synth.backend.name):
+            await self._key(synth.backend, prompt=not listing)
+            await self._accounts[synth.backend.name].answer()

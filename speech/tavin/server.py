@@ -63,9 +63,11 @@ async def serve():
     await runner.setup()
     peers = Peers()
     entrance = Entrance(
-        listener, lambda: Doorkeeper(connection, peers), lambda: runner.server.connections
+        listener,
+        lambda: Doorkeeper(connection, peers),
+        lambda: runner.server.connections or peers.waiting,
     )
-    renewal = Renewal(entrance, lambda: engine.status()["state"] == "idle")
+    renewal = Renewal(entrance, engine.is_idle)
     runner.server.request_handler = renewal.watching(guarded(runner.server.request_handler))
     # Requests wait in the listener's queue until the voices are known.
     await engine.know_voices()

@@ -31,7 +31,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   engine_->startIfNeeded();
   hotkeys_.setAnswerHandler([weak = weak_from_this()] {
     if (const auto self = weak.lock())
-      self->menuController_->hotkeysAvailable = self->hotkeys_.allActive();
+      self->tellMenuOfHotkeys();
   });
   registerHotkeys();
   if (!selection_.isTrusted(false))
@@ -66,7 +66,12 @@ void AppDelegate::registerHotkeys(const ShortcutPreset& preset) {
     if (const auto self = weak.lock())
       self->togglePause();
   });
+  tellMenuOfHotkeys();
+}
+
+void AppDelegate::tellMenuOfHotkeys() {
   menuController_->hotkeysAvailable = hotkeys_.allActive();
+  menuController_->hotkeysPossible = platform_.hotkeys->canGrant();
 }
 
 void AppDelegate::serveRemoteActions() {

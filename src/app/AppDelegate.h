@@ -8,6 +8,7 @@
 #include "menu/MenuController.h"
 #include "platform/Application.h"
 #include "selection/Selection.h"
+#include "words/Words.h"
 
 namespace tavin {
 
@@ -48,7 +49,7 @@ class AppDelegate final : public ApplicationDelegate,
   void stop();
 
   // Says what went wrong, unless it is what was said last. Returns at once.
-  void showError(const QString& message) override;
+  void showError(const Words& message) override;
   // Explains that the Accessibility permission is missing. Returns at once.
   void showAccessibilityHelp();
 
@@ -56,6 +57,7 @@ class AppDelegate final : public ApplicationDelegate,
 
  private:
   void setIcon(bool active);
+  void tellMenuOfHotkeys();
   void serveRemoteActions();
   void showMenu();
 

@@ -1,5 +1,6 @@
 // The speech commands of the controller: what a press of a shortcut does, and the watcher that
 // keeps the icon active while the engine speaks.
+#include <QCoreApplication>
 #include <QJsonObject>
 
 #include "app/AppDelegate.h"
@@ -14,15 +15,20 @@ constexpr double watchInterval = 0.75;
 constexpr double watchStatusTimeout = 0.5;
 
 // Why the local back-end cannot speak yet, or none when it can, or when another one is chosen.
-std::optional<QString> whyNotReady(const EngineStatus& status) {
+std::optional<Words> whyNotReady(const EngineStatus& status) {
   if (status.engine != QStringLiteral("kokoro") || status.ready)
     return std::nullopt;
   if (status.download)
-    return QStringLiteral("Tavin is downloading its voices (%1%). This happens once.")
-        .arg(status.downloadPercent());
+    return words(
+        "Alert",
+        QT_TRANSLATE_NOOP("Alert", "Tavin is downloading its voices (%1%). This happens once."),
+        {QString::number(status.downloadPercent())});
   if (status.setupError)
-    return QStringLiteral("Voice setup failed: ") + *status.setupError;
-  return QStringLiteral("Tavin is still loading its voices. Try again in a few seconds.");
+    return words("Alert", QT_TRANSLATE_NOOP("Alert", "Voice setup failed: %1"),
+                 {status.setupErrorMessage.words()});
+  return words(
+      "Alert",
+      QT_TRANSLATE_NOOP("Alert", "Tavin is still loading its voices. Try again in a few seconds."));
 }
 
 }  // namespace
@@ -100,7 +106,7 @@ void AppDelegate::pollPlayback(const std::shared_ptr<Timer>& timer) {
 void AppDelegate::evaluatePlayback(const std::optional<EngineStatus>& status, Timer& timer) {
   // First, because an engine can report an error and go on speaking.
   if (status && status->error)
-    showError(*status->error);
+    showError(status->errorMessage.words());
   if (status && status->isActive())
     return;
   timer.invalidate();

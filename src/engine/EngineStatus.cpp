@@ -50,6 +50,11 @@ std::optional<EngineStatus> EngineStatus::decode(const QByteArray& json) {
   if (!document.isObject() || !hasStrictJsonLexis(json))
     return std::nullopt;
   StrictObject object(document.object());
+  const auto message = [&document](const std::optional<QString>& text, const QString& field) {
+    return text ? EngineMessage::decode(*text, document[field + QStringLiteral("_id")],
+                                        document[field + QStringLiteral("_values")])
+                : EngineMessage();
+  };
   EngineStatus status;
   status.state = object.string(QStringLiteral("state"));
   status.chars = object.integer(QStringLiteral("chars"));
@@ -61,6 +66,8 @@ std::optional<EngineStatus> EngineStatus::decode(const QByteArray& json) {
   status.download = object.optionalNumber(QStringLiteral("download"));
   status.setupError = object.optionalString(QStringLiteral("setup_error"));
   status.engines = decodeEngines(object);
+  status.errorMessage = message(status.error, QStringLiteral("error"));
+  status.setupErrorMessage = message(status.setupError, QStringLiteral("setup_error"));
   if (!object.valid())
     return std::nullopt;
   return status;

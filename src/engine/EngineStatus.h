@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "engine/EngineMessage.h"
+
 namespace tavin {
 
 // The engine's answers, decoded strictly: a required key that is missing, null or of another type
@@ -40,6 +42,9 @@ struct EngineStatus {
   std::optional<double> download;  // 0 to 1.
   std::optional<QString> setupError;
   std::vector<EngineInfo> engines;
+  // `error` and `setupError` as messages, for the user's eye; empty where those are absent.
+  EngineMessage errorMessage = {};
+  EngineMessage setupErrorMessage = {};
 
   bool operator==(const EngineStatus&) const = default;
 

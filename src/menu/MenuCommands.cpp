@@ -11,6 +11,7 @@
 #include "platform/LoginItem.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
+#include "words/Words.h"
 
 namespace tavin {
 namespace {
@@ -104,11 +105,12 @@ void MenuController::background(std::function<void()> work) {
 
 void MenuController::askForKey(const QString& engine, const QString& label) {
   Alert alert;
-  alert.messageText = label + QStringLiteral(" API key");
-  alert.informativeText =
-      QStringLiteral("Stored in your macOS Keychain. Leave empty to remove the key.");
+  alert.messageText = QCoreApplication::translate("Alert", "%1 API key").arg(label);
+  alert.informativeText = QCoreApplication::translate(
+      "Alert", "Stored in your macOS Keychain. Leave empty to remove the key.");
   alert.secureField = true;
-  alert.buttons = {QStringLiteral("Save"), QStringLiteral("Cancel")};
+  alert.buttons = {QCoreApplication::translate("Alert", "Save"),
+                   QCoreApplication::translate("Alert", "Cancel")};
   AlertPresenter& alerts = services_.alerts;
   alerts.activateIgnoringOtherApps();
   alerts.runModal(alert, [weak = weak_from_this(), engine](const AlertResponse& response) {
@@ -135,7 +137,8 @@ void MenuController::toggleLogin() {
   const auto failure =
       login.status() == LoginItemStatus::enabled ? login.unregisterItem() : login.registerItem();
   if (failure)
-    app_.showError(QStringLiteral("Launch at Login failed: ") + *failure);
+    app_.showError(
+        words("Alert", QT_TRANSLATE_NOOP("Alert", "Launch at Login failed: %1"), {*failure}));
 }
 
 void MenuController::openLog() { services_.workspace.openFile(EngineLog::path()); }

@@ -8,13 +8,38 @@
 #include "hotkeys/ShortcutPreset.h"
 #include "menu/MenuItems.h"
 #include "platform/LoginItem.h"
+#include "platform/Workspace.h"
 
 namespace tavin {
 namespace {
 
 constexpr double statusTimeout = 0.4;
+constexpr double measuringTimeout = 0.05;
 constexpr int setupErrorLength = 60;
 constexpr double speedTolerance = 0.001;
+constexpr char noShortcuts[] = "no shortcuts";
+
+// The fixed note below the presets, and the entries that the catalogues have for it: what a desktop
+// itself does with the key, and where to change that.
+constexpr const char* note[] = {
+    QT_TRANSLATE_NOOP("Menu", "Hear a second, robotic voice too?"),
+    QT_TRANSLATE_NOOP("Menu", "macOS Speak Selection also uses ⌥ Esc."),
+    QT_TRANSLATE_NOOP("Menu", "Pick ⌃ Esc or ⌃⌥ R, or turn it off in"),
+    QT_TRANSLATE_NOOP("Menu", "System Settings > Accessibility > Spoken Content.")};
+[[maybe_unused]] constexpr const char* noteInSituations[][2] = {
+    QT_TRANSLATE_NOOP3("Menu", "macOS Speak Selection also uses ⌥ Esc.", "GNOME"),
+    QT_TRANSLATE_NOOP3("Menu", "Pick ⌃ Esc or ⌃⌥ R, or turn it off in", "GNOME"),
+    QT_TRANSLATE_NOOP3("Menu", "System Settings > Accessibility > Spoken Content.", "GNOME"),
+    QT_TRANSLATE_NOOP3("Menu", "macOS Speak Selection also uses ⌥ Esc.", "Plasma"),
+    QT_TRANSLATE_NOOP3("Menu", "Pick ⌃ Esc or ⌃⌥ R, or turn it off in", "Plasma"),
+    QT_TRANSLATE_NOOP3("Menu", "System Settings > Accessibility > Spoken Content.", "Plasma"),
+    QT_TRANSLATE_NOOP3("Menu", "macOS Speak Selection also uses ⌥ Esc.", "Xfce"),
+    QT_TRANSLATE_NOOP3("Menu", "Pick ⌃ Esc or ⌃⌥ R, or turn it off in", "Xfce"),
+    QT_TRANSLATE_NOOP3("Menu", "System Settings > Accessibility > Spoken Content.", "Xfce"),
+    QT_TRANSLATE_NOOP3("Menu", "macOS Speak Selection also uses ⌥ Esc.", "no shortcuts"),
+    QT_TRANSLATE_NOOP3("Menu", "Pick ⌃ Esc or ⌃⌥ R, or turn it off in", "no shortcuts"),
+    QT_TRANSLATE_NOOP3("Menu", "System Settings > Accessibility > Spoken Content.",
+                       "no shortcuts")};
 
 // The title that goes with `wanted`, or `wanted` itself where the list does not hold it.
 template <typename List, typename Id, typename Title>
@@ -34,15 +59,25 @@ MenuController::MenuController(MenuTarget& app, Services services)
 
 MenuController::~MenuController() = default;
 
-void MenuController::menuNeedsUpdate(Menu& menu) {
-  menu.items.clear();
+void MenuController::menuNeedsUpdate(Menu&) {
   const auto status = services_.engine.status(statusTimeout, TimeLimit::total);
+  layOut(status);
+  if (status)
+    refreshVoices(status->engine);
+}
+
+void MenuController::menuNeedsMeasuring(Menu&) {
+  layOut(services_.engine.status(measuringTimeout, TimeLimit::total));
+}
+
+void MenuController::layOut(const std::optional<EngineStatus>& status) {
+  menu_.items.clear();
   const ShortcutPreset& preset = ShortcutPreset::current(services_.userDefaults);
   addSpeechItems(status, preset);
   addShortcutMenu(preset);
-  menu.items.push_back(separatorItem());
+  menu_.items.push_back(separatorItem());
   if (!status) {
-    menu.items.push_back(disabledLine(QStringLiteral("Voice engine starting…")));
+    menu_.items.push_back(disabledLine(tr("Voice engine starting…")));
     addFooter();
     return;
   }
@@ -50,7 +85,7 @@ void MenuController::menuNeedsUpdate(Menu& menu) {
   addEngineMenu(*status);
   addVoiceMenu(*status);
   addSpeedMenu(*status);
-  menu.items.push_back(separatorItem());
+  menu_.items.push_back(separatorItem());
   addKeyMenu();
   addFooter();
 }
@@ -59,16 +94,23 @@ void MenuController::addSpeechItems(const std::optional<EngineStatus>& status,
                                     const ShortcutPreset& preset) {
   const bool active = status && status->isActive();
   const bool paused = status && status->state == QStringLiteral("paused");
-  menu_.items.push_back(
-      commandItem(active ? QStringLiteral("Stop") : QStringLiteral("Speak Selection"),
-                  MenuAction::speakOrStop, preset.label));
-  menu_.items.push_back(commandItem(paused ? QStringLiteral("Resume") : QStringLiteral("Pause"),
-                                    MenuAction::togglePause, preset.pauseLabel()));
+  menu_.items.push_back(commandItem(active ? tr("Stop") : tr("Speak Selection"),
+                                    MenuAction::speakOrStop, preset.label));
+  menu_.items.push_back(commandItem(paused ? tr("Resume") : tr("Pause"), MenuAction::togglePause,
+                                    preset.pauseLabel()));
   menu_.items.back().enabled = active;
   if (!hotkeysAvailable) {
-    menu_.items.push_back(disabledLine(QStringLiteral("\u26A0\uFE0E ") + preset.label +
-                                       QStringLiteral(" is taken by another app")));
+    const QString line = hotkeysPossible
+                             ? tr("\u26A0\uFE0E %1 is taken by another app")
+                             : tr("\u26A0\uFE0E %1 is taken by another app", "no shortcuts");
+    menu_.items.push_back(disabledLine(line.arg(preset.label)));
   }
+}
+
+void MenuController::addShortcutNote(Menu& submenu) const {
+  const QByteArray situation = hotkeysPossible ? services_.workspace.desktop() : noShortcuts;
+  for (const char* line : note)
+    submenu.items.push_back(disabledLine(tr(line, situation.constData())));
 }
 
 void MenuController::addShortcutMenu(const ShortcutPreset& current) {
@@ -78,23 +120,19 @@ void MenuController::addShortcutMenu(const ShortcutPreset& current) {
         choiceItem(preset.label, MenuAction::selectShortcut, preset.id, preset.id == current.id));
   }
   submenu->items.push_back(separatorItem());
-  for (const QString& line : {QStringLiteral("Hear a second, robotic voice too?"),
-                              QStringLiteral("macOS Speak Selection also uses ⌥ Esc."),
-                              QStringLiteral("Pick ⌃ Esc or ⌃⌥ R, or turn it off in"),
-                              QStringLiteral("System Settings > Accessibility > Spoken Content.")})
-    submenu->items.push_back(disabledLine(line));
-  menu_.items.push_back(submenuItem(QStringLiteral("Shortcut: ") + current.label, submenu));
+  addShortcutNote(*submenu);
+  menu_.items.push_back(submenuItem(tr("Shortcut: %1").arg(current.label), submenu));
 }
 
 void MenuController::addStatusLine(const EngineStatus& status) {
   if (status.ready)
     return;
-  QString line = QStringLiteral("Loading voices…");
+  QString line = tr("Loading voices…");
   if (status.setupError) {
-    line = QStringLiteral("\u26A0\uFE0E Voice setup failed: ") +
-           firstCharacters(*status.setupError, setupErrorLength);
+    line = tr("\u26A0\uFE0E Voice setup failed: %1")
+               .arg(firstCharacters(status.setupErrorMessage.words().shown, setupErrorLength));
   } else if (status.download) {
-    line = QStringLiteral("Downloading voices… %1%").arg(status.downloadPercent());
+    line = tr("Downloading voices… %1%").arg(status.downloadPercent());
   }
   menu_.items.push_back(disabledLine(line));
 }
@@ -102,16 +140,16 @@ void MenuController::addStatusLine(const EngineStatus& status) {
 void MenuController::addEngineMenu(const EngineStatus& status) {
   auto submenu = std::make_shared<Menu>();
   for (const EngineInfo& info : status.engines) {
-    const QString note = info.available ? QString() : QStringLiteral(" (add API key)");
-    submenu->items.push_back(choiceItem(info.label + note, MenuAction::selectEngine, info.name,
-                                        info.name == status.engine));
+    const QString title = info.available ? info.label : tr("%1 (add API key)").arg(info.label);
+    submenu->items.push_back(
+        choiceItem(title, MenuAction::selectEngine, info.name, info.name == status.engine));
     // Without effect under automatic enabling: a back-end without its key can be chosen.
     submenu->items.back().enabled = info.available;
   }
-  menu_.items.push_back(
-      submenuItem(QStringLiteral("Engine: ") +
-                      titleOf(status.engines, status.engine, &EngineInfo::name, &EngineInfo::label),
-                  submenu));
+  menu_.items.push_back(submenuItem(
+      tr("Engine: %1")
+          .arg(titleOf(status.engines, status.engine, &EngineInfo::name, &EngineInfo::label)),
+      submenu));
 }
 
 void MenuController::addVoiceMenu(const EngineStatus& status) {
@@ -124,11 +162,9 @@ void MenuController::addVoiceMenu(const EngineStatus& status) {
         choiceItem(voice.name, MenuAction::selectVoice, voice.id, voice.id == status.voice));
   }
   if (voices.empty())
-    submenu->items.push_back(disabledLine(QStringLiteral("Loading…")));
+    submenu->items.push_back(disabledLine(tr("Loading…")));
   menu_.items.push_back(submenuItem(
-      QStringLiteral("Voice: ") + titleOf(voices, status.voice, &Voice::id, &Voice::name),
-      submenu));
-  refreshVoices(status.engine);
+      tr("Voice: %1").arg(titleOf(voices, status.voice, &Voice::id, &Voice::name)), submenu));
 }
 
 void MenuController::addSpeedMenu(const EngineStatus& status) {
@@ -137,23 +173,23 @@ void MenuController::addSpeedMenu(const EngineStatus& status) {
     submenu->items.push_back(choiceItem(speedText(speed), MenuAction::selectSpeed, speed,
                                         std::abs(speed - status.speed) < speedTolerance));
   }
-  menu_.items.push_back(submenuItem(QStringLiteral("Speed: ") + speedText(status.speed), submenu));
+  menu_.items.push_back(submenuItem(tr("Speed: %1").arg(speedText(status.speed)), submenu));
 }
 
 void MenuController::addKeyMenu() {
   auto submenu = std::make_shared<Menu>();
   submenu->items = {commandItem(QStringLiteral("ElevenLabs…"), MenuAction::setElevenLabsKey),
                     commandItem(QStringLiteral("OpenAI…"), MenuAction::setOpenAIKey)};
-  menu_.items.push_back(submenuItem(QStringLiteral("Set API Key"), submenu));
+  menu_.items.push_back(submenuItem(tr("Set API Key"), submenu));
 }
 
 void MenuController::addFooter() {
-  MenuItem login = commandItem(QStringLiteral("Launch at Login"), MenuAction::toggleLogin);
+  MenuItem login = commandItem(tr("Launch at Login"), MenuAction::toggleLogin);
   login.state = services_.loginItem.status() == LoginItemStatus::enabled;
   menu_.items.push_back(login);
-  menu_.items.push_back(commandItem(QStringLiteral("Open Engine Log"), MenuAction::openLog));
+  menu_.items.push_back(commandItem(tr("Open Engine Log"), MenuAction::openLog));
   menu_.items.push_back(separatorItem());
-  menu_.items.push_back(commandItem(QStringLiteral("Quit Tavin"), MenuAction::quit));
+  menu_.items.push_back(commandItem(tr("Quit Tavin"), MenuAction::quit));
 }
 
 }  // namespace tavin

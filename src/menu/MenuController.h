@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QJsonValue>
 #include <QString>
 #include <array>
@@ -21,6 +22,7 @@ class LoginItem;
 class UserDefaults;
 class Workspace;
 struct ShortcutPreset;
+struct Words;
 
 // What the menu's items ask of the program. Main thread only.
 class MenuTarget {
@@ -30,7 +32,7 @@ class MenuTarget {
   virtual void togglePause() = 0;
   // The shortcut that is chosen now takes the place of the one before.
   virtual void registerHotkeys() = 0;
-  virtual void showError(const QString& message) = 0;
+  virtual void showError(const Words& message) = 0;
 };
 
 // Lays out the status item's menu anew at each opening, from a fresh status of the engine, and
@@ -38,6 +40,8 @@ class MenuTarget {
 // engine, and the next opening shows what it then reports. Main thread only.
 class MenuController final : public MenuDelegate,
                              public std::enable_shared_from_this<MenuController> {
+  Q_DECLARE_TR_FUNCTIONS(Menu)
+
  public:
   static constexpr std::array speeds{0.8, 0.9, 1.0, 1.1, 1.25, 1.5, 1.75, 2.0};
 
@@ -59,17 +63,23 @@ class MenuController final : public MenuDelegate,
 
   Menu& menu() { return menu_; }
 
-  // Waits for one status request of 0.4 s.
+  // Waits for one status request of 0.4 s; then has the voices fetched, which show the next time.
   void menuNeedsUpdate(Menu& menu) override;
+  // Waits for one of 0.05 s: nobody asked to see the menu.
+  void menuNeedsMeasuring(Menu& menu) override;
   // An item that does not carry what its command reads does nothing.
   void perform(const MenuItem& item) override;
 
   // False when the last registration of the shortcuts failed.
   bool hotkeysAvailable = true;
+  // False where no shortcut can exist, which is no other program's doing.
+  bool hotkeysPossible = true;
 
  private:
   // MenuController.cpp: the layout.
+  void layOut(const std::optional<EngineStatus>& status);
   void addSpeechItems(const std::optional<EngineStatus>& status, const ShortcutPreset& preset);
+  void addShortcutNote(Menu& submenu) const;
   void addShortcutMenu(const ShortcutPreset& current);
   void addStatusLine(const EngineStatus& status);
   void addEngineMenu(const EngineStatus& status);

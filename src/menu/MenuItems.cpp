@@ -1,5 +1,6 @@
 #include "menu/MenuItems.h"
 
+#include <QCoreApplication>
 #include <QTextBoundaryFinder>
 #include <array>
 #include <charconv>
@@ -39,7 +40,9 @@ QString speedText(double speed) {
   const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), speed,
                                  std::chars_format::general, 6)
                        .ptr;
-  return QString::fromLatin1(buffer.data(), end - buffer.data()) + QLatin1Char('x');
+  const QString number = QString::fromLatin1(buffer.data(), end - buffer.data());
+  const QString point = QCoreApplication::translate("Menu", ".", "decimal point of a speed");
+  return QString(number).replace(u'.', point) + QLatin1Char('x');
 }
 
 QString firstCharacters(const QString& text, int count) {

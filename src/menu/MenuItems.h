@@ -25,7 +25,8 @@ MenuItem choiceItem(const QString& title, MenuAction action, Value value, bool c
   return item;
 }
 
-// A number followed by "x", with at most six significant digits whatever the locale: "1.25x".
+// A number followed by "x", with at most six significant digits in any locale: "1.25x", with the
+// decimal point of the catalogue.
 QString speedText(double speed);
 // The first `count` characters as a reader counts them.
 QString firstCharacters(const QString& text, int count);

@@ -61,6 +61,9 @@ inline constexpr std::uint32_t all = cmdKey | shiftKey | optionKey | controlKey;
 class HotkeyService {
  public:
   virtual ~HotkeyService() = default;
+  // False where the session gives programs no shortcuts at all: then each is refused. May change
+  // with an answer that came later.
+  virtual bool canGrant() const = 0;
   // `callback` is called on the main thread, once for each press however long the key is held.
   virtual std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) = 0;
   // `callback` is called on the main thread, never from within another call of this contract, with

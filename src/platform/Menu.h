@@ -41,6 +41,8 @@ class MenuDelegate {
  public:
   virtual ~MenuDelegate() = default;
   virtual void menuNeedsUpdate(Menu& menu) = 0;
+  // The same lines for a panel that only measures them: quick, and nothing is fetched for it.
+  virtual void menuNeedsMeasuring(Menu& menu) = 0;
   virtual void perform(const MenuItem& item) = 0;
 };
 

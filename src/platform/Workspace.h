@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace tavin {
@@ -8,6 +9,9 @@ namespace tavin {
 class Workspace {
  public:
   virtual ~Workspace() = default;
+  // What the catalogues call the running desktop where their words for it differ: "GNOME", "Plasma"
+  // or "Xfce"; empty for any other.
+  virtual QByteArray desktop() = 0;
   // Opens the file with the user's program for it; a missing file opens nothing. Main thread.
   virtual void openFile(const QString& path) = 0;
   // Whether this desktop has a place where accessibility is switched on. Main thread.

@@ -51,14 +51,15 @@ class BusPanel:
         self._item = sender
         invocation.return_value(None)
 
-    def _ask(self, method, arguments):
-        return wait_until(lambda: self._item and self._answer(self._item, method, arguments), 15,
-                          "the icon")[0]
+    def _ask(self, method, arguments, interface=MENU):
+        return wait_until(
+            lambda: self._item and self._answer(self._item, interface, method, arguments), 15,
+            "the icon")[0]
 
-    def _answer(self, item, method, arguments):
+    def _answer(self, item, interface, method, arguments):
         """None where the program has ended, as one that another test has started may have."""
         try:
-            answer = self._bus.call_sync(item, MENU_PATH, MENU, method, arguments, None,
+            answer = self._bus.call_sync(item, MENU_PATH, interface, method, arguments, None,
                                          Gio.DBusCallFlags.NO_AUTO_START, 10000, None)
             return [answer.unpack()]
         except GLib.Error as error:
@@ -72,6 +73,11 @@ class BusPanel:
         _, root = self._ask("GetLayout", GLib.Variant("(iias)", (0, -1, [])))
         return [(item, properties.get("label", "").replace("__", "_"))
                 for item, properties in _flat(root) if properties.get("visible", True)]
+
+    def property(self, name):
+        """One of the menu as a whole."""
+        return self._ask("Get", GLib.Variant("(ss)", (MENU, name)),
+                         "org.freedesktop.DBus.Properties")[0]
 
     def titles(self):
         return [label for _, label in self.lines()]

@@ -44,11 +44,12 @@ class Desktop:
         self.focus(wid)
         return wid
 
-    def open_bare_field(self, build, text, **environment):
+    def open_bare_field(self, build, text, busy=0.0, **environment):
         """A program that tells accessibility nothing and owns no selection, with `text` selected:
-        only a copy gets anything out of it."""
+        only a copy gets anything out of it, `busy` seconds after it was asked for."""
         nowhere = {**self.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
-        return self.open([os.path.join(build, "bin/qt6_field"), text, "--bare"], "Qt 6 field",
+        return self.open([os.path.join(build, "bin/qt6_field"), text, "--bare",
+                          str(int(busy * 1000))], "Qt 6 field",
                          env={**nowhere, **environment})
 
     def show(self, command, name, seconds=30.0, **kwargs):

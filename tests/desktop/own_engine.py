@@ -18,6 +18,14 @@ def status():
         return None
 
 
+def configure(**changes):
+    """As the menu does it."""
+    request = urllib.request.Request(f"http://127.0.0.1:{ENGINE_PORT}/config", json.dumps(changes).encode(),
+                                     {"X-Tavin": "1"})
+    with urllib.request.urlopen(request, timeout=5) as answer:
+        assert json.load(answer) == {"ok": True}
+
+
 def wait_for(*states, seconds=30.0):
     """Until the engine is ready and in one of the states; SessionError where it reports an error."""
     def reached():

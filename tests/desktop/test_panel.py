@@ -6,6 +6,7 @@ import pytest
 from driver import Tavin
 from panel import start_xfce4_panel, tray_items
 from session import stop, wait_until
+from trays import Tray
 
 
 def has_icon(desktop):
@@ -26,6 +27,16 @@ def test_panel_after_tavin_and_again_after_its_restart(desktop, tavin):
     wait_until(lambda: tray_items(desktop) is None, 10, "end of the tray")
     start_xfce4_panel(desktop)
     wait_until(lambda: has_icon(desktop), 10, "the icon after the restart")
+
+
+def test_voices_are_asked_for_when_the_menu_is_opened_and_never_before(desktop, engine, build):
+    tray = Tray(desktop, "xfce4-panel")
+    Tavin(desktop, engine, build)
+    tray.wait_for_icon()
+    engine.wait_for("/status", 4)  # at the start and for the panel, at once and 1 and 3 s later
+    assert engine.requests("/voices") == []
+    tray.open_menu().close()
+    engine.wait_for("/voices")
 
 
 def test_the_icon_goes_with_tavin(desktop, tavin):

@@ -51,6 +51,19 @@ def test_quit_while_the_engine_hangs(tavin, desktop, engine):
     assert seconds < 1
 
 
+def test_what_a_late_copy_took_is_handed_over_to_the_clipboard_manager(tavin, desktop, build):
+    manager = desktop.start(["xfsettingsd", "--no-daemon", "--replace"])
+    wait_until(lambda: desktop.selection_owner("CLIPBOARD_MANAGER"), 10, "the clipboard manager")
+    desktop.own("clipboard", "what the user had copied")
+    desktop.open_bare_field(build, "copied too late", busy=0.8)
+    desktop.key("alt+Escape")
+    time.sleep(0.7)
+    assert tavin.quit()[0] == 0
+    wait_until(lambda: desktop.titled("Qt 6 field, copied 1"), 10, "the copy")
+    assert desktop.clipboard_text() == "what the user had copied"
+    assert manager.poll() is None
+
+
 def test_a_second_start_hands_over_and_ends(tavin, desktop, build):
     second = desktop.start([os.path.join(build, "bin/tavin")], log="second.log")
     assert second.wait(5) == 0

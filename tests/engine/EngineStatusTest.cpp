@@ -71,6 +71,37 @@ TEST(EngineStatusTest, OptionalValuesAreRead) {
   EXPECT_EQ(status->setupError, QStringLiteral("disk full"));
 }
 
+TEST(EngineStatusTest, MessagesCarryTheirNamesAndWhatWasFilledIn) {
+  QJsonObject object = idle();
+  object["error"] = "The key for X cannot be read: locked";
+  object["error_id"] = "key-unreadable";
+  object["error_values"] =
+      QJsonArray{"X", QJsonObject{{"text", "locked"}, {"id", "keyring-locked"}, {"values", {}}}};
+  const auto status = decode(object);
+  ASSERT_TRUE(status);
+  const EngineMessage inner{.text = "locked", .id = "keyring-locked", .values = {}};
+  const EngineMessage expected{.text = "The key for X cannot be read: locked",
+                               .id = "key-unreadable",
+                               .values = {{.text = "X", .id = {}, .values = {}}, inner}};
+  EXPECT_EQ(status->errorMessage, expected);
+  EXPECT_EQ(status->setupErrorMessage, EngineMessage());
+}
+
+TEST(EngineStatusTest, NamesOfAnotherTypeLeaveTheTextAsItIs) {
+  QJsonObject object = idle();
+  object["setup_error"] = "disk full";
+  const auto named = [&object](const QJsonValue& id, const QJsonValue& values) {
+    object["setup_error_id"] = id;
+    object["setup_error_values"] = values;
+    return decode(object);
+  };
+  for (const QJsonValue& odd : {QJsonValue(7), QJsonValue(), QJsonValue(QJsonObject())}) {
+    const auto status = named(odd, odd);
+    ASSERT_TRUE(status);
+    EXPECT_EQ(status->setupErrorMessage.words().shown, QStringLiteral("disk full"));
+  }
+}
+
 TEST(EngineStatusTest, EachRequiredKeyIsRequiredAndNotNull) {
   for (const QString& key : idle().keys()) {
     QJsonObject object = idle();

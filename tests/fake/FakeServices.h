@@ -80,11 +80,13 @@ class FakeAlerts final : public AlertPresenter {
 class FakeWorkspace final : public Workspace {
  public:
   explicit FakeWorkspace(Journal& journal) : journal_(journal) {}
+  QByteArray desktop() override { return name; }
   void openFile(const QString& path) override { journal_.add(QStringLiteral("open ") + path); }
   bool hasAccessibilitySettings() override { return hasSettings; }
   void openAccessibilitySettings() override { journal_.add(QStringLiteral("open settings")); }
   void beep() override { journal_.add(QStringLiteral("beep")); }
   bool hasSettings = true;
+  QByteArray name;
 
  private:
   Journal& journal_;
@@ -133,6 +135,7 @@ class FakeHotkeyService final : public HotkeyService {
   };
 
   explicit FakeHotkeyService(Journal& journal) : journal_(journal) {}
+  bool canGrant() const override { return grants; }
   std::int32_t installEventHandler(std::function<void(EventHotKeyID)> handler) override {
     journal_.add(QStringLiteral("install hotkey handler"));
     callback = std::move(handler);
@@ -184,6 +187,7 @@ class FakeHotkeyService final : public HotkeyService {
 
   std::function<void(EventHotKeyID)> callback;
   std::int32_t installStatus = 0;
+  bool grants = true;
   std::map<std::pair<std::uint32_t, std::uint32_t>, std::int32_t> refusals;
   std::function<void(const HotkeyRegistration&)> answered;
   std::set<std::pair<std::uint32_t, std::uint32_t>> pending;

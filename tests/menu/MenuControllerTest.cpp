@@ -150,6 +150,18 @@ TEST_F(MenuControllerTest, OpeningRefreshesTheVoicesOfTheCurrentEngineInTheBackg
             std::vector<std::string>{"global: GET voices?engine=espeak 20s"});
 }
 
+TEST_F(MenuControllerTest, MeasuringItAsksForAShortStatusAloneAndShowsTheSameLines) {
+  openAndSettle();
+  const auto lines = opened();
+  fakes.settle();
+  fakes.journal.clear();
+  Menu& menu = app->menuController()->menu();
+  menu.delegate->menuNeedsMeasuring(menu);
+  fakes.settle();
+  EXPECT_EQ(describe(menu), lines);
+  EXPECT_EQ(fakes.journal.lines(), std::vector<std::string>{"main: GET status 0.05s"});
+}
+
 TEST_F(MenuControllerTest, UnknownVoiceShowsItsRawId) {
   openAndSettle();
   fakes.engine.status["voice"] = "xx";

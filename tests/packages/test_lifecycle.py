@@ -119,3 +119,38 @@ def test_after_removal_no_file_is_left_outside_of_homes():
 
 def test_the_second_installation_outlives_the_package(desktop):
     test_installed.test_a_key_is_pressed_and_the_selected_text_is_heard(desktop, SECOND)
+
+
+def what_the_first_page_says_to_remove_it():
+    with open(os.path.join(os.path.dirname(__file__), "../../README.md"), encoding="utf-8") as f:
+        section = f.read().partition("## Remove it\n")[2].partition("\n## ")[0]
+    return [line.strip() for line in section.splitlines() if line.startswith("    ")]
+
+
+def test_what_the_first_page_says_leaves_nothing_of_it(desktop):
+    as_root("apt-get", "-y", "install", PACKAGE)
+    tavin = reader.start(desktop, "/usr")
+    own_engine.configure(speed=1.25)
+    assert tavin.quit()[0] == 0
+    wait_until(lambda: not engines(desktop.session), 10, "the engine's end")
+    environment = {**desktop.session.env, "DEBIAN_FRONTEND": "noninteractive"}
+    assert {"config", "log"} <= {kind_of(path) for path in of_tavin(environment["HOME"])}
+    commands = what_the_first_page_says_to_remove_it()
+    assert len(commands) == 3
+    for command in commands:
+        subprocess.run(["sh", "-c", command], env=environment, check=True, input="y\n", text=True,
+                       capture_output=True, timeout=300)
+    assert of_tavin(environment["HOME"]) == []
+    switched_on = subprocess.run(
+        ["busctl", "--user", "get-property", "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Status",
+         "IsEnabled"], env=environment, check=True, capture_output=True, text=True, timeout=30)
+    assert switched_on.stdout == "b false\n"
+
+
+def of_tavin(home):
+    return [os.path.join(folder, name) for folder, folders, names in os.walk(home)
+            for name in [*folders, *names] if "tavin" in name.lower()]
+
+
+def kind_of(path):
+    return "config" if "/.config/" in path else "log" if "/Logs/" in path else "other"

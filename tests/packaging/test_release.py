@@ -1,5 +1,6 @@
 """Whatever tells of the release tells the same: its version, its day and what belongs to it."""
 
+import email.utils
 import glob
 import os
 import re
@@ -37,6 +38,17 @@ def test_the_changelog_the_appstream_data_and_the_package_tell_the_same_version(
     assert changelog_releases()[0][0] == VERSION
     assert appstream_releases()[0].get("version") == VERSION
     assert found(r"^tavin \((\S+)\)", read("debian/changelog")) == (VERSION,)
+
+
+def test_the_package_is_of_the_day_of_the_release():
+    written, = found(r"^ -- .*>  (.+)$", read("debian/changelog"))
+    assert email.utils.parsedate_to_datetime(written).date().isoformat() == changelog_releases()[0][1]
+
+
+def test_each_release_is_told_once_and_the_latest_first():
+    versions = [tuple(map(int, version.split("."))) for version, _ in changelog_releases()]
+    assert versions == sorted(set(versions), reverse=True)
+    assert read("CHANGELOG.md").count("\n## [Unreleased]\n") == 1
 
 
 def test_the_program_tells_its_version():

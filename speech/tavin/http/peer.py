@@ -32,7 +32,7 @@ class Peers:
     def __init__(self):
         self._holders = Holders()
         self._searcher = ThreadPoolExecutor(1)
-        self._waiting = 0
+        self.waiting = 0  # connections of which it is not known yet
 
     def is_known(self, connection):
         inode = own_inode(connection)
@@ -41,15 +41,15 @@ class Peers:
     async def stranger(self, connection):
         """Who it is when it is none of ours, in words for the log; None when it is."""
         inode = own_inode(connection)
-        if not inode or self._waiting >= MOST_WAITING:
+        if not inode or self.waiting >= MOST_WAITING:
             return "a program of another user, or one that was gone at once"
-        self._waiting += 1
+        self.waiting += 1
         try:
             found = await asyncio.get_running_loop().run_in_executor(
                 self._searcher, self._holders.find, inode
             )
         finally:
-            self._waiting -= 1
+            self.waiting -= 1
         if not found:
             return "a program that does not show itself"
         process, ours = found

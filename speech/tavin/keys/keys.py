@@ -11,8 +11,10 @@ import json
 import os
 import sys
 from collections import Counter
+from functools import partial
 
 from tavin import ENGINE_FOLDER
+from tavin.process.shared import Shared
 
 LONGEST_KEY = 1000
 LOOK_SECONDS = 10.0
@@ -34,6 +36,10 @@ class Keys:
         self._patience = patience
         self._memory = {}
         self._stored = set(stored)  # names in the Secret Service, as far as known
+        self._looks = {activate: Shared(partial(self._look, activate)) for activate in (False, True)}
+        self._reads = {
+            (name, prompt): Shared(partial(self._read, name, prompt)) for name in names for prompt in (False, True)
+        }
         self._storing = asyncio.Lock()  # the last one given wins
         self._wishes = Counter()  # how often the user gave or removed a key
         self._removing = Counter()  # removals on their way
@@ -48,16 +54,19 @@ class Keys:
 
     async def look(self, activate):
         """Find out which keys are stored. Unlocks nothing; `activate` may start the service."""
+        await self._looks[activate].answer()
+
+    async def _look(self, activate):
         wishes = self._wishes.total()
         answer = await ask(LOOK_SECONDS, do="search", names=self._names, activate=activate)
         if answer["running"] and wishes == self._wishes.total():
             self._stored = set(answer["names"])
 
-    async def key(self, name):
-        """A key to use, None without one. May have the user asked to unlock the keyring."""
+    async def key(self, name, prompt=True):
+        """A key to use, None without one. `prompt`: the user may be asked to unlock the keyring."""
         if name not in self._memory and not self._removing[name]:
             wishes = self._wishes[name]
-            key = await self._read(name)
+            key = await self._reads[name, prompt].answer()
             if wishes == self._wishes[name]:  # else the user knows better than what was read
                 self._learn(name, key)
         return self._memory.get(name)
@@ -69,9 +78,9 @@ class Keys:
         else:
             self._stored.discard(name)
 
-    async def _read(self, name):
+    async def _read(self, name, prompt):
         try:
-            return checked((await ask(self._patience, do="get", name=name))["key"])
+            return checked((await ask(self._patience, do="get", name=name, prompt=prompt))["key"])
         except KeyringError as failure:
             if failure.absent and name not in self._stored:
                 return None

@@ -1,8 +1,8 @@
 """One request to the desktop's Secret Service: `python3 -m tavin.keys.secret_service PARENT-PID`.
 
 The request comes by standard input and the answer goes to standard output, both
-JSON, so no key is in a process list. Only `get`, `store` and `remove` unlock
-what is locked, which may show the user a password dialog and wait for it.
+JSON, so no key is in a process list. Only `store`, `remove` and a `get` that may
+prompt unlock what is locked: the user may see a password dialog, which is waited for.
 """
 
 import json
@@ -36,10 +36,12 @@ def is_running(connection):
     return connection.send_and_get_reply(question).body[0] is True
 
 
-def get(service, connection, name):
+def get(service, connection, name, prompt):
     items = list(service.search_items(connection, attributes(name)))
     if not items:
         return {"key": None}
+    if items[0].is_locked() and not prompt:
+        raise Failure("The keyring is locked.")
     unlock(items[0])
     return {"key": items[0].get_secret().decode()}
 

@@ -20,7 +20,7 @@ TURNS_TO_OPEN = 10  # of the loop, until an accepted connection shows among the 
 
 class Renewal:
     def __init__(self, entrance, is_idle):
-        """`entrance` lets connections in (see Entrance); `is_idle()` while nothing is being read."""
+        """`entrance` lets connections in (see Entrance); `is_idle()` while nothing is read or set up."""
         self._entrance = entrance
         self._is_idle = is_idle
         self._files = loaded_files()
@@ -41,8 +41,16 @@ class Renewal:
         return handle_and_look
 
     def _look(self):
-        if not self._task and not self._requests and self._is_idle() and loaded_files() != self._files:
+        if not self._task and not self._requests and self._is_idle() and self._changed():
             self._task = asyncio.get_running_loop().create_task(self._renew())
+
+    def _changed(self):
+        """Whether a file that was loaded is another one now. Those that are loaded later join in."""
+        now = loaded_files()
+        if any(now.get(path) != state for path, state in self._files.items()):
+            return True
+        self._files = now
+        return False
 
     async def _renew(self):
         try:

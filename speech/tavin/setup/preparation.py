@@ -83,6 +83,9 @@ def main():
         prepare(backend, voice, lambda fraction: frames.write(output, frames.PROGRESS, 0, str(fraction).encode()))
     except download.DownloadError as failure:
         objection = str(failure)
+    except OSError as failure:
+        place = failure.filename or needs.folder(backend.name)
+        objection = f"{place}: {failure.strerror}. See to it, then choose {backend.label} again."
     frames.write(output, frames.MISSING if objection else frames.DONE, 0, objection.encode())
 
 

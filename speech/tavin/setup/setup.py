@@ -33,6 +33,10 @@ class Setup:
     def error(self):
         return self._error or self._synthesis.missing
 
+    @property
+    def under_way(self):
+        return self._task is not None and not self._task.done()
+
     def begin(self, voice):
         """Set up for a voice, or try again; nothing when it is ready or under way."""
         if not self._backend.voice_is_download:
@@ -41,7 +45,7 @@ class Setup:
             self._task.cancel()  # what came is kept
             self._task = self.download = None
         self._voice = voice
-        if not self.ready and (self._task is None or self._task.done()):
+        if not self.ready and not self.under_way:
             self._error = self._synthesis.missing = None
             self.know_voices()
             self._task = asyncio.get_running_loop().create_task(self._run(voice))

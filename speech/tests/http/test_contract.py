@@ -15,6 +15,10 @@ FIELDS = {
     "download": (float, type(None)),
     "setup_error": (str, type(None)),
     "engines": list,
+    "error_id": (str, type(None)),
+    "error_values": (list, type(None)),
+    "setup_error_id": (str, type(None)),
+    "setup_error_values": (list, type(None)),
 }
 
 

@@ -5,6 +5,7 @@ import socket
 import threading
 import time
 
+import file_server as does
 import pytest
 from engine_process import PORT, exists
 from sound import until
@@ -15,8 +16,18 @@ NEW = "serving anew on port"
 
 
 @pytest.fixture
-def tree(tmp_path):
-    return Tree(tmp_path / "tree")
+def server():
+    made = does.FileServer()
+    yield made
+    made.end()
+
+
+@pytest.fixture
+def tree(tmp_path, server):
+    made = Tree(tmp_path / "tree", server)
+    made.offer(model=b"m" * 100_000, voices=b"v" * 100_000)
+    made.have_libraries(tmp_path / "data")
+    return made
 
 
 @pytest.fixture
@@ -69,6 +80,26 @@ def test_a_reading_goes_on_to_its_end_first(engine, tree):
         assert engine.helper("tavin.synthesis.worker") == worker
     assert engine.status()["error"] is None
     until(lambda: is_new(engine), 15, "the new engine")
+
+
+def test_a_set_up_goes_on_to_its_end_first(engine, tree, server):
+    server.plans = [does.stall_after(50_000)]
+    assert engine.post("/config", engine="kokoro")[0] == 200
+    until(lambda: engine.status()["download"], 15, "a fraction")
+    upgrade(tree)
+    preparation = engine.helper("tavin.setup.preparation")
+    begun = time.monotonic()
+    while time.monotonic() - begun < 3:  # longer than it takes to try the new files
+        assert engine.status()["download"] and exists(preparation) and NEW not in engine.log()
+    server.released.set()
+    until(lambda: is_new(engine), 30, "the new engine")
+
+
+def test_modules_that_are_loaded_later_are_no_change(engine):
+    assert engine.request("GET", "/voices?engine=piper")[0] == 200
+    begun = time.monotonic()
+    while time.monotonic() - begun < 3:  # longer than it takes to try new files
+        assert engine.status() and "files were changed" not in engine.log()
 
 
 def test_no_request_is_lost_meanwhile(engine, tree):

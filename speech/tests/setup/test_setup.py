@@ -211,6 +211,16 @@ def test_a_server_that_trickles_is_a_failure_and_nobody_waits_for_it(engine, tre
     assert "too slow" in failed(engine)
 
 
+def test_what_stands_in_the_way_is_named(engine, tree, data):
+    tree.offer(model=b"less than a folder takes", voices=VOICES)
+    tree.have_libraries(data)
+    obstacle = data / "tavin" / "kokoro" / "model.part"
+    obstacle.mkdir()
+    engine.start()
+    choose(engine)
+    assert failed(engine) == f"{obstacle}: Is a directory. See to it, then choose Kokoro again."
+
+
 def test_a_full_disk_is_told_and_what_came_is_kept(tree, new_engine, data):
     tree.have_libraries(data)
     full = (

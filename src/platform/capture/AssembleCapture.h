@@ -5,6 +5,7 @@
 
 #include "platform/SystemLog.h"
 #include "platform/capture/Capture.h"
+#include "platform/copy/Clipboard.h"
 #include "platform/copy/CopyKey.h"
 #include "platform/windows/WindowSystem.h"
 

@@ -54,8 +54,13 @@ class SystemWideElement final : public UIElement {
 }  // namespace
 
 AtspiAccessibility::AtspiAccessibility(std::shared_ptr<FocusTracker> tracker,
-                                       const QDBusConnection& bus, SystemLog& log, bool canCopy)
-    : tracker_(std::move(tracker)), bus_(bus), log_(log), canCopy_(canCopy) {}
+                                       const QDBusConnection& bus, SystemLog& log, bool canCopy,
+                                       std::function<void()> captureBegins)
+    : tracker_(std::move(tracker)),
+      bus_(bus),
+      log_(log),
+      canCopy_(canCopy),
+      captureBegins_(std::move(captureBegins)) {}
 
 bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   const Deadline deadline = Deadline::in(secondsForSwitch);
@@ -100,6 +105,7 @@ bool AtspiAccessibility::turnOn(const char* reason) {
 }
 
 std::shared_ptr<UIElement> AtspiAccessibility::createSystemWideElement() {
+  captureBegins_();
   return std::make_shared<SystemWideElement>(tracker_);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 
@@ -14,9 +15,10 @@ namespace tavin::capture {
 class AtspiAccessibility final : public Accessibility {
  public:
   // `canCopy` is whether synthetic copies can be made at all, which counts where the session has no
-  // accessibility. `log` must outlive it.
+  // accessibility. `captureBegins` is called before each look at a selection. `log` must outlive
+  // it.
   AtspiAccessibility(std::shared_ptr<FocusTracker> tracker, const QDBusConnection& bus,
-                     SystemLog& log, bool canCopy);
+                     SystemLog& log, bool canCopy, std::function<void()> captureBegins);
 
   bool isProcessTrusted(bool prompt) override;
   std::shared_ptr<UIElement> createSystemWideElement() override;
@@ -31,6 +33,7 @@ class AtspiAccessibility final : public Accessibility {
   const QDBusConnection bus_;  // The session's, where the switch is.
   SystemLog& log_;
   const bool canCopy_;
+  const std::function<void()> captureBegins_;
   std::atomic<bool> wasOn_ = false;  // When the service last told.
   std::mutex mutex_;
   QString turnedOnAgain_ = QStringLiteral("never");  // Whose; the next service starts with it off.

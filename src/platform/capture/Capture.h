@@ -5,7 +5,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/Keyboard.h"
-#include "platform/copy/Clipboard.h"
+#include "platform/Pasteboard.h"
 
 namespace tavin::capture {
 
@@ -14,7 +14,12 @@ namespace tavin::capture {
 struct Capture {
   std::unique_ptr<Accessibility> accessibility;
   std::unique_ptr<Keyboard> keyboard;
-  copy::Clipboard clipboard;
+  std::unique_ptr<Pasteboard> pasteboard;
+  // To be called before the process ends: from then on nothing is copied. Waits for a copy that was
+  // asked for and has not come, half a second at most; then what we serve on the clipboard is given
+  // to the session's clipboard manager, where there is a way to, in half a second at most. Any
+  // thread.
+  std::function<void()> handOver;
   // To be called right before a command chosen in the tray menu is carried out: the next capture
   // then waits, for half a second at most, until the menu has given the keyboard back to the
   // program that had it. Any thread, returns at once.

@@ -3,16 +3,15 @@
 #include <functional>
 #include <memory>
 
-#include "platform/Pasteboard.h"
+#include "platform/copy/WatchedPasteboard.h"
 
 namespace tavin::copy {
 
 // The clipboard of a desktop.
 struct Clipboard {
-  std::unique_ptr<Pasteboard> pasteboard;
-  // To be called before the process ends: from then on nothing is copied, and what we serve on the
-  // clipboard is given to the session's clipboard manager, where there is a way to. Any thread,
-  // half a second at most.
+  std::unique_ptr<WatchedPasteboard> pasteboard;
+  // To be called before the process ends: what we serve is given to the session's clipboard
+  // manager, where there is a way to. Any thread, half a second at most.
   std::function<void()> handOver;
 };
 

@@ -1,24 +1,69 @@
 #include "platform/copy/CopyChord.h"
 
-#include <linux/input-event-codes.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon.h>
 
 #include <initializer_list>
+#include <memory>
 
 namespace tavin::copy {
+namespace {
+
+using Context = std::unique_ptr<xkb_context, decltype(&xkb_context_unref)>;
+using Keymap = std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)>;
+
+constexpr xkb_keycode_t firstKeyOfKernel = 8;  // Its number 0.
+
+bool bears(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t layout, xkb_keysym_t symbol) {
+  const xkb_keysym_t* symbols = nullptr;
+  return xkb_keymap_key_get_syms_by_level(keymap, key, layout, 0, &symbols) == 1 &&
+         symbols[0] == symbol;
+}
+
+std::optional<int> keyFor(xkb_keymap* keymap, xkb_keysym_t symbol) {
+  const xkb_layout_index_t layouts = xkb_keymap_num_layouts(keymap);
+  const xkb_keycode_t last = xkb_keymap_max_keycode(keymap);
+  for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
+    for (xkb_keycode_t key = firstKeyOfKernel; key <= last; ++key) {
+      if (layout < xkb_keymap_num_layouts_for_key(keymap, key) &&
+          bears(keymap, key, layout, symbol))
+        return static_cast<int>(key - firstKeyOfKernel);
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<ChordKeys> chordKeysIn(const std::string& text) {
+  const Context context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES), xkb_context_unref);
+  if (!context)
+    return ChordKeys();
+  xkb_context_set_log_level(context.get(), XKB_LOG_LEVEL_CRITICAL);
+  const Keymap keymap(
+      xkb_keymap_new_from_string(context.get(), text.c_str(), XKB_KEYMAP_FORMAT_TEXT_V1,
+                                 XKB_KEYMAP_COMPILE_NO_FLAGS),
+      xkb_keymap_unref);
+  if (!keymap)
+    return ChordKeys();
+  const auto control = keyFor(keymap.get(), XKB_KEY_Control_L);
+  const auto insert = keyFor(keymap.get(), XKB_KEY_Insert);
+  return control && insert ? std::optional(ChordKeys{*control, *insert}) : std::nullopt;
+}
 
 // Alt comes up while Control is down: one that comes up alone opens the menu bar of some programs.
-std::vector<KeyStep> copyChord(bool releaseFirst) {
+std::vector<KeyStep> copyChord(ChordKeys keys, bool releaseFirst) {
   std::vector<KeyStep> steps;
-  const auto release = [&](std::initializer_list<int> keys) {
+  const auto release = [&](std::initializer_list<int> held) {
     if (!releaseFirst)
       return;
-    for (const int key : keys) steps.push_back({key, false});
+    for (const int key : held) steps.push_back({key, false});
   };
   release(
       {KEY_LEFTSHIFT, KEY_RIGHTSHIFT, KEY_LEFTCTRL, KEY_RIGHTCTRL, KEY_LEFTMETA, KEY_RIGHTMETA});
-  steps.push_back({KEY_LEFTCTRL, true});
+  steps.push_back({keys.control, true});
   release({KEY_LEFTALT, KEY_RIGHTALT});
-  steps.insert(steps.end(), {{KEY_INSERT, true}, {KEY_INSERT, false}, {KEY_LEFTCTRL, false}});
+  steps.insert(steps.end(), {{keys.insert, true}, {keys.insert, false}, {keys.control, false}});
   return steps;
 }
 

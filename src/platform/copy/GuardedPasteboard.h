@@ -1,35 +1,107 @@
 #pragma once
 
+#include <atomic>
+#include <chrono>
+#include <cstdint>
 #include <memory>
+#include <mutex>
 #include <optional>
+#include <thread>
+#include <vector>
 
-#include "platform/Pasteboard.h"
+#include "platform/Deadline.h"
 #include "platform/copy/CopyKeyboard.h"
+#include "platform/copy/WakeUp.h"
+#include "platform/copy/WatchedPasteboard.h"
 
 namespace tavin::copy {
 
-// A clipboard that is left alone where no copy can be made: its contents are not even read, and
-// where the copy command is not typed in the end, what happened to it meanwhile is the user's doing
-// and counts as no change. Once it is typed, every change since the contents were read counts.
+// A clipboard that the copy command leaves as it was.
+//
+// Where no copy can be made, its contents are not even read, and where the command is not typed in
+// the end, what happened to it meanwhile is the user's doing and counts as no change. Once it is
+// typed, every change since the contents were read counts.
+//
+// A program that is busy may carry the command out long after the capture has given up waiting. So
+// the contents are kept until the command was answered: the next change after the capture's end is
+// the answer, and undone, where it comes from the program that got the command and the user has
+// pressed no key or button since. A thread of its own sees to that, asleep otherwise. The
+// pasteboard's functions are for the work queue only.
 class GuardedPasteboard final : public Pasteboard {
  public:
+  // Both from the moment that the command was typed.
+  struct Patience {
+    // Then the capture, which waits 0.4 s, is over for sure.
+    std::chrono::milliseconds capture{500};
+    // Then the contents are kept no longer.
+    std::chrono::milliseconds kept{10'000};
+  };
+
   // `keyboard` must outlive it.
-  GuardedPasteboard(std::unique_ptr<Pasteboard> pasteboard, CopyKeyboard& keyboard)
-      : pasteboard_(std::move(pasteboard)), keyboard_(keyboard) {}
+  GuardedPasteboard(std::unique_ptr<WatchedPasteboard> pasteboard, CopyKeyboard& keyboard);
+  GuardedPasteboard(std::unique_ptr<WatchedPasteboard> pasteboard, CopyKeyboard& keyboard,
+                    Patience patience);
+  ~GuardedPasteboard() override;
 
   std::optional<std::vector<PasteboardItem>> pasteboardItems() override;
   std::int64_t changeCount() override;
   std::optional<QString> string() override { return pasteboard_->string(); }
-  void clearContents() override { pasteboard_->clearContents(); }
-  void writeObjects(const std::vector<PasteboardItem>& items) override {
-    pasteboard_->writeObjects(items);
-  }
+  void clearContents() override;
+  void writeObjects(const std::vector<PasteboardItem>& items) override;
+
+  // The user has asked for a selection: what was pressed for that shows nothing of a copy of his
+  // own that may come. Work queue only.
+  void captureBegins();
+  // From now on no capture gets or changes anything; the contents are given back as soon as the
+  // command is answered. Returns then, or when the time is over. The keyboard must have been closed
+  // before. Any thread.
+  void finish(Deadline deadline);
 
  private:
-  const std::unique_ptr<Pasteboard> pasteboard_;
+  using Clock = WakeUp::Clock;
+  using Contents = std::vector<PasteboardItem>;
+  enum class Stage {
+    settled,  // No command is unanswered.
+    awaited,  // One is.
+    taken,    // The capture has the answer, and gives the contents back itself.
+  };
+
+  void run();
+  Clock::time_point nextLook() const;
+  // All below with the mutex.
+  void endCapture();
+  bool settle();
+  bool undo(const ClipboardChanges& changes);
+  void commandTyped();
+  void answered(std::int64_t times);
+  void giveBack();
+  void goOn();
+  void forget();
+  void watch();
+  void tellWhetherBusy();
+
+  const std::unique_ptr<WatchedPasteboard> pasteboard_;
   CopyKeyboard& keyboard_;
+  const Patience patience_;
+
+  std::mutex mutex_;  // For the pasteboard's calls, save string(), and for what follows.
+  // Of the present capture.
+  std::optional<Contents> contents_;  // None once the command is typed.
   int typedBefore_ = 0;
-  std::optional<std::int64_t> countBefore_;  // None until it is asked for after the contents.
+  std::optional<std::int64_t> told_;  // The count at its start; none until it is asked for.
+  std::int64_t base_ = 0;  // The pasteboard's count at which the capture is told that one.
+  // Of the commands that are unanswered.
+  Stage stage_ = Stage::settled;
+  int unanswered_ = 0;
+  Contents saved_;  // What is to be given back.
+  Clock::time_point captureOver_, keptUntil_;
+
+  std::atomic<bool> closed_ = false;
+  std::atomic<bool> busy_ = false;  // A capture is under way, or a command unanswered.
+  WakeUp settled_;                  // For finish().
+  std::atomic<bool> ending_ = false;
+  WakeUp wake_;
+  std::thread thread_;
 };
 
 }  // namespace tavin::copy

@@ -1,5 +1,6 @@
 #include "platform/desktop/AutostartLoginItem.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -78,11 +79,12 @@ LoginItemStatus AutostartLoginItem::status() {
 std::optional<QString> AutostartLoginItem::registerItem() {
   const QString folder = QFileInfo(path_).path();
   if (!QDir().mkpath(folder))
-    return QStringLiteral("The folder %1 could not be made.").arg(folder);
+    return QCoreApplication::translate("Login", "The folder %1 could not be made.").arg(folder);
   QSaveFile file(path_);
   const QByteArray text = contents(executable_);
   if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
-    return QStringLiteral("%1 could not be written: %2").arg(path_, file.errorString());
+    return QCoreApplication::translate("Login", "%1 could not be written: %2")
+        .arg(path_, file.errorString());
   return std::nullopt;
 }
 
@@ -90,7 +92,8 @@ std::optional<QString> AutostartLoginItem::unregisterItem() {
   QFile file(path_);
   if (!file.exists() || file.remove())
     return std::nullopt;
-  return QStringLiteral("%1 could not be removed: %2").arg(path_, file.errorString());
+  return QCoreApplication::translate("Login", "%1 could not be removed: %2")
+      .arg(path_, file.errorString());
 }
 
 }  // namespace tavin::desktop

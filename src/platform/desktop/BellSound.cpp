@@ -2,6 +2,7 @@
 
 #include <canberra.h>
 
+#include <QCoreApplication>
 #include <chrono>
 #include <future>
 #include <memory>
@@ -37,7 +38,8 @@ Properties bellProperties() {
   if (ca_proplist_create(&properties) != CA_SUCCESS)
     return nullptr;
   ca_proplist_sets(properties, CA_PROP_EVENT_ID, "bell");
-  ca_proplist_sets(properties, CA_PROP_EVENT_DESCRIPTION, "Nothing to read");
+  ca_proplist_sets(properties, CA_PROP_EVENT_DESCRIPTION,
+                   QCoreApplication::translate("Sound", "Nothing to read").toUtf8().constData());
   ca_proplist_sets(properties, CA_PROP_MEDIA_ROLE, "event");
   return Properties(properties);
 }

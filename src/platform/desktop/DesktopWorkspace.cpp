@@ -6,22 +6,58 @@
 #include <QProcess>
 #include <QUrl>
 #include <atomic>
+#include <chrono>
 #include <system_error>
 #include <thread>
 #include <utility>
 
 #include "platform/desktop/AccessibilitySettings.h"
 #include "platform/desktop/BellSound.h"
+#include "platform/desktop/DesktopName.h"
 
 namespace tavin::desktop {
+namespace {
 
+using Clock = std::chrono::steady_clock;
+
+// More than the sound itself may take.
+constexpr std::chrono::seconds longestBeep{6};
+// Beeps that hang keep their threads for as long as the sound server hangs.
+constexpr int mostThreads = 4;
+
+}  // namespace
+
+// Shared with the threads of the beeps, which may outlive the workspace.
 struct DesktopWorkspace::Bell {
   std::function<void()> display;
-  std::atomic<bool> sounding = false;
+  Sound sound;
+  std::atomic<int> threads = 0;
+  std::atomic<Clock::time_point> since = Clock::time_point();  // Of the last one; null without any.
+
+  // On a thread of its own, up to its end.
+  void ring(Clock::time_point began) {
+    const bool hopeless = ++threads > mostThreads;
+    if (hopeless || !sound.play())
+      display();
+    --threads;
+    since.compare_exchange_strong(began, Clock::time_point());
+  }
 };
 
 DesktopWorkspace::DesktopWorkspace(std::function<void()> displayBell)
-    : bell_(new Bell{.display = std::move(displayBell)}) {}
+    : DesktopWorkspace(std::move(displayBell), {.play = playBellSound, .longest = longestBeep}) {}
+
+DesktopWorkspace::DesktopWorkspace(std::function<void()> displayBell, Sound sound)
+    : bell_(new Bell{.display = std::move(displayBell), .sound = std::move(sound)}) {}
+
+QByteArray DesktopWorkspace::desktop() {
+  constexpr const char* names[][2] = {{"GNOME", "GNOME"}, {"KDE", "Plasma"}, {"XFCE", "Xfce"}};
+  for (const QString& desktop : currentDesktops())
+    for (const auto& [current, name] : names)
+      if (desktop.compare(QLatin1String(current), Qt::CaseInsensitive) == 0)
+        return name;
+  return {};
+}
 
 void DesktopWorkspace::openFile(const QString& path) {
   if (QFileInfo(path).isFile())
@@ -40,17 +76,15 @@ void DesktopWorkspace::openAccessibilitySettings() {
 }
 
 void DesktopWorkspace::beep() {
-  if (bell_->sounding.exchange(true))
+  const auto now = Clock::now();
+  auto last = bell_->since.load();
+  const bool sounds = last != Clock::time_point() && now - last < bell_->sound.longest;
+  if (sounds || !bell_->since.compare_exchange_strong(last, now))
     return;
-  // A sound server can take its time to answer, or forever.
   try {
-    std::thread([bell = bell_] {
-      if (!playBellSound())
-        bell->display();
-      bell->sounding = false;
-    }).detach();
+    std::thread([bell = bell_, now] { bell->ring(now); }).detach();
   } catch (const std::system_error&) {  // No thread is to be had: this beep is not heard.
-    bell_->sounding = false;
+    bell_->since = Clock::time_point();
   }
 }
 

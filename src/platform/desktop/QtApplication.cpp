@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/Installation.h"
+#include "platform/desktop/Catalogue.h"
 #include "platform/desktop/SignalWatch.h"
 
 namespace tavin::desktop {
@@ -43,6 +44,7 @@ class QtApplication::Instance final : private Arguments, public QApplication {
 QtApplication::QtApplication(const char* program, const char* qtPlatform)
     : instance_(std::make_unique<Instance>(program, qtPlatform)) {
   instance_->quitRequested = [this] { terminate(); };
+  installCatalogue(messageLanguages());
   QCoreApplication::setApplicationName(QStringLiteral("tavin"));
   QCoreApplication::setApplicationVersion(QLatin1String(version));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavin"));

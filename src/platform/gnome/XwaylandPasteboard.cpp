@@ -3,13 +3,19 @@
 #include <utility>
 
 namespace tavin::gnome {
+namespace {
 
-std::optional<copy::Clipboard> XwaylandPasteboard::create(Maker make) {
+constexpr std::chrono::milliseconds press(500);
+constexpr std::chrono::milliseconds answerDeadline(100);
+
+}  // namespace
+
+std::optional<copy::Clipboard> XwaylandPasteboard::create(Maker make, const QDBusConnection& bus) {
   auto first = make();
   if (!first)
     return std::nullopt;
   std::unique_ptr<XwaylandPasteboard> pasteboard(
-      new XwaylandPasteboard(std::move(make), std::move(*first)));
+      new XwaylandPasteboard(std::move(make), std::move(*first), bus));
   const auto handOver = [current = pasteboard->handOver_] {
     std::unique_lock lock(current->mutex);
     const auto run = current->run;
@@ -20,7 +26,9 @@ std::optional<copy::Clipboard> XwaylandPasteboard::create(Maker make) {
   return copy::Clipboard{std::move(pasteboard), handOver};
 }
 
-XwaylandPasteboard::XwaylandPasteboard(Maker make, copy::Clipboard first) : make_(std::move(make)) {
+XwaylandPasteboard::XwaylandPasteboard(Maker make, copy::Clipboard first,
+                                       const QDBusConnection& bus)
+    : make_(std::move(make)), bus_(bus) {
   use(std::move(first));
 }
 
@@ -56,6 +64,28 @@ void XwaylandPasteboard::clearContents() {
 void XwaylandPasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
   if (pasteboard_)
     pasteboard_->writeObjects(items);
+}
+
+void XwaylandPasteboard::beginWatch(std::function<void()> onChange) {
+  pressIsOver_ = Clock::now() + press;
+  if (pasteboard_)
+    pasteboard_->beginWatch(std::move(onChange));
+}
+
+void XwaylandPasteboard::endWatch() {
+  if (pasteboard_)
+    pasteboard_->endWatch();
+}
+
+copy::ClipboardChanges XwaylandPasteboard::watched() {
+  auto changes = pasteboard_ ? pasteboard_->watched() : copy::ClipboardChanges();
+  if (changes.count == 0 || changes.userActed)
+    return changes;
+  const auto asked = Clock::now();
+  QDBusPendingCall answer = askIdleTime(bus_, answerDeadline);
+  answer.waitForFinished();
+  changes.userActed = lastInput(asked, answer).latest > pressIsOver_;
+  return changes;
 }
 
 }  // namespace tavin::gnome

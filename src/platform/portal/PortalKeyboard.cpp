@@ -1,7 +1,5 @@
 #include "platform/portal/PortalKeyboard.h"
 
-#include "platform/copy/CopyChord.h"
-
 namespace tavin::portal {
 
 bool PortalKeyboard::isPermitted() {
@@ -9,6 +7,16 @@ bool PortalKeyboard::isPermitted() {
   return session_.has_value();
 }
 
-void PortalKeyboard::type() { desktop_->type(*session_, copy::copyChord(modifiers_.released)); }
+bool PortalKeyboard::prepare() {
+  if (heldModifiers() != 0)
+    return false;
+  const auto keys = copy::chordKeysIn(keymap_());
+  keys_ = keys.value_or(keys_);
+  return keys.has_value();
+}
+
+void PortalKeyboard::type() {
+  desktop_->type(*session_, copy::copyChord(keys_, modifiers_.released));
+}
 
 }  // namespace tavin::portal

@@ -4,7 +4,10 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
+#include "platform/copy/CopyChord.h"
 #include "platform/copy/CopyKey.h"
 #include "platform/portal/RemoteDesktop.h"
 
@@ -22,16 +25,25 @@ struct ModifierHabits {
 // queue only, save its making and end: main thread.
 class PortalKeyboard final : public copy::CopyKey {
  public:
-  PortalKeyboard(std::shared_ptr<RemoteDesktop> desktop, ModifierHabits modifiers)
-      : desktop_(std::move(desktop)), modifiers_(std::move(modifiers)) {}
+  // `keymap` tells what the user's keyboard puts on each key, in XKB's format; empty where that is
+  // not known.
+  PortalKeyboard(std::shared_ptr<RemoteDesktop> desktop, ModifierHabits modifiers,
+                 std::function<std::string()> keymap)
+      : desktop_(std::move(desktop)),
+        modifiers_(std::move(modifiers)),
+        keymap_(std::move(keymap)) {}
 
   std::uint64_t heldModifiers() override { return modifiers_.held ? modifiers_.held() : 0; }
   bool isPermitted() override;
+  // Not where the user's layout lacks one of the keys either.
+  bool prepare() override;
   void type() override;
 
  private:
   const std::shared_ptr<RemoteDesktop> desktop_;
   const ModifierHabits modifiers_;
+  const std::function<std::string()> keymap_;
+  copy::ChordKeys keys_;
   std::optional<QDBusObjectPath> session_;  // That the keys go through.
 };
 

@@ -27,7 +27,7 @@ using Windows = std::unique_ptr<windows::WindowSystem>;
 using Clipboard = std::optional<copy::Clipboard>;
 using Key = std::unique_ptr<copy::CopyKey>;
 using WindowsRow = Candidate<Windows(const Survey&)>;
-using ClipboardRow = Candidate<Clipboard(const Survey&)>;
+using ClipboardRow = Candidate<Clipboard(const Survey&, const QDBusConnection& bus)>;
 using KeyRow = Candidate<Key(const Survey&, const KeyNeeds&)>;
 
 bool onCompositor(const Survey& survey) { return survey.compositor != nullptr; }
@@ -55,7 +55,7 @@ const std::array<WindowsRow, 2> windowsTable{
 const std::array<ClipboardRow, 2> clipboardTable{
     {// Reads and serves without the keyboard's focus.
      {"data-control", onCompositor,
-      [](const Survey& survey) -> Clipboard {
+      [](const Survey& survey, const QDBusConnection&) -> Clipboard {
         if (!survey.compositor)
           return std::nullopt;
         // No protocol hands a clipboard over: the managers there have read it already.
@@ -63,8 +63,8 @@ const std::array<ClipboardRow, 2> clipboardTable{
                                [] {}};
       }},
      // A compositor without data control shares its clipboard with Xwayland, which may end.
-     {"x11", onX, [](const Survey& survey) -> Clipboard {
-        return survey.xwayland ? gnome::XwaylandPasteboard::create(x11::createClipboard)
+     {"x11", onX, [](const Survey& survey, const QDBusConnection& bus) -> Clipboard {
+        return survey.xwayland ? gnome::XwaylandPasteboard::create(x11::createClipboard, bus)
                                : x11::createClipboard();
       }}}};
 
@@ -122,7 +122,7 @@ std::optional<ChosenCapture> createCapture(const Survey& survey, const QDBusConn
                                            SystemLog& log,
                                            const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   auto [clipboard, clipboardName] =
-      firstOf(std::span<const ClipboardRow>(clipboardTable), "TAVIN_CLIPBOARD", survey);
+      firstOf(std::span<const ClipboardRow>(clipboardTable), "TAVIN_CLIPBOARD", survey, bus);
   auto [windows, windowsName] =
       firstOf(std::span<const WindowsRow>(windowsTable), "TAVIN_WINDOWS", survey);
   if (!clipboard || !windows)

@@ -63,8 +63,8 @@ void addCommonParts(Platform& platform) {
 void addCapture(Platform& platform, capture::Capture capture) {
   platform.accessibility = std::move(capture.accessibility);
   platform.keyboard = std::move(capture.keyboard);
-  platform.pasteboard = std::move(capture.clipboard.pasteboard);
-  platform.shutdownHooks.push_back(std::move(capture.clipboard.handOver));
+  platform.pasteboard = std::move(capture.pasteboard);
+  platform.shutdownHooks.push_back(std::move(capture.handOver));
   platform.makeStatusItem = [commandChosen = std::move(capture.menuCommandChosen)] {
     return createStatusItem(commandChosen);
   };

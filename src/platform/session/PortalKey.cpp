@@ -7,11 +7,13 @@
 #include "platform/gnome/XwaylandKeys.h"
 #include "platform/portal/PortalKeyboard.h"
 #include "platform/wayland/KeyStates.h"
+#include "platform/wayland/Keymap.h"
 
 namespace tavin::session {
 namespace {
 
 constexpr double secondsToConnect = 1;
+constexpr double secondsForKeymap = 0.3;
 
 std::optional<portal::ModifierHabits> habitsOf(
     const Survey& survey, SystemLog& log, const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
@@ -36,8 +38,9 @@ std::unique_ptr<copy::CopyKey> createPortalKey(
   auto habits = habitsOf(survey, log, modifiers);
   if (!habits)
     return nullptr;
-  return std::make_unique<portal::PortalKeyboard>(std::make_shared<portal::RemoteDesktop>(log),
-                                                  std::move(*habits));
+  return std::make_unique<portal::PortalKeyboard>(
+      std::make_shared<portal::RemoteDesktop>(log), std::move(*habits),
+      [] { return wayland::readKeymap(Deadline::in(secondsForKeymap)); });
 }
 
 }  // namespace tavin::session

@@ -20,6 +20,7 @@ class LateHotkeys final : public Service {
   // `reason` says what is waited for.
   LateHotkeys(QString reason, const Await& await);
 
+  bool canGrant() const override { return !service_ || service_->canGrant(); }
   Answer add(const KeyCombination& combination) override;
   void remove(const KeyCombination& combination) override;
   void release() override;

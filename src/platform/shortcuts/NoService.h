@@ -12,6 +12,7 @@ class NoService final : public Service {
  public:
   explicit NoService(QString reason) : reason_(std::move(reason)) {}
 
+  bool canGrant() const override { return false; }
   Answer add(const KeyCombination&) override { return Answer::refused(reason_); }
   void remove(const KeyCombination&) override {}
 

@@ -16,6 +16,7 @@ class RegisteredHotkeys final : public HotkeyService {
   explicit RegisteredHotkeys(std::unique_ptr<Service> service);
   ~RegisteredHotkeys() override;
 
+  bool canGrant() const override { return service_->canGrant(); }
   std::int32_t installEventHandler(std::function<void(EventHotKeyID)> callback) override;
   void installAnswerHandler(std::function<void(const HotkeyRegistration&)> callback) override;
   HotkeyRegistration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,

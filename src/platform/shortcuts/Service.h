@@ -39,6 +39,8 @@ class Service {
     pressed_ = std::move(pressed);
     answered_ = std::move(answered);
   }
+  // As HotkeyService::canGrant().
+  virtual bool canGrant() const { return true; }
   // Never grants a key that will not arrive. Bounded in time. No combination is added twice.
   virtual Answer add(const KeyCombination& combination) = 0;
   // Nothing happens to a combination that is not there.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 #include "platform/shortcuts/KeyCombination.h"
@@ -17,8 +18,9 @@ inline QString actionOf(const KeyCombination& combination) {
 
 // The same for the user's eye.
 inline QString titleOf(const KeyCombination& combination) {
-  return combination.has(KeyCombination::shift) ? QStringLiteral("Pause or Resume")
-                                                : QStringLiteral("Speak Selection or Stop");
+  return combination.has(KeyCombination::shift)
+             ? QCoreApplication::translate("Shortcut", "Pause or Resume")
+             : QCoreApplication::translate("Shortcut", "Speak Selection or Stop");
 }
 
 }  // namespace tavin::shortcuts

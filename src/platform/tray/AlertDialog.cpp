@@ -1,6 +1,7 @@
 #include "platform/tray/AlertDialog.h"
 
 #include <QBoxLayout>
+#include <QCoreApplication>
 #include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
@@ -124,7 +125,9 @@ AlertDialog::AlertDialog(const Alert& alert) {
     field_->setAccessibleName(alert.messageText);
     layout->addWidget(field_);
   }
-  layout->addLayout(makeButtons(alert.buttons.isEmpty() ? QStringList{"OK"} : alert.buttons));
+  layout->addLayout(makeButtons(alert.buttons.isEmpty()
+                                    ? QStringList{QCoreApplication::translate("Alert", "OK")}
+                                    : alert.buttons));
   if (field_ != nullptr)
     field_->setFocus();
 }

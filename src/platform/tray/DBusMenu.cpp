@@ -1,5 +1,6 @@
 #include "platform/tray/DBusMenu.h"
 
+#include <QGuiApplication>
 #include <algorithm>
 #include <chrono>
 
@@ -64,7 +65,7 @@ DBusMenu::DBusMenu(const QDBusConnection& bus, MenuSource& source)
 QVariantMap DBusMenu::properties() const {
   return {{"Version", 3U},
           {"Status", "normal"},
-          {"TextDirection", "ltr"},
+          {"TextDirection", QGuiApplication::isRightToLeft() ? "rtl" : "ltr"},
           {"IconThemePath", QStringList()}};
 }
 
@@ -117,15 +118,15 @@ bool DBusMenu::handleEvent(int id, const QString& name) {
   const MenuNode* node = layout_.find(id);
   if (node == nullptr)
     return false;
-  if (id == 0 && (name == QLatin1String("opened") || name == QLatin1String("closed")))
-    open_ = name == QLatin1String("opened");
+  if (id == 0 && name == QLatin1String("closed"))
+    closed();
   const bool offered =
       node->properties.value("visible").toBool() && node->properties.value("enabled").toBool();
   if (name != QLatin1String("clicked") || !offered)
     return true;
   source_.choose(node->item);
   if (toggleOf(node->item) != Toggle::none)
-    keepFresh();  // A line of the root is about to name what was chosen.
+    keepMeasured();  // A line of the root is about to name what was chosen.
   return true;
 }
 
@@ -148,30 +149,41 @@ DBusMenu::Answer DBusMenu::aboutToShowGroup(const QVariantList& arguments) {
 }
 
 void DBusMenu::prepare() {
-  refresh();
-  keepFresh();
+  measure();
+  keepMeasured();
 }
 
 bool DBusMenu::refresh() {
-  const Menu* menu = source_.refresh();
-  if (menu == nullptr)
-    return false;
-  const MenuLayout::Changes changes = layout_.update(*menu);
-  if (changes.rootSize)
-    keepFresh();
-  announce(changes);
+  settling_.stop();
+  const MenuLayout::Changes changes = take(source_.refresh());
+  resized_ = changes.rootSize;
   return std::find(changes.children.begin(), changes.children.end(), 0) != changes.children.end();
 }
 
-void DBusMenu::keepFresh() {
+void DBusMenu::measure() { take(source_.measure()); }
+
+MenuLayout::Changes DBusMenu::take(const Menu* menu) {
+  if (menu == nullptr)
+    return {};
+  MenuLayout::Changes changes = layout_.update(*menu);
+  announce(changes);
+  return changes;
+}
+
+void DBusMenu::closed() {
+  if (resized_)
+    keepMeasured();  // More lines may be on their way, as while the engine starts.
+  resized_ = false;
+}
+
+void DBusMenu::keepMeasured() {
   if (!settling_.isActive())
     settling_.start(firstSettling);
 }
 
 void DBusMenu::settle() {
   const auto next = 2 * settling_.intervalAsDuration();
-  if (!open_)  // A menu that is open keeps what it shows.
-    refresh();
+  measure();
   if (next <= lastSettling)
     settling_.start(next);
   else

@@ -13,8 +13,10 @@ class MenuSource;
 // panel announces that the root is about to show, before that call is answered.
 //
 // GTK's panels announce it when they have opened the menu already, in the size that it had until
-// then, and never measure it again. So it is also filled for a new panel, and a few times more in
-// the seconds in which its lines come and go, as they do while the engine starts.
+// then, and never measure it again. So its lines are also laid out for a new panel, after a choice
+// that changes them and after an opening that did, a few times in the seconds that follow, until
+// the panel shows the menu: from then on it keeps what it shows, also where no panel tells that it
+// closes.
 //
 // Main thread only.
 class DBusMenu final : public bus::BusObject {
@@ -41,17 +43,21 @@ class DBusMenu final : public bus::BusObject {
   Answer aboutToShowGroup(const QVariantList& arguments);
 
   bool handleEvent(int id, const QString& name);
-  // Whether the root holds other lines now, which the panel has to fetch.
+  // For an opening; whether the root holds other lines now, which the panel has to fetch.
   bool refresh();
-  void keepFresh();
+  // The same unasked.
+  void measure();
+  MenuLayout::Changes take(const Menu* menu);
+  void keepMeasured();
   void settle();
+  void closed();
   void announce(const MenuLayout::Changes& changes);
 
   MenuSource& source_;
   MenuLayout layout_;
   uint revision_ = 1;
   QTimer settling_;
-  bool open_ = false;  // As far as the panel tells.
+  bool resized_ = false;  // By the last opening.
 };
 
 }  // namespace tavin::tray

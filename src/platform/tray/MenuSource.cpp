@@ -14,6 +14,12 @@ const Menu* MenuSource::refresh() {
   return menu_;
 }
 
+const Menu* MenuSource::measure() {
+  if (menu_ != nullptr && menu_->delegate != nullptr)
+    menu_->delegate->menuNeedsMeasuring(*menu_);
+  return menu_;
+}
+
 void MenuSource::choose(const MenuItem& item) {
   if (item.action == MenuAction::none)
     return;

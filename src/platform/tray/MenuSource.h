@@ -17,6 +17,8 @@ class MenuSource : private QObject {
   void setMenu(Menu* menu) { menu_ = menu; }  // Not owned.
   // Fills the menu for an opening, which may take as long as the delegate does. Null without one.
   const Menu* refresh();
+  // The same where nobody opens it.
+  const Menu* measure();
   // Carries out the command of an item as it was drawn, from the event loop: what drew the menu is
   // done with it by then, and whoever waits for an answer has got it.
   void choose(const MenuItem& item);

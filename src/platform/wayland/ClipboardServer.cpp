@@ -42,8 +42,12 @@ struct ClipboardServer::Served {
 };
 
 ClipboardServer::ClipboardServer(EventThread& thread, Connection& connection, DataControl& control,
-                                 double transferIdleSeconds)
-    : thread_(thread), connection_(connection), control_(control), writers_(transferIdleSeconds) {}
+                                 const WindowWatch* windows, double transferIdleSeconds)
+    : thread_(thread),
+      connection_(connection),
+      control_(control),
+      writers_(transferIdleSeconds),
+      watch_(connection, windows) {}
 
 ClipboardServer::~ClipboardServer() = default;
 
@@ -73,6 +77,31 @@ void ClipboardServer::clear() {
     changesBeforeClear_ = control_.changes(Selection::clipboard);
     return true;
   });
+}
+
+void ClipboardServer::beginWatch(std::function<void()> onChange) {
+  thread_.ask<bool>(Deadline::in(patienceSeconds),
+                    [this, onChange = std::move(onChange)]() mutable {
+                      clearIfDue(true);
+                      const bool answered = connection_.roundTrip(Deadline::in(patienceSeconds));
+                      watch_.begin(std::move(onChange));
+                      return answered;
+                    });
+}
+
+void ClipboardServer::endWatch() {
+  thread_.ask<bool>(Deadline::in(patienceSeconds), [this] {
+    watch_.end();
+    return true;
+  });
+}
+
+copy::ClipboardChanges ClipboardServer::watched() {
+  const auto known = thread_.ask<copy::ClipboardChanges>(Deadline::in(patienceSeconds), [this] {
+    connection_.roundTrip(Deadline::in(patienceSeconds));
+    return watch_.changes();
+  });
+  return known.value_or(copy::ClipboardChanges());
 }
 
 std::optional<Deadline> ClipboardServer::nextDeadline() {

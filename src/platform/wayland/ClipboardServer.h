@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "platform/Pasteboard.h"
+#include "platform/wayland/ClipboardWatch.h"
 #include "platform/wayland/DataControl.h"
 #include "platform/wayland/EventThread.h"
 #include "platform/wayland/PipeWriters.h"
@@ -18,10 +20,10 @@ namespace tavin::wayland {
 // functions; each is bounded in time.
 class ClipboardServer final : public EventThread::Part {
  public:
-  // All must outlive it. `transferIdleSeconds`: when a program that takes no more of a transfer is
-  // given up.
+  // All must outlive it; `windows` is null where nothing is told of them. `transferIdleSeconds`:
+  // when a program that takes no more of a transfer is given up.
   ClipboardServer(EventThread& thread, Connection& connection, DataControl& control,
-                  double transferIdleSeconds);
+                  const WindowWatch* windows, double transferIdleSeconds);
   ~ClipboardServer() override;
 
   // The number of times that any program took or cleared the clipboard since the start. Exact: it
@@ -30,7 +32,13 @@ class ClipboardServer final : public EventThread::Part {
   std::int64_t changeCount();
   void serve(PasteboardItem item);
   void clear();
+  // As in copy::WatchedPasteboard; `onChange` is called on the thread.
+  void beginWatch(std::function<void()> onChange);
+  void endWatch();
+  copy::ClipboardChanges watched();
 
+  // To be called on the thread after each change.
+  void noteChange() { watch_.changed(); }
   void addFiles(std::vector<pollfd>& files) override { writers_.addFiles(files); }
   std::optional<Deadline> nextDeadline() override;
   void proceed() override;
@@ -45,6 +53,7 @@ class ClipboardServer final : public EventThread::Part {
   Connection& connection_;
   DataControl& control_;
   PipeWriters writers_;
+  ClipboardWatch watch_;
   std::unique_ptr<Served> served_;  // Null while others own the clipboard.
   std::optional<Deadline> clearAt_;
   std::int64_t changesBeforeClear_ = 0;

@@ -19,9 +19,16 @@ std::shared_ptr<Compositor> Compositor::connect(double transferIdleSeconds) {
 void Compositor::renew() {
   if (!line_->thread.hasEnded() || !nextTry_.passed())
     return;
-  if (auto line = Line::open(transferIdleSeconds_))
-    line_ = std::move(line);
+  if (std::shared_ptr<Line> line = Line::open(transferIdleSeconds_)) {
+    const std::lock_guard lock(mutex_);
+    line_.swap(line);
+  }
   nextTry_ = Deadline::in(secondsBetweenTries);
+}
+
+std::shared_ptr<ClipboardServer> Compositor::clipboard() {
+  const std::lock_guard lock(mutex_);
+  return {line_, &line_->clipboard};
 }
 
 std::unique_ptr<Compositor::Line> Compositor::Line::open(double transferIdleSeconds) {
@@ -37,7 +44,9 @@ std::unique_ptr<Compositor::Line> Compositor::Line::open(double transferIdleSeco
   line->connection->bindingIsDone();
   line->control->changed = [self = line.get()](Selection selection) {
     self->reader.noteChange(selection);
-    if (selection == Selection::primary && self->windows)
+    if (selection == Selection::clipboard)
+      self->clipboard.noteChange();
+    else if (self->windows)
       self->windows->primaryChanged(self->control->offer(selection) != nullptr);
   };
   line->thread.start();
@@ -50,7 +59,7 @@ Compositor::Line::Line(std::unique_ptr<Connection> opened, std::unique_ptr<DataC
       control(std::move(found)),
       windows(WindowWatch::create(*connection)),
       thread(*connection),
-      clipboard(thread, *connection, *control, transferIdleSeconds),
+      clipboard(thread, *connection, *control, windows.get(), transferIdleSeconds),
       reader(thread, *connection, *control) {
   thread.add(clipboard);
 }

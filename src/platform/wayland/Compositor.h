@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -12,7 +13,8 @@
 namespace tavin::wayland {
 
 // What one connection to the compositor serves, put together, and the thread that serves it.
-// Shared by the back ends of capture; any of them may outlive the others. One thread at a time.
+// Shared by the back ends of capture; any of them may outlive the others. One thread at a time,
+// save clipboard().
 class Compositor {
  public:
   // Null without a compositor that has data control.
@@ -23,7 +25,8 @@ class Compositor {
   // that is handed out below belongs to the connection and ends with it. Bounded by four seconds.
   void renew();
 
-  ClipboardServer& clipboard() { return line_->clipboard; }
+  // Any thread; lives as long as it is held. Never null.
+  std::shared_ptr<ClipboardServer> clipboard();
   SelectionReader& reader() { return line_->reader; }
   // The protocol that brings the clipboard, for people.
   const std::string& clipboardName() const { return line_->control->name(); }
@@ -56,11 +59,12 @@ class Compositor {
     SelectionReader reader;
   };
 
-  Compositor(std::unique_ptr<Line> line, double transferIdleSeconds)
+  Compositor(std::shared_ptr<Line> line, double transferIdleSeconds)
       : transferIdleSeconds_(transferIdleSeconds), line_(std::move(line)) {}
 
   const double transferIdleSeconds_;
-  std::unique_ptr<Line> line_;  // Never null.
+  std::mutex mutex_;            // Between clipboard() and a new line.
+  std::shared_ptr<Line> line_;  // Never null.
   Deadline nextTry_ = Deadline::in(0);
 };
 

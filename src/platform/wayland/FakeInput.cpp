@@ -1,8 +1,7 @@
 #include "platform/wayland/FakeInput.h"
 
+#include <chrono>
 #include <utility>
-
-#include "platform/copy/CopyChord.h"
 
 namespace tavin::wayland {
 namespace {
@@ -11,52 +10,75 @@ constexpr std::uint32_t versionWithKeys = 4;
 // KWin looks up the desktop file of whoever connects, which may take it seconds after its start.
 constexpr double secondsForKwin = 5;
 constexpr double secondsForInput = 2;
+constexpr double secondsForKeymap = 0.1;
+constexpr std::chrono::milliseconds patience(100);
 
 }  // namespace
 
 std::unique_ptr<FakeInput> FakeInput::create() {
-  std::unique_ptr<FakeInput> input(new FakeInput);
-  return input->connect() ? std::move(input) : nullptr;
+  auto line = connect();
+  return line ? std::unique_ptr<FakeInput>(new FakeInput(std::move(line))) : nullptr;
 }
 
-bool FakeInput::connect() {
+std::unique_ptr<FakeInput::Line> FakeInput::connect() {
   const Deadline deadline = Deadline::in(secondsForKwin);
   std::shared_ptr<Connection> connection = Connection::open(deadline);
   if (!connection || connection->offered(org_kde_kwin_fake_input_interface.name) < versionWithKeys)
-    return false;
+    return nullptr;
   auto input =
       connection->bind<org_kde_kwin_fake_input>(org_kde_kwin_fake_input_interface, versionWithKeys);
   org_kde_kwin_fake_input_authenticate(input.get(), "Tavin", "Copies the selected text");
+  auto keymap = std::make_unique<Keymap>(*connection);
   auto states = KeyStates::on(connection);
   if (!states && !kwinReleasesHeldKeys())
-    return false;
+    return nullptr;
   if (!states)
     connection->bindingIsDone();
-  if (!connection->roundTrip(deadline))
-    return false;
-  // The connection last: what is on it must not outlive it.
-  input_ = std::move(input);
-  states_ = std::move(states);
-  connection_ = std::move(connection);
-  return true;
+  // The keymap comes with the second.
+  if (!connection->roundTrip(deadline) || !connection->roundTrip(deadline))
+    return nullptr;
+  return std::make_unique<Line>(
+      Line{std::move(connection), std::move(input), std::move(keymap), std::move(states)});
 }
 
 // Nobody outlives Plasma 5's KWin.
 std::uint64_t FakeInput::heldModifiers() {
-  if (!states_)
+  if (!line_->states)
     return 0;
-  const std::uint64_t held = states_->modifiers();
-  return connection_->isBroken() && connect() ? states_->modifiers() : held;
+  const std::uint64_t held = line_->states->modifiers();
+  return line_->connection->isBroken() && renew() ? line_->states->modifiers() : held;
+}
+
+// One attempt serves all who ask until it has ended: KWin may be as slow as that after its start.
+bool FakeInput::renew() {
+  if (!next_.valid())
+    next_ = std::async(std::launch::async, connect);
+  if (next_.wait_for(patience) != std::future_status::ready)
+    return false;
+  auto line = next_.get();
+  if (!line || !line->states)
+    return false;
+  line_ = std::move(line);
+  return true;
+}
+
+bool FakeInput::prepare() {
+  if (heldModifiers() != 0)
+    return false;
+  line_->connection->roundTrip(Deadline::in(secondsForKeymap));
+  const auto keys = copy::chordKeysIn(line_->keymap->text());
+  keys_ = keys.value_or(keys_);
+  return keys.has_value();
 }
 
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
 // moment, and a key that it held down then would stay down for the whole session.
 void FakeInput::type() {
-  for (const auto& step : copy::copyChord(!states_))
+  for (const auto& step : copy::copyChord(keys_, !line_->states))
     org_kde_kwin_fake_input_keyboard_key(
-        input_.get(), static_cast<std::uint32_t>(step.code),
+        line_->input.get(), static_cast<std::uint32_t>(step.code),
         step.down ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);
-  connection_->roundTrip(Deadline::in(secondsForInput));
+  line_->connection->roundTrip(Deadline::in(secondsForInput));
 }
 
 }  // namespace tavin::wayland

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <future>
 #include <memory>
+#include <utility>
 
+#include "platform/copy/CopyChord.h"
 #include "platform/copy/CopyKey.h"
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/KeyStates.h"
+#include "platform/wayland/Keymap.h"
 
 namespace tavin::wayland {
 
@@ -19,18 +23,29 @@ class FakeInput final : public copy::CopyKey {
   // Null where it is not offered, and where held keys are neither told nor released.
   static std::unique_ptr<FakeInput> create();
 
-  // Asked before each command, so it is here that a KWin started again is connected to, bounded by
-  // five seconds.
+  // Asked before each command, so it is here that a KWin started again is connected to, beside the
+  // caller: bounded by a tenth of a second. Until that is done it says Alt, as KeyStates does.
   std::uint64_t heldModifiers() override;
+  // Not where the user's layout lacks one of the keys either.
+  bool prepare() override;
   void type() override;
 
  private:
-  FakeInput() = default;
-  bool connect();
+  // A connection, and what is on it, which must not outlive it.
+  struct Line {
+    std::shared_ptr<Connection> connection;
+    Owned<org_kde_kwin_fake_input> input;
+    std::unique_ptr<Keymap> keymap;
+    std::unique_ptr<KeyStates> states;  // Null where KWin releases them.
+  };
+  explicit FakeInput(std::unique_ptr<Line> line) : line_(std::move(line)) {}
+  // Null where it is not offered, or not in time.
+  static std::unique_ptr<Line> connect();
+  bool renew();
 
-  std::shared_ptr<Connection> connection_;
-  Owned<org_kde_kwin_fake_input> input_;
-  std::unique_ptr<KeyStates> states_;  // Null where KWin releases them.
+  std::unique_ptr<Line> line_;  // Never null.
+  copy::ChordKeys keys_;
+  std::future<std::unique_ptr<Line>> next_;  // That is being made.
 };
 
 }  // namespace tavin::wayland

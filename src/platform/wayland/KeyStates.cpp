@@ -11,7 +11,7 @@ namespace {
 constexpr std::uint32_t versionWithModifiers = 5;
 constexpr std::uint32_t statePressed = 3;
 constexpr double secondsForAnswer = 0.1;
-constexpr double secondsUntilConnected = 1;
+constexpr double secondsUntilConnected = 0.4;
 
 std::uint64_t flagOf(std::uint32_t key) {
   switch (key) {

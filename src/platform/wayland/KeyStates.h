@@ -21,7 +21,7 @@ class KeyStates {
   static std::unique_ptr<KeyStates> create(Deadline deadline);
   static std::unique_ptr<KeyStates> on(std::shared_ptr<Connection> connection);
 
-  // Those held now, as EventFlags; bounded by a tenth of a second, and by a second where it
+  // Those held now, as EventFlags; bounded by a tenth of a second, and by half a one where it
   // connects anew. Where no answer came it says Alt: the key that the user pressed last may be down
   // still, and would join the command.
   std::uint64_t modifiers();

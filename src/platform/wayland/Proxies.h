@@ -2,7 +2,9 @@
 
 #include <memory>
 
+#include "ext-idle-notify-v1-client-protocol.h"
 #include "fake-input-client-protocol.h"
+#include "idle-client-protocol.h"
 #include "keystate-client-protocol.h"
 #include "plasma-window-management-client-protocol.h"
 #include "virtual-keyboard-unstable-v1-client-protocol.h"
@@ -35,6 +37,10 @@ struct DestroyProxy {
   }
   void operator()(zwp_virtual_keyboard_v1* p) const { zwp_virtual_keyboard_v1_destroy(p); }
   void operator()(org_kde_kwin_fake_input* p) const { org_kde_kwin_fake_input_destroy(p); }
+  void operator()(ext_idle_notifier_v1* p) const { ext_idle_notifier_v1_destroy(p); }
+  void operator()(ext_idle_notification_v1* p) const { ext_idle_notification_v1_destroy(p); }
+  void operator()(org_kde_kwin_idle* p) const { org_kde_kwin_idle_destroy(p); }
+  void operator()(org_kde_kwin_idle_timeout* p) const { org_kde_kwin_idle_timeout_release(p); }
   void operator()(org_kde_kwin_keystate* p) const { org_kde_kwin_keystate_destroy(p); }
   void operator()(org_kde_plasma_window_management* p) const {
     org_kde_plasma_window_management_destroy(p);

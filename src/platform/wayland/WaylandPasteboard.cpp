@@ -17,17 +17,17 @@ WaylandPasteboard::WaylandPasteboard(std::shared_ptr<Compositor> compositor)
     : compositor_(std::move(compositor)) {}
 
 std::optional<std::vector<PasteboardItem>> WaylandPasteboard::pasteboardItems() {
-  compositor_->clipboard().changeCount();  // What was cleared is cleared before it is read.
+  compositor_->clipboard()->changeCount();  // What was cleared is cleared before it is read.
   return readClipboard(compositor_->reader(), Deadline::in(secondsForSnapshot));
 }
 
-std::int64_t WaylandPasteboard::changeCount() { return compositor_->clipboard().changeCount(); }
+std::int64_t WaylandPasteboard::changeCount() { return compositor_->clipboard()->changeCount(); }
 
 std::optional<QString> WaylandPasteboard::string() {
   return readText(compositor_->reader(), Selection::clipboard, Deadline::in(secondsForString));
 }
 
-void WaylandPasteboard::clearContents() { compositor_->clipboard().clear(); }
+void WaylandPasteboard::clearContents() { compositor_->clipboard()->clear(); }
 
 void WaylandPasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
   // A selection has one item only; of several, the first to have a type gives it.
@@ -39,7 +39,15 @@ void WaylandPasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
         all.types.push_back(type);
     }
   }
-  compositor_->clipboard().serve(std::move(all));
+  compositor_->clipboard()->serve(std::move(all));
 }
+
+void WaylandPasteboard::beginWatch(std::function<void()> onChange) {
+  compositor_->clipboard()->beginWatch(std::move(onChange));
+}
+
+void WaylandPasteboard::endWatch() { compositor_->clipboard()->endWatch(); }
+
+copy::ClipboardChanges WaylandPasteboard::watched() { return compositor_->clipboard()->watched(); }
 
 }  // namespace tavin::wayland

@@ -2,13 +2,13 @@
 
 #include <memory>
 
-#include "platform/Pasteboard.h"
+#include "platform/copy/WatchedPasteboard.h"
 #include "platform/wayland/Compositor.h"
 
 namespace tavin::wayland {
 
 // The clipboard through data control, read and given back byte for byte.
-class WaylandPasteboard final : public Pasteboard {
+class WaylandPasteboard final : public copy::WatchedPasteboard {
  public:
   explicit WaylandPasteboard(std::shared_ptr<Compositor> compositor);
 
@@ -17,6 +17,9 @@ class WaylandPasteboard final : public Pasteboard {
   std::optional<QString> string() override;
   void clearContents() override;
   void writeObjects(const std::vector<PasteboardItem>& items) override;
+  void beginWatch(std::function<void()> onChange) override;
+  void endWatch() override;
+  copy::ClipboardChanges watched() override;
 
  private:
   const std::shared_ptr<Compositor> compositor_;

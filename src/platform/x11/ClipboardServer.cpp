@@ -42,7 +42,8 @@ ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::ui
       saveTargets_(connection_->atom("SAVE_TARGETS")),
       kept_(connection_->atom("TAVIN_CLIPBOARD")),
       clock_(connection_->atom("TAVIN_CLOCK")),
-      answers_(*connection_, transferIdleSeconds) {
+      answers_(*connection_, transferIdleSeconds),
+      watch_(*connection_) {
   connection_->tellOwners(clipboard_, window_);
   xcb_flush(connection_->get());
   thread_ = std::thread([this] { run(); });
@@ -71,6 +72,26 @@ void ClipboardServer::clear() {
     if (claim({}))
       giveUpAt_ = Deadline::in(secondsUntilGivenUp);
   });
+}
+
+void ClipboardServer::beginWatch(std::function<void()> onChange) {
+  perform(Deadline::in(patienceSeconds), [this, onChange = std::move(onChange)]() mutable {
+    giveUpIfDue(true);
+    synchronise();
+    watch_.begin(std::move(onChange));
+  });
+}
+
+void ClipboardServer::endWatch() {
+  perform(Deadline::in(patienceSeconds), [this] { watch_.end(); });
+}
+
+copy::ClipboardChanges ClipboardServer::watched() {
+  const auto known = inbox_.ask<copy::ClipboardChanges>(Deadline::in(patienceSeconds), [this] {
+    synchronise();
+    return watch_.changes();
+  });
+  return known.value_or(copy::ClipboardChanges());
 }
 
 bool ClipboardServer::handOver(Deadline deadline) {
@@ -134,6 +155,7 @@ void ClipboardServer::handle(const xcb_generic_event_t& event) {
   const std::uint8_t kind = event.response_type & 0x7f;
   if (kind == fixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY) {
     ++changes_;
+    watch_.ownerChanged(as<xcb_xfixes_selection_notify_event_t>(event).owner);
   } else if (kind == 0) {  // A requestor that went away while it was answered.
     answers_.transfers().windowGone(as<xcb_value_error_t>(event).bad_value);
   } else if (kind == XCB_SELECTION_REQUEST) {
@@ -149,6 +171,8 @@ void ClipboardServer::handle(const xcb_generic_event_t& event) {
   } else if (kind == XCB_SELECTION_NOTIFY && onHandedOver_) {
     onHandedOver_(as<xcb_selection_notify_event_t>(event).property != XCB_ATOM_NONE);
     onHandedOver_ = nullptr;
+  } else {
+    watch_.observe(event);
   }
 }
 

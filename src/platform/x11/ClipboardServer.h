@@ -9,6 +9,7 @@
 
 #include "platform/posix/TaskInbox.h"
 #include "platform/x11/ClipboardAnswers.h"
+#include "platform/x11/ClipboardWatch.h"
 
 namespace tavin::x11 {
 
@@ -29,6 +30,10 @@ class ClipboardServer {
   std::int64_t changeCount();
   void serve(ClipboardContents contents);
   void clear();
+  // As in copy::WatchedPasteboard; `onChange` is called on the thread.
+  void beginWatch(std::function<void()> onChange);
+  void endWatch();
+  copy::ClipboardChanges watched();
   // Asks the session's clipboard manager to keep what we serve. False where there is none, or it
   // has not taken everything before the deadline; true also when there is nothing to keep.
   bool handOver(Deadline deadline);
@@ -55,6 +60,7 @@ class ClipboardServer {
   const xcb_window_t window_;
   const xcb_atom_t clipboard_, manager_, saveTargets_, kept_, clock_;
   ClipboardAnswers answers_;
+  ClipboardWatch watch_;
   bool owning_ = false;
   std::atomic<std::int64_t> changes_ = 0;
   xcb_timestamp_t claimedAt_ = XCB_CURRENT_TIME;

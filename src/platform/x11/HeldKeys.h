@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <set>
 
-#include "platform/x11/Connection.h"
+#include "platform/x11/RawEvents.h"
 
 namespace tavin::x11 {
 
@@ -14,10 +14,10 @@ namespace tavin::x11 {
 class HeldKeys {
  public:
   // `connection` must outlive it.
-  explicit HeldKeys(const Connection& connection) : connection_(connection) {}
+  explicit HeldKeys(const Connection& connection) : connection_(connection), events_(connection) {}
 
   // Asks the display for what this needs. False where it has no XInput 2.1.
-  bool prepare();
+  bool prepare() { return events_.prepare(); }
   // A press of a grabbed key came. True where the key was up before. Flushes nothing.
   bool press(xcb_keycode_t key);
   // Any event; takes notice of releases and of raw events.
@@ -28,7 +28,7 @@ class HeldKeys {
   void watchRawEvents(bool on);
 
   const Connection& connection_;
-  std::uint8_t inputExtension_ = 0;
+  RawEvents events_;
   std::set<xcb_keycode_t> held_;
 };
 

@@ -109,6 +109,10 @@ void X11Pasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
   server_->serve(std::move(contents));
 }
 
+void X11Pasteboard::beginWatch(std::function<void()> onChange) {
+  server_->beginWatch(std::move(onChange));
+}
+
 X11Pasteboard::Encoding X11Pasteboard::encodingOf(const QString& name, xcb_atom_t target,
                                                   const QByteArray& bytes) const {
   const auto known = encodings_.find(name);

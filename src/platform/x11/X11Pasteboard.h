@@ -3,14 +3,14 @@
 #include <map>
 #include <memory>
 
-#include "platform/Pasteboard.h"
+#include "platform/copy/WatchedPasteboard.h"
 #include "platform/x11/ClipboardServer.h"
 #include "platform/x11/SelectionReader.h"
 
 namespace tavin::x11 {
 
 // The CLIPBOARD selection, read and given back byte for byte. A type's name is its target's.
-class X11Pasteboard final : public Pasteboard {
+class X11Pasteboard final : public copy::WatchedPasteboard {
  public:
   X11Pasteboard(std::unique_ptr<SelectionReader> reader, std::shared_ptr<ClipboardServer> server);
 
@@ -19,6 +19,9 @@ class X11Pasteboard final : public Pasteboard {
   std::optional<QString> string() override;
   void clearContents() override;
   void writeObjects(const std::vector<PasteboardItem>& items) override;
+  void beginWatch(std::function<void()> onChange) override;
+  void endWatch() override { server_->endWatch(); }
+  copy::ClipboardChanges watched() override { return server_->watched(); }
 
  private:
   struct Encoding {

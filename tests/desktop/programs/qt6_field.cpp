@@ -1,29 +1,41 @@
 // A window with an editable text, given as the first argument. With "--bare" as the second, a
 // widget that accessibility does not see into, that never owns the selection and copies on
-// Ctrl+Insert alone. With "--password", a password field; the title is "Password field", and
-// "Password field, all selected" while the whole password is, which nothing else tells.
+// Ctrl+Insert alone, after having been busy for as many milliseconds as the third says; it prints
+// "asked" before, and its title tells how often it has copied: "Qt 6 field, copied 1". With "--password", a password field; the
+// title is "Password field", and "Password field, all selected" while the whole password is, which
+// nothing else tells.
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QThread>
+#include <iostream>
 
 namespace {
 
 class BareText : public QWidget {
  public:
-  explicit BareText(QString text) : text_(std::move(text)) { setFocusPolicy(Qt::StrongFocus); }
+  BareText(QString text, unsigned long busyMs) : text_(std::move(text)), busyMs_(busyMs) {
+    setFocusPolicy(Qt::StrongFocus);
+  }
 
  protected:
   void paintEvent(QPaintEvent*) override { QPainter(this).drawText(rect(), text_); }
   void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::ControlModifier)
-      QGuiApplication::clipboard()->setText(text_);
+    if (event->key() != Qt::Key_Insert || event->modifiers() != Qt::ControlModifier)
+      return;
+    std::cout << "asked" << std::endl;
+    QThread::msleep(busyMs_);
+    QGuiApplication::clipboard()->setText(text_);
+    setWindowTitle(QStringLiteral("Qt 6 field, copied %1").arg(++copies_));
   }
 
  private:
-  QString text_;
+  const QString text_;
+  const unsigned long busyMs_;
+  int copies_ = 0;
 };
 
 std::unique_ptr<QWidget> passwordField(const QString& text) {
@@ -38,12 +50,12 @@ std::unique_ptr<QWidget> passwordField(const QString& text) {
   return field;
 }
 
-std::unique_ptr<QWidget> field(const QString& text, const QString& kind) {
+std::unique_ptr<QWidget> field(const QString& text, const QString& kind, const QString& busyMs) {
   if (kind == QLatin1String("--password"))
     return passwordField(text);
   std::unique_ptr<QWidget> window;
   if (kind == QLatin1String("--bare"))
-    window = std::make_unique<BareText>(text);
+    window = std::make_unique<BareText>(text, busyMs.toULong());
   else
     window = std::make_unique<QPlainTextEdit>(text);
   window->setWindowTitle(QStringLiteral("Qt 6 field"));
@@ -55,7 +67,8 @@ std::unique_ptr<QWidget> field(const QString& text, const QString& kind) {
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   const QStringList arguments = QApplication::arguments();
-  const std::unique_ptr<QWidget> window = field(arguments.value(1), arguments.value(2));
+  const std::unique_ptr<QWidget> window =
+      field(arguments.value(1), arguments.value(2), arguments.value(3));
   window->resize(500, 300);
   window->show();
   return QApplication::exec();

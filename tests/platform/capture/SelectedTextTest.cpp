@@ -48,7 +48,7 @@ TEST_F(SelectedTextTest, ReadsAnEditorWithItsBlanksAndKnowsWhenNothingIsSelected
 TEST_F(SelectedTextTest, NothingIsCopiedOnceTheClipboardIsHandedOver) {
   const Program editor(showing("mousepad", fileWith(kText)));
   EXPECT_TRUE(eventually([this] { return canCopy(); }, 30'000));
-  capture_->clipboard.handOver();
+  capture_->handOver();
   EXPECT_FALSE(canCopy());
 }
 

@@ -87,5 +87,33 @@ TEST_F(DesktopWorkspaceTest, RingsTheDisplaysBellWhereNoSoundCanBePlayed) {
   eventually([] { return false; }, 100);
 }
 
+TEST_F(DesktopWorkspaceTest, ABeepThatHangsSwallowsNoLaterOnes) {
+  const auto hangs = std::make_shared<std::atomic<bool>>(true);
+  const auto sounds = std::make_shared<std::atomic<int>>(0);
+  DesktopWorkspace workspace([this] { ++bells_; },
+                             {.play =
+                                  [=] {
+                                    ++*sounds;
+                                    while (*hangs)
+                                      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                                    return true;
+                                  },
+                              .longest = std::chrono::milliseconds(20)});
+  workspace.beep();
+  EXPECT_TRUE(eventually([&] { return *sounds == 1; }));
+  EXPECT_TRUE(eventually([&] {
+    workspace.beep();
+    return *sounds == 2;
+  }));
+  // Nor do they take threads without end: the display's bell has to do.
+  EXPECT_TRUE(eventually([&] {
+    workspace.beep();
+    return bells_ > 0;
+  }));
+  EXPECT_LE(*sounds, 4);
+  *hangs = false;
+  eventually([] { return false; }, 100);
+}
+
 }  // namespace
 }  // namespace tavin::desktop

@@ -25,13 +25,21 @@ class Log final : public SystemLog {
   QStringList lines;
 };
 
+// What the keyboard has on the key for Control, and on the one for scrolling.
+std::string keymapWith(const std::string& symbol) {
+  return "xkb_keymap { xkb_keycodes { minimum = 8; maximum = 255; <LCTL> = 37; <SCLK> = 78; };"
+         "xkb_types { type \"ONE_LEVEL\" { modifiers = none; }; }; xkb_compat { };"
+         "xkb_symbols { key <LCTL> { [ Control_L ] }; key <SCLK> { [ " +
+         symbol + " ] }; }; };";
+}
+
 class PortalKeyboardTest : public ::testing::Test {
  protected:
   void start(portal::ModifierHabits habits = {}) {
     keyboard = std::make_unique<copy::CopyKeyboard>(
         std::make_unique<portal::PortalKeyboard>(
             std::make_shared<portal::RemoteDesktop>(log, portal::RestoreToken(tokenPath())),
-            std::move(habits)),
+            std::move(habits), [this] { return keymap; }),
         [this] { return mayCopy; });
   }
   QString tokenPath() const { return folder.filePath("tavin/token"); }
@@ -77,6 +85,7 @@ class PortalKeyboardTest : public ::testing::Test {
   std::unique_ptr<FakeRemoteDesktop> portal = std::make_unique<FakeRemoteDesktop>();
   std::unique_ptr<copy::CopyKeyboard> keyboard;
   bool mayCopy = true;
+  std::string keymap;  // Empty: it is not known.
 };
 
 TEST_F(PortalKeyboardTest, AsksAtTheFirstNeedAndTypesFromTheSecondOn) {
@@ -89,6 +98,18 @@ TEST_F(PortalKeyboardTest, AsksAtTheFirstNeedAndTypesFromTheSecondOn) {
   EXPECT_TRUE(press());
   EXPECT_EQ(portal->keys, chord + chord);
   EXPECT_EQ(dialogs(), 1);
+}
+
+TEST_F(PortalKeyboardTest, PressesTheKeysThatTheLayoutHasNow) {
+  start();
+  open();
+  keymap = keymapWith("Insert");
+  EXPECT_TRUE(press());
+  const QStringList moved{"29 down", "70 down", "70 up", "29 up"};
+  EXPECT_EQ(portal->keys, moved);
+  keymap = keymapWith("Delete");
+  EXPECT_FALSE(press()) << "no key copies";
+  EXPECT_EQ(portal->keys, moved);
 }
 
 TEST_F(PortalKeyboardTest, OfAPortalThatHangsNoKeyStaysDown) {

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <QElapsedTimer>
+
 #include "FakePanel.h"
 #include "SampleMenu.h"
 #include "TestApplication.h"
@@ -36,8 +38,9 @@ QStringList labels(const QList<LayoutItem>& items) {
   return result;
 }
 
-TEST_F(DBusMenuTest, IsFilledBeforeAPanelMeasuresIt) {
-  EXPECT_EQ(sample.updates, 1);
+TEST_F(DBusMenuTest, IsLaidOutBeforeAPanelMeasuresItAsIfNobodyAsked) {
+  EXPECT_EQ(sample.measurings, 1);
+  EXPECT_EQ(sample.updates, 0);
   QStringList shown;
   for (const LayoutItem& line : panel.layout(service).children)
     if (line.properties.value("visible").toBool())
@@ -55,6 +58,32 @@ TEST_F(DBusMenuTest, IsFreshAtEachOpeningAndKeepsItsRoot) {
   EXPECT_EQ(labels(after), QStringList({"Stop", "Voice: c", ""}));
   EXPECT_EQ(after[0].id, before[0].id) << "the line is relabelled, not replaced";
   ASSERT_EQ(after[1].children.size(), 1);
+}
+
+TEST_F(DBusMenuTest, IsMeasuredAgainSoonUntilAPanelShowsIt) {
+  ASSERT_TRUE(waitFor([&] { return sample.measurings > 1; }));
+  panel.open(service);
+  const int measurings = sample.measurings;
+  QElapsedTimer shown;
+  shown.start();
+  while (shown.elapsed() < 4000) runEvents();  // The next one was due after two seconds.
+  EXPECT_EQ(sample.measurings, measurings) << "nothing changes under the hand";
+  EXPECT_EQ(sample.updates, 1);
+}
+
+TEST_F(DBusMenuTest, IsMeasuredAgainWhenAnOpeningThatChangedItsSizeIsOver) {
+  sample.items = {command("Stop")};
+  panel.open(service);
+  const int measurings = sample.measurings;
+  panel.callMenu(service, "Event", {0, "closed", QVariant::fromValue(QDBusVariant(0)), 0U});
+  EXPECT_TRUE(waitFor([&] { return sample.measurings > measurings; }));
+}
+
+TEST_F(DBusMenuTest, IsMeasuredAgainAfterAChoiceThatARootLineNames) {
+  const auto shown = panel.open(service);
+  const int measurings = sample.measurings;
+  panel.click(service, shown[2].children[1].id);
+  EXPECT_TRUE(waitFor([&] { return sample.measurings > measurings; }));
 }
 
 TEST_F(DBusMenuTest, AnnouncesChangesOfTheRootAsPropertiesAlone) {

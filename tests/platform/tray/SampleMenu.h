@@ -53,11 +53,16 @@ class SampleMenu : public MenuDelegate {
     ++updates;
     shown.items = items;
   }
+  void menuNeedsMeasuring(Menu& shown) override {
+    ++measurings;
+    shown.items = items;
+  }
   void perform(const MenuItem& item) override { performed.push_back(item); }
 
   Menu menu;
   std::vector<MenuItem> items;  // What the menu holds from the next opening on.
   int updates = 0;
+  int measurings = 0;
   std::vector<MenuItem> performed;
 };
 

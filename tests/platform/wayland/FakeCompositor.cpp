@@ -4,6 +4,7 @@
 
 #include <chrono>
 
+#include "fake-input-server-protocol.h"
 #include "keystate-server-protocol.h"
 #include "wayland-server-protocol.h"
 #include "wlr-data-control-unstable-v1-server-protocol.h"
@@ -13,6 +14,7 @@ namespace {
 
 constexpr auto turnMs = 5;
 constexpr int keyStatesVersion = 5;
+constexpr int fakeInputVersion = 4;
 constexpr std::uint32_t keyPressed = 3;
 const char* const textType = "text/plain;charset=utf-8";
 
@@ -99,6 +101,17 @@ struct FakeCompositor::Requests {
     wl_resource_set_implementation(resource, &keyStatesRequests, self, nullptr);
   }
 
+  static void authenticate(wl_client*, wl_resource*, const char*, const char*) {}
+  static constexpr struct org_kde_kwin_fake_input_interface fakeInputRequests {
+    .authenticate = authenticate
+  };
+  static void bindFakeInput(wl_client* client, void* self, std::uint32_t version,
+                            std::uint32_t id) {
+    auto* resource = wl_resource_create(client, &org_kde_kwin_fake_input_interface,
+                                        static_cast<int>(version), id);
+    wl_resource_set_implementation(resource, &fakeInputRequests, self, nullptr);
+  }
+
   static void bindManager(wl_client* client, void* self, std::uint32_t version, std::uint32_t id) {
     auto* resource = wl_resource_create(client, &managerInterface(), static_cast<int>(version), id);
     wl_resource_set_implementation(resource, &managerRequests, self, nullptr);
@@ -116,6 +129,8 @@ FakeCompositor::FakeCompositor(QByteArray text)
   wl_global_create(display_, &managerInterface(), 1, this, Requests::bindManager);
   wl_global_create(display_, &keyStatesInterface(), keyStatesVersion, this,
                    Requests::bindKeyStates);
+  wl_global_create(display_, &org_kde_kwin_fake_input_interface, fakeInputVersion, this,
+                   Requests::bindFakeInput);
   thread_ = std::thread([this] {
     while (!stopping_) {
       if (hanging_) {

@@ -15,7 +15,7 @@ struct wl_resource;
 namespace tavin::test {
 
 // A compositor that has a seat, the standard protocol for data control and KWin's for the modifiers
-// that are held, and nothing else. Its clipboard holds one text from the start. While it lives,
+// that are held and for other programs' keys, and nothing else. Its clipboard holds one text from the start. While it lives,
 // WAYLAND_DISPLAY is its socket.
 class FakeCompositor {
  public:
@@ -28,6 +28,7 @@ class FakeCompositor {
   void hold(std::uint32_t modifier) { held_ = modifier; }
   // From now on it answers nothing, but is still there.
   void hang() { hanging_ = true; }
+  void goOn() { hanging_ = false; }
   // Closes all connections.
   void end();
 

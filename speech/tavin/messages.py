@@ -1,0 +1,63 @@
+"""The engine's messages for the user, each with a stable name.
+
+The status gives the name and what was filled in beside the text, so that a program that knows the message can
+say it in the user's language. Whoever makes a text writes it in English, as it is here: {} stands for what
+changes. A text that is not here goes without a name.
+"""
+
+import re
+
+MESSAGES = {
+    "needs-key": "{} needs a key: choose “Set API Key” in Tavin's menu.",
+    "key-refused": "{} does not accept the key (HTTP {}).",
+    "no-credit": "{} wants to be paid: the account has no credit left (HTTP {}).",
+    "quota-used-up": "{} says that the account's quota is used up (HTTP {}).",
+    "cloud-silent": "{} is too slow or does not answer.",
+    "cloud-not-found": "{} cannot be found: is this computer online?.",
+    "unreadable": "{} cannot read this text.",
+    "no-voice-for-language": "No voice on this computer speaks {}.",
+    "downloading": "{} is still downloading its voices ({}%).",
+    "loading": "{} is still loading its voices.",
+    "key-unreadable": "The key for {} cannot be read: {}",
+    "key-not-kept": "The key for {} is kept only until Tavin ends: {}",
+    "key-not-removed": "The key for {} could not be removed: {}",
+    "keyring-locked": "The keyring was not unlocked.",
+    "keyring-silent": "The keyring does not answer.",
+    "keyring-absent": "This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.",
+    "sound-server-silent": "The sound server does not answer.",
+    "sound-not-started": "The sound output could not be started.",
+    "no-pip": "Python's pip is missing: install the package python3-venv, then choose {} again.",
+    "disk-full": "The disk is full: make room in {}, then choose {} again.",
+    "no-room": "{} needs {} MB in {}, and {} MB are free. Make room, then choose {} again.",
+    "unwritable": "{} cannot be written: {}. See to it, then choose {} again.",
+    "no-libraries-by-network": "{}'s libraries could not be downloaded. Check the network, then choose {} again.",
+    "no-files-by-network": "No download from {}: {}. Check the network, then choose {} again.",
+    "setup-too-slow": "Getting the voices takes too long. Choose {} again.",
+    "setup-failed": "{} could not be set up. Choose it again.",
+}
+
+
+def pattern(message):
+    return re.compile("(.+)".join(map(re.escape, message.split("{}"))), re.DOTALL)
+
+
+PATTERNS = {name: pattern(message) for name, message in MESSAGES.items()}
+
+
+def named(field, text):
+    """What the status says of a text beside it: its name and what was filled in, null without a name."""
+    found = identified(text)
+    return {f"{field}_id": found and found["id"], f"{field}_values": found and found["values"]}
+
+
+def identified(text):
+    for name, known in PATTERNS.items():
+        if text and (match := known.fullmatch(text)):
+            return {"id": name, "values": [told(value) for value in match.groups()]}
+    return None
+
+
+def told(value):
+    """A value that is such a message itself is one with its text."""
+    inner = identified(value)
+    return {"text": value, **inner} if inner else value

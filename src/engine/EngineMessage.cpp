@@ -1,0 +1,105 @@
+#include "engine/EngineMessage.h"
+
+#include <QCoreApplication>
+#include <QJsonObject>
+#include <QStringList>
+#include <algorithm>
+
+namespace tavin {
+namespace {
+
+struct Known {
+  const char* id;
+  const char* text;  // As in speech/tavin/messages.py, which has the same names.
+};
+
+constexpr Known knownMessages[] = {
+    {"needs-key",
+     QT_TRANSLATE_NOOP("Engine", "%1 needs a key: choose “Set API Key” in Tavin's menu.")},
+    {"key-refused", QT_TRANSLATE_NOOP("Engine", "%1 does not accept the key (HTTP %2).")},
+    {"no-credit",
+     QT_TRANSLATE_NOOP("Engine", "%1 wants to be paid: the account has no credit left (HTTP %2).")},
+    {"quota-used-up",
+     QT_TRANSLATE_NOOP("Engine", "%1 says that the account's quota is used up (HTTP %2).")},
+    {"cloud-silent", QT_TRANSLATE_NOOP("Engine", "%1 is too slow or does not answer.")},
+    {"cloud-not-found",
+     QT_TRANSLATE_NOOP("Engine", "%1 cannot be found: is this computer online?.")},
+    {"unreadable", QT_TRANSLATE_NOOP("Engine", "%1 cannot read this text.")},
+    {"no-voice-for-language", QT_TRANSLATE_NOOP("Engine", "No voice on this computer speaks %1.")},
+    {"downloading", QT_TRANSLATE_NOOP("Engine", "%1 is still downloading its voices (%2%).")},
+    {"loading", QT_TRANSLATE_NOOP("Engine", "%1 is still loading its voices.")},
+    {"key-unreadable", QT_TRANSLATE_NOOP("Engine", "The key for %1 cannot be read: %2")},
+    {"key-not-kept",
+     QT_TRANSLATE_NOOP("Engine", "The key for %1 is kept only until Tavin ends: %2")},
+    {"key-not-removed", QT_TRANSLATE_NOOP("Engine", "The key for %1 could not be removed: %2")},
+    {"keyring-locked", QT_TRANSLATE_NOOP("Engine", "The keyring was not unlocked.")},
+    {"keyring-silent", QT_TRANSLATE_NOOP("Engine", "The keyring does not answer.")},
+    {"keyring-absent",
+     QT_TRANSLATE_NOOP("Engine",
+                       "This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.")},
+    {"sound-server-silent", QT_TRANSLATE_NOOP("Engine", "The sound server does not answer.")},
+    {"sound-not-started", QT_TRANSLATE_NOOP("Engine", "The sound output could not be started.")},
+    {"no-pip",
+     QT_TRANSLATE_NOOP(
+         "Engine",
+         "Python's pip is missing: install the package python3-venv, then choose %1 again.")},
+    {"disk-full",
+     QT_TRANSLATE_NOOP("Engine", "The disk is full: make room in %1, then choose %2 again.")},
+    {"no-room",
+     QT_TRANSLATE_NOOP(
+         "Engine", "%1 needs %2 MB in %3, and %4 MB are free. Make room, then choose %5 again.")},
+    {"unwritable",
+     QT_TRANSLATE_NOOP("Engine", "%1 cannot be written: %2. See to it, then choose %3 again.")},
+    {"no-libraries-by-network",
+     QT_TRANSLATE_NOOP(
+         "Engine",
+         "%1's libraries could not be downloaded. Check the network, then choose %2 again.")},
+    {"no-files-by-network",
+     QT_TRANSLATE_NOOP("Engine",
+                       "No download from %1: %2. Check the network, then choose %3 again.")},
+    {"setup-too-slow",
+     QT_TRANSLATE_NOOP("Engine", "Getting the voices takes too long. Choose %1 again.")},
+    {"setup-failed", QT_TRANSLATE_NOOP("Engine", "%1 could not be set up. Choose it again.")},
+};
+
+const char* textOf(const QString& id) {
+  const auto* const found = std::ranges::find_if(
+      knownMessages, [&id](const Known& known) { return id == QLatin1String(known.id); });
+  return found == std::end(knownMessages) ? nullptr : found->text;
+}
+
+// Another version of the engine may fill in something else.
+bool takes(const QString& pattern, std::size_t count) {
+  return !pattern.contains(QStringLiteral("%%1").arg(count + 1)) &&
+         (count == 0 || pattern.contains(QStringLiteral("%%1").arg(count)));
+}
+
+EngineMessage decodeValue(const QJsonValue& value) {
+  if (!value.isObject())
+    return {.text = value.toString(), .id = {}, .values = {}};
+  return EngineMessage::decode(value[u"text"].toString(), value[u"id"], value[u"values"]);
+}
+
+}  // namespace
+
+EngineMessage EngineMessage::decode(const QString& text, const QJsonValue& id,
+                                    const QJsonValue& values) {
+  EngineMessage message{.text = text, .id = id.toString(), .values = {}};
+  for (const auto& value : values.toArray()) message.values.push_back(decodeValue(value));
+  return message;
+}
+
+Words EngineMessage::words() const {
+  const char* const known = textOf(id);
+  if (known == nullptr || !takes(QString::fromUtf8(known), values.size()))
+    return text;
+  const QString translation = QCoreApplication::translate("Engine", known);
+  // The engine's own words are the English ones.
+  if (translation == QString::fromUtf8(known))
+    return text;
+  QStringList shown;
+  for (const EngineMessage& value : values) shown << value.words().shown;
+  return {text, filled(translation, shown)};
+}
+
+}  // namespace tavin

@@ -1,0 +1,58 @@
+#include "platform/wayland/InputWatch.h"
+
+namespace tavin::wayland {
+namespace {
+
+constexpr double secondsForPress = 0.5;
+// The least that all compositors count.
+constexpr std::uint32_t milliseconds = 1;
+
+}  // namespace
+
+struct InputWatch::Events {
+  template <typename Clock>
+  static void idle(void* self, Clock*) {
+    static_cast<InputWatch*>(self)->becomesIdle();
+  }
+  template <typename Clock>
+  static void resumed(void* self, Clock*) {
+    static_cast<InputWatch*>(self)->resumes();
+  }
+  static constexpr ext_idle_notification_v1_listener standard{.idled = idle, .resumed = resumed};
+  static constexpr org_kde_kwin_idle_timeout_listener kde{.idle = idle, .resumed = resumed};
+};
+
+InputWatch::InputWatch(Connection& connection)
+    : seat_(connection.seat()),
+      standard_(connection.bind<ext_idle_notifier_v1>(ext_idle_notifier_v1_interface, 1)),
+      kde_(standard_ ? nullptr
+                     : connection.bind<org_kde_kwin_idle>(org_kde_kwin_idle_interface, 1)) {}
+
+void InputWatch::begin() {
+  end();
+  pressIsOver_ = Deadline::in(secondsForPress);
+  idle_ = acted_ = false;
+  if (standard_) {
+    standardClock_.reset(
+        ext_idle_notifier_v1_get_idle_notification(standard_.get(), milliseconds, seat_));
+    ext_idle_notification_v1_add_listener(standardClock_.get(), &Events::standard, this);
+  } else if (kde_) {
+    kdeClock_.reset(org_kde_kwin_idle_get_idle_timeout(kde_.get(), seat_, milliseconds));
+    org_kde_kwin_idle_timeout_add_listener(kdeClock_.get(), &Events::kde, this);
+  }
+}
+
+void InputWatch::end() {
+  standardClock_.reset();
+  kdeClock_.reset();
+}
+
+// Once is enough: a pointer that moves would wake this thread all the time.
+void InputWatch::resumes() {
+  idle_ = false;
+  acted_ = pressIsOver_.passed();
+  if (acted_)
+    end();
+}
+
+}  // namespace tavin::wayland

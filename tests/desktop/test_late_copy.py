@@ -1,0 +1,112 @@
+"""A program that copies long after it was asked to leaves the clipboard to its user all the same."""
+
+import time
+
+import pytest
+from driver import SPEAK
+from session import wait_until
+
+TEXT = "copied too late"
+COPIED = "what the user had copied"
+# Of the capture's wait for the copy.
+PATIENCE = 0.4
+
+
+def has_copied(desktop, times=1):
+    wait_until(lambda: desktop.titled(f"Qt 6 field, copied {times}"), 15, "the copy")
+
+
+def press_and_let_it_copy(desktop, build, busy):
+    """Returns when the program was asked to copy."""
+    desktop.own("clipboard", COPIED)
+    desktop.open_bare_field(build, TEXT, busy)
+    press_until_asked(desktop)
+
+
+def press_until_asked(desktop):
+    before = times_asked(desktop)
+    desktop.key(SPEAK)
+    wait_until(lambda: times_asked(desktop) > before, 10, "the copy command")
+
+
+def times_asked(desktop):
+    return desktop.session.log("qt6_field.log").count("asked\n")
+
+
+def press_in_vain(tavin, desktop, build, busy):
+    """Returns when the capture is over, and what is pressed now is not the shortcut's end."""
+    desktop.own("clipboard", COPIED)
+    desktop.open_bare_field(build, TEXT, busy)
+    assert tavin.press() == []
+    time.sleep(0.2)
+
+
+@pytest.mark.parametrize("busy", [0, 0.2, 0.35, 0.45, 0.55, 0.7, 1, 1.5, 2, 3])
+def test_what_was_there_comes_back_however_late_the_copy_is(tavin, desktop, engine, build, busy):
+    since = engine.mark()
+    press_and_let_it_copy(desktop, build, busy)
+    has_copied(desktop)
+    wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+    if busy < PATIENCE - 0.1:
+        engine.wait_for("/speak", since=since)
+    elif busy > PATIENCE:
+        assert engine.requests("/speak", since) == []
+
+
+def test_an_empty_clipboard_is_empty_again(tavin, desktop, build):
+    desktop.open_bare_field(build, TEXT, 1)
+    assert desktop.clipboard_text() is None
+    desktop.key(SPEAK)
+    has_copied(desktop)
+    wait_until(lambda: desktop.clipboard_text() is None, 5, "the empty clipboard")
+
+
+# The second press comes while the program is busy; the first copy, before its command or after.
+@pytest.mark.parametrize("again", [0.6, 0.9, 1, 1.1, 1.15, 1.2])
+def test_two_presses_that_are_both_answered_late_leave_it_too(tavin, desktop, build, again):
+    press_and_let_it_copy(desktop, build, 1.2)
+    time.sleep(again)
+    desktop.key(SPEAK)
+    has_copied(desktop, 2)
+    wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+
+
+def test_what_the_user_copies_meanwhile_stays(tavin, desktop, build):
+    press_in_vain(tavin, desktop, build, 2)
+    desktop.key("ctrl+Insert")
+    has_copied(desktop, 2)
+    assert desktop.clipboard_text() == TEXT
+    time.sleep(0.3)  # Nothing takes it away again.
+    assert desktop.clipboard_text() == TEXT
+
+
+@pytest.mark.parametrize("key", ["a", None])
+def test_what_another_program_copies_meanwhile_stays(tavin, desktop, build, key):
+    press_in_vain(tavin, desktop, build, 30)
+    if key:
+        desktop.key(key)
+    desktop.own("clipboard", "from elsewhere")
+    time.sleep(0.3)  # Nothing takes it away again.
+    assert desktop.clipboard_text() == "from elsewhere"
+
+
+# The copy comes before Tavin has waited for half a second.
+@pytest.mark.parametrize(("busy", "after"), [(0.1, 0.05), (0.1, 0.1), (0.1, 0.12), (0.1, 0.15),
+                                             (0.6, 0.2), (0.6, 0.35), (0.6, 0.5), (2, 1.7)])
+def test_quitting_waits_for_a_copy_that_lands_soon(tavin, desktop, build, busy, after):
+    press_and_let_it_copy(desktop, build, busy)
+    time.sleep(after)
+    code, seconds = tavin.quit()
+    assert code == 0
+    assert seconds < 1.2
+    has_copied(desktop)
+    # What Tavin gave back has ended with it, unless a clipboard manager keeps it.
+    assert desktop.clipboard_text() != TEXT
+
+
+def test_quitting_waits_half_a_second_at_most(tavin, desktop, build):
+    press_and_let_it_copy(desktop, build, 30)
+    code, seconds = tavin.quit()
+    assert code == 0
+    assert 0.4 < seconds < 1
+    assert desktop.clipboard_text() == COPIED

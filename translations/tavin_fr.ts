@@ -1,0 +1,374 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr">
+<context>
+    <name>Alert</name>
+    <message>
+        <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
+        <translation>Tavin lit le texte sélectionné dans les autres programmes au moyen de l’interface d’accessibilité, qui est désactivée. Quittez Tavin et relancez-le : il active l’interface. Il faut peut-être relancer aussi les programmes déjà ouverts.</translation>
+    </message>
+    <message>
+        <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
+        <comment>GNOME</comment>
+        <translation>Tavin lit le texte sélectionné dans les autres programmes au moyen de l’interface d’accessibilité, qui est désactivée. Quittez Tavin et relancez-le : il active l’interface. Activer le lecteur d’écran dans Paramètres &gt; Accessibilité l’active aussi. Il faut peut-être relancer les programmes déjà ouverts.</translation>
+    </message>
+    <message>
+        <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
+        <comment>Plasma</comment>
+        <translation>Tavin lit le texte sélectionné dans les autres programmes au moyen de l’interface d’accessibilité, qui est désactivée. Quittez Tavin et relancez-le : il active l’interface. Activer le lecteur d’écran dans Configuration du système &gt; Accessibilité l’active aussi. Il faut peut-être relancer les programmes déjà ouverts.</translation>
+    </message>
+    <message>
+        <source>Tavin couldn&apos;t read that</source>
+        <translation>Tavin n’a pas pu lire cela</translation>
+    </message>
+    <message>
+        <source>Tavin needs Accessibility access</source>
+        <translation>Tavin a besoin de l’interface d’accessibilité</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Ouvrir les paramètres</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Tavin is downloading its voices (%1%). This happens once.</source>
+        <translation>Tavin télécharge ses voix (%1 %). Cela n’arrive qu’une fois.</translation>
+    </message>
+    <message>
+        <source>Voice setup failed: %1</source>
+        <translation>%1</translation>
+    </message>
+    <message>
+        <source>Tavin is still loading its voices. Try again in a few seconds.</source>
+        <translation>Tavin charge encore ses voix. Réessayez dans quelques secondes.</translation>
+    </message>
+    <message>
+        <source>%1 API key</source>
+        <translation>Clé d’API %1</translation>
+    </message>
+    <message>
+        <source>Stored in your macOS Keychain. Leave empty to remove the key.</source>
+        <translation>Enregistrée dans votre trousseau de clés. Laissez vide pour la supprimer.</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Enregistrer</translation>
+    </message>
+    <message>
+        <source>Launch at Login failed: %1</source>
+        <translation>Échec du lancement à la connexion : %1</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>Engine</name>
+    <message>
+        <source>%1 needs a key: choose “Set API Key” in Tavin&apos;s menu.</source>
+        <translation>%1 a besoin d’une clé : choisissez « Définir la clé d’API » dans le menu de Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 does not accept the key (HTTP %2).</source>
+        <translation>%1 n’accepte pas la clé (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
+        <translation>%1 demande un paiement : le compte n’a plus de crédit (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
+        <translation>%1 signale que le quota du compte est épuisé (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is too slow or does not answer.</source>
+        <translation>%1 est trop lent ou ne répond pas.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be found: is this computer online?.</source>
+        <translation>%1 est introuvable. Cet ordinateur est-il connecté ?</translation>
+    </message>
+    <message>
+        <source>%1 cannot read this text.</source>
+        <translation>%1 ne peut pas lire ce texte.</translation>
+    </message>
+    <message>
+        <source>No voice on this computer speaks %1.</source>
+        <translation>Aucune voix de cet ordinateur ne parle la langue « %1 ».</translation>
+    </message>
+    <message>
+        <source>%1 is still downloading its voices (%2%).</source>
+        <translation>%1 télécharge encore ses voix (%2 %).</translation>
+    </message>
+    <message>
+        <source>%1 is still loading its voices.</source>
+        <translation>%1 charge encore ses voix.</translation>
+    </message>
+    <message>
+        <source>The key for %1 cannot be read: %2</source>
+        <translation>La clé de %1 ne peut pas être lue : %2</translation>
+    </message>
+    <message>
+        <source>The key for %1 is kept only until Tavin ends: %2</source>
+        <translation>La clé de %1 n’est gardée que jusqu’à l’arrêt de Tavin : %2</translation>
+    </message>
+    <message>
+        <source>The key for %1 could not be removed: %2</source>
+        <translation>La clé de %1 n’a pas pu être supprimée : %2</translation>
+    </message>
+    <message>
+        <source>The keyring was not unlocked.</source>
+        <translation>Le trousseau n’a pas été déverrouillé.</translation>
+    </message>
+    <message>
+        <source>The keyring does not answer.</source>
+        <translation>Le trousseau ne répond pas.</translation>
+    </message>
+    <message>
+        <source>This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.</source>
+        <translation>Ce bureau n’a pas de trousseau tel que GNOME Keyring ou KWallet.</translation>
+    </message>
+    <message>
+        <source>The sound server does not answer.</source>
+        <translation>Le serveur de son ne répond pas.</translation>
+    </message>
+    <message>
+        <source>The sound output could not be started.</source>
+        <translation>La sortie audio n’a pas pu démarrer.</translation>
+    </message>
+    <message>
+        <source>Python&apos;s pip is missing: install the package python3-venv, then choose %1 again.</source>
+        <translation>Il manque pip pour Python : installez le paquet python3-venv, puis choisissez de nouveau %1.</translation>
+    </message>
+    <message>
+        <source>The disk is full: make room in %1, then choose %2 again.</source>
+        <translation>Le disque est plein : libérez de la place dans %1, puis choisissez de nouveau %2.</translation>
+    </message>
+    <message>
+        <source>%1 needs %2 MB in %3, and %4 MB are free. Make room, then choose %5 again.</source>
+        <translation>%1 a besoin de %2 Mo dans %3, et %4 Mo sont libres. Libérez de la place, puis choisissez de nouveau %5.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
+        <translation>Impossible d’écrire dans %1 : %2. Remédiez-y, puis choisissez de nouveau %3.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries could not be downloaded. Check the network, then choose %2 again.</source>
+        <translation>Les bibliothèques de %1 n’ont pas pu être téléchargées. Vérifiez le réseau, puis choisissez de nouveau %2.</translation>
+    </message>
+    <message>
+        <source>No download from %1: %2. Check the network, then choose %3 again.</source>
+        <translation>Téléchargement impossible depuis %1 : %2. Vérifiez le réseau, puis choisissez de nouveau %3.</translation>
+    </message>
+    <message>
+        <source>Getting the voices takes too long. Choose %1 again.</source>
+        <translation>La récupération des voix est trop longue. Choisissez de nouveau %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be set up. Choose it again.</source>
+        <translation>%1 n’a pas pu être installé. Choisissez-le de nouveau.</translation>
+    </message>
+</context>
+<context>
+    <name>Login</name>
+    <message>
+        <source>The folder %1 could not be made.</source>
+        <translation>Le dossier %1 n’a pas pu être créé.</translation>
+    </message>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation>%1 n’a pas pu être écrit : %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be removed: %2</source>
+        <translation>%1 n’a pas pu être supprimé : %2</translation>
+    </message>
+</context>
+<context>
+    <name>Menu</name>
+    <message>
+        <source>Hear a second, robotic voice too?</source>
+        <translation>⌥ est Alt, ⌃ est Ctrl, ⇧ est Maj.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <translation>Certains bureaux utilisent Alt+Échap.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <translation>Si c’est le cas, choisissez ⌃ Esc ou ⌃⌥ R, ou changez-le</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <translation>dans les paramètres du clavier.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>GNOME</comment>
+        <translation>GNOME change de fenêtre avec Alt+Échap.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>GNOME</comment>
+        <translation>Choisissez ⌃ Esc, ou changez ce raccourci dans</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>GNOME</comment>
+        <translation>Paramètres &gt; Clavier.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>Plasma</comment>
+        <translation>Plasma lui-même n’utilise pas Alt+Échap.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>Plasma</comment>
+        <translation>Si un autre programme l’a pris, changez-le dans</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>Plasma</comment>
+        <translation>Configuration du système &gt; Raccourcis.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>Xfce</comment>
+        <translation>Xfce lui-même n’utilise pas Alt+Échap.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>Xfce</comment>
+        <translation>Si un autre programme l’a pris, changez-le dans</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>Xfce</comment>
+        <translation>Paramètres &gt; Clavier.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>no shortcuts</comment>
+        <translation>Ce bureau n’offre pas de raccourcis aux programmes.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>no shortcuts</comment>
+        <translation>Faites appeler Tavin par ses propres raccourcis :</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>no shortcuts</comment>
+        <translation>« man tavin » dit comment.</translation>
+    </message>
+    <message>
+        <source>Voice engine starting…</source>
+        <translation>Démarrage du moteur vocal…</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Speak Selection</source>
+        <translation>Lire la sélection</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Reprendre</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>⚠︎ %1 is taken by another app</source>
+        <translation>⚠︎ %1 est pris par le bureau ou un autre programme</translation>
+    </message>
+    <message>
+        <source>⚠︎ %1 is taken by another app</source>
+        <comment>no shortcuts</comment>
+        <translation>⚠︎ %1 sans effet : ce bureau n’offre pas de raccourcis</translation>
+    </message>
+    <message>
+        <source>Shortcut: %1</source>
+        <translation>Raccourci : %1</translation>
+    </message>
+    <message>
+        <source>Loading voices…</source>
+        <translation>Chargement des voix…</translation>
+    </message>
+    <message>
+        <source>⚠︎ Voice setup failed: %1</source>
+        <translation>⚠︎ Échec de l’installation de la voix : %1</translation>
+    </message>
+    <message>
+        <source>Downloading voices… %1%</source>
+        <translation>Téléchargement des voix… %1 %</translation>
+    </message>
+    <message>
+        <source>%1 (add API key)</source>
+        <translation>%1 (ajouter une clé d’API)</translation>
+    </message>
+    <message>
+        <source>Engine: %1</source>
+        <translation>Moteur : %1</translation>
+    </message>
+    <message>
+        <source>Loading…</source>
+        <translation>Chargement…</translation>
+    </message>
+    <message>
+        <source>Voice: %1</source>
+        <translation>Voix : %1</translation>
+    </message>
+    <message>
+        <source>Speed: %1</source>
+        <translation>Vitesse : %1</translation>
+    </message>
+    <message>
+        <source>Set API Key</source>
+        <translation>Définir la clé d’API</translation>
+    </message>
+    <message>
+        <source>Launch at Login</source>
+        <translation>Lancer à la connexion</translation>
+    </message>
+    <message>
+        <source>Open Engine Log</source>
+        <translation>Ouvrir le journal du moteur</translation>
+    </message>
+    <message>
+        <source>Quit Tavin</source>
+        <translation>Quitter Tavin</translation>
+    </message>
+    <message>
+        <source>.</source>
+        <comment>decimal point of a speed</comment>
+        <translation>,</translation>
+    </message>
+</context>
+<context>
+    <name>Shortcut</name>
+    <message>
+        <source>Pause or Resume</source>
+        <translation>Pause ou reprise</translation>
+    </message>
+    <message>
+        <source>Speak Selection or Stop</source>
+        <translation>Lire la sélection ou arrêter</translation>
+    </message>
+</context>
+<context>
+    <name>Sound</name>
+    <message>
+        <source>Nothing to read</source>
+        <translation>Rien à lire</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,374 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="pl">
+<context>
+    <name>Alert</name>
+    <message>
+        <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
+        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Programy już uruchomione być może też trzeba uruchomić ponownie.</translation>
+    </message>
+    <message>
+        <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
+        <comment>GNOME</comment>
+        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranu w oknie Ustawienia &gt; Ułatwienia dostępu. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
+    </message>
+    <message>
+        <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
+        <comment>Plasma</comment>
+        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranu w oknie Ustawienia systemowe &gt; Dostępność. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
+    </message>
+    <message>
+        <source>Tavin couldn&apos;t read that</source>
+        <translation>Nie udało się tego odczytać</translation>
+    </message>
+    <message>
+        <source>Tavin needs Accessibility access</source>
+        <translation>Tavin wymaga interfejsu ułatwień dostępu</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Otwórz ustawienia</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Anuluj</translation>
+    </message>
+    <message>
+        <source>Tavin is downloading its voices (%1%). This happens once.</source>
+        <translation>Tavin pobiera głosy (%1%). Dzieje się to tylko raz.</translation>
+    </message>
+    <message>
+        <source>Voice setup failed: %1</source>
+        <translation>%1</translation>
+    </message>
+    <message>
+        <source>Tavin is still loading its voices. Try again in a few seconds.</source>
+        <translation>Tavin jeszcze wczytuje głosy. Spróbuj ponownie za kilka sekund.</translation>
+    </message>
+    <message>
+        <source>%1 API key</source>
+        <translation>Klucz API usługi %1</translation>
+    </message>
+    <message>
+        <source>Stored in your macOS Keychain. Leave empty to remove the key.</source>
+        <translation>Zostanie zapisany w bazie kluczy. Puste pole usuwa klucz.</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Zapisz</translation>
+    </message>
+    <message>
+        <source>Launch at Login failed: %1</source>
+        <translation>Nie zmieniono uruchamiania przy logowaniu: %1</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>Engine</name>
+    <message>
+        <source>%1 needs a key: choose “Set API Key” in Tavin&apos;s menu.</source>
+        <translation>%1 wymaga klucza: wybierz „Ustaw klucz API” w menu programu Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 does not accept the key (HTTP %2).</source>
+        <translation>%1 nie przyjmuje klucza (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
+        <translation>%1 wymaga zapłaty: na koncie nie ma środków (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
+        <translation>%1 zgłasza, że limit konta został wyczerpany (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is too slow or does not answer.</source>
+        <translation>%1 działa zbyt wolno lub nie odpowiada.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be found: is this computer online?.</source>
+        <translation>Nie można znaleźć usługi %1. Czy komputer jest w sieci?</translation>
+    </message>
+    <message>
+        <source>%1 cannot read this text.</source>
+        <translation>%1 nie potrafi odczytać tego tekstu.</translation>
+    </message>
+    <message>
+        <source>No voice on this computer speaks %1.</source>
+        <translation>Żaden głos na tym komputerze nie mówi w języku „%1”.</translation>
+    </message>
+    <message>
+        <source>%1 is still downloading its voices (%2%).</source>
+        <translation>%1 jeszcze pobiera głosy (%2%).</translation>
+    </message>
+    <message>
+        <source>%1 is still loading its voices.</source>
+        <translation>%1 jeszcze wczytuje głosy.</translation>
+    </message>
+    <message>
+        <source>The key for %1 cannot be read: %2</source>
+        <translation>Nie można odczytać klucza usługi %1: %2</translation>
+    </message>
+    <message>
+        <source>The key for %1 is kept only until Tavin ends: %2</source>
+        <translation>Klucz usługi %1 jest pamiętany tylko do końca pracy programu: %2</translation>
+    </message>
+    <message>
+        <source>The key for %1 could not be removed: %2</source>
+        <translation>Nie można usunąć klucza usługi %1: %2</translation>
+    </message>
+    <message>
+        <source>The keyring was not unlocked.</source>
+        <translation>Baza kluczy nie została odblokowana.</translation>
+    </message>
+    <message>
+        <source>The keyring does not answer.</source>
+        <translation>Baza kluczy nie odpowiada.</translation>
+    </message>
+    <message>
+        <source>This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.</source>
+        <translation>To środowisko nie ma bazy kluczy, takiej jak GNOME Keyring lub KWallet.</translation>
+    </message>
+    <message>
+        <source>The sound server does not answer.</source>
+        <translation>Serwer dźwięku nie odpowiada.</translation>
+    </message>
+    <message>
+        <source>The sound output could not be started.</source>
+        <translation>Nie można uruchomić wyjścia dźwięku.</translation>
+    </message>
+    <message>
+        <source>Python&apos;s pip is missing: install the package python3-venv, then choose %1 again.</source>
+        <translation>Brakuje programu pip: zainstaluj pakiet python3-venv i ponownie wybierz %1.</translation>
+    </message>
+    <message>
+        <source>The disk is full: make room in %1, then choose %2 again.</source>
+        <translation>Dysk jest pełny: zwolnij miejsce w %1 i ponownie wybierz %2.</translation>
+    </message>
+    <message>
+        <source>%1 needs %2 MB in %3, and %4 MB are free. Make room, then choose %5 again.</source>
+        <translation>%1 wymaga %2 MB w %3, a wolne są %4 MB. Zwolnij miejsce i ponownie wybierz %5.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
+        <translation>Nie można zapisywać w %1: %2. Napraw to i ponownie wybierz %3.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries could not be downloaded. Check the network, then choose %2 again.</source>
+        <translation>Nie można pobrać bibliotek %1. Sprawdź sieć i ponownie wybierz %2.</translation>
+    </message>
+    <message>
+        <source>No download from %1: %2. Check the network, then choose %3 again.</source>
+        <translation>Nie można pobrać z %1: %2. Sprawdź sieć i ponownie wybierz %3.</translation>
+    </message>
+    <message>
+        <source>Getting the voices takes too long. Choose %1 again.</source>
+        <translation>Pobieranie głosów trwa zbyt długo. Ponownie wybierz %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be set up. Choose it again.</source>
+        <translation>Nie można przygotować %1. Wybierz ponownie.</translation>
+    </message>
+</context>
+<context>
+    <name>Login</name>
+    <message>
+        <source>The folder %1 could not be made.</source>
+        <translation>Nie można utworzyć katalogu %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation>Nie można zapisać %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be removed: %2</source>
+        <translation>Nie można usunąć %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Menu</name>
+    <message>
+        <source>Hear a second, robotic voice too?</source>
+        <translation>⌥ to Alt, ⌃ to Ctrl, ⇧ to Shift.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <translation>Niektóre środowiska używają Alt+Escape.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <translation>Wybierz wtedy ⌃ Esc lub ⌃⌥ R albo zmień to</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <translation>w ustawieniach klawiatury.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>GNOME</comment>
+        <translation>GNOME przełącza okna skrótem Alt+Escape.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>GNOME</comment>
+        <translation>Wybierz ⌃ Esc albo zmień skrót GNOME w oknie</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>GNOME</comment>
+        <translation>Ustawienia &gt; Klawiatura.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>Plasma</comment>
+        <translation>Plasma nie używa skrótu Alt+Escape.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>Plasma</comment>
+        <translation>Jeśli używa go inny program, zmień to w oknie</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>Plasma</comment>
+        <translation>Ustawienia systemowe &gt; Skróty.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>Xfce</comment>
+        <translation>Xfce nie używa skrótu Alt+Escape.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>Xfce</comment>
+        <translation>Jeśli używa go inny program, zmień to w oknie</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>Xfce</comment>
+        <translation>Ustawienia &gt; Klawiatura.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>no shortcuts</comment>
+        <translation>To środowisko nie udostępnia programom skrótów.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>no shortcuts</comment>
+        <translation>Niech jego własne skróty wywołują program Tavin:</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>no shortcuts</comment>
+        <translation>„man tavin” mówi jak.</translation>
+    </message>
+    <message>
+        <source>Voice engine starting…</source>
+        <translation>Uruchamianie syntezatora mowy…</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Zatrzymaj</translation>
+    </message>
+    <message>
+        <source>Speak Selection</source>
+        <translation>Odczytaj zaznaczenie</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Wznów</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Wstrzymaj</translation>
+    </message>
+    <message>
+        <source>⚠︎ %1 is taken by another app</source>
+        <translation>⚠︎ %1 jest zajęty przez środowisko lub inny program</translation>
+    </message>
+    <message>
+        <source>⚠︎ %1 is taken by another app</source>
+        <comment>no shortcuts</comment>
+        <translation>⚠︎ %1 nie działa: to środowisko nie udostępnia skrótów</translation>
+    </message>
+    <message>
+        <source>Shortcut: %1</source>
+        <translation>Skrót: %1</translation>
+    </message>
+    <message>
+        <source>Loading voices…</source>
+        <translation>Wczytywanie głosów…</translation>
+    </message>
+    <message>
+        <source>⚠︎ Voice setup failed: %1</source>
+        <translation>⚠︎ Nie przygotowano głosu: %1</translation>
+    </message>
+    <message>
+        <source>Downloading voices… %1%</source>
+        <translation>Pobieranie głosów… %1%</translation>
+    </message>
+    <message>
+        <source>%1 (add API key)</source>
+        <translation>%1 (dodaj klucz API)</translation>
+    </message>
+    <message>
+        <source>Engine: %1</source>
+        <translation>Syntezator: %1</translation>
+    </message>
+    <message>
+        <source>Loading…</source>
+        <translation>Wczytywanie…</translation>
+    </message>
+    <message>
+        <source>Voice: %1</source>
+        <translation>Głos: %1</translation>
+    </message>
+    <message>
+        <source>Speed: %1</source>
+        <translation>Tempo: %1</translation>
+    </message>
+    <message>
+        <source>Set API Key</source>
+        <translation>Ustaw klucz API</translation>
+    </message>
+    <message>
+        <source>Launch at Login</source>
+        <translation>Uruchamiaj przy logowaniu</translation>
+    </message>
+    <message>
+        <source>Open Engine Log</source>
+        <translation>Otwórz dziennik syntezatora</translation>
+    </message>
+    <message>
+        <source>Quit Tavin</source>
+        <translation>Zakończ Tavin</translation>
+    </message>
+    <message>
+        <source>.</source>
+        <comment>decimal point of a speed</comment>
+        <translation>,</translation>
+    </message>
+</context>
+<context>
+    <name>Shortcut</name>
+    <message>
+        <source>Pause or Resume</source>
+        <translation>Wstrzymaj lub wznów</translation>
+    </message>
+    <message>
+        <source>Speak Selection or Stop</source>
+        <translation>Odczytaj zaznaczenie lub zatrzymaj</translation>
+    </message>
+</context>
+<context>
+    <name>Sound</name>
+    <message>
+        <source>Nothing to read</source>
+        <translation>Nie ma czego odczytać</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,374 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="pt_PT">
+<context>
+    <name>Alert</name>
+    <message>
+        <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
+        <translation>O Tavin lê o texto selecionado noutros programas através da interface de acessibilidade, que está desativada. Saia do Tavin e inicie-o de novo: ele ativa a interface. Pode ser preciso reiniciar também os programas já abertos.</translation>
+    </message>
+    <message>
+        <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
+        <comment>GNOME</comment>
+        <translation>O Tavin lê o texto selecionado noutros programas através da interface de acessibilidade, que está desativada. Saia do Tavin e inicie-o de novo: ele ativa a interface. Ativar o leitor de ecrã em Definições &gt; Acessibilidade também a ativa. Pode ser preciso reiniciar os programas já abertos.</translation>
+    </message>
+    <message>
+        <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
+        <comment>Plasma</comment>
+        <translation>O Tavin lê o texto selecionado noutros programas através da interface de acessibilidade, que está desativada. Saia do Tavin e inicie-o de novo: ele ativa a interface. Ativar o leitor de ecrã em Configuração do Sistema &gt; Acessibilidade também a ativa. Pode ser preciso reiniciar os programas já abertos.</translation>
+    </message>
+    <message>
+        <source>Tavin couldn&apos;t read that</source>
+        <translation>O Tavin não conseguiu ler isto</translation>
+    </message>
+    <message>
+        <source>Tavin needs Accessibility access</source>
+        <translation>O Tavin precisa da interface de acessibilidade</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Abrir as definições</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Tavin is downloading its voices (%1%). This happens once.</source>
+        <translation>O Tavin está a transferir as vozes (%1%). Só acontece uma vez.</translation>
+    </message>
+    <message>
+        <source>Voice setup failed: %1</source>
+        <translation>%1</translation>
+    </message>
+    <message>
+        <source>Tavin is still loading its voices. Try again in a few seconds.</source>
+        <translation>O Tavin ainda está a carregar as vozes. Tente de novo daqui a uns segundos.</translation>
+    </message>
+    <message>
+        <source>%1 API key</source>
+        <translation>Chave de API do %1</translation>
+    </message>
+    <message>
+        <source>Stored in your macOS Keychain. Leave empty to remove the key.</source>
+        <translation>É guardada no seu porta-chaves. Deixe vazio para remover a chave.</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Guardar</translation>
+    </message>
+    <message>
+        <source>Launch at Login failed: %1</source>
+        <translation>Falhou o arranque ao iniciar sessão: %1</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>Engine</name>
+    <message>
+        <source>%1 needs a key: choose “Set API Key” in Tavin&apos;s menu.</source>
+        <translation>O %1 precisa de uma chave: escolha “Definir chave de API” no menu do Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 does not accept the key (HTTP %2).</source>
+        <translation>O %1 não aceita a chave (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
+        <translation>O %1 pede pagamento: a conta já não tem crédito (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
+        <translation>O %1 indica que a quota da conta se esgotou (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is too slow or does not answer.</source>
+        <translation>O %1 é demasiado lento ou não responde.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be found: is this computer online?.</source>
+        <translation>Não se encontra o %1. Este computador está ligado à rede?</translation>
+    </message>
+    <message>
+        <source>%1 cannot read this text.</source>
+        <translation>O %1 não consegue ler este texto.</translation>
+    </message>
+    <message>
+        <source>No voice on this computer speaks %1.</source>
+        <translation>Nenhuma voz deste computador fala a língua “%1”.</translation>
+    </message>
+    <message>
+        <source>%1 is still downloading its voices (%2%).</source>
+        <translation>O %1 ainda está a transferir as vozes (%2%).</translation>
+    </message>
+    <message>
+        <source>%1 is still loading its voices.</source>
+        <translation>O %1 ainda está a carregar as vozes.</translation>
+    </message>
+    <message>
+        <source>The key for %1 cannot be read: %2</source>
+        <translation>Não é possível ler a chave do %1: %2</translation>
+    </message>
+    <message>
+        <source>The key for %1 is kept only until Tavin ends: %2</source>
+        <translation>A chave do %1 só é mantida até o Tavin terminar: %2</translation>
+    </message>
+    <message>
+        <source>The key for %1 could not be removed: %2</source>
+        <translation>Não foi possível remover a chave do %1: %2</translation>
+    </message>
+    <message>
+        <source>The keyring was not unlocked.</source>
+        <translation>O porta-chaves não foi desbloqueado.</translation>
+    </message>
+    <message>
+        <source>The keyring does not answer.</source>
+        <translation>O porta-chaves não responde.</translation>
+    </message>
+    <message>
+        <source>This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.</source>
+        <translation>Este ambiente não tem um porta-chaves como o GNOME Keyring ou o KWallet.</translation>
+    </message>
+    <message>
+        <source>The sound server does not answer.</source>
+        <translation>O servidor de som não responde.</translation>
+    </message>
+    <message>
+        <source>The sound output could not be started.</source>
+        <translation>Não foi possível iniciar a saída de som.</translation>
+    </message>
+    <message>
+        <source>Python&apos;s pip is missing: install the package python3-venv, then choose %1 again.</source>
+        <translation>Falta o pip do Python: instale o pacote python3-venv e escolha de novo o %1.</translation>
+    </message>
+    <message>
+        <source>The disk is full: make room in %1, then choose %2 again.</source>
+        <translation>O disco está cheio: liberte espaço em %1 e escolha de novo o %2.</translation>
+    </message>
+    <message>
+        <source>%1 needs %2 MB in %3, and %4 MB are free. Make room, then choose %5 again.</source>
+        <translation>O %1 precisa de %2 MB em %3, e há %4 MB livres. Liberte espaço e escolha de novo o %5.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
+        <translation>Não é possível gravar em %1: %2. Corrija isso e escolha de novo o %3.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries could not be downloaded. Check the network, then choose %2 again.</source>
+        <translation>Não foi possível transferir as bibliotecas do %1. Verifique a rede e escolha de novo o %2.</translation>
+    </message>
+    <message>
+        <source>No download from %1: %2. Check the network, then choose %3 again.</source>
+        <translation>Não foi possível transferir de %1: %2. Verifique a rede e escolha de novo o %3.</translation>
+    </message>
+    <message>
+        <source>Getting the voices takes too long. Choose %1 again.</source>
+        <translation>A obtenção das vozes demora demasiado. Escolha de novo o %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be set up. Choose it again.</source>
+        <translation>Não foi possível preparar o %1. Escolha-o de novo.</translation>
+    </message>
+</context>
+<context>
+    <name>Login</name>
+    <message>
+        <source>The folder %1 could not be made.</source>
+        <translation>Não foi possível criar a pasta %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation>Não foi possível gravar %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be removed: %2</source>
+        <translation>Não foi possível remover %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>Menu</name>
+    <message>
+        <source>Hear a second, robotic voice too?</source>
+        <translation>⌥ é Alt, ⌃ é Ctrl, ⇧ é Shift.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <translation>Alguns ambientes usam Alt+Escape.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <translation>Se for o caso, escolha ⌃ Esc ou ⌃⌥ R, ou altere-o</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <translation>nas definições do teclado.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>GNOME</comment>
+        <translation>O GNOME muda de janela com Alt+Escape.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>GNOME</comment>
+        <translation>Escolha ⌃ Esc, ou altere o atalho do GNOME em</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>GNOME</comment>
+        <translation>Definições &gt; Teclado.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>Plasma</comment>
+        <translation>O Plasma não usa Alt+Escape.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>Plasma</comment>
+        <translation>Se outro programa o usa, altere-o em</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>Plasma</comment>
+        <translation>Configuração do Sistema &gt; Atalhos.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>Xfce</comment>
+        <translation>O Xfce não usa Alt+Escape.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>Xfce</comment>
+        <translation>Se outro programa o usa, altere-o em</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>Xfce</comment>
+        <translation>Definições &gt; Teclado.</translation>
+    </message>
+    <message>
+        <source>macOS Speak Selection also uses ⌥ Esc.</source>
+        <comment>no shortcuts</comment>
+        <translation>Este ambiente não oferece atalhos aos programas.</translation>
+    </message>
+    <message>
+        <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
+        <comment>no shortcuts</comment>
+        <translation>Faça os atalhos dele chamar o Tavin:</translation>
+    </message>
+    <message>
+        <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
+        <comment>no shortcuts</comment>
+        <translation>“man tavin” explica como.</translation>
+    </message>
+    <message>
+        <source>Voice engine starting…</source>
+        <translation>A iniciar o motor de voz…</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Parar</translation>
+    </message>
+    <message>
+        <source>Speak Selection</source>
+        <translation>Ler a seleção</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Retomar</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pausar</translation>
+    </message>
+    <message>
+        <source>⚠︎ %1 is taken by another app</source>
+        <translation>⚠︎ %1 é usado pelo ambiente ou por outro programa</translation>
+    </message>
+    <message>
+        <source>⚠︎ %1 is taken by another app</source>
+        <comment>no shortcuts</comment>
+        <translation>⚠︎ %1 não funciona: este ambiente não oferece atalhos</translation>
+    </message>
+    <message>
+        <source>Shortcut: %1</source>
+        <translation>Atalho: %1</translation>
+    </message>
+    <message>
+        <source>Loading voices…</source>
+        <translation>A carregar as vozes…</translation>
+    </message>
+    <message>
+        <source>⚠︎ Voice setup failed: %1</source>
+        <translation>⚠︎ Falhou a preparação da voz: %1</translation>
+    </message>
+    <message>
+        <source>Downloading voices… %1%</source>
+        <translation>A transferir as vozes… %1%</translation>
+    </message>
+    <message>
+        <source>%1 (add API key)</source>
+        <translation>%1 (adicionar chave de API)</translation>
+    </message>
+    <message>
+        <source>Engine: %1</source>
+        <translation>Motor: %1</translation>
+    </message>
+    <message>
+        <source>Loading…</source>
+        <translation>A carregar…</translation>
+    </message>
+    <message>
+        <source>Voice: %1</source>
+        <translation>Voz: %1</translation>
+    </message>
+    <message>
+        <source>Speed: %1</source>
+        <translation>Velocidade: %1</translation>
+    </message>
+    <message>
+        <source>Set API Key</source>
+        <translation>Definir chave de API</translation>
+    </message>
+    <message>
+        <source>Launch at Login</source>
+        <translation>Iniciar com a sessão</translation>
+    </message>
+    <message>
+        <source>Open Engine Log</source>
+        <translation>Abrir o registo do motor</translation>
+    </message>
+    <message>
+        <source>Quit Tavin</source>
+        <translation>Sair do Tavin</translation>
+    </message>
+    <message>
+        <source>.</source>
+        <comment>decimal point of a speed</comment>
+        <translation>,</translation>
+    </message>
+</context>
+<context>
+    <name>Shortcut</name>
+    <message>
+        <source>Pause or Resume</source>
+        <translation>Pausar ou retomar</translation>
+    </message>
+    <message>
+        <source>Speak Selection or Stop</source>
+        <translation>Ler a seleção ou parar</translation>
+    </message>
+</context>
+<context>
+    <name>Sound</name>
+    <message>
+        <source>Nothing to read</source>
+        <translation>Nada para ler</translation>
+    </message>
+</context>
+</TS>
