@@ -70,8 +70,8 @@ WORDS = Words(
         "Jr.": "Junior", "Sr.": "Senior", "Gen.": "General", "Sen.": "Senator", "Gov.": "Governor", "Rep.": "Representative", "Capt.": "Captain", "Lt.": "Lieutenant",
         "Sgt.": "Sergeant", "Col.": "Colonel", "Rev.": "Reverend", "Mt.": "Mount", "Ave.": "Avenue", "Blvd.": "Boulevard", "Rd.": "Road", "Inc.": "Incorporated", "Ltd.": "Limited", "Corp.": "Corporation",
         "Co.": "Company", "Bros.": "Brothers", "dept.": "department", "Dept.": "Department", "govt.": "government", "est.": "established",
-        "a.k.a.": "also known as", "w/o": "without", "w/": "with", "a.m.": "A M", "p.m.": "P M", "U.S.": "U S", "U.K.": "U K", "U.N.": "U N", "E.U.": "E U", "D.C.": "D C",
-        "Ph.D.": "P H D", "AT&T": "A T and T", "vs": "versus", "Jan.": "January", "Feb.": "February", "Aug.": "August", "Sept.": "September", "Oct.": "October", "Nov.": "November", "Dec.": "December",
+        "a.k.a.": "also known as", "w/o": "without", "w/": "with", "a.m.": "A M", "p.m.": "P M", "U.S.A.": "U S A", "U.S.": "U S", "U.K.": "U K", "U.N.": "U N", "E.U.": "E U", "D.C.": "D C",
+        "Ph.D.": "P H D", "AT&T": "A T and T", "WWII": "World War 2", "WWI": "World War 1", "vs": "versus", "Jan.": "January", "Feb.": "February", "Aug.": "August", "Sept.": "September", "Oct.": "October", "Nov.": "November", "Dec.": "December",
     },
     before_number={
         "No.": "number", "no.": "number", "Nos.": "numbers", "nos.": "numbers", "p.": "page", "pp.": "pages", "Vol.": "volume", "vol.": "volume", "Fig.": "figure", "fig.": "figure",

@@ -23,7 +23,7 @@ def patterns(scales):
     some = "|".join(sorted(map(re.escape, scales), key=len, reverse=True)) or "(?!)"
     scale = rf"(?: ?({some})(?![^\W\d_]))?"
     before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|({CODES}) )({NUMBER}){scale}(?![\w%])"
-    after = rf"(?<![\w.,])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)"
+    after = rf"(?<![\w.,^])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)"
     return re.compile(before), re.compile(after)
 
 
@@ -46,6 +46,8 @@ def spoken(found, number, scale, currency, words):
     if code not in words.money:
         return minus + with_unit(number, icu.CurrencyUnit(code), words, attribute)
     whole, cents = PARTS.fullmatch(number).groups() if PARTS.fullmatch(number) else (number, "00")
+    if whole == "0" and code in ("USD", "EUR") and cents != "00":
+        return f"{minus}{cents.lstrip('0')} {name('CENT', cents.lstrip('0'), words)}"
     said = f"{whole} {name(code, '1' if attribute else whole, words)}"
     return minus + (said if cents == "00" else words.with_cents.format(said, cents.lstrip("0")))
 

@@ -20,6 +20,8 @@ def spoken(found, scored, words):
     sign, first, unit, dash, other, last = found.groups()
     if scored and len(first) < 3 and len(last) < 3 and not sign and not unit:
         return f"{first} {words.score} {last}"
+    if dash == "-" and ("." in first) != ("." in last):  # of a version
+        return found[0]
     if dash == "-" and (len(first) == 3 and len(last) == 4 or size(first) >= size(last) or first.startswith("0")):
         return found[0]
     if len(first) == 4 and len(last) == 2:  # years of one century

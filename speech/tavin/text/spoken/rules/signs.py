@@ -13,7 +13,7 @@ BEFORE = re.compile(r"(?<!\w)([≈≤≥<>±√∞~∑]|<=|>=)(?= ?[\d(])|(§§?
 ALONE = re.compile(r"([∞‰π✓✔✗✘☐☑∑])|(?<=[\w)] )(→)|(?<=\d)(°)(?![\w])")
 MINUS = re.compile(r"(?<![^\s(=≈<>≤≥×÷])[-−–](?=\d)|(?<=\d) ?− ?(?=\d)")
 HASH = re.compile(r"(?<!\S)#(?=\d)")
-TAG = re.compile(r"(?<![\w&])#(?=[^\W\d])")
+TAG = re.compile(r"(?<![\w&])#(?=[^\W\d])(?![0-9a-fA-F]{6}\b)")
 PERCENT = re.compile(r"(?<=\d) ?%(?!\w)")
 
 
@@ -24,10 +24,15 @@ def say(sentence, words):
     sentence = CARET.sub(lambda found: power(found[1], words), POWER.sub(lambda found: power(found[1], words), sentence))
     sentence = MINUS.sub(f" {words.minus} ", sentence)
     for pattern in (BETWEEN, BEFORE, ALONE):
-        sentence = pattern.sub(lambda found: f" {words.signs[found[0].strip()]} ", sentence)
+        sentence = pattern.sub(lambda found: f" {words.signs[found[0].strip()]}{blank_after(found)}", sentence)
     sentence = HASH.sub(f"{words.number} ", TAG.sub(f"{words.hashtag} ", sentence))
     sentence = PERCENT.sub(f" {words.signs['%']}", sentence)
     return re.sub(r" {2,}", " ", sentence).strip(" ")
+
+
+def blank_after(found):
+    """None before the sentence's own signs."""
+    return "" if found.string[found.end() : found.end() + 1] in ".,;:!?)" else " "
 
 
 def formula(found):
