@@ -120,7 +120,10 @@ def test_the_last_line_may_be_the_faulty_one(write):
         assert own.say("a", "en") == "alpha"
 
 
-@pytest.mark.parametrize("content", [b"\xff\xfe", b"=" * 5000, b"a = [" * 3000, b"=\n" * 3000, b'a = """\n' * 2000, b"\x00"])
+NO_TOML = [b"\xff\xfe", b"=" * 5000, b"a = [" * 3000, b"=\n" * 3000, b'a = """\n' * 2000, b"\x00"]
+
+
+@pytest.mark.parametrize("content", NO_TOML)
 def test_a_file_that_is_no_toml_is_told(write, content):
     own = Pronunciation(write(content))
     told = own.look()

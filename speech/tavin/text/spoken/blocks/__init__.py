@@ -48,7 +48,9 @@ class Blocks:
         return "".join(told)
 
     def end(self):
-        return "\n".join(filter(None, (self._line(self._rest, ""), inline(self._tables.end(), self._words), *self._pages.end())))
+        rest = self._line(self._rest, "")
+        row = inline(self._tables.end(), self._words)
+        return "\n".join(filter(None, (rest, row, *self._pages.end())))
 
     def _line(self, line, end):
         if self._within:

@@ -5,11 +5,19 @@ import re
 
 from tavin.text.spoken.marks import LINK, LINK_END
 
-SIGNS = rf"[^\s<>\"'`“”«»{LINK}{LINK_END}]"
+SIGNS = rf"[^\s<>\[\]\"'`“”«»{LINK}{LINK_END}]"
 SITE = r"(?:[^\s/?#@<>\"'`]{0,300}@)?(\[[0-9a-fA-F:.]{2,50}\]|[^\s/?#:@<>\"'`()\[\],;!]{1,300})"
-ADDRESS = re.compile(rf"<?(?<![\w])(?:(?:https?|ftps?|wss?|git|ssh|sftp|smb)://(?:www\.)?|www\.(?=[\w-]{{1,100}}\.)){SITE}({SIGNS}*)>?", re.IGNORECASE)
+ADDRESS = re.compile(
+    rf"<?(?<![\w])(?:(?:https?|ftps?|wss?|git|ssh|sftp|smb)://(?:www\.)?|www\."
+    rf"(?=[\w-]{{1,100}}\.)){SITE}({SIGNS}*)>?",
+    re.IGNORECASE,
+)
 # Without its scheme, where a path shows that it is one.
-NAKED = re.compile(rf"(?<![\w@./:\\-])((?:[a-z0-9-]{{1,63}}\.){{1,5}}(?:com|org|net|edu|gov|io|dev|de|fr|es|at|ch|uk|eu|it|nl|info))(/{SIGNS}*)", re.IGNORECASE)
+NAKED = re.compile(
+    rf"(?<![\w@./:\\-])((?:[a-z0-9-]{{1,63}}\.){{1,5}}(?:com|org|net|edu|gov|io|dev|de|fr|es|at|ch|uk|eu|it|nl"
+    rf"|info))(/{SIGNS}*)",
+    re.IGNORECASE,
+)
 ENDING = ".,;:!?…)]}*_~’"
 MAIL_SCHEME = re.compile(r"\bmailto:(?=\S)", re.IGNORECASE)
 FILE_SCHEME = re.compile(r"\bfile://(?=/)", re.IGNORECASE)

@@ -5,7 +5,9 @@ import re
 from tavin.text.spoken.marks import PARAGRAPH
 
 # A minus before a number may be one.
-BULLET = re.compile(r"\s*(?:[•‣▪▫◦●○■□◆◇⁃∙·►▶➤➢✦❖]\s*(?=\S)|\*[\t ]+(?=\S)|[-+–][\t ]+(?=[^\s\d]|\d{1,4} +[^\W\d_]{2}))")
+BULLET = re.compile(
+    r"\s*(?:[•‣▪▫◦●○■□◆◇⁃∙·►▶➤➢✦❖]\s*(?=\S)|\*[\t ]+(?=\S)|[-+–][\t ]+(?=[^\s\d]|\d{1,4} +[^\W\d_]{2}))"
+)
 BOX = re.compile(r"\[([ xX])\] +")
 
 

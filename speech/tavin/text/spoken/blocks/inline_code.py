@@ -8,4 +8,9 @@ CODE = re.compile(r"(?<!`)(`{1,2})(?!`)([^`\n]+)\1(?!`)")
 
 
 def say(line, words):
-    return CODE.sub(lambda code: code[2] if "://" in code[2] else in_words(code[2], words), line) if "`" in line else line
+    return CODE.sub(lambda code: said(code[2], words), line) if "`" in line else line
+
+
+def said(code, words):
+    """An address is none."""
+    return code if "://" in code else in_words(code, words)

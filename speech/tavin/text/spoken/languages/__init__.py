@@ -45,6 +45,8 @@ class Words:
     of_date: str = " "  # between day, month and year
     hour: str = ""  # for 9:00
     hour_and_minutes: str = ""  # for 9:05
+    one_hour: str = ""  # where it is said in another way
+    one_hour_and_minutes: str = ""
     minutes_below_ten: str = "{}"
     ordinal: str = ""  # a pattern: the number, its ending
     ordinal_sets: dict = field(default_factory=dict)  # ending -> ICU's rule set

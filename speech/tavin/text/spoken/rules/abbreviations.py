@@ -1,8 +1,8 @@
 """Abbreviations in full: a stop within a sentence is heard as its end."""
 
+import functools
 import re
 
-PATTERNS = {}
 STREET = re.compile(r"(?<=[a-z\d] )St\.(?=,|$| (?:[a-z]|[NSEW]\b))")
 SAINT = re.compile(r"\bSt\. (?=[A-Z])")
 
@@ -10,24 +10,24 @@ SAINT = re.compile(r"\bSt\. (?=[A-Z])")
 def say(sentence, words):
     if not words.abbreviations:
         return sentence
-    everywhere, before_number = patterns(words)
+    everywhere, before_number = patterns(tuple(words.abbreviations), tuple(words.before_number))
     if words.locale.startswith("en"):
         sentence = SAINT.sub("Saint ", STREET.sub("Street", sentence))
     sentence = before_number.sub(lambda found: words.before_number[found[1]], sentence)
     return everywhere.sub(lambda found: spoken(found, words), sentence)
 
 
-def patterns(words):
-    if words.locale not in PATTERNS:
-        PATTERNS[words.locale] = (
-            re.compile(rf"(?<![\w.’'-])({alternatives(words.abbreviations)})(?!\w)(?=(\s*[\"”»’')]*\s*$)?)"),
-            re.compile(rf"(?<![\w.’'-])({alternatives(words.before_number)})(?= ?\d| ?[IVX]+\b)"),
-        )
-    return PATTERNS[words.locale]
+@functools.cache
+def patterns(everywhere, before_number):
+    begin = r"(?<![\w.’'-])"
+    return (
+        re.compile(rf"{begin}({alternatives(everywhere)})(?!\w)(?=(\s*[\"”»’')]*\s*$)?)"),
+        re.compile(rf"{begin}({alternatives(before_number)})(?= ?\d| ?[IVX]+\b)"),
+    )
 
 
-def alternatives(table):
-    return "|".join(sorted(map(re.escape, table), key=len, reverse=True)) or "(?!)"
+def alternatives(texts):
+    return "|".join(sorted(map(re.escape, texts), key=len, reverse=True)) or "(?!)"
 
 
 def spoken(found, words):

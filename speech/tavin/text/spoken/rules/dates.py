@@ -8,12 +8,16 @@ import icu
 from tavin.text.spoken.rules.numbers import spelled
 
 ISO = re.compile(r"(?<![\w.,/-])(\d{4})-(0[1-9]|1[0-2])-(0[1-9]|[12]\d|3[01])(?=T?\d\d:|\b(?![-/]))(?:T(?=\d\d:))?")
-POINTS = re.compile(r"(?<![\w.,/-])(0?[1-9]|[12]\d|3[01])\. ?(0?[1-9]|1[0-2])\.(?: ?(\d{4}|\d{2})(?![\w.,]*\d))?(?!\d)")
+POINTS = re.compile(
+    r"(?<![\w.,/-])(0?[1-9]|[12]\d|3[01])\. ?(0?[1-9]|1[0-2])\.(?: ?(\d{4}|\d{2})(?![\w.,]*\d))?(?!\d)"
+)
 SLASHES = re.compile(r"(?<![\w.,/-])(\d{1,2})([/-])(\d{1,2})\2(\d{4})(?![\w/-])")
 # In German before a month or where an article or the like says that it is one.
 GERMAN_DAY = re.compile(
-    r"(?:\b(am|vom|zum|im|dem|den|des|beim|ab|bis|seit|einem|einen|der|die|das|Der|Die|Das|Am|Im|Zum|Vom|Den|Ab|Bis|Seit) )?(?<![\w.,])(\d{1,3})\. (?=("
-    r"Januar|Jänner|Februar|März|April|Mai|Juni|Juli|August|September|Oktober|November|Dezember|Jan\.|Feb\.|Aug\.|Sept\.|Okt\.|Nov\.|Dez\.|Jahrhundert|Jh\.|Weltkrieg)|[a-zäöü]{3}|[A-ZÄÖÜ][a-zäöüß]{2})"
+    r"(?:\b(am|vom|zum|im|dem|den|des|beim|ab|bis|seit|einem|einen|der|die|das|Der|Die|Das|Am|Im|Zum|Vom|Den|Ab"
+    r"|Bis|Seit) )?(?<![\w.,])(\d{1,3})\. (?=("
+    r"Januar|Jänner|Februar|März|April|Mai|Juni|Juli|August|September|Oktober|November|Dezember|Jan\.|Feb\."
+    r"|Aug\.|Sept\.|Okt\.|Nov\.|Dez\.|Jahrhundert|Jh\.|Weltkrieg)|[a-zäöü]{3}|[A-ZÄÖÜ][a-zäöüß]{2})"
 )
 NOMINATIVE = ("der", "die", "das")
 
@@ -23,12 +27,17 @@ def say(sentence, words):
         return sentence
     language = words.locale[:2]
     if words.signs:  # of the languages whose order of day and month is known here
-        sentence = ISO.sub(lambda date: spoken(date[3], date[2], date[1], words) + (", " if date[0][-1] == "T" else ""), sentence)
+        sentence = ISO.sub(lambda date: from_iso(date, words), sentence)
         sentence = SLASHES.sub(lambda date: from_numbers(date, words), sentence)
     if language == "de":
         sentence = POINTS.sub(lambda date: spoken(date[1], date[2], full_year(date[3]), words), sentence)
         sentence = GERMAN_DAY.sub(lambda day: german(day, words), sentence)
     return sentence
+
+
+def from_iso(date, words):
+    """And a pause before the time, where that follows."""
+    return spoken(date[3], date[2], date[1], words) + (", " if date[0].endswith("T") else "")
 
 
 def from_numbers(date, words):

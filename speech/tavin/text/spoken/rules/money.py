@@ -8,7 +8,8 @@ import icu
 from tavin.text.spoken.rules.numbers import NUMBER, is_attribute, is_one, with_unit
 
 SIGNS = {
-    "US$": "USD", "C$": "CAD", "A$": "AUD", "NZ$": "NZD", "HK$": "HKD", "$": "USD", "€": "EUR", "£": "GBP", "¥": "JPY",
+    "US$": "USD", "C$": "CAD", "A$": "AUD", "NZ$": "NZD", "HK$": "HKD", "$": "USD", "€": "EUR", "£": "GBP",
+    "¥": "JPY",
     "₹": "INR", "₽": "RUB", "₩": "KRW", "₺": "TRY", "₴": "UAH", "₪": "ILS", "zł": "PLN", "Kč": "CZK",
 }
 CODES = "USD|EUR|GBP|JPY|CHF|CAD|AUD|NZD|CNY|INR|SEK|NOK|DKK|PLN|CZK|HUF|MXN|BRL|ARS|ZAR|KRW|TRY|RUB"
@@ -31,7 +32,9 @@ def say(sentence, words):
     before, after = patterns(tuple(words.scales))
     sentence = before.sub(lambda found: spoken(found, found[4], found[5], found[2] or found[3], words), sentence)
     sentence = after.sub(lambda found: spoken(found, found[2], found[3], found[4], words), sentence)
-    return CENTS.sub(lambda found: f"{found[1]} {name('CENT', found[1], words)}", sentence) if words.money else sentence
+    if not words.money:
+        return sentence
+    return CENTS.sub(lambda found: f"{found[1]} {name('CENT', found[1], words)}", sentence)
 
 
 def spoken(found, number, scale, currency, words):

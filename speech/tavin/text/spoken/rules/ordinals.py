@@ -1,17 +1,18 @@
 """An ordinal number in figures, where synthesisers do not know its ending."""
 
+import functools
 import re
 
 from tavin.text.spoken.rules.numbers import spelled
 
-PATTERNS = {}
+
+@functools.cache
+def pattern(ordinal):
+    return re.compile(rf"(?<![\w.,/-]){ordinal}(?!\w)")
 
 
 def say(sentence, words):
-    if not words.ordinal:
-        return sentence
-    pattern = PATTERNS.get(words.locale) or PATTERNS.setdefault(words.locale, re.compile(rf"(?<![\w.,/-]){words.ordinal}(?!\w)"))
-    return pattern.sub(lambda found: spoken(found, words), sentence)
+    return pattern(words.ordinal).sub(lambda found: spoken(found, words), sentence) if words.ordinal else sentence
 
 
 def spoken(found, words):

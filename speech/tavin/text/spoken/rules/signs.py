@@ -8,7 +8,10 @@ POWER = re.compile(r"(?<=[\w)])([⁻⁰¹²³⁴-⁹]{1,4})(?!\w)")
 CARET = re.compile(r"(?<=[\w)])\^\{?(-?\d{1,4}|[a-z])\}?")
 FORMULA = re.compile(r"\b(?:[A-Z][a-z]?[₀-₉]{0,3}){1,12}(?![^\W_])")
 ELEMENT = re.compile(r"[A-Z][a-z]?|\d+")
-BETWEEN = re.compile(r"(?<![^\s(])(!=|<=|>=|[=≠≈≤≥<>×÷±→⇒←∈↔&§+*~])(?![^\s])|(?<=[\w)])[ ]?([=≠≈≤≥×÷±])[ ]?(?=[\w(−√-])|(?<=\d)([+*])(?=\d)|(?<=[A-Z])(&)(?=[A-Z])")
+BETWEEN = re.compile(
+    r"(?<![^\s(])(!=|<=|>=|[=≠≈≤≥<>×÷±→⇒←∈↔&§+*~])(?![^\s])|(?<=[\w)])[ ]?([=≠≈≤≥×÷±])[ ]?(?=[\w(−√-])|"
+    r"(?<=\d)([+*])(?=\d)|(?<=[A-Z])(&)(?=[A-Z])"
+)
 BEFORE = re.compile(r"(?<!\w)([≈≤≥<>±√∞~∑]|<=|>=)(?= ?[\d(])|(§§?)(?= ?\d)")
 ALONE = re.compile(r"([∞‰π✓✔✗✘☐☑∑])|(?<=[\w)] )(→)|(?<=\d)(°)(?![\w])")
 MINUS = re.compile(r"(?<![^\s(=≈<>≤≥×÷])[-−–](?=\d)|(?<=\d) ?− ?(?=\d)")
@@ -21,7 +24,8 @@ def say(sentence, words):
     sentence = FORMULA.sub(formula, sentence)
     if not words.signs:
         return sentence
-    sentence = CARET.sub(lambda found: power(found[1], words), POWER.sub(lambda found: power(found[1], words), sentence))
+    for pattern in (POWER, CARET):
+        sentence = pattern.sub(lambda found: power(found[1], words), sentence)
     sentence = MINUS.sub(f" {words.minus} ", sentence)
     for pattern in (BETWEEN, BEFORE, ALONE):
         sentence = pattern.sub(lambda found: f" {words.signs[found[0].strip()]}{blank_after(found)}", sentence)

@@ -2,7 +2,11 @@
 
 import re
 
-TIME = re.compile(r"(?<![\w.,:/-])([01]?\d|2[0-4]):([0-5]\d)(?::([0-5]\d))?(?![\w:]*\d|[.,]\d)(?: ?(Uhr|h|heures|horas?|hrs)\b| ?([ap])\.?m\b(?:\.(?!\s*$))?)?", re.IGNORECASE)
+TIME = re.compile(
+    r"(?<![\w.,:/-])([01]?\d|2[0-4]):([0-5]\d)(?::([0-5]\d))?(?![\w:]*\d|[.,]\d)(?: ?(Uhr|h|heures|horas?"
+    r"|hrs)\b| ?([ap])\.?m\b(?:\.(?!\s*$))?)?",
+    re.IGNORECASE,
+)
 FRENCH = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4]) ?h(?: ?([0-5]\d))?(?![\w/])")
 ENGLISH = re.compile(r"(?<![\w.,:/])(1[0-2]|[1-9]) ?([ap])\.?m\b(?:\.(?!\s*$))?", re.IGNORECASE)
 GERMAN = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4])\.([0-5]\d) Uhr\b")
@@ -25,9 +29,7 @@ def say(sentence, words):
 def spoken(time, words):
     if time[5]:
         return f"{time[1] if time[2] == '00' else said(time[1], time[2], words)} {time[5].upper()} M"
-    if len(time[1]) == 1 and time[1] == "0" and not time[3] and not time[4]:
-        return time[0]
-    if time[3]:  # with its seconds it is a time taken as well
+    if time[3] or time[1] == "0" and not time[4]:  # it may be a time taken as well
         return time[0]
     return said(time[1], time[2], words)
 
@@ -35,9 +37,9 @@ def spoken(time, words):
 def said(hours, minutes, words):
     hours = hours.lstrip("0") or "0"
     if minutes == "00":
-        return words.hour.format(hours) if hours != "1" or "s" != words.hour[-1] else words.hour[:-1].format("une" if words.locale == "fr" else "una")
+        return words.one_hour if hours == "1" and words.one_hour else words.hour.format(hours)
     if minutes[0] == "0":
         minutes = words.minutes_below_ten.format(minutes[1])
-    if hours == "1" and words.locale == "fr":
-        return f"une heure {minutes}"
+    if hours == "1" and words.one_hour_and_minutes:
+        return words.one_hour_and_minutes.format(minutes)
     return words.hour_and_minutes.format(hours, minutes)

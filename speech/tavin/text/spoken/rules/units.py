@@ -7,15 +7,24 @@ import icu
 from tavin.text.spoken.rules.numbers import NUMBER, is_attribute, with_unit
 
 UNITS = {
-    "km/h": "kilometer-per-hour", "m/s": "meter-per-second", "mph": "mile-per-hour", "km²": "square-kilometer", "km2": "square-kilometer",
-    "m²": "square-meter", "m2": "square-meter", "cm²": "square-centimeter", "m³": "cubic-meter", "m3": "cubic-meter", "cm³": "cubic-centimeter",
-    "km": "kilometer", "m": "meter", "cm": "centimeter", "mm": "millimeter", "µm": "micrometer", "μm": "micrometer", "nm": "nanometer",
-    "kg": "kilogram", "g": "gram", "mg": "milligram", "µg": "microgram", "l": "liter", "L": "liter", "dl": "deciliter", "cl": "centiliter", "ml": "milliliter",
-    "mL": "milliliter", "ha": "hectare", "ft": "foot", "lb": "pound", "lbs": "pound", "oz": "ounce", "yd": "yard", "kWh": "kilowatt-hour",
-    "kW": "kilowatt", "MW": "megawatt", "GW": "gigawatt", "W": "watt", "V": "volt", "mA": "milliampere", "Hz": "hertz", "kHz": "kilohertz", "MHz": "megahertz",
-    "GHz": "gigahertz", "kB": "kilobyte", "KB": "kilobyte", "MB": "megabyte", "GB": "gigabyte", "TB": "terabyte", "Mbit/s": "megabit-per-second",
-    "Mbps": "megabit-per-second", "°C": "celsius", "° C": "celsius", "°F": "fahrenheit", "K": "kelvin", "min": "minute", "ms": "millisecond", "kcal": "kilocalorie", "kJ": "kilojoule",
-    "hPa": "hectopascal", "s": "second", "h": "hour", "km/s": "", "l/100 km": "liter-per-100-kilometer", "l/100km": "liter-per-100-kilometer", "mpg": "mile-per-gallon",
+    "km/h": "kilometer-per-hour", "m/s": "meter-per-second", "mph": "mile-per-hour", "km²": "square-kilometer",
+    "km2": "square-kilometer",
+    "m²": "square-meter", "m2": "square-meter", "cm²": "square-centimeter", "m³": "cubic-meter",
+    "m3": "cubic-meter", "cm³": "cubic-centimeter",
+    "km": "kilometer", "m": "meter", "cm": "centimeter", "mm": "millimeter", "µm": "micrometer", "μm": "micrometer",
+    "nm": "nanometer",
+    "kg": "kilogram", "g": "gram", "mg": "milligram", "µg": "microgram", "l": "liter", "L": "liter",
+    "dl": "deciliter", "cl": "centiliter", "ml": "milliliter",
+    "mL": "milliliter", "ha": "hectare", "ft": "foot", "lb": "pound", "lbs": "pound", "oz": "ounce", "yd": "yard",
+    "kWh": "kilowatt-hour",
+    "kW": "kilowatt", "MW": "megawatt", "GW": "gigawatt", "W": "watt", "V": "volt", "mA": "milliampere",
+    "Hz": "hertz", "kHz": "kilohertz", "MHz": "megahertz",
+    "GHz": "gigahertz", "kB": "kilobyte", "KB": "kilobyte", "MB": "megabyte", "GB": "gigabyte", "TB": "terabyte",
+    "Mbit/s": "megabit-per-second",
+    "Mbps": "megabit-per-second", "°C": "celsius", "° C": "celsius", "°F": "fahrenheit", "K": "kelvin",
+    "min": "minute", "ms": "millisecond", "kcal": "kilocalorie", "kJ": "kilojoule",
+    "hPa": "hectopascal", "s": "second", "h": "hour", "km/s": "", "l/100 km": "liter-per-100-kilometer",
+    "l/100km": "liter-per-100-kilometer", "mpg": "mile-per-gallon",
 }
 # Alone they are words or plurals: "1990s", "5 K".
 NEED_BLANK = {"s", "h", "K", "L", "V", "W", "m", "min"}

@@ -6,16 +6,18 @@ from tavin.text.spoken.rules.numbers import spelled
 
 # In German, where a word before it says that it is one.
 GERMAN = re.compile(
-    r"\b(Jahre?n?|[Ss]eit|[Vv]on|[Bb]is|um|[Aa]nno|Januar|Februar|März|April|Mai|Juni|Juli|August|September|Oktober|November"
+    r"\b(Jahre?n?|[Ss]eit|[Vv]on|[Bb]is|um|[Aa]nno|Januar|Februar|März|April|Mai|Juni|Juli|August|September"
+    r"|Oktober|November"
     r"|Dezember|Sommer|Winter|Herbst|Frühjahr|Frühling) (1[1-9]\d\d)\b"
     r"(?![.,:/–-]?\d| ?[€%$°]| (?:Euro|Mark|Menschen|Personen|Meter|Kilometer|Kilo|Stück|Tonnen)\b)"
 )
+YEAR_SET = "%spellout-numbering-year"
 DECADE = re.compile(r"(?<![\w'’])['’]?(\d\d)?(\d0)['’]?s\b")
 
 
 def say(sentence, words):
     if words.locale == "de":
-        return GERMAN.sub(lambda year: f"{year[1]} {spelled(int(year[2]), '%spellout-numbering-year', words)}", sentence)
+        return GERMAN.sub(lambda year: f"{year[1]} {spelled(int(year[2]), YEAR_SET, words)}", sentence)
     return DECADE.sub(lambda years: decade(years, words), sentence) if words.decades else sentence
 
 
