@@ -90,3 +90,8 @@ def test_ten_megabytes_begin_as_soon_as_one_line():
 def test_other_languages_have_what_does_not_depend_on_the_language():
     text = "**Dom** ma 5 km i kosztuje $500 lub 20 €.[12] `a`"
     assert said(text, "pl") == "Dom ma 5 kilometrów i kosztuje 500 dolarów amerykańskich lub 20 euro. a"
+
+
+def test_the_parts_of_a_long_line_keep_their_order():
+    text = "a | b | " + " | ".join(f"cell{number}" for number in range(500))
+    assert re.findall(r"cell(\d+)", said(text, "en-us")) == [str(number) for number in range(500)]

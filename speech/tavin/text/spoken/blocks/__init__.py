@@ -48,21 +48,22 @@ class Blocks:
         return "".join(told)
 
     def end(self):
-        rest = self._line(self._rest, "")
-        row = inline(self._tables.end(), self._words)
-        return "\n".join(filter(None, (rest, row, *self._pages.end())))
+        return "\n".join(filter(None, (self._line(self._rest, ""), self._held_row(), *self._pages.end())))
 
     def _line(self, line, end):
         if self._within:
             self._within = False
-            return inline(line, self._words) + end
+            return self._held_row() + inline(line, self._words) + end
         lines = self._pages.take(line)
         return "\n".join(map(self._marked, lines)) + (end if lines else "")
+
+    def _held_row(self):
+        return inline(self._tables.end(), self._words)
 
     def _marked(self, line):
         code = self._fences.take(line)
         if code is not None:
-            return code
+            return self._held_row() + code
         before, row = self._tables.take(line)
         before = inline(before, self._words)
         if row is not None:
