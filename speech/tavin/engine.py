@@ -22,6 +22,8 @@ from tavin.text.cld2 import detector
 from tavin.text.language import Written
 from tavin.text.pieces import pieces
 from tavin.text.quotations import divided
+from tavin.text.spoken.pronunciation import Pronunciation
+from tavin.text.spoken.speaker import say
 
 PATIENCE_AT_START = 1.0
 LIST_SECONDS = 600.0  # that a cloud's list of voices is kept, or its refusal
@@ -50,6 +52,7 @@ class Engine:
             if synth.backend.voices_of_account
         }
         self._choice = Choice(settings, self._synths, self._setups)
+        self._pronunciation = Pronunciation()
         self._output = Output()
         self._reading = None
         self._task = None
@@ -77,7 +80,13 @@ class Engine:
                 await helper.start()
             except (SynthesisError, OutputError) as failure:
                 log.info("%s", failure)
+        await asyncio.to_thread(self._know_rules)
         await self._look_for_keys(self._choice.synth().backend.takes_key or bool(self._settings.keyed))
+
+    def _know_rules(self):
+        """Have them loaded that make words of signs and numbers."""
+        language = self._choice.language()
+        any(pieces("5 km for $1", language, 100, say=lambda sentence: say(sentence, language)))
 
     def end(self):
         """Silence, and no helper left."""
@@ -122,7 +131,7 @@ class Engine:
 
     def speak(self, text):
         self.stop()
-        self._error = None
+        self._error = self._pronunciation.look()
         self._chars = len(text)
         self._reading = self._reading_of(text)
         self._task = asyncio.get_running_loop().create_task(self._read(self._reading))
@@ -139,7 +148,11 @@ class Engine:
         def divide(sentence):
             return divided(sentence, lambda part: written.of(part, own()))
 
-        found = pieces(text, written.whole(own()), backend.longest_piece, backend.first_piece, divide)
+        def spoken(part):
+            return say(part, written.of(part, own()), self._pronunciation.say)
+
+        whole = written.whole(own())
+        found = pieces(text, whole, backend.longest_piece, backend.first_piece, divide, spoken)
         return Reading(found, choose, backend, self._output, self._fail)
 
     def stop(self):

@@ -11,10 +11,11 @@ SCRIPT = """
 import importlib, sys
 from tavin.synthesis.backends import BACKENDS
 from tavin.text.pieces import pieces
+from tavin.text.spoken.speaker import say
 name, voice, speed = sys.argv[1:]
 backend = BACKENDS[name]
 synthesizer = importlib.import_module(f"tavin.synthesis.backends.{name}.synthesizer").Synthesizer()
-for piece in pieces(sys.stdin.read(), "en-us", backend.longest_piece, backend.first_piece):
+for piece in pieces(sys.stdin.read(), "en-us", backend.longest_piece, backend.first_piece, say=lambda part: say(part, "en-us")):
     if piece:
         synthesizer.say(piece, voice, float(speed), sys.stdout.buffer.write)
 """

@@ -9,6 +9,7 @@ import unicodedata
 from collections import Counter
 
 from tavin.text.cld2 import detector
+from tavin.text.spoken.marks import CODE
 
 SAMPLE = 2000  # code points looked at
 # Per script, as Unicode names it: its languages, the most likely first. Latin has too many.
@@ -74,6 +75,8 @@ class Written:
     def of(self, sentence, expected):
         """The language of a sentence, or of a part of one."""
         whole = self.whole(expected)
+        if sentence.startswith(CODE):  # its words are of no language
+            return whole
         told = tell(sentence, whole)
         if told != whole and is_of_script(sentence, whole):
             if words(sentence) < FEWEST_WORDS_OF_SENTENCE and told not in self._met:

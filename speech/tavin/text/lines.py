@@ -13,7 +13,7 @@ UNSPOKEN = re.compile(
 )
 # Control characters, and the pictures that terminals' fonts put among the letters.
 CONTROL = re.compile("[\x00-\x08\x0e-\x1f\x7f-\x9f\ue000-\uf8ff\U000f0000-\U0010ffff]")
-LINE_ENDS = re.compile("\r\n?|[\x0b\x0c\x85\u2028\u2029]")
+LINE_ENDS = re.compile("\r\n?|[\x0b\x85\u2028\u2029]")
 BLANKS = re.compile(r"[^\S\n]+")
 # Letters that PDFs have in one; synthesisers spell them out.
 LIGATURES = str.maketrans(dict(zip("ﬀﬁﬂﬃﬄﬅﬆ", ("ff", "fi", "fl", "ffi", "ffl", "st", "st"))))
@@ -39,9 +39,13 @@ WIDE = re.compile(
 
 
 def clean(text):
+    """Without characters that are none of the text. Blanks stay as they are: tabs part cells, form feeds pages."""
     text = LINE_ENDS.sub("\n", text)
     text = CONTROL.sub(" ", UNSPOKEN.sub("", text))
-    text = unicodedata.normalize("NFC", text.translate(LIGATURES))
+    return unicodedata.normalize("NFC", text.translate(LIGATURES))
+
+
+def with_plain_blanks(text):
     return BLANKS.sub(" ", text)
 
 

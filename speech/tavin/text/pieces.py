@@ -10,8 +10,10 @@ import unicodedata
 
 import icu
 
-from tavin.text.lines import SOFT_HYPHEN, clean, unquote, unwrap
+from tavin.text.lines import SOFT_HYPHEN, clean, unquote, unwrap, with_plain_blanks
 from tavin.text.sentences import Segmenter
+from tavin.text.spoken.languages import words_of
+from tavin.text.spoken.marks import without_marks
 
 STEP = 2000  # code points taken from the text at once
 LONGEST_STEP = STEP + 50
@@ -58,9 +60,10 @@ class Piece(str):
         return piece
 
 
-def pieces(text, language, longest, first=None, divide=lambda sentence: [sentence]):
+def pieces(text, language, longest, first=None, divide=lambda sentence: [sentence], say=without_marks):
     """Yield pieces of at most `longest` code points; empty ones where nothing is to say. One that was
-    cut off what follows ends with a blank more. `divide` parts a sentence into what is spoken alike.
+    cut off what follows ends with a blank more. `divide` parts a sentence into what is spoken alike,
+    `say` makes of such a part what is spoken.
 
     An empty piece gives the caller the chance to let others run. With `first`, the first pieces
     have about so many code points where a sentence is longer.
@@ -68,18 +71,28 @@ def pieces(text, language, longest, first=None, divide=lambda sentence: [sentenc
     limit = Limit(longest, min(first or longest, longest))
     segmenter = Segmenter(language)
     rest = "\n"  # the text's first line begins like all others
-    for portion in portions(text):
-        *paragraphs, rest = PARAGRAPH_END.split(unquote(rest + clean(portion)))
+    for portion in running(text, words_of(language)):
+        *paragraphs, rest = PARAGRAPH_END.split(unquote(rest + portion))
         whole = []
         for paragraph in paragraphs:
             whole += segmenter.sentences(unwrap(paragraph))
         *finished, rest = segmenter.sentences(unwrap(rest)) or [""]
-        yield from speakable([part for sentence in whole + finished for part in divide(sentence)], limit)
+        yield from speakable([part for sentence in whole + finished for part in divide(sentence)], limit, say)
         if len(rest) > STEP:  # no end in sight
             *parts, rest = cut(rest, longest - len(GOES_ON))
-            yield from speakable(parts, limit, GOES_ON)
+            yield from speakable(parts, limit, say, GOES_ON)
         yield ""
-    yield from speakable(divide(rest), limit)
+    yield from speakable(divide(rest), limit, say)
+
+
+def running(text, words):
+    """The text in portions, without what marks it up."""
+    from tavin.text.spoken.blocks import Blocks  # loaded when it is needed: its patterns take a while
+
+    blocks = Blocks(words)
+    for portion in portions(text):
+        yield with_plain_blanks(blocks.take(clean(portion)))
+    yield with_plain_blanks(blocks.end())
 
 
 def portions(text):
@@ -101,9 +114,9 @@ def may_end(text, end):
     return following != "\n" and "\n" not in text[end - LINE_BEGIN : end]
 
 
-def speakable(whole, limit, end_mark=""):
+def speakable(whole, limit, say, end_mark=""):
     for sentence in whole:
-        rest = sentence
+        rest = say(sentence)
         while not limit.suits(len(rest)):
             end = best_end(rest, limit.now() - len(GOES_ON))
             if part := spoken(rest[:end]):

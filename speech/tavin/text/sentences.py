@@ -5,6 +5,8 @@ import re
 
 import icu
 
+from tavin.text.spoken.languages import words_of
+
 LOOKED_AT = 16  # code points at a sentence's end
 
 # What ICU does not know of. They stand before a name or the like, seldom at a sentence's end; a
@@ -20,10 +22,10 @@ COUNTED = re.compile(
     r"|Bd|Kap|Abb|Tab|Ziff|S)\. ?$"
 )
 WORD = re.compile(r"(?:^|[\s(\[\"'“„«])(\S+) ?$")
-ORDINAL = re.compile(r"\b\d{1,2}\. ?$")
+ORDINAL = re.compile(r"\b(?:\d{1,2}|[IVX]{1,6})\. ?$")
 GERMAN_MONTH = re.compile(
     r"(?:Jan(?:uar|\.)|Jänner|Feb(?:ruar|\.)|März|April|Apr\.|Mai|Juni?|Juli?|Aug(?:ust|\.)|Sept?(?:ember|\.)"
-    r"|Okt(?:ober|\.)|Nov(?:ember|\.)|Dez(?:ember|\.)|Jahrhundert|Jh\.)"
+    r"|Okt(?:ober|\.)|Nov(?:ember|\.)|Dez(?:ember|\.)|Jahrhundert|Jh\.|Weltkrieg)"
 )
 STOPPED = re.compile(r"(?:\.|[.!?…][\"”“»«’']) ?$")
 
@@ -35,6 +37,8 @@ class Segmenter:
         self._breaks = icu.BreakIterator.createSentenceInstance(icu.Locale(language))
         self._abbreviations = abbreviations(language)
         self._german = language.split("-")[0] == "de"
+        self._counted = counted(language)
+        self._parted = parted_abbreviations(language)
 
     def sentences(self, text):
         """All of `text` in sentences; the last may be unfinished."""
@@ -57,11 +61,27 @@ class Segmenter:
             return True
         if ABBREVIATION.search(before) or self._german and GERMAN.search(before):
             return True
+        if any(before.endswith(begin) and after.startswith(end) for begin, end in self._parted):
+            return True
         if after[0].isdigit():
-            return bool(COUNTED.search(before))
+            return bool(COUNTED.search(before) or word and word[1] in self._counted)
+        if after.startswith("» "):  # the end of what was said; without the blank it may open in German
+            return True
         if after[0].islower():
             return bool(STOPPED.search(before))
         return bool(self._german and ORDINAL.search(before) and GERMAN_MONTH.match(after))
+
+
+@functools.cache
+def parted_abbreviations(language):
+    """Those with a blank in them, parted there in all ways."""
+    places = ((text, place) for text in words_of(language).abbreviations for place in range(len(text)) if text[place] == " ")
+    return [(text[: place + 1], text[place + 1 :]) for text, place in places]
+
+
+@functools.cache
+def counted(language):
+    return frozenset(words_of(language).before_number)
 
 
 @functools.cache

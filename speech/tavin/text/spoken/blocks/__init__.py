@@ -1,0 +1,81 @@
+"""Line by line: what is marked up becomes running text. Lazy: a portion of text goes in, and what of it
+is sure comes out."""
+
+import re
+
+from tavin.text.spoken.blocks import (
+    addresses,
+    bullets,
+    citations,
+    decoration,
+    emphasis,
+    grouped_digits,
+    headings,
+    hypertext,
+    inline_code,
+    links,
+)
+from tavin.text.spoken.blocks.fences import Fences
+from tavin.text.spoken.blocks.pages import Pages
+from tavin.text.spoken.blocks.tables import Tables
+
+LONGEST_HELD = 1000  # code points of a line whose end has not come
+LONGEST_WORD = 4000
+QUOTE = re.compile(r"(?:>[> ]*)?")
+LINE_RULES = (decoration, headings, bullets)
+# Code first, in which nothing else is mark-up; addresses before emphasis, which they may hold the signs of.
+INLINE_RULES = (grouped_digits, inline_code, links, hypertext, addresses, emphasis, citations)
+
+
+class Blocks:
+    def __init__(self, words):
+        """`words` of the whole text's language."""
+        self._words = words
+        self._rest = ""
+        self._within = False  # whether a part of this line was handed on
+        self._pages = Pages()
+        self._fences = Fences(words)
+        self._tables = Tables()
+
+    def take(self, portion):
+        *lines, self._rest = (self._rest + portion).split("\n")
+        told = [self._line(line, "\n") for line in lines]
+        end = self._rest.rfind(" ") + 1 or len(self._rest) // LONGEST_WORD * LONGEST_WORD
+        if len(self._rest) > LONGEST_HELD and end:  # too long to wait for its end
+            told.append(self._line(self._rest[:end], ""))
+            self._rest = self._rest[end:]
+            self._within = True
+        return "".join(told)
+
+    def end(self):
+        return "\n".join(filter(None, (self._line(self._rest, ""), self._held_row(), *self._pages.end())))
+
+    def _line(self, line, end):
+        if self._within:
+            self._within = False
+            return self._held_row() + inline(line, self._words) + end
+        lines = self._pages.take(line)
+        return "\n".join(map(self._marked, lines)) + (end if lines else "")
+
+    def _held_row(self):
+        return inline(self._tables.end(), self._words)
+
+    def _marked(self, line):
+        code = self._fences.take(line)
+        if code is not None:
+            return self._held_row() + code
+        before, row = self._tables.take(line)
+        before = inline(before, self._words)
+        if row is not None:
+            return before + inline(row, self._words)
+        quote = QUOTE.match(line)[0]
+        told = line[len(quote) :]
+        for rule in LINE_RULES:
+            told = rule.say(told, self._words)
+        return before + quote + inline(told, self._words)
+
+
+def inline(line, words):
+    for rule in INLINE_RULES:
+        line = rule.say(line, words)
+    return line

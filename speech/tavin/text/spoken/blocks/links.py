@@ -1,0 +1,15 @@
+"""A link whose words stand there is its words, a picture what is said instead of it."""
+
+import re
+
+LINK = re.compile(
+    r"!?\[([^\[\]\n]{1,500})\]\(<?([^\s()<>]{1,2000}(?:\([^\s()]{0,200}\)[^\s()<>]{0,500})?)>?"
+    r"(?: +\"([^\"\n]{0,300})\")?\)"
+)
+REFERENCE = re.compile(r"\[([^\[\]\n]{1,500})\]\[[^\[\]\n]{0,100}\]")
+
+
+def say(line, _words):
+    if "](" in line:
+        line = LINK.sub(lambda link: f"{link[1]} ({link[3]})" if link[3] else link[1], line)
+    return REFERENCE.sub(r"\1", line) if "][" in line else line

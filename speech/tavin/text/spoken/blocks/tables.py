@@ -1,0 +1,77 @@
+"""A table: row by row, each cell with its column's head."""
+
+import re
+
+from tavin.text.spoken.bounds import fits
+from tavin.text.spoken.marks import PARAGRAPH
+
+BAR = re.compile(r"(?<!\\)\|")
+LONGEST_HEAD = 40  # code points; what is longer would be heard in every row
+
+
+class Tables:
+    def __init__(self):
+        self._held = None  # a row that may be the head
+        self._heads = None
+        self._read = False  # whether a row of this table was
+
+    def take(self, line):
+        """What was held back before the line, and what is said of it: None where it is none of a table."""
+        if is_border(line):
+            if self._held is None:
+                return "", ""
+            before, self._heads, self._held, self._read = self._heads_alone(), cells(self._held), None, False
+            return before, ""
+        if is_row(line, self._heads):
+            if self._heads:
+                self._read = True
+                return "", row(cells(line), self._heads)
+            before = self._release()
+            self._held = line
+            return before, ""
+        before = self._heads_alone() + self._release()
+        if "\t" in line.strip():
+            return before, row(line.split("\t"))
+        return before, None
+
+    def _release(self):
+        held, self._held = self._held, None
+        return row(cells(held)) if held is not None else ""
+
+    def _heads_alone(self):
+        heads, self._heads = self._heads, None
+        return row(heads) if heads and not self._read else ""
+
+    def end(self):
+        return self._heads_alone() + self._release()
+
+
+def is_border(line):
+    return "-" in line and ("|" in line or "+-" in line) and not set(line) - set("|:-+= ")
+
+
+def is_row(line, heads):
+    line = line.strip()
+    bars = len(BAR.findall(line))
+    return bars > 0 and (bool(heads) or bars > 1 and (line[0] == line[-1] == "|" or line.count(" | ") > 1)) or (
+        " | " in line and bars == 1
+    )
+
+
+def cells(line):
+    return [cell.replace("\\|", "|").strip() for cell in BAR.split(line.strip().removeprefix("|").removesuffix("|"))]
+
+
+def row(found, heads=None):
+    plain = ", ".join(cell.strip() for cell in found if cell.strip())
+    said = plain
+    if heads:
+        heads = heads + [""] * len(found)
+        said = "; ".join(named(cell, head) for cell, head in zip(found, heads) if cell)
+    if heads and not fits(said, "|".join(found)):
+        said = plain
+    return f"{PARAGRAPH}{said}{'' if said[-1:] in '.!?:' else '.'}{PARAGRAPH}" if said else ""
+
+
+def named(cell, head):
+    return f"{head}: {cell}" if head and len(head) <= LONGEST_HEAD else cell

@@ -1,0 +1,81 @@
+"""What the rules must know of a language; each has a file here. What is empty leaves a rule without work."""
+
+import functools
+import importlib
+from dataclasses import dataclass, field
+
+import icu
+
+KNOWN = ("de", "en", "es", "fr")
+
+
+@dataclass(frozen=True)
+class Words:
+    """Texts with `{}` take what they are about."""
+
+    link: str = "{}"
+    dot: str = "."
+    at: str = " at "
+    dash: str = "-"
+    slash: str = "/"
+    backslash: str = "\\"
+    underscore: str = " "
+    more: str = "{}"  # of a key: its beginning; `{count}` characters are left out
+    code: str = ""
+    done: str = ""  # an item of a list that is ticked
+    open: str = ""  # one that is not
+    signs: dict = field(default_factory=dict)  # sign -> words, between blanks or numbers
+    operators: dict = field(default_factory=dict)  # in code
+    number: str = ""  # for "#5"
+    hashtag: str = ""
+    minus: str = ""
+    to: str = ""  # of a range
+    score: str = ""  # between what two sides have
+    scored: str = ""  # a pattern for what makes "3-2" a score
+    squared: str = ""
+    cubed: str = ""
+    power: str = ""
+    degrees: str = ""
+    money: dict = field(default_factory=dict)  # code -> one, many
+    with_cents: str = "{} {}"  # the whole, the cents
+    scales: dict = field(default_factory=dict)  # abbreviation -> one, many
+    after_scale: str = " "  # between "millions" and what there are millions of; "’" goes on
+    month_first: bool = False
+    first: str = ""  # of a month, where the other days are plain numbers
+    of_date: str = " "  # between day, month and year
+    hour: str = ""  # for 9:00
+    hour_and_minutes: str = ""  # for 9:05
+    one_hour: str = ""  # where it is said in another way
+    one_hour_and_minutes: str = ""
+    minutes_below_ten: str = "{}"
+    ordinal: str = ""  # a pattern: the number, its ending
+    ordinal_sets: dict = field(default_factory=dict)  # ending -> ICU's rule set
+    denominators: dict = field(default_factory=dict)  # -> one, many
+    one: str = ""  # of a fraction
+    half: str = ""
+    and_a_half: str = ""  # 3½
+    mixed: str = ""  # 3¾
+    numerals: str = ""  # words that a Roman numeral counts
+    rulers: str = ""  # names that one follows
+    ruler: str = ""  # how it is said after such a name
+    rulers_from: int = 0  # from there on a plain number is said
+    ruler_set: str = ""
+    ruler_first: str = ""
+    abbreviations: dict = field(default_factory=dict)
+    before_number: dict = field(default_factory=dict)  # abbreviations only there
+    acronyms: dict = field(default_factory=dict)  # read wrongly by synthesisers
+    decades: bool = False
+    locale: str = "en"
+
+    def icu(self):
+        return icu.Locale(self.locale)
+
+
+@functools.cache
+def words_of(language):
+    """`language` as eSpeak NG names it, such as "en-us"."""
+    code = language.split("-")[0]
+    if code not in KNOWN:
+        return Words(locale=language.replace("-", "_"))
+    module = importlib.import_module(f"{__name__}.{code}")
+    return module.british(module.WORDS) if code == "en" and language != "en-us" else module.WORDS

@@ -1,0 +1,32 @@
+"""Sentence by sentence, in the sentence's language; each rule has a file."""
+
+from tavin.text.spoken.rules import (
+    abbreviations,
+    acronyms,
+    dates,
+    emoji,
+    fractions,
+    identifiers,
+    initials,
+    keys,
+    links,
+    mail,
+    money,
+    numerals,
+    ordinals,
+    paths,
+    phones,
+    ranges,
+    signs,
+    times,
+    units,
+    years,
+)
+
+# What is one thing with signs in it comes first, so that no other rule takes a part of it; then numbers,
+# the more particular first; signs last, when what they belong to is known.
+RULES = (
+    *(links, mail, keys, paths, emoji),
+    *(phones, numerals, dates, times, fractions, ranges, years, money, units, ordinals),
+    *(abbreviations, initials, signs, acronyms, identifiers),
+)

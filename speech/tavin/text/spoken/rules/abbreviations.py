@@ -1,0 +1,36 @@
+"""Abbreviations in full: a stop within a sentence is heard as its end."""
+
+import functools
+import re
+
+STREET = re.compile(r"(?<=[a-z\d] )St\.(?=,|$| (?:[a-z]|[NSEW]\b))")
+SAINT = re.compile(r"\bSt\. (?=[A-Z])")
+
+
+def say(sentence, words):
+    if not words.abbreviations:
+        return sentence
+    everywhere, before_number = patterns(tuple(words.abbreviations), tuple(words.before_number))
+    if words.locale.startswith("en"):
+        sentence = SAINT.sub("Saint ", STREET.sub("Street", sentence))
+    sentence = before_number.sub(lambda found: words.before_number[found[1]], sentence)
+    return everywhere.sub(lambda found: spoken(found, words), sentence)
+
+
+@functools.cache
+def patterns(everywhere, before_number):
+    begin = r"(?<![\w.’'-])"
+    return (
+        re.compile(rf"{begin}({alternatives(everywhere)})(?!\w)(?=(\s*[\"”»’')]*\s*$)?)"),
+        re.compile(rf"{begin}({alternatives(before_number)})(?= ?\d| ?[IVX]+\b)"),
+    )
+
+
+def alternatives(texts):
+    return "|".join(sorted(map(re.escape, texts), key=len, reverse=True)) or "(?!)"
+
+
+def spoken(found, words):
+    """One that ends a sentence leaves its stop there."""
+    ends = found[2] is not None and found[1].endswith(".")
+    return words.abbreviations[found[1]] + ("." if ends else "")

@@ -1,0 +1,61 @@
+"""An amount of money: the number first, then the currency by its name."""
+
+import functools
+import re
+
+import icu
+
+from tavin.text.spoken.rules.numbers import NUMBER, is_attribute, is_one, with_unit
+
+SIGNS = {
+    "US$": "USD", "C$": "CAD", "A$": "AUD", "NZ$": "NZD", "HK$": "HKD", "$": "USD", "€": "EUR", "£": "GBP",
+    "¥": "JPY",
+    "₹": "INR", "₽": "RUB", "₩": "KRW", "₺": "TRY", "₴": "UAH", "₪": "ILS", "zł": "PLN", "Kč": "CZK",
+}
+CODES = "USD|EUR|GBP|JPY|CHF|CAD|AUD|NZD|CNY|INR|SEK|NOK|DKK|PLN|CZK|HUF|MXN|BRL|ARS|ZAR|KRW|TRY|RUB"
+SIGN = "|".join(map(re.escape, SIGNS))
+CENTS = re.compile(r"(?<![\w.,])(\d{1,3}) ?¢")
+PARTS = re.compile(r"(.*\d)[.,](\d\d)")
+
+
+@functools.cache
+def patterns(scales):
+    """For amounts with the sign before them and behind. `scales` abbreviate millions and the like."""
+    some = "|".join(sorted(map(re.escape, scales), key=len, reverse=True)) or "(?!)"
+    scale = rf"(?: ?({some})(?![^\W\d_]))?"
+    before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|({CODES}) )({NUMBER}){scale}(?![\w%])"
+    after = rf"(?<![\w.,^])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)"
+    return re.compile(before), re.compile(after)
+
+
+def say(sentence, words):
+    before, after = patterns(tuple(words.scales))
+    sentence = before.sub(lambda found: spoken(found, found[4], found[5], found[2] or found[3], words), sentence)
+    sentence = after.sub(lambda found: spoken(found, found[2], found[3], found[4], words), sentence)
+    if not words.money:
+        return sentence
+    return CENTS.sub(lambda found: f"{found[1]} {name('CENT', found[1], words)}", sentence)
+
+
+def spoken(found, number, scale, currency, words):
+    minus = f"{words.minus} " if found[1] and words.minus else found[1]
+    code = SIGNS.get(currency, currency)
+    attribute = bool(is_attribute(found, words))
+    if scale:
+        one, many = words.scales[scale]
+        number = f"{number} {one if is_one(number) else many}"
+        joint = " " if many in ("mil", "mille", "mil millones") else words.after_scale
+        return f"{minus}{number}{' ' if attribute else joint}{name(code, '1' if attribute else '2', words)}"
+    if code not in words.money:
+        return minus + with_unit(number, icu.CurrencyUnit(code), words, attribute)
+    whole, cents = PARTS.fullmatch(number).groups() if PARTS.fullmatch(number) else (number, "00")
+    if whole == "0" and code in ("USD", "EUR") and cents != "00":
+        return f"{minus}{cents.lstrip('0')} {name('CENT', cents.lstrip('0'), words)}"
+    said = f"{whole} {name(code, '1' if attribute else whole, words)}"
+    return minus + (said if cents == "00" else words.with_cents.format(said, cents.lstrip("0")))
+
+
+def name(code, number, words):
+    if code in words.money:
+        return words.money[code][0 if is_one(number) else 1]
+    return with_unit(number, icu.CurrencyUnit(code), words).removeprefix(number).strip()

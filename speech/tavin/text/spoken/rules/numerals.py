@@ -1,0 +1,56 @@
+"""Roman numerals, where a name or a word before them says that they are some."""
+
+import functools
+import re
+
+from tavin.text.spoken.rules.numbers import spelled
+
+NUMERAL = r"(?=[IVX])X{0,3}(?:IX|IV|V?I{0,3})"
+LONG_NUMERAL = r"(?=[IVXLC])C{0,3}(?:XC|XL|L?X{0,3})(?:IX|IV|V?I{0,3})"
+VALUES = {"I": 1, "V": 5, "X": 10, "L": 50, "C": 100, "D": 500, "M": 1000}
+YEAR = re.compile(r"\b(M{1,2}(?:CM|CD|D?C{0,3})(?:XC|XL|L?X{0,3})(?:IX|IV|V?I{0,3}))\b")
+ALONE = re.compile(rf"(?<=[a-zß-öø-ÿ] )({NUMERAL})(?![\w.'’-]\w|\w)")
+FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re)(s?)\b")
+GERMAN_CENTURY = re.compile(rf"\b({NUMERAL})\. (?=Jahrhundert|Jh|Weltkrieg)")
+
+
+def say(sentence, words):
+    if not words.numerals:
+        return sentence
+    language = words.locale[:2]
+    counted, ruling = patterns(words.numerals, words.rulers, language == "de")
+    sentence = YEAR.sub(lambda year: str(value(year[1])) if len(year[1]) > 4 else year[0], sentence)
+    if language == "fr":
+        sentence = FRENCH_CENTURY.sub(lambda found: french(found, words), sentence)
+    if language == "de":
+        sentence = GERMAN_CENTURY.sub(lambda found: f"{value(found[1])}. ", sentence)
+    sentence = ruling.sub(lambda found: f"{found[1]} {ruler(found, words)}", sentence)
+    sentence = counted.sub(lambda found: f"{found[1]} {value(found[2])}", sentence)
+    return ALONE.sub(lambda found: str(value(found[1])) if len(found[1]) > 1 else found[0], sentence)
+
+
+@functools.cache
+def patterns(counting, ruling, german):
+    """For what is counted and for rulers; a German ordinal has a point."""
+    point = r"(\.)?" if german else "()"
+    numbered = rf"({LONG_NUMERAL})(?![\w'’-])"
+    return re.compile(rf"\b({counting}) {numbered}"), re.compile(rf"\b({ruling}) {numbered}{point}(?=(.)?)")
+
+
+def ruler(found, words):
+    number = value(found[2])
+    if number >= words.rulers_from:
+        return str(number)
+    said = words.ruler_first if number == 1 and words.ruler_first else spelled(number, words.ruler_set, words)
+    # The point of a German ordinal ends the sentence as well, at its end.
+    return words.ruler.format(said) + ("." if found[3] and found[4] is None else "")
+
+
+def french(found, words):
+    kind = "feminine" if found[2] == "re" else "masculine"
+    return spelled(value(found[1]), f"%spellout-ordinal-{kind}", words) + found[3]
+
+
+def value(numeral):
+    sizes = [VALUES[letter] for letter in numeral]
+    return sum(-size if size < max(sizes[index:]) else size for index, size in enumerate(sizes))

@@ -1,0 +1,25 @@
+"""A telephone number: figure by figure, in its groups."""
+
+import re
+
+NUMBER = re.compile(
+    r"(?<![\w.,/+-])(?:"
+    r"(?:\+|00)[1-9]\d{0,2}[ ./-]?(?:\(0\)[ ]?)?(?:\(?\d{1,5}\)?[ ./-]?){1,6}\d{2,}"  # of another country
+    r"|\(\d{2,5}\) ?\d{3,4}[ -]?\d{3,4}|\d{3}-\d{3}-\d{4}"
+    r"|0\d{2,5}[ ]?[/-][ ]?\d{3,9}(?:[ -]\d{1,6}){0,3})(?![\w-]|[.,]\d)"
+)
+GROUPS = re.compile(r"\d+")
+LONGEST = 20
+FEWEST = 7
+
+
+def say(sentence, words):
+    return NUMBER.sub(lambda number: spoken(number[0], words), sentence)
+
+
+def spoken(number, words):
+    groups = GROUPS.findall(number.replace("(0)", ""))
+    if not FEWEST <= sum(map(len, groups)) <= LONGEST:
+        return number
+    plus = f"{words.signs['+']} " if number[0] == "+" and words.signs else "+" if number[0] == "+" else ""
+    return plus + ", ".join(" ".join(group) for group in groups)

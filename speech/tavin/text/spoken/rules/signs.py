@@ -1,0 +1,53 @@
+"""Signs of mathematics, chemistry and law by their names, where they stand for something."""
+
+import re
+
+SUPERSCRIPT = str.maketrans("⁰¹²³⁴⁵⁶⁷⁸⁹⁻", "0123456789-")
+SUBSCRIPT = str.maketrans("₀₁₂₃₄₅₆₇₈₉", "0123456789")
+POWER = re.compile(r"(?<=[\w)])([⁻⁰¹²³⁴-⁹]{1,4})(?!\w)")
+CARET = re.compile(r"(?<=[\w)])\^\{?(-?\d{1,4}|[a-z])\}?")
+FORMULA = re.compile(r"\b(?:[A-Z][a-z]?[₀-₉]{0,3}){1,12}(?![^\W_])")
+ELEMENT = re.compile(r"[A-Z][a-z]?|\d+")
+BETWEEN = re.compile(
+    r"(?<![^\s(])(!=|<=|>=|[=≠≈≤≥<>×÷±→⇒←∈↔&§+*~])(?![^\s])|(?<=[\w)])[ ]?([=≠≈≤≥×÷±])[ ]?(?=[\w(−√-])|"
+    r"(?<=\d)([+*])(?=\d)|(?<=[A-Z])(&)(?=[A-Z])"
+)
+BEFORE = re.compile(r"(?<!\w)([≈≤≥<>±√∞~∑]|<=|>=)(?= ?[\d(])|(§§?)(?= ?\d)")
+ALONE = re.compile(r"([∞‰π✓✔✗✘☐☑∑])|(?<=[\w)] )(→)|(?<=\d)(°)(?![\w])")
+MINUS = re.compile(r"(?<![^\s(=≈<>≤≥×÷])[-−–](?=\d)|(?<=\d) ?− ?(?=\d)")
+HASH = re.compile(r"(?<!\S)#(?=\d)")
+TAG = re.compile(r"(?<![\w&])#(?=[^\W\d])(?![0-9a-fA-F]{6}\b)")
+PERCENT = re.compile(r"(?<=\d) ?%(?!\w)")
+
+
+def say(sentence, words):
+    sentence = FORMULA.sub(formula, sentence)
+    if not words.signs:
+        return sentence
+    for pattern in (POWER, CARET):
+        sentence = pattern.sub(lambda found: power(found[1], words), sentence)
+    sentence = MINUS.sub(f" {words.minus} ", sentence)
+    for pattern in (BETWEEN, BEFORE, ALONE):
+        sentence = pattern.sub(lambda found: f" {words.signs[found[0].strip()]}{blank_after(found)}", sentence)
+    sentence = HASH.sub(f"{words.number} ", TAG.sub(f"{words.hashtag} ", sentence))
+    sentence = PERCENT.sub(f" {words.signs['%']}", sentence)
+    return re.sub(r" {2,}", " ", sentence).strip(" ")
+
+
+def blank_after(found):
+    """None before the sentence's own signs."""
+    return "" if found.string[found.end() : found.end() + 1] in ".,;:!?)" else " "
+
+
+def formula(found):
+    """Its letters are said one by one, but only where a figure shows that it is one."""
+    if not re.search(r"[₀-₉]", found[0]):
+        return found[0]
+    return " ".join(ELEMENT.findall(found[0].translate(SUBSCRIPT)))
+
+
+def power(exponent, words):
+    exponent = exponent.translate(SUPERSCRIPT)
+    named = {"2": words.squared, "3": words.cubed}.get(exponent)
+    minus = exponent.replace("-", f"{words.minus} ")
+    return f" {named}" if named else f" {words.power} {minus}"

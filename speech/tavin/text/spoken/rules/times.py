@@ -1,0 +1,45 @@
+"""A time of the day."""
+
+import re
+
+TIME = re.compile(
+    r"(?<![\w.,:/-])([01]?\d|2[0-4]):([0-5]\d)(?::([0-5]\d))?(?![\w:]*\d|[.,]\d)(?: ?(Uhr|h|heures|horas?"
+    r"|hrs)\b| ?([ap])\.?m\b(?:\.(?!\s*$))?)?",
+    re.IGNORECASE,
+)
+FRENCH = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4]) ?h(?: ?([0-5]\d))?(?![\w/])")
+ENGLISH = re.compile(r"(?<![\w.,:/])(1[0-2]|[1-9]) ?([ap])\.?m\b(?:\.(?!\s*$))?", re.IGNORECASE)
+GERMAN = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4])\.([0-5]\d) Uhr\b")
+
+
+def say(sentence, words):
+    if not words.hour_and_minutes:
+        return sentence
+    language = words.locale[:2]
+    sentence = TIME.sub(lambda time: spoken(time, words), sentence)
+    if language == "fr":
+        sentence = FRENCH.sub(lambda time: said(time[1], time[2] or "00", words), sentence)
+    if language == "de":
+        sentence = GERMAN.sub(lambda time: said(time[1], time[2], words), sentence)
+    if language == "en":
+        sentence = ENGLISH.sub(lambda time: f"{time[1]} {time[2].upper()} M", sentence)
+    return sentence
+
+
+def spoken(time, words):
+    if time[5]:
+        return f"{time[1] if time[2] == '00' else said(time[1], time[2], words)} {time[5].upper()} M"
+    if time[3] or time[1] == "0" and not time[4]:  # it may be a time taken as well
+        return time[0]
+    return said(time[1], time[2], words)
+
+
+def said(hours, minutes, words):
+    hours = hours.lstrip("0") or "0"
+    if minutes == "00":
+        return words.one_hour if hours == "1" and words.one_hour else words.hour.format(hours)
+    if minutes[0] == "0":
+        minutes = words.minutes_below_ten.format(minutes[1])
+    if hours == "1" and words.one_hour_and_minutes:
+        return words.one_hour_and_minutes.format(minutes)
+    return words.hour_and_minutes.format(hours, minutes)

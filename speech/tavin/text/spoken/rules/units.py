@@ -1,0 +1,44 @@
+"""A number's unit is said by its name, which ICU knows in each language."""
+
+import re
+
+import icu
+
+from tavin.text.spoken.rules.numbers import NUMBER, is_attribute, with_unit
+
+UNITS = {
+    "km/h": "kilometer-per-hour", "m/s": "meter-per-second", "mph": "mile-per-hour", "km²": "square-kilometer",
+    "km2": "square-kilometer",
+    "m²": "square-meter", "m2": "square-meter", "cm²": "square-centimeter", "m³": "cubic-meter",
+    "m3": "cubic-meter", "cm³": "cubic-centimeter",
+    "km": "kilometer", "m": "meter", "cm": "centimeter", "mm": "millimeter", "µm": "micrometer", "μm": "micrometer",
+    "nm": "nanometer",
+    "kg": "kilogram", "g": "gram", "mg": "milligram", "µg": "microgram", "l": "liter", "L": "liter",
+    "dl": "deciliter", "cl": "centiliter", "ml": "milliliter",
+    "mL": "milliliter", "ha": "hectare", "ft": "foot", "lb": "pound", "lbs": "pound", "oz": "ounce", "yd": "yard",
+    "kWh": "kilowatt-hour",
+    "kW": "kilowatt", "MW": "megawatt", "GW": "gigawatt", "W": "watt", "V": "volt", "mA": "milliampere",
+    "Hz": "hertz", "kHz": "kilohertz", "MHz": "megahertz",
+    "GHz": "gigahertz", "kB": "kilobyte", "KB": "kilobyte", "MB": "megabyte", "GB": "gigabyte", "TB": "terabyte",
+    "Mbit/s": "megabit-per-second",
+    "Mbps": "megabit-per-second", "°C": "celsius", "° C": "celsius", "°F": "fahrenheit", "K": "kelvin",
+    "min": "minute", "ms": "millisecond", "kcal": "kilocalorie", "kJ": "kilojoule",
+    "hPa": "hectopascal", "s": "second", "h": "hour", "km/s": "", "l/100 km": "liter-per-100-kilometer",
+    "l/100km": "liter-per-100-kilometer", "mpg": "mile-per-gallon",
+}
+# Alone they are words or plurals: "1990s", "5 K".
+NEED_BLANK = {"s", "h", "K", "L", "V", "W", "m", "min"}
+AFTER = "|".join(sorted((re.escape(unit) for unit, name in UNITS.items() if name), key=len, reverse=True))
+AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER})(?![\w/²³^])")
+
+
+def say(sentence, words):
+    return AMOUNT.sub(lambda amount: spoken(amount, words), sentence)
+
+
+def spoken(amount, words):
+    sign, number, blank, unit = amount.groups()
+    if unit in NEED_BLANK and not blank and (unit != "m" or number.isdigit() and len(number) > 3):
+        return amount[0]
+    minus = f"{words.minus} " if sign and words.minus else sign
+    return minus + with_unit(number, icu.MeasureUnit.forIdentifier(UNITS[unit]), words, is_attribute(amount, words))

@@ -1,0 +1,36 @@
+"""Years that are not said as other numbers are."""
+
+import re
+
+from tavin.text.spoken.rules.numbers import spelled
+
+# In German, where a word before it says that it is one.
+GERMAN = re.compile(
+    r"\b(Jahre?n?|[Ss]eit|[Vv]on|[Bb]is|um|[Aa]nno|Januar|Februar|März|April|Mai|Juni|Juli|August|September"
+    r"|Oktober|November"
+    r"|Dezember|Sommer|Winter|Herbst|Frühjahr|Frühling) (1[1-9]\d\d)\b"
+    r"(?![.,:/–-]?\d| ?[€%$°]| (?:Euro|Mark|Menschen|Personen|Meter|Kilometer|Kilo|Stück|Tonnen)\b)"
+)
+YEAR_SET = "%spellout-numbering-year"
+DECADE = re.compile(r"(?<![\w'’])['’]?(\d\d)?(\d0)['’]?s\b")
+
+
+def say(sentence, words):
+    if words.locale == "de":
+        return GERMAN.sub(lambda year: f"{year[1]} {spelled(int(year[2]), YEAR_SET, words)}", sentence)
+    return DECADE.sub(lambda years: decade(years, words), sentence) if words.decades else sentence
+
+
+def decade(years, words):
+    """ "1990s" is "nineteen nineties", "'90s" is "nineties"."""
+    century, ten = years[1], int(years[2])
+    if not ten:
+        return hundreds(int(century), words) if century else years[0]
+    plural = spelled(ten, "%spellout-numbering", words).removesuffix("y") + "ies" if ten > 10 else "tens"
+    return f"{spelled(int(century), '%spellout-numbering', words)} {plural}" if century else plural
+
+
+def hundreds(century, words):
+    if century % 10 == 0:
+        return spelled(century * 100, "%spellout-numbering", words) + "s"
+    return spelled(century, "%spellout-numbering", words) + " hundreds"

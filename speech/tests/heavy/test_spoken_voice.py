@@ -1,0 +1,59 @@
+"""What a recogniser hears of a text with mark-up, signs and numbers, read by Kokoro's real model."""
+
+import re
+
+import ear
+import file_server as does
+import pytest
+import real_voices
+from sound import Recorder, until
+from test_neural import choose
+
+TEXT = """# The **long** way home
+
+Dr. Jones lives on Garden St. and walked to the river, e.g. on Monday, as he wrote in World War II.[12]
+
+- See https://www.example.org/river/map?walk=long#top for the map
+- Use `max_count` where the house is
+
+| Tree | Colour |
+|------|--------|
+| Oak | green |
+
+----------
+
+It cost $500 😀😀😀
+"""
+HEARD = ["home", "garden street", "for example", "world war", "link to example", "max count", "tree oak", "green"]
+# What the signs were before they were silent, or words.
+NOT_HEARD = r"asterisk|roman|slash|underscore|back ?tick|pipe|https?|grave|hash|twelve|e\.g\.|vertical|dash"
+
+
+@pytest.fixture
+def engine(tmp_path, new_engine):
+    server = does.FileServer()
+    yield new_engine(tree=real_voices.tree(tmp_path / "tree", tmp_path / "data", server).folder).start()
+    server.end()
+
+
+@pytest.fixture
+def recorder(sound_server):
+    recording = Recorder(sound_server, rate=ear.RATE)
+    yield recording
+    recording.end()
+
+
+def test_signs_are_heard_as_what_they_mean(engine, recorder):
+    choose(engine)
+    until(lambda: engine.status()["ready"], 120, "the voice is ready")
+    begin = len(recorder.samples)
+    engine.speak(TEXT)
+    engine.wait_for("speaking", 60)
+    engine.wait_for("idle", 300)
+    recorder.quiet_for(0.5)
+    heard = ear.understood(recorder.samples[begin:]).lower()
+    print(heard)
+    words = " ".join(re.findall(r"[a-z]+", heard))
+    assert all(part in words for part in HEARD), heard
+    assert "500" in heard and "grinning face" in words, heard
+    assert not re.search(NOT_HEARD, heard), heard

@@ -1,0 +1,97 @@
+"""What holds for every text: no word is lost, nothing grows without bounds, nothing takes long."""
+
+import itertools
+import random
+import re
+import time
+
+import pytest
+from tavin.text.pieces import pieces
+from tavin.text.spoken.bounds import GROWTH, size
+from tavin.text.spoken.speaker import say
+from test_corpus import LANGUAGES, SNIPPETS
+
+PLAIN = "house tree water garden morning window letter people winter story".split()
+JOINTS = [" ", " ", " ", "\n", "\n\n", ". ", ", ", "? "]
+SIGNS = """**x** * ** _ __ ` `` ``` ~~~ # ## > - + • | |a|b| |---|---| --- === *** [1] [ ] [x] ( ) { } < > <b> </b> <br>
+<a href="x"> & &amp; &lt; &#13; &#xe010; \\ / // /usr/bin ~/a.b C:\\x http:// https://a.b/c?d=e!
+www.x.org a@b.org x@ 😀 😀😀 👍🏽 ❤️ 🇩🇪
+$5 $ 5€ -5 −5 5% 5 km 5km/h 5-10 5–10 5:30 5:3 5pm 1/2 ½ 3½ 2026-11-22 1/2/2026 1990s II XIV MMXX x² x^2 10⁻³ H₂O CO2
+≤ ≠ → § #5 #tag @me e.g. i.e. etc. Dr. No. 5 J. R. R. snake_case camelCase a() 3f2a9c1d4e5f 123456789012345678 +49 89 123456
+"Why?" “so” ‘a’ … — – ' '' z. B. d. h. p. ex. n° 1er 2e 1.º \u00ad \u200d \ufe0f""".split() + ["\t"]
+HOSTILE = [
+    *("x", "1", "1.", "1,", "1 ", "1 000 ", "a.", "a@", "a@b.", "/a", "/", "\\a", "C:\\a", "[", "[1", "[1]",
+      "](", "![", "(", "<a ", "<a b=", "<img alt="),
+    *("<", "*", "a*", "_", "a_", "`", "a`", "|", "a|", "http://", "http://a@", "www.", "a.com", "-", "0-",
+      "1-", "+49 ", "(1", "I", "X", "M", "I ", "A. "),
+    *("😀", "😀a", "👍🏽", "\u200d", "#", "#1", "1:", "1:2", "$1", "1$", "1/2 ", "e.g. ", "z. B. ", "e", "&#",
+      "&a", "&amp;", "<!--", "\x0c", "\x0c\n", "1\n"),
+    *("a\t", "~", "=", "^1", "⁻²", "aB1+", "a1", "H₂", "½", "1er ", "²", "→", " → ", "km ", "5 km ", "'", "\"",
+      "...", "- ", "- a\n", "|a|b|\n", "```\n", "# a\n"),
+]
+
+
+def said(text, language):
+    found = pieces(text, language, 600, say=lambda sentence: say(sentence, language))
+    return " ".join(filter(None, found))
+
+
+def mixed(chance):
+    """Plain words and signs in any order, and the words alone."""
+    text, words = "", []
+    for _ in range(chance.randrange(2, 60)):
+        plain = chance.random() < 0.5
+        word = chance.choice(PLAIN if plain else SIGNS)
+        words += [word] if plain else []
+        text += word + (chance.choice(JOINTS) if plain else chance.choice(" \n"))
+    return text, words
+
+
+@pytest.mark.parametrize("language", [*LANGUAGES.values(), "pl", "en-gb"])
+@pytest.mark.parametrize("seed", range(10))
+def test_no_plain_word_is_lost(language, seed):
+    chance = random.Random(f"{language} {seed}")
+    for _ in range(25):
+        text, words = mixed(chance)
+        found = iter(re.findall(r"[^\W\d_]+", said(text, language)))
+        assert all(word in found for word in words), text
+
+
+@pytest.mark.parametrize("language", [*LANGUAGES.values(), "pl"])
+def test_no_text_grows_more_than_tenfold(language):
+    texts = [sign * count for sign in [*SIGNS, *HOSTILE] for count in (1, 50)]
+    texts += [" ".join([sign] * 50) for sign in SIGNS] + [param.values[1] for param in SNIPPETS]
+    texts.append("|a very long head of a column|\n|---|\n" + "|1|\n" * 100)
+    for text in texts:
+        assert size(said(text, language)) <= GROWTH * size(text), text[:100]
+
+
+@pytest.mark.parametrize("language", LANGUAGES.values())
+def test_no_text_takes_long(language):
+    for unit in HOSTILE:
+        text = unit * (20_000 // len(unit))
+        begin = time.thread_time()
+        said(text, language)
+        assert time.thread_time() - begin < 2, unit
+
+
+def test_ten_megabytes_begin_as_soon_as_one_line():
+    """Of processor time; what a text of any length may take before its first piece."""
+    unit = "It costs $5, says https://example.org/a?b. **See** `a != b`.\n| a | b |\n|---|---|\n| 1 | 2 |\n\n"
+    text = unit * (10_000_000 // len(unit))
+    said("warm 5 km", "en-us")
+    begin = time.thread_time()
+    found = pieces(text, "en-us", 600, say=lambda sentence: say(sentence, "en-us"))
+    first = list(itertools.islice(filter(None, found), 3))
+    assert time.thread_time() - begin < 0.05
+    assert first[:2] == ["It costs 5 dollars, says link to example dot org.", "See a is not b."]
+
+
+def test_other_languages_have_what_does_not_depend_on_the_language():
+    text = "**Dom** ma 5 km i kosztuje $500 lub 20 €.[12] `a`"
+    assert said(text, "pl") == "Dom ma 5 kilometrów i kosztuje 500 dolarów amerykańskich lub 20 euro. a"
+
+
+def test_the_parts_of_a_long_line_keep_their_order():
+    text = "a | b | " + " | ".join(f"cell{number}" for number in range(500))
+    assert re.findall(r"cell(\d+)", said(text, "en-us")) == [str(number) for number in range(500)]
