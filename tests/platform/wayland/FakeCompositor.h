@@ -15,8 +15,8 @@ struct wl_resource;
 namespace tavin::test {
 
 // A compositor that has a seat, the standard protocol for data control and KWin's for the modifiers
-// that are held and for other programs' keys, and nothing else. Its clipboard holds one text from the start. While it lives,
-// WAYLAND_DISPLAY is its socket.
+// that are held and for other programs' keys, and nothing else. Its clipboard holds one text from
+// the start. While it lives, WAYLAND_DISPLAY is its socket.
 class FakeCompositor {
  public:
   explicit FakeCompositor(QByteArray text);
