@@ -37,15 +37,16 @@ constexpr const char* help[][2] = {
 
 }  // namespace
 
-void AppDelegate::showError(const Words& message) {
+void AppDelegate::showError(const Words& message, std::function<void()> answered) {
   if (lastError_ && sameText(*lastError_, message.source))
-    return;
+    return answered();
   lastError_ = message.source;
   Alert alert;
   alert.messageText = QCoreApplication::translate("Alert", "Tavin couldn't read that");
   alert.informativeText = message.shown;
   platform_.alerts->activateIgnoringOtherApps();
-  platform_.alerts->runModal(alert, [](const AlertResponse&) {});
+  platform_.alerts->runModal(
+      alert, [answered = std::move(answered)](const AlertResponse&) { answered(); });
 }
 
 void AppDelegate::showAccessibilityHelp() {

@@ -49,7 +49,12 @@ class AppDelegate final : public ApplicationDelegate,
   void stop();
 
   // Says what went wrong, unless it is what was said last. Returns at once.
-  void showError(const Words& message) override;
+  void showError(const Words& message) override {
+    showError(message, [] {});
+  }
+  // `answered` is the rest of the step that asks: it runs once the user has answered, or at once
+  // where nothing is shown.
+  void showError(const Words& message, std::function<void()> answered);
   // Explains that the Accessibility permission is missing. Returns at once.
   void showAccessibilityHelp();
 
@@ -65,7 +70,9 @@ class AppDelegate final : public ApplicationDelegate,
   void postSpeech(const QString& text);
   void watchPlayback();
   void pollPlayback(const std::shared_ptr<Timer>& timer);
-  void evaluatePlayback(const std::optional<EngineStatus>& status, Timer& timer);
+  void evaluatePlayback(const std::optional<EngineStatus>& status,
+                        const std::shared_ptr<Timer>& timer);
+  void showPlayback(const std::optional<EngineStatus>& status, Timer& timer);
   // Both keep this controller alive until the step has run.
   void onMain(std::function<void()> step);
   void onWork(std::function<void()> step);
@@ -80,6 +87,7 @@ class AppDelegate final : public ApplicationDelegate,
   std::shared_ptr<Timer> iconTimer_;  // May have been invalidated.
   // Serial: the engine requests of the speech commands, the permission test and the capture.
   const std::unique_ptr<Executor> work_;
+  int errorsOfPlayback_ = 0;          // Shown by the watcher and not answered yet.
   std::optional<QString> lastError_;  // The error shown last; never cleared.
 };
 

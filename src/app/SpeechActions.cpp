@@ -95,18 +95,32 @@ void AppDelegate::watchPlayback() {
 }
 
 void AppDelegate::pollPlayback(const std::shared_ptr<Timer>& timer) {
+  // An error is answered before the next is looked for: an absent user finds one, not hundreds.
+  if (errorsOfPlayback_ > 0)
+    return;
   onWork([this, timer] {
     const auto status = engine_->status(watchStatusTimeout);
-    onMain([this, status, timer] { evaluatePlayback(status, *timer); });
+    onMain([this, status, timer] { evaluatePlayback(status, timer); });
+  });
+}
+
+void AppDelegate::evaluatePlayback(const std::optional<EngineStatus>& status,
+                                   const std::shared_ptr<Timer>& timer) {
+  // First, because an engine can report an error and go on speaking.
+  if (!status || !status->error)
+    return showPlayback(status, *timer);
+  ++errorsOfPlayback_;
+  showError(status->errorMessage.words(), [weak = weak_from_this(), status, timer] {
+    if (const auto self = weak.lock()) {
+      --self->errorsOfPlayback_;
+      self->showPlayback(status, *timer);
+    }
   });
 }
 
 // Stops the timer whose tick this is. A newer watch may have replaced it: the icon turns idle all
 // the same, and the newer timer goes on.
-void AppDelegate::evaluatePlayback(const std::optional<EngineStatus>& status, Timer& timer) {
-  // First, because an engine can report an error and go on speaking.
-  if (status && status->error)
-    showError(status->errorMessage.words());
+void AppDelegate::showPlayback(const std::optional<EngineStatus>& status, Timer& timer) {
   if (status && status->isActive())
     return;
   timer.invalidate();

@@ -20,12 +20,12 @@ struct AlertResponse {
 };
 
 // Shows alerts one after the other, in the order in which they were asked for; a later one waits
-// until those before it are dismissed, and is dropped when too many wait already. All texts are
-// plain text, shown in full. Main thread only.
+// until those before it are dismissed. All texts are plain text, shown in full. Main thread only.
 class AlertPresenter {
  public:
   virtual ~AlertPresenter() = default;
-  // The next alert opens in front of whatever program is active and takes the keyboard.
+  // The next alert opens in front of whatever program is active and takes the keyboard; where one
+  // is open already, that one does so at once.
   virtual void activateIgnoringOtherApps() = 0;
   // Returns at once: timers, shortcuts and the menu go on while an alert is open. `completion` runs
   // on the main thread when the user has answered; not at all when the program quits first.

@@ -216,6 +216,33 @@ TEST_F(SpeechActionsTest, EngineErrorOfAnIdleEngineIsShownAndTheIconTurnsIdle) {
   fakes.engine.status["error"] = "no sound";
   tick(0);
   EXPECT_THAT(errors(), ElementsAre("no sound"));
+  EXPECT_TRUE(fakes.journal.starting("main: icon waveform (").empty());
+  fakes.alerts.answer({});
+  EXPECT_EQ(lines().back(), "main: icon waveform (Tavin)");
+  EXPECT_EQ(fakes.mainQueue.validTimers(), 0);
+}
+
+TEST_F(SpeechActionsTest, WhileAnErrorIsNotAnsweredNoOtherIsLookedFor) {
+  select(QStringLiteral("text"));
+  speak();
+  fakes.engine.status["state"] = "speaking";
+  for (const char* error : {"first", "second", "third"}) {
+    fakes.engine.status["error"] = error;
+    tick(0);
+  }
+  EXPECT_THAT(errors(), ElementsAre("first"));
+  fakes.alerts.answer({});
+  tick(0);
+  EXPECT_THAT(errors(), ElementsAre("first", "third"));
+}
+
+TEST_F(SpeechActionsTest, ARepeatedErrorHoldsNothingUp) {
+  select(QStringLiteral("text"));
+  speak();
+  app->showError(QStringLiteral("no sound"));
+  fakes.engine.status["error"] = "no sound";
+  tick(0);
+  EXPECT_THAT(errors(), ElementsAre("no sound"));
   EXPECT_EQ(lines().back(), "main: icon waveform (Tavin)");
 }
 

@@ -58,7 +58,8 @@ std::int64_t GuardedPasteboard::changeCount() {
   const std::int64_t changes = pasteboard_->changeCount() - base_;
   if (changes == 0 || stage_ == Stage::taken)
     return *told_ + changes;
-  answered(changes);
+  // A display that was started again counts from the beginning.
+  answered(std::max<std::int64_t>(changes, 1));
   if (closed_) {
     giveBack();
     return *told_;

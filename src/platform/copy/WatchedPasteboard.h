@@ -1,11 +1,16 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 
 #include "platform/Pasteboard.h"
 
 namespace tavin::copy {
+
+// Where a desktop tells that there was input but not which, what comes so soon after the beginning
+// of a watch is the end of the shortcut's press.
+constexpr std::chrono::milliseconds shortcutsPress{500};
 
 // What a desktop tells of the clipboard's changes since a watch over them began.
 struct ClipboardChanges {

@@ -5,7 +5,6 @@
 namespace tavin::gnome {
 namespace {
 
-constexpr std::chrono::milliseconds press(500);
 constexpr std::chrono::milliseconds answerDeadline(100);
 
 }  // namespace
@@ -67,7 +66,7 @@ void XwaylandPasteboard::writeObjects(const std::vector<PasteboardItem>& items) 
 }
 
 void XwaylandPasteboard::beginWatch(std::function<void()> onChange) {
-  pressIsOver_ = Clock::now() + press;
+  pressIsOver_ = Clock::now() + copy::shortcutsPress;
   if (pasteboard_)
     pasteboard_->beginWatch(std::move(onChange));
 }

@@ -17,6 +17,7 @@ namespace tavin::tray {
 namespace {
 
 constexpr int textWidth = 400;
+constexpr int fieldWidth = 320;
 // What is longer, such as an engine's whole traceback, scrolls: the buttons must stay on the
 // screen.
 constexpr int longText = 600;
@@ -25,18 +26,18 @@ constexpr int longWord = 40;  // A label cannot wrap inside a word.
 // Paragraphs are laid out whole, when they come into view: a megabyte in one takes minutes.
 constexpr qsizetype longestParagraph = 2000;
 
-QLabel* makeLabel(const QString& text) {
+QLabel* makeLabel(const QString& text, int width) {
   auto* label = new QLabel;
   label->setTextFormat(Qt::PlainText);
   label->setText(text);
   label->setWordWrap(true);
-  label->setMinimumWidth(textWidth);
+  label->setMinimumWidth(width);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return label;
 }
 
-QWidget* makeHeading(const QString& text) {
-  QLabel* label = makeLabel(text);
+QWidget* makeHeading(const QString& text, int width) {
+  QLabel* label = makeLabel(text, width);
   QFont font = label->font();
   font.setBold(true);
   label->setFont(font);
@@ -72,29 +73,28 @@ QString inShortParagraphs(const QString& text) {
   return paragraphs.join('\n');
 }
 
-QWidget* makeText(const QString& text) {
+QWidget* makeText(const QString& text, int width) {
   if (fitsALabel(text))
-    return makeLabel(text);
+    return makeLabel(text, width);
   auto* view = new QPlainTextEdit(inShortParagraphs(text));
   view->setReadOnly(true);
   view->setTabChangesFocus(true);
   view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  view->setMinimumWidth(textWidth);
+  view->setMinimumWidth(width);
   return view;
 }
 
 QLineEdit* makeSecureField() {
   auto* field = new QLineEdit;
   field->setEchoMode(QLineEdit::Password);
-  field->setFixedSize(320, std::max(24, field->sizeHint().height()));
+  field->setFixedSize(fieldWidth, std::max(24, field->sizeHint().height()));
   return field;
 }
 
-// For title bars and window lists; drawn here, so also where it is not installed in the theme.
 QIcon programIcon() {
   QIcon icon;
-  for (const QImage& image : trayImage(QStringLiteral("waveform.circle.fill")).pixmaps)
-    icon.addPixmap(QPixmap::fromImage(image));
+  for (const int size : {16, 24, 32, 48, 64, 128})
+    icon.addPixmap(QPixmap::fromImage(programImage(size)));
   return icon;
 }
 
@@ -112,14 +112,17 @@ QString wipe(QLineEdit& field) {
 AlertDialog::AlertDialog(const Alert& alert) {
   setWindowTitle("Tavin");
   setWindowIcon(programIcon());
-  setWindowFlag(Qt::WindowStaysOnTopHint);
+  // A dialog's buttons only: it can be closed, and no more.
+  setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                 Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
   setAttribute(Qt::WA_QuitOnClose, false);
   setAccessibleName(alert.messageText);
   setAccessibleDescription(alert.informativeText);
   auto* layout = new QVBoxLayout(this);
   layout->setSizeConstraint(QLayout::SetFixedSize);
-  layout->addWidget(makeHeading(alert.messageText));
-  layout->addWidget(makeText(alert.informativeText));
+  const int width = alert.secureField ? fieldWidth : textWidth;
+  layout->addWidget(makeHeading(alert.messageText, width));
+  layout->addWidget(makeText(alert.informativeText, width));
   if (alert.secureField) {
     field_ = makeSecureField();
     field_->setAccessibleName(alert.messageText);
@@ -138,7 +141,9 @@ QHBoxLayout* AlertDialog::makeButtons(const QStringList& titles) {
   row->addStretch();
   for (int i = 0; i < titles.size(); ++i) {
     auto* button = new QPushButton(QString(titles[i]).replace('&', QLatin1String("&&")));
-    button->setAutoDefault(false);
+    // Whatever the desktop's theme says of keys, Enter presses the button that has the keyboard: a
+    // dialog's default button would take it otherwise, and save an empty key for "Cancel".
+    button->setAutoDefault(true);
     connect(button, &QPushButton::clicked, this, [this, i] {
       button_ = AlertResponse::firstButton + i;
       accept();

@@ -10,8 +10,11 @@ namespace {
 
 enum class Kind { plain, checkmark, radio, submenu, separator };
 
-constexpr int poolGroups = 16;
-constexpr Kind poolGroup[] = {Kind::plain, Kind::checkmark, Kind::submenu, Kind::separator};
+// One separator after each section, because GNOME's shell draws any that has a visible line on both
+// sides, a hidden one too: none may stand between the lines of a section.
+constexpr int poolSections = 5;
+constexpr int groupsOfSection = 4;
+constexpr Kind poolGroup[] = {Kind::plain, Kind::checkmark, Kind::submenu};
 
 Kind kindOf(const MenuItem& item) {
   if (item.separator)
@@ -56,7 +59,7 @@ QVariantMap drawnProperties(const Menu& menu, const MenuItem& item) {
   if (kind == Kind::separator)
     return properties;
   // A single underscore marks an access key.
-  properties.insert("label", QString(item.title).replace('_', QLatin1String("__")));
+  properties.insert("label", drawnTitle(item.title).replace('_', QLatin1String("__")));
   // GTK's panels give a screen reader the first label for good unless they are told.
   properties.insert("accessible-desc", item.title);
   properties.insert("enabled", isEnabled(menu, item));
@@ -96,8 +99,12 @@ const MenuNode* findIn(const MenuNode& node, int id) {
 
 MenuLayout::MenuLayout() {
   root_.properties.insert("children-display", "submenu");
-  for (int group = 0; group < poolGroups; ++group)
-    for (const Kind kind : poolGroup) root_.children.push_back(hiddenNode(nextId_++, kind));
+  const auto add = [this](Kind kind) { root_.children.push_back(hiddenNode(nextId_++, kind)); };
+  for (int section = 0; section < poolSections; ++section) {
+    for (int group = 0; group < groupsOfSection; ++group)
+      for (const Kind kind : poolGroup) add(kind);
+    add(Kind::separator);
+  }
 }
 
 MenuLayout::Changes MenuLayout::update(const Menu& menu) {

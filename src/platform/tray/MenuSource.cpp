@@ -1,5 +1,6 @@
 #include "platform/tray/MenuSource.h"
 
+#include <QGuiApplication>
 #include <QTimer>
 #include <utility>
 
@@ -30,6 +31,16 @@ void MenuSource::choose(const MenuItem& item) {
       commandChosen_();
     menu_->delegate->perform(item);
   });
+}
+
+QString drawnTitle(const QString& title) {
+  static const QString signs = QStringLiteral("⌥⌃⇧");
+  const qsizetype begin = title.lastIndexOf(u'\t') + 1;
+  if (!QGuiApplication::isRightToLeft() || begin == title.size() || !signs.contains(title[begin]))
+    return title;
+  constexpr QChar leftToRight(0x2066);
+  constexpr QChar end(0x2069);
+  return title.left(begin) + leftToRight + title.mid(begin) + end;
 }
 
 Toggle toggleOf(const MenuItem& item) {

@@ -28,6 +28,10 @@ class MenuSource : private QObject {
   Menu* menu_ = nullptr;
 };
 
+// The title as it is drawn: where lines run from right to left, the signs of a shortcut, "⌥ Esc",
+// keep their order all the same.
+QString drawnTitle(const QString& title);
+
 // How an item shows its state.
 enum class Toggle { none, checkmark, radio };
 Toggle toggleOf(const MenuItem& item);

@@ -11,20 +11,17 @@ namespace tavin {
 
 namespace {
 
-// An engine that finds another fault every second must not fill the memory of an absent user.
-constexpr std::size_t mostWaiting = 20;
-
 class ModalAlerts final : public QObject, public AlertPresenter {
  public:
   void activateIgnoringOtherApps() override { nextInFront_ = true; }
 
   void runModal(const Alert& alert, std::function<void(AlertResponse)> completion) override {
     const bool inFront = std::exchange(nextInFront_, false);
-    if (waiting_.size() >= mostWaiting)
-      return;
     waiting_.push_back({alert, inFront, std::move(completion)});
     if (!busy_)
       openNext();
+    else if (inFront && dialog_)  // What was asked for waits for it: the user must find it.
+      tray::bringToFront(*dialog_);
   }
 
  private:

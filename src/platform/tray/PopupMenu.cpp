@@ -13,7 +13,9 @@ namespace tavin::tray {
 namespace {
 
 // A single ampersand marks an access key.
-QString escaped(const QString& title) { return QString(title).replace('&', QLatin1String("&&")); }
+QString escaped(const QString& title) {
+  return drawnTitle(title).replace('&', QLatin1String("&&"));
+}
 
 // Also where the menu is a window, which stays open by itself: the command may ask for a window of
 // its own, or for the one that had the keyboard before.

@@ -16,6 +16,9 @@ struct TrayImage {
 // `symbolName` is "waveform" or "waveform.circle.fill". Needs a GUI application.
 TrayImage trayImage(const QString& symbolName);
 
+// The program's own icon, for its windows: the same where no theme has it.
+QImage programImage(int size);
+
 // Where our icons are when the desktop's theme does not have them: the folder beside the running
 // program. Empty where it does not exist.
 QString iconThemePath();

@@ -1,9 +1,10 @@
 #include "platform/wayland/InputWatch.h"
 
+#include "platform/copy/WatchedPasteboard.h"
+
 namespace tavin::wayland {
 namespace {
 
-constexpr double secondsForPress = 0.5;
 // The least that all compositors count.
 constexpr std::uint32_t milliseconds = 1;
 
@@ -30,7 +31,7 @@ InputWatch::InputWatch(Connection& connection)
 
 void InputWatch::begin() {
   end();
-  pressIsOver_ = Deadline::in(secondsForPress);
+  pressIsOver_ = Clock::now() + copy::shortcutsPress;
   idle_ = acted_ = false;
   if (standard_) {
     standardClock_.reset(
@@ -50,7 +51,7 @@ void InputWatch::end() {
 // Once is enough: a pointer that moves would wake this thread all the time.
 void InputWatch::resumes() {
   idle_ = false;
-  acted_ = pressIsOver_.passed();
+  acted_ = Clock::now() >= pressIsOver_;
   if (acted_)
     end();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/Deadline.h"
+#include <chrono>
+
 #include "platform/wayland/Connection.h"
 
 namespace tavin::wayland {
@@ -13,7 +14,7 @@ class InputWatch {
   // `connection` must outlive it. Before its binding is done.
   explicit InputWatch(Connection& connection);
 
-  // From now on; what happens in the first half second is the end of a shortcut's press.
+  // From now on; what happens during copy::shortcutsPress does not count.
   void begin();
   void end();
   // Whether the user has done something since. Also true where that is not known: the compositor
@@ -21,6 +22,7 @@ class InputWatch {
   bool acted() const { return acted_ || !idle_; }
 
  private:
+  using Clock = std::chrono::steady_clock;
   struct Events;
   void becomesIdle() { idle_ = true; }
   void resumes();
@@ -30,7 +32,7 @@ class InputWatch {
   const Owned<org_kde_kwin_idle> kde_;
   Owned<ext_idle_notification_v1> standardClock_;
   Owned<org_kde_kwin_idle_timeout> kdeClock_;
-  Deadline pressIsOver_ = Deadline::in(0);
+  Clock::time_point pressIsOver_;
   bool idle_ = false;  // Since the last thing that was done.
   bool acted_ = false;
 };

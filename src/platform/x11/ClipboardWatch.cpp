@@ -46,13 +46,15 @@ bool ClipboardWatch::isTargets(xcb_window_t owner) const {
 }
 
 void ClipboardWatch::observe(const xcb_generic_event_t& event) {
-  const auto* raw = on_ ? input_.in(event) : nullptr;
+  const auto* raw = on_ && !on_->acted ? input_.in(event) : nullptr;
   if (!raw)
     return;
   const bool wheel = raw->detail >= firstOfWheel && raw->detail <= lastOfWheel;
-  if (raw->event_type == XCB_INPUT_RAW_KEY_PRESS ||
-      (raw->event_type == XCB_INPUT_RAW_BUTTON_PRESS && !wheel))
-    on_->acted = true;
+  on_->acted = raw->event_type == XCB_INPUT_RAW_KEY_PRESS ||
+               (raw->event_type == XCB_INPUT_RAW_BUTTON_PRESS && !wheel);
+  // Once is enough: who types would wake this thread all the time.
+  if (on_->acted)
+    input_.select(0);
 }
 
 }  // namespace tavin::x11

@@ -14,6 +14,8 @@ EXTENSION = "ubuntu-appindicators@ubuntu.com"
 ICON = """Object.entries(Main.panel.statusArea)
     .filter(([name, _]) => name.startsWith('appindicator')).map(([_, icon]) => icon)"""
 PLACE = "(a => [...a.get_transformed_position(), a.width, a.height])({})"
+SEPARATORS = ICON + """[0].menu._getMenuItems()
+    .filter(i => i.constructor.name === 'PopupSeparatorMenuItem' && i.mapped && i.height > 0)"""
 LINES = ICON + """[0].menu._getMenuItems().filter(i => i.visible && i.label?.text)"""
 
 
@@ -60,6 +62,14 @@ class Icon:
     def titles(self):
         return self._look(LINES + ".map(i => i.label.text)")
 
+    def separators(self):
+        """Those that are drawn: between which lines they stand."""
+        return self._look(SEPARATORS + """.map(s => {
+            const box = s.get_parent().get_children().filter(c => c.visible);
+            const at = box.indexOf(s);
+            return [at - 1, at + 1].map(n => box[n]?._delegate?.label?.text ?? box[n]?.label?.text);
+        })""")
+
     def choose(self, title):
         # It grows while it opens.
         place = PLACE.format(f"{LINES}.find(i => i.label.text.startsWith('{title}'))")
@@ -80,6 +90,7 @@ def test_the_icons_menu_has_its_lines(tavin, desktop):
     titles = icon.titles()
     assert titles[-1] == "Quit Tavin"
     assert "Engine: eSpeak NG" in titles
+    assert len(icon.separators()) == 3, icon.separators()
     desktop.key("Escape")
 
 

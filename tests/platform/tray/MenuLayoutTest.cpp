@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <QGuiApplication>
+
 #include "SampleMenu.h"
 #include "platform/tray/MenuLayout.h"
 
@@ -35,6 +37,56 @@ TEST(MenuLayout, ShowsTheItemsInOrder) {
   layout.update(menu);
   EXPECT_EQ(labels(shown(layout)), QStringList({"one", "two", "", "three"}));
   EXPECT_EQ(shown(layout)[2]->properties.value("type"), "separator");
+}
+
+TEST(MenuLayout, FromRightToLeftTheSignsOfAShortcutKeepTheirOrder) {
+  MenuLayout layout;
+  Menu menu;
+  menu.items = {command("one\t⌥ Esc"), command("⌃⌥ R"), command("two")};
+  layout.update(menu);
+  EXPECT_EQ(labels(shown(layout)), QStringList({"one\t⌥ Esc", "⌃⌥ R", "two"}));
+  QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+  layout.update(menu);
+  QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+  EXPECT_EQ(labels(shown(layout)),
+            QStringList({"one\t\u2066⌥ Esc\u2069", "\u2066⌃⌥ R\u2069", "two"}));
+}
+
+// GNOME's shell shows each separator that has a visible line before and after it, hidden or not.
+int separatorsInGnome(const MenuLayout& layout) {
+  bool between = false;
+  int count = 0;
+  for (const MenuNode& node : layout.root().children) {
+    if (node.properties.value("type") == "separator") {
+      between = true;
+    } else if (node.properties.value("visible").toBool()) {
+      count += between ? 1 : 0;
+      between = false;
+    }
+  }
+  return count;
+}
+
+TEST(MenuLayout, NoHiddenSeparatorStandsBetweenTheLinesOfTheMenu) {
+  MenuLayout layout;
+  const auto login = [] {
+    MenuItem item = command("login");
+    item.action = MenuAction::toggleLogin;
+    return item;
+  };
+  Menu menu;
+  menu.items = {
+      command("speak"),     command("pause"), command("warning"),    submenu("shortcut", {}),
+      separator(),          command("state"), submenu("engine", {}), submenu("voice", {}),
+      submenu("speed", {}), separator(),      submenu("key", {}),    login(),
+      command("log"),       separator(),      command("quit")};
+  layout.update(menu);
+  EXPECT_EQ(separatorsInGnome(layout), 3);
+  menu.items = {command("speak"), command("pause"), submenu("shortcut", {}),
+                separator(),      command("state"), login(),
+                command("log"),   separator(),      command("quit")};
+  layout.update(menu);
+  EXPECT_EQ(separatorsInGnome(layout), 2);
 }
 
 TEST(MenuLayout, RootLinesStayWhateverTheMenuHolds) {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -38,6 +39,17 @@ QStringList texts() {
     list.append(label->text());
   }
   return list;
+}
+
+// The key as a window system sends it.
+void press(QWidget* widget, int key) {
+  for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, key, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+    runEvents();
+    if (openAlert() == nullptr)
+      return;
+  }
 }
 
 class ModalAlertsTest : public ::testing::Test {
@@ -187,17 +199,71 @@ TEST_F(ModalAlertsTest, NoTextPushesTheButtonsOffTheScreen) {
   }
 }
 
-TEST_F(ModalAlertsTest, AlertsThatNobodyAnswersDoNotPileUpForEver) {
-  for (int i = 0; i < 1000; ++i) run({QString::number(i), "", {}, false});
-  int seen = 0;
-  for (; openAlert() != nullptr; ++seen) {
-    const QString before = texts()[0];
+TEST_F(ModalAlertsTest, NoneIsDroppedHoweverManyWait) {
+  for (int i = 0; i < 100; ++i) run({QString::number(i), "", {}, false});
+  for (std::size_t i = 0; i < 100; ++i) {
+    ASSERT_TRUE(
+        waitFor([&] { return openAlert() != nullptr && texts()[0] == QString::number(i); }));
     buttons()[0]->click();
-    ASSERT_TRUE(waitFor([&] { return openAlert() == nullptr || texts()[0] != before; }));
-    if (openAlert() == nullptr)
-      runEvents();
+    ASSERT_TRUE(answered(i + 1));
   }
-  EXPECT_EQ(seen, 21);  // The open one and those that wait.
+}
+
+TEST_F(ModalAlertsTest, OneAskedForWhileAnotherIsOpenBringsThatOneToTheFront) {
+  run({"first", "", {}, false});
+  ASSERT_TRUE(waitFor([] { return openAlert()->isActiveWindow(); }));
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(waitFor([&] { return other.isActiveWindow(); }));
+  run({"second", "", {}, false});
+  EXPECT_TRUE(waitFor([] { return openAlert()->isActiveWindow(); }));
+  EXPECT_EQ(texts()[0], "first");
+}
+
+TEST_F(ModalAlertsTest, EnterPressesTheButtonThatHasTheKeyboard) {
+  for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+    for (const int index : {0, 1}) {
+      run({"OpenAI API key", "text", {"Save", "Cancel"}, true});
+      ASSERT_TRUE(waitFor([] { return openAlert() != nullptr && openAlert()->isActiveWindow(); }));
+      buttons()[index]->setFocus();
+      const std::size_t before = answers.size();
+      press(buttons()[index], key);
+      ASSERT_TRUE(answered(before + 1));
+      EXPECT_EQ(answers.back().button, AlertResponse::firstButton + index);
+    }
+  }
+}
+
+TEST_F(ModalAlertsTest, EnterInTheFieldIsTheDefaultButtonAfterAnotherHadTheKeyboard) {
+  run({"OpenAI API key", "text", {"Save", "Cancel"}, true});
+  ASSERT_TRUE(waitFor([] { return openAlert() != nullptr && openAlert()->isActiveWindow(); }));
+  auto* field = openAlert()->findChild<QLineEdit*>();
+  buttons()[1]->setFocus();
+  field->setFocus();
+  press(field, Qt::Key_Return);
+  ASSERT_TRUE(answered(1));
+  EXPECT_EQ(answers[0].button, AlertResponse::firstButton);
+}
+
+TEST_F(ModalAlertsTest, HasADialogsButtonsOnlyAndTheProgramsIcon) {
+  run({"title", "text", {}, false});
+  const Qt::WindowFlags flags = openAlert()->windowFlags();
+  EXPECT_TRUE(flags.testFlag(Qt::WindowCloseButtonHint));
+  EXPECT_FALSE(flags & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+  const QImage icon = openAlert()->windowIcon().pixmap(48).toImage();
+  EXPECT_EQ(icon.pixelColor(24, 24), QColor(Qt::white));  // The bar in the middle.
+  EXPECT_GT(icon.pixelColor(24, 8).blue(), 0xb0);         // The ground above it.
+  EXPECT_LT(icon.pixelColor(24, 8).red(), 0x60);
+}
+
+TEST_F(ModalAlertsTest, TheFieldIsAsWideAsTheText) {
+  run({"OpenAI API key",
+       QString("Stored in your keyring. ").repeated(4),
+       {"Save", "Cancel"},
+       true});
+  for (const QLabel* label : openAlert()->findChildren<QLabel*>())
+    EXPECT_EQ(label->width(), openAlert()->findChild<QLineEdit*>()->width());
 }
 
 }  // namespace

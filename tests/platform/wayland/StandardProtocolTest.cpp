@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <atomic>
 
 #include "platform/Eventually.h"
 #include "platform/wayland/FakeCompositor.h"
@@ -36,6 +37,19 @@ TEST_F(StandardProtocolTest, TheClipboardIsReadAndGivenBackThroughIt) {
   pasteboard_.clearContents();
   EXPECT_EQ(pasteboard_.pasteboardItems(), std::vector<PasteboardItem>{});
   EXPECT_EQ(pasteboard_.changeCount(), count + 2);
+}
+
+TEST_F(StandardProtocolTest, WhereNobodyTellsOfInputAChangeMayBeTheUsers) {
+  std::atomic<int> told = 0;
+  pasteboard_.beginWatch([&] { ++told; });
+  EXPECT_EQ(pasteboard_.watched().count, 0);
+  pasteboard_.writeObjects(itemWith("copied"));
+  const auto changes = pasteboard_.watched();
+  EXPECT_EQ(changes.count, 1);
+  EXPECT_TRUE(changes.userActed);
+  EXPECT_EQ(told, 1);
+  pasteboard_.endWatch();
+  EXPECT_EQ(pasteboard_.watched().count, 0);
 }
 
 TEST_F(StandardProtocolTest, WhatACompositorLacksIsMissingAlone) {

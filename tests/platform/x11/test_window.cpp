@@ -1,8 +1,8 @@
 // A program with one window for the tests to steer. Arguments: the class name and, at will, the
 // window's type. Prints the window's number, then each key that reaches it as "press CODE STATE" or
 // "release CODE STATE". Does what comes as lines on its input, printing "done" after each:
-// "primary TEXT" selects a text, "grab" and "ungrab" hold the keyboard, "pty" opens a
-// pseudo-terminal and "child-pty" has a child do so. Ends with its input.
+// "primary TEXT" selects a text, "clipboard TEXT" copies it, "grab" and "ungrab" hold the keyboard,
+// "pty" opens a pseudo-terminal and "child-pty" has a child do so. Ends with its input.
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
@@ -35,7 +35,7 @@ class Program {
 
   const Connection& connection_;
   xcb_window_t window_ = XCB_WINDOW_NONE;
-  std::string primary_;
+  std::string text_;
 };
 
 void Program::show(const std::string& className, const char* type) {
@@ -91,8 +91,11 @@ bool Program::obey(const std::string& line) {
   if (line == "ungrab") {
     xcb_ungrab_keyboard(c, XCB_CURRENT_TIME);
   } else {
-    primary_ = line.substr(line.find(' ') + 1);
-    xcb_set_selection_owner(c, window_, XCB_ATOM_PRIMARY, XCB_CURRENT_TIME);
+    text_ = line.substr(line.find(' ') + 1);
+    const bool copies = line.rfind("clipboard", 0) == 0;
+    xcb_set_selection_owner(c, window_,
+                            copies ? connection_.atom("CLIPBOARD") : xcb_atom_t{XCB_ATOM_PRIMARY},
+                            XCB_CURRENT_TIME);
   }
   connection_.atom("a round trip");
   return true;
@@ -114,8 +117,7 @@ void Program::handle(const xcb_generic_event_t& event) {
 
 void Program::serve(const xcb_selection_request_event_t& request) {
   xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, request.requestor, request.property,
-                      request.target, 8, static_cast<std::uint32_t>(primary_.size()),
-                      primary_.data());
+                      request.target, 8, static_cast<std::uint32_t>(text_.size()), text_.data());
   xcb_selection_notify_event_t notice{};
   notice.response_type = XCB_SELECTION_NOTIFY;
   notice.requestor = request.requestor;
