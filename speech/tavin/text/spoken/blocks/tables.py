@@ -6,6 +6,7 @@ from tavin.text.spoken.bounds import fits
 from tavin.text.spoken.marks import PARAGRAPH
 
 BAR = re.compile(r"(?<!\\)\|")
+LABEL = re.compile(r"[\W_]|\(?\w{1,4}[.)]")  # of an item of a list, which a tab sets off
 LONGEST_HEAD = 40  # code points; what is longer would be heard in every row
 
 
@@ -30,8 +31,9 @@ class Tables:
             self._held = line
             return before, ""
         before = self._heads_alone() + self._release()
-        if "\t" in line.strip():
-            return before, row(line.split("\t"))
+        parts = line.strip().split("\t")
+        if len(parts) > 1 and not LABEL.fullmatch(parts[0]):
+            return before, row(parts)
         return before, None
 
     def _release(self):
@@ -63,13 +65,12 @@ def cells(line):
 
 
 def row(found, heads=None):
-    plain = ", ".join(cell.strip() for cell in found if cell.strip())
-    said = plain
+    said = ""
     if heads:
         heads = heads + [""] * len(found)
         said = "; ".join(named(cell, head) for cell, head in zip(found, heads) if cell)
-    if heads and not fits(said, "|".join(found)):
-        said = plain
+    if not said or not fits(said, "|".join(found)):
+        said = ", ".join(cell.strip() for cell in found if cell.strip())
     return f"{PARAGRAPH}{said}{'' if said[-1:] in '.!?:' else '.'}{PARAGRAPH}" if said else ""
 
 
