@@ -35,7 +35,6 @@ class Words:
     squared: str = ""
     cubed: str = ""
     power: str = ""
-    degrees: str = ""
     money: dict = field(default_factory=dict)  # code -> one, many
     with_cents: str = "{} {}"  # the whole, the cents
     scales: dict = field(default_factory=dict)  # abbreviation -> one, many

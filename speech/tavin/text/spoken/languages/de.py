@@ -44,7 +44,6 @@ WORDS = Words(
     squared="Quadrat",
     cubed="hoch drei",
     power="hoch",
-    degrees="Grad",
     money={
         "USD": ("Dollar", "Dollar"), "GBP": ("Pfund", "Pfund"), "EUR": ("Euro", "Euro"),
         "CHF": ("Franken", "Franken"), "CENT": ("Cent", "Cent"),

@@ -50,7 +50,6 @@ WORDS = Words(
     squared="squared",
     cubed="cubed",
     power="to the power of",
-    degrees="degrees",
     money={"USD": ("dollar", "dollars"), "GBP": ("pound", "pounds"), "EUR": ("euro", "euros"),
            "CAD": ("Canadian dollar", "Canadian dollars"),
            "CENT": ("cent", "cents")},

@@ -44,7 +44,6 @@ WORDS = Words(
     squared="al cuadrado",
     cubed="al cubo",
     power="elevado a",
-    degrees="grados",
     money={
         "USD": ("dólar", "dólares"), "GBP": ("libra", "libras"), "EUR": ("euro", "euros"),
         "MXN": ("peso", "pesos"), "CENT": ("céntimo", "céntimos"),

@@ -44,7 +44,6 @@ WORDS = Words(
     squared="au carré",
     cubed="au cube",
     power="puissance",
-    degrees="degrés",
     money={
         "USD": ("dollar", "dollars"), "GBP": ("livre", "livres"), "EUR": ("euro", "euros"),
         "CHF": ("franc suisse", "francs suisses"), "CENT": ("centime", "centimes"),

@@ -6,7 +6,6 @@ import re
 import icu
 
 NUMBER = r"(?:\d{1,3}(?:[.,'’ ]\d{3}){1,6}(?!\d)(?:[.,]\d{1,9})?|\d{1,15}(?:[.,]\d{1,9})?)"
-NO_DIGIT_BEFORE = r"(?<![\w.,/:-])"
 
 
 ATTRIBUTE = re.compile(r"\b[Aa]n? $")
