@@ -88,12 +88,15 @@ class Entrance:
 
     async def close(self):
         """Let nobody in, and wait a little until those inside have their answers."""
-        self._server.close()
-        self._server = None
-        deadline = asyncio.get_running_loop().time() + PATIENCE
+        loop = asyncio.get_running_loop()
+        deadline = loop.time() + PATIENCE
+        for listener in self._server.sockets:
+            loop.remove_reader(listener.fileno())
         for _ in range(TURNS_TO_OPEN):
             await asyncio.sleep(0)
-        while self._connections() and asyncio.get_running_loop().time() < deadline:
+        self._server.close()  # not before: it drops, without a word, who was accepted a moment ago
+        self._server = None
+        while self._connections() and loop.time() < deadline:
             await asyncio.sleep(0.01)
 
 

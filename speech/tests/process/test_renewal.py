@@ -1,5 +1,6 @@
 """A running engine whose files are replaced, as by an upgrade, becomes the new one between two readings."""
 
+import asyncio
 import os
 import socket
 import threading
@@ -9,6 +10,7 @@ import file_server as does
 import pytest
 from engine_process import PORT, exists
 from sound import until
+from tavin.process.renewal import Entrance
 from tree import Tree
 
 TEXT = "The quick brown fox jumps over the lazy dog. "
@@ -124,6 +126,33 @@ def test_no_request_is_lost_meanwhile(engine, tree):
     for thread in threads:
         thread.join()
     assert failures == []
+
+
+@pytest.mark.parametrize("turns", range(8))
+def test_a_connection_that_comes_while_the_entrance_closes_is_let_in_or_waits(turns):
+    """Whatever has become of it by then: each turn of the loop takes it a step further."""
+    inside = []
+
+    class Guest(asyncio.Protocol):
+        def connection_made(self, transport):
+            inside.append(transport)
+
+    async def scenario():
+        with socket.create_server(("127.0.0.1", 0)) as listener:
+            entrance = Entrance(listener, Guest, lambda: [])
+            await entrance.open()
+            with socket.create_connection(listener.getsockname()):
+                for _ in range(turns):
+                    await asyncio.sleep(0)
+                await entrance.close()
+                await entrance.open()
+                async with asyncio.timeout(5):
+                    while not inside:
+                        await asyncio.sleep(0.01)
+                await entrance.close()
+
+    asyncio.run(scenario())
+    assert len(inside) == 1
 
 
 def test_a_request_that_takes_long_is_answered_first(engine, tree):
