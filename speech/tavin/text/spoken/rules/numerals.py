@@ -12,6 +12,9 @@ YEAR = re.compile(r"\b(M{1,2}(?:CM|CD|D?C{0,3})(?:XC|XL|L?X{0,3})(?:IX|IV|V?I{0,
 ALONE = re.compile(rf"(?<=[a-zß-öø-ÿ] )({NUMERAL})(?![\w.'’-]\w|\w)")
 FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re)(s?)\b")
 GERMAN_CENTURY = re.compile(rf"\b({NUMERAL})\. (?=Jahrhundert|Jh|Weltkrieg)")
+# What shows that an English "I" is no pronoun: "part I." but not "the part I like", "Mary I was" but not "the book I was".
+FIRST = re.compile(r"[.,;:)!?\]\"”–—]|$| [A-Z(–—]| (?:of|(?:and|or|to) [IVX]+|errors?|diabetes)\b")
+FIRST_OF_NAME = re.compile(r" (?:and|or|was|is|to|in|by|at|from|who|as|died|ruled|reigned|became|began|ended)\b")
 
 
 def say(sentence, words):
@@ -24,8 +27,8 @@ def say(sentence, words):
         sentence = FRENCH_CENTURY.sub(lambda found: french(found, words), sentence)
     if language == "de":
         sentence = GERMAN_CENTURY.sub(lambda found: f"{value(found[1])}. ", sentence)
-    sentence = ruling.sub(lambda found: f"{found[1]} {ruler(found, words)}", sentence)
-    sentence = counted.sub(lambda found: f"{found[1]} {value(found[2])}", sentence)
+    sentence = ruling.sub(lambda found: found[0] if is_pronoun(found, words) else f"{found[1]} {ruler(found, words)}", sentence)
+    sentence = counted.sub(lambda found: found[0] if is_pronoun(found, words) else f"{found[1]} {value(found[2])}", sentence)
     return ALONE.sub(lambda found: str(value(found[1])) if len(found[1]) > 1 else found[0], sentence)
 
 
@@ -35,6 +38,13 @@ def patterns(counting, ruling, german):
     point = r"(\.)?" if german else "()"
     numbered = rf"({LONG_NUMERAL})(?![\w'’-])"
     return re.compile(rf"\b({counting}) {numbered}"), re.compile(rf"\b({ruling}) {numbered}{point}(?=(.)?)")
+
+
+def is_pronoun(found, words):
+    if found[2] != "I" or not words.locale.startswith("en") or found[1] == "World War":
+        return False
+    after = found.string, found.end(2)
+    return not (FIRST.match(*after) or found[1][0].isupper() and FIRST_OF_NAME.match(*after))
 
 
 def ruler(found, words):
