@@ -23,8 +23,9 @@ LONGEST_HELD = 1000  # code points of a line whose end has not come
 LONGEST_WORD = 4000
 QUOTE = re.compile(r"(?:>[> ]*)?")
 LINE_RULES = (decoration, headings, bullets)
-# Code first, in which nothing else is mark-up; addresses before emphasis, which they may hold the signs of.
-INLINE_RULES = (grouped_digits, inline_code, links, hypertext, addresses, emphasis, citations)
+# Code first, in which nothing else is mark-up; citations before links, whose brackets theirs look like;
+# addresses before emphasis, which they may hold the signs of.
+INLINE_RULES = (grouped_digits, inline_code, hypertext, citations, links, addresses, emphasis)
 
 
 class Blocks:

@@ -3,8 +3,21 @@ sentence."""
 
 import re
 
-BRACKETED = re.compile(
-    r"(?:(?<=\w\w)|(?<=[.,;:!?)\"”»’'…%])) ?(?:\[(?:[1-9]\d{0,2}|[a-z])(?:[ ,;–-]{1,2}\d{1,3}){0,20}\])+(?!\()"
+NUMBERS = r"\[[1-9]\d{0,2}(?:[ ,;–-]{1,2}\d{1,3}){0,20}\]"
+# In no subscript, list or option: those are read.
+CLOSE = re.compile(
+    rf"(?:(?<=\w\w)|(?<=[^(]\))|(?<=[^\s\[\]][.,;!?\"”»’'…%])|(?<=[\w)]:)|(?<=[\w.,;:!?)]\*\*))"
+    rf"(?:{NUMBERS}|\[[a-h]\])+(?!\(|\w|\.\w|\[\d| ?=)"
+)
+APART = re.compile(rf"(?<=[\w\"”»’')%]) (?:{NUMBERS})+(?=[.,;)]|$)")
+NAME = re.compile(r"[._\d]|[a-z][A-Z]")  # of a program's variable
+WORD = re.compile(r"[\w.]*\w$")
+LONGEST_WORD = 40
+ROWS = frozenset("arr array list matrix vector args argv Liste lista".split())
+NEED_ONE = ROWS | frozenset(  # they would say nothing without what is in the brackets
+    "in by of see also and or is are was from to with than range interval option step press item"
+    " von bei nach siehe auch und oder ist sind aus mit laut dans par de voir aussi et ou est selon"
+    " en por ver véase también es según".split()
 )
 # After a word, not after a unit or a letter, which they square.
 RAISED = re.compile(r"(?:(?<=[^\W\d_]{3})|(?<=[.,;:!?)\"”»’']))[¹²³⁰⁴-⁹]{1,3}(?![\w⁻⁺])")
@@ -12,4 +25,21 @@ DAGGER = re.compile(r"(?<=[\w.,;:!?)\"”])[†‡]+")
 
 
 def say(line, _words):
-    return DAGGER.sub("", RAISED.sub("", BRACKETED.sub("", line)))
+    if "[" in line:
+        line = APART.sub(apart, CLOSE.sub(close, line))
+    return DAGGER.sub("", RAISED.sub("", line))
+
+
+def close(found):
+    word = word_before(found)
+    return found[0] if word in ROWS or NAME.search(word) and not word.isdigit() else ""
+
+
+def apart(found):
+    word = word_before(found).lower()
+    return found[0] if word in NEED_ONE or word.isdigit() else ""
+
+
+def word_before(found):
+    word = WORD.search(found.string, max(0, found.start() - LONGEST_WORD), found.start())
+    return word[0] if word else ""
