@@ -28,6 +28,7 @@ UNITS = {
 }
 # Alone they are words or plurals: "1990s", "5 K".
 NEED_BLANK = {"s", "h", "K", "L", "V", "W", "m", "min"}
+LENGTH = re.compile(r"[.,;:)!?]|$| (?:long|high|tall|deep|away|wide|lang|hoch|tief|breit|weit)\b")  # no minutes or millions
 AFTER = "|".join(sorted((re.escape(unit) for unit, name in UNITS.items() if name), key=len, reverse=True))
 AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER})(?![\w/²³^])")
 
@@ -38,7 +39,7 @@ def say(sentence, words):
 
 def spoken(amount, words):
     sign, number, blank, unit = amount.groups()
-    if unit in NEED_BLANK and not blank and (unit != "m" or number.isdigit() and len(number) > 3):
+    if unit in NEED_BLANK and not blank and (unit != "m" or not LENGTH.match(amount.string, amount.end())):
         return amount[0]
     minus = f"{words.minus} " if sign and words.minus else sign
     return minus + with_unit(number, icu.MeasureUnit.forIdentifier(UNITS[unit]), words, is_attribute(amount, words))

@@ -12,7 +12,12 @@ GERMAN = re.compile(
     r"(?![.,:/–-]?\d| ?[€%$°]| (?:Euro|Mark|Menschen|Personen|Meter|Kilometer|Kilo|Stück|Tonnen)\b)"
 )
 YEAR_SET = "%spellout-numbering-year"
-DECADE = re.compile(r"(?<![\w'’])['’]?(\d\d)?(\d0)['’]?s\b")
+# Two figures alone may be seconds: "30s".
+DECADE = re.compile(
+    r"(?:\b(?P<of>the|his|her|their|my|our|early|mid|late|low|upper)[ -])?(?<![\w'’])(?P<mark>['’])?"
+    r"(?P<century>\d\d)?(?P<ten>\d0)(?P<plural>['’])?(?-i:s)\b(?! (?:timeout|delay|limit|pause|mark|interval)\b)",
+    re.IGNORECASE,
+)
 
 
 def say(sentence, words):
@@ -23,11 +28,14 @@ def say(sentence, words):
 
 def decade(years, words):
     """ "1990s" is "nineteen nineties", "'90s" is "nineties"."""
-    century, ten = years[1], int(years[2])
+    if not any(years.group("of", "mark", "century", "plural")):
+        return years[0]
+    before = years[0][: years.end("of") - years.start() + 1] if years["of"] else ""
+    century, ten = years["century"], int(years["ten"])
     if not ten:
-        return hundreds(int(century), words) if century else years[0]
+        return before + hundreds(int(century), words) if century else years[0]
     plural = spelled(ten, "%spellout-numbering", words).removesuffix("y") + "ies" if ten > 10 else "tens"
-    return f"{spelled(int(century), '%spellout-numbering', words)} {plural}" if century else plural
+    return before + (f"{spelled(int(century), '%spellout-numbering', words)} {plural}" if century else plural)
 
 
 def hundreds(century, words):
