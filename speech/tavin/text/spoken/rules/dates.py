@@ -8,8 +8,13 @@ import icu
 from tavin.text.spoken.rules.numbers import spelled
 
 ISO = re.compile(r"(?<![\w.,/-])(\d{4})-(0[1-9]|1[0-2])-(0[1-9]|[12]\d|3[01])(?=T?\d\d:|\b(?![-/]))(?:T(?=\d\d:))?")
-POINTS = re.compile(
-    r"(?<![\w.,/-])(0?[1-9]|[12]\d|3[01])\. ?(0?[1-9]|1[0-2])\.(?: ?(\d{4}|\d{2})(?![\w.,]*\d))?(?!\d)"
+DAY_AND_MONTH = r"(?<![\w.,/-])(0?[1-9]|[12]\d|3[01])\. ?(0?[1-9]|1[0-2])\."
+POINTS = re.compile(rf"(?<!Version ){DAY_AND_MONTH} ?(\d{{4}})(?![\w.,]*\d)")
+# Without a whole year it may be a chapter or a version as well, but for where this shows that it is none.
+SHORT_POINTS = re.compile(
+    rf"(?:(?<=\b[Aa]m )|(?<=\b[Aa]b )|(?<=\b(?:[Vv]om|[Zz]um|[Bb]is|[Dd]er|[Dd]en|[Dd]em) )|(?<=\b[Ss]eit )"
+    rf"|(?<=\beinen )|^(?=[\d. ]{{4,9}}(?: ist| war|[,:]))){DAY_AND_MONTH}"
+    rf"(?: ?(\d{{2}})(?![\w.,]*\d))?(?!\d)(?=(\s*[\"”»’')]*\s*$)?)"
 )
 SLASHES = re.compile(r"(?<![\w.,/-])(\d{1,2})([/-])(\d{1,2})\2(\d{4})(?![\w/-])")
 # In German before a month or where an article or the like says that it is one.
@@ -30,7 +35,8 @@ def say(sentence, words):
         sentence = ISO.sub(lambda date: from_iso(date, words), sentence)
         sentence = SLASHES.sub(lambda date: from_numbers(date, words), sentence)
     if language == "de":
-        sentence = POINTS.sub(lambda date: spoken(date[1], date[2], full_year(date[3]), words), sentence)
+        sentence = POINTS.sub(lambda date: spoken(date[1], date[2], date[3], words), sentence)
+        sentence = SHORT_POINTS.sub(lambda date: short(date, words), sentence)
         sentence = GERMAN_DAY.sub(lambda day: german(day, words), sentence)
     return sentence
 
@@ -57,9 +63,10 @@ def spoken(day, month, year, words):
     return words.of_date.join(part for part in (day, month, year) if part)
 
 
-def full_year(year):
-    """Of two digits those of our time."""
-    return year if not year or len(year) == 4 else ("20" if int(year) < 50 else "19") + year
+def short(date, words):
+    """The month's point ends the sentence as well, at its end. Of two digits for a year, those of our time."""
+    year = date[3] and ("20" if int(date[3]) < 50 else "19") + date[3]
+    return spoken(date[1], date[2], year, words) + ("." if date[4] is not None and not year else "")
 
 
 @functools.cache
