@@ -13,7 +13,7 @@ LOOKED_AT = 16  # code points at a sentence's end
 # single capital before a stop is an initial.
 ABBREVIATION = re.compile(
     r"(?:\b(?:Dr|Mr|Mrs|Ms|Mme|Prof|Gen|Sen|Gov|St|Fig|Hr|Fr|vs|cf|e\. ?g|i\. ?e)"
-    r"|(?:^|[\s.])[A-Z])\. ?$"
+    r"|(?:^|[\s.])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
 )
 GERMAN = re.compile(r"(?:\b(?:bzw|bzgl|max|med|dent|jur|phil)|(?:^|[\s.])[a-zäöü])\. ?$")
 # And these before a number.
@@ -26,6 +26,16 @@ ORDINAL = re.compile(r"\b(?:\d{1,2}|[IVX]{1,6})\. ?$")
 GERMAN_MONTH = re.compile(
     r"(?:Jan(?:uar|\.)|Jänner|Feb(?:ruar|\.)|März|April|Apr\.|Mai|Juni?|Juli?|Aug(?:ust|\.)|Sept?(?:ember|\.)"
     r"|Okt(?:ober|\.)|Nov(?:ember|\.)|Dez(?:ember|\.)|Jahrhundert|Jh\.|Weltkrieg)"
+)
+# Of a noun after an article or the like, unless a sentence seems to begin: "im 3. Stock", but "am 3. Es regnete".
+GERMAN_ORDINAL = re.compile(
+    r"\b(?:[Aa]m|[Ii]m|[Vv]om|[Zz]um|[Zz]ur|[Bb]eim|[Dd](?:er|ie|as|em|en|es)|[Ee]in(?:en?|em|er)"
+    r"|[Jj]ede[mnrs]?|[Ss]eine[mnr]?|[Ii]hre[mnr]?|[Mm]eine[mnr]?|[Uu]nsere[mnr]?) \d{1,3}\. ?$"
+)
+GERMAN_BEGIN = re.compile(
+    r"(?:Er|Sie|Es|Wir|Ich|Ihr|Du|Man|Das|Die|Der|Den|Dem|Des|Dies\w*|Ein\w*|Kein\w*|Dann|Danach|Da|Dort|Dabei|Doch|Um|Am"
+    r"|Im|In|Und|Aber|Auch|Als|An|Auf|Aus|Bei|Bis|Beim|Darum|Deshalb|Durch|Für|Hier|Jetzt|Jede\w*|Mit|Nach|Nun|Nur|Oder|Ob"
+    r"|Seit\w*|Seine?|So|Später|Vom|Von|Vor|War|Warum|Was|Weil|Wenn|Wer|Wie|Wo|Zu|Zum|Zur|Zwar|Zwei|Drei)\b"
 )
 STOPPED = re.compile(r"(?:\.|[.!?…][\"”“»«’']) ?$")
 
@@ -65,11 +75,17 @@ class Segmenter:
             return True
         if after[0].isdigit():
             return bool(COUNTED.search(before) or word and word[1] in self._counted)
-        if after.startswith("» "):  # the end of what was said; without the blank it may open in German
+        if after.startswith("» ") or after.strip() == "»":  # the end of what was said; without the blank it may open in German
             return True
         if after[0].islower():
             return bool(STOPPED.search(before))
-        return bool(self._german and ORDINAL.search(before) and GERMAN_MONTH.match(after))
+        return self._german and is_german_ordinal(before, after)
+
+
+def is_german_ordinal(before, after):
+    if after[0].isupper() and GERMAN_ORDINAL.search(before) and not GERMAN_BEGIN.match(after):
+        return True
+    return bool(ORDINAL.search(before) and GERMAN_MONTH.match(after))
 
 
 @functools.cache

@@ -19,12 +19,13 @@ SHORT_POINTS = re.compile(
 SLASHES = re.compile(r"(?<![\w.,/-])(\d{1,2})([/-])(\d{1,2})\2(\d{4})(?![\w/-])")
 # In German before a month or where an article or the like says that it is one.
 GERMAN_DAY = re.compile(
-    r"(?:\b(am|vom|zum|im|dem|den|des|beim|ab|bis|seit|einem|einen|der|die|das|Der|Die|Das|Am|Im|Zum|Vom|Den|Ab"
+    r"(?:\b(am|vom|zum|im|dem|den|des|beim|Beim|ab|bis|seit|einem|einen|der|die|das|Der|Die|Das|Am|Im|Zum|Vom|Den|Ab"
     r"|Bis|Seit) )?(?<![\w.,])(\d{1,3})\. (?=("
     r"Januar|Jänner|Februar|März|April|Mai|Juni|Juli|August|September|Oktober|November|Dezember|Jan\.|Feb\."
-    r"|Aug\.|Sept\.|Okt\.|Nov\.|Dez\.|Jahrhundert|Jh\.|Weltkrieg)|[a-zäöü]{3}|[A-ZÄÖÜ][a-zäöüß]{2})"
+    r"|Aug\.|Sept\.|Okt\.|Nov\.|Dez\.|Jahrhundert|Jh\.|Weltkrieg)|[a-zäöü]{3}|[A-ZÄÖÜ][a-zäöüß]{2}|[A-ZÄÖÜ]{2})"
 )
 NOMINATIVE = ("der", "die", "das")
+DATIVE = re.compile(r"\b(?:in|an|auf|mit|bei|nach|vor|von|zu|aus|seit|unter|hinter|neben|zwischen|ab) $", re.IGNORECASE)
 
 
 def say(sentence, words):
@@ -78,6 +79,8 @@ def german(day, words):
     before, number, month = day[1], int(day[2]), day[3]
     if not before and not month:
         return day[0]
-    ending = "" if before and before.lower() in NOMINATIVE else "-n" if before else "-r"
+    dative = before == "der" and DATIVE.search(day.string, max(0, day.start() - 10), day.start())
+    nominative = before and before.lower() in NOMINATIVE and not dative
+    ending = "" if nominative else "-n" if before else "-r"
     said = spelled(number, f"%spellout-ordinal{ending}", words)
     return f"{before} {said} " if before else f"{said} "
