@@ -77,6 +77,7 @@ def pieces(text, language, longest, first=None, divide=lambda sentence: [sentenc
         for paragraph in paragraphs:
             whole += segmenter.sentences(unwrap(paragraph))
         *finished, rest = segmenter.sentences(unwrap(rest)) or [""]
+        rest = rest or "\n"  # so does each paragraph's
         yield from speakable([part for sentence in whole + finished for part in divide(sentence)], limit, say)
         if len(rest) > STEP:  # no end in sight
             *parts, rest = cut(rest, longest - len(GOES_ON))

@@ -4,7 +4,8 @@ import re
 
 from tavin.text.spoken.bounds import fits
 
-SILENT = re.compile(r"[(){}\[\];\"'`]+")
+# But for an apostrophe: "don't", not "f'text'".
+SILENT = re.compile(r"(?:(?!(?<=[^\W\d_])(?<!\b[bfruBFRU])'(?=[^\W\d_]))[(){}\[\];\"'`])+")
 COMMENT = re.compile(r"^\s*(?://+|#+!?|/\*+|\*+/|\*+|--)\s*|\s*\*/\s*$|(?<=\s)(?:#|//)(?=\s)")
 HUMP = re.compile(r"(?<=[a-zß-öø-ÿ])(?=[A-ZÀ-Þ])")
 POINT = re.compile(r"(?<=\w)\.(?=[^\W\d])|(?<![\w.])\.(?=[^\W\d])")
