@@ -75,6 +75,8 @@ class Segmenter:
             return True
         if after[0].isdigit():
             return bool(COUNTED.search(before) or word and word[1] in self._counted)
+        if after[0] == "/":
+            return True
         if after.startswith("» ") or after.strip() == "»":  # the end of what was said; without the blank it may open in German
             return True
         if after[0].islower():

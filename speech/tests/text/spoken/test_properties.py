@@ -92,6 +92,11 @@ def test_other_languages_have_what_does_not_depend_on_the_language():
     assert said(text, "pl") == "Dom ma 5 kilometrów i kosztuje 500 dolarów amerykańskich lub 20 euro. a"
 
 
+def test_units_are_said_in_no_other_language_than_the_texts():
+    assert said("5 km", "cmn") == "5公里"
+    assert said("5 km, $500 😀", "la") == "5 km, $500 😀"
+
+
 def test_the_parts_of_a_long_line_keep_their_order():
     text = "a | b | " + " | ".join(f"cell{number}" for number in range(500))
     assert re.findall(r"cell(\d+)", said(text, "en-us")) == [str(number) for number in range(500)]

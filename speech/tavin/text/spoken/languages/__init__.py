@@ -7,6 +7,7 @@ from dataclasses import dataclass, field
 import icu
 
 KNOWN = ("de", "en", "es", "fr")
+FOR_ICU = {"cmn": "zh", "hak": "zh"}
 
 
 @dataclass(frozen=True)
@@ -37,6 +38,7 @@ class Words:
     power: str = ""
     money: dict = field(default_factory=dict)  # code -> one, many
     with_cents: str = "{} {}"  # the whole, the cents
+    per: str = ""  # for the stroke in "€/kg"
     scales: dict = field(default_factory=dict)  # abbreviation -> one, many
     after_scale: str = " "  # between "millions" and what there are millions of; "’" goes on
     month_first: bool = False
@@ -65,6 +67,7 @@ class Words:
     acronyms: dict = field(default_factory=dict)  # read wrongly by synthesisers
     decades: bool = False
     locale: str = "en"
+    names_units: bool = True  # whether ICU has the language's names of units and currencies
 
     def icu(self):
         return icu.Locale(self.locale)
@@ -75,6 +78,12 @@ def words_of(language):
     """`language` as eSpeak NG names it, such as "en-us"."""
     code = language.split("-")[0]
     if code not in KNOWN:
-        return Words(locale=language.replace("-", "_"))
+        locale = FOR_ICU.get(code) or language.replace("-", "_")
+        return Words(locale=locale, names_units=icu.Locale(locale).getLanguage() in languages_of_icu())
     module = importlib.import_module(f"{__name__}.{code}")
     return module.british(module.WORDS) if code == "en" and language != "en-us" else module.WORDS
+
+
+@functools.cache
+def languages_of_icu():
+    return frozenset(icu.Locale(name).getLanguage() for name in icu.Locale.getAvailableLocales())

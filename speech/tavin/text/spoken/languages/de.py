@@ -48,6 +48,7 @@ WORDS = Words(
         "USD": ("Dollar", "Dollar"), "GBP": ("Pfund", "Pfund"), "EUR": ("Euro", "Euro"),
         "CHF": ("Franken", "Franken"), "CENT": ("Cent", "Cent"),
     },
+    per="pro",
     scales={"Tsd.": ("tausend", "tausend"), "Mio.": ("Million", "Millionen"), "Mrd.": ("Milliarde", "Milliarden"),
             "Mio": ("Million", "Millionen"), "Mrd": ("Milliarde", "Milliarden"),
             "Million": ("Million", "Million"), "Millionen": ("Millionen", "Millionen"),

@@ -54,6 +54,7 @@ WORDS = Words(
            "CAD": ("Canadian dollar", "Canadian dollars"),
            "CENT": ("cent", "cents")},
     with_cents="{} {}",
+    per="per",
     scales={"k": ("thousand", "thousand"), "K": ("thousand", "thousand"), "M": ("million", "million"),
             "m": ("million", "million"),
             "B": ("billion", "billion"), "b": ("billion", "billion"), "bn": ("billion", "billion"),

@@ -49,6 +49,7 @@ WORDS = Words(
         "MXN": ("peso", "pesos"), "CENT": ("céntimo", "céntimos"),
     },
     with_cents="{} con {}",
+    per="por",
     scales={
         "M": ("millón", "millones"), "mill.": ("millón", "millones"), "millón": ("millón", "millón"),
         "millones": ("millones", "millones"), "mil": ("mil", "mil"), "K": ("mil", "mil"), "k": ("mil", "mil"),

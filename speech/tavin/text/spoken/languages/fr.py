@@ -48,6 +48,7 @@ WORDS = Words(
         "USD": ("dollar", "dollars"), "GBP": ("livre", "livres"), "EUR": ("euro", "euros"),
         "CHF": ("franc suisse", "francs suisses"), "CENT": ("centime", "centimes"),
     },
+    per="par",
     scales={"k": ("mille", "mille"), "M": ("million", "millions"), "Md": ("milliard", "milliards"),
             "Mds": ("milliard", "milliards"), "Mrd": ("milliard", "milliards"),
             "million": ("million", "millions"), "millions": ("millions", "millions"),

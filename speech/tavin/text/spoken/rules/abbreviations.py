@@ -13,7 +13,7 @@ def say(sentence, words):
     everywhere, before_number = patterns(tuple(words.abbreviations), tuple(words.before_number))
     if words.locale.startswith("en"):
         sentence = SAINT.sub("Saint ", STREET.sub("Street", sentence))
-    sentence = before_number.sub(lambda found: words.before_number[found[1]], sentence)
+    sentence = before_number.sub(lambda found: f"{words.before_number[found[1]]} ", sentence)
     return everywhere.sub(lambda found: spoken(found, words), sentence)
 
 
@@ -22,7 +22,7 @@ def patterns(everywhere, before_number):
     begin = r"(?<![\w.’'-])"
     return (
         re.compile(rf"{begin}({alternatives(everywhere)})(?!\w)(?=(\s*[\"”»’')]*\s*$)?)"),
-        re.compile(rf"{begin}({alternatives(before_number)})(?= ?\d| ?[IVX]+\b)"),
+        re.compile(rf"{begin}({alternatives(before_number)}) ?(?=\d|[IVX]+\b)"),
     )
 
 

@@ -14,6 +14,8 @@ SIGNS = {
 }
 CODES = "USD|EUR|GBP|JPY|CHF|CAD|AUD|NZD|CNY|INR|SEK|NOK|DKK|PLN|CZK|HUF|MXN|BRL|ARS|ZAR|KRW|TRY|RUB"
 SIGN = "|".join(map(re.escape, SIGNS))
+FORMULA = re.compile(r"(\$(?!\s)[^$]{1,200}(?<!\s)\$(?![\w$]))")  # not "$5 and $6", nor "$5-$6"
+OPENING = re.compile(r"(?<!\d)(?<!\d )\$(?=[^\s\d])|$")  # of a formula, maybe
 CENTS = re.compile(r"(?<![\w.,])(\d{1,3}) ?¢")
 PARTS = re.compile(r"(.*\d)[.,](\d\d)")
 
@@ -23,18 +25,38 @@ def patterns(scales):
     """For amounts with the sign before them and behind. `scales` abbreviate millions and the like."""
     some = "|".join(sorted(map(re.escape, scales), key=len, reverse=True)) or "(?!)"
     scale = rf"(?: ?({some})(?![^\W\d_]))?"
-    before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|({CODES}) )({NUMBER}){scale}(?![\w%])"
-    after = rf"(?<![\w.,^])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)"
+    before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|({CODES}) )({NUMBER}){scale}(?![\w%])(/(?=[^\W\d_]))?"
+    after = rf"(?<![\w.,^])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)(/(?=[^\W\d_]))?"
     return re.compile(before), re.compile(after)
 
 
 def say(sentence, words):
+    if not words.names_units:
+        return sentence
+    parts = FORMULA.split(sentence)
+    return "".join(part if place % 2 else amounts(part, words) for place, part in enumerate(parts))
+
+
+def amounts(sentence, words):
     before, after = patterns(tuple(words.scales))
-    sentence = before.sub(lambda found: spoken(found, found[4], found[5], found[2] or found[3], words), sentence)
-    sentence = after.sub(lambda found: spoken(found, found[2], found[3], found[4], words), sentence)
+    sentence = before.sub(lambda found: priced(found, found[4], found[5], found[2] or found[3], words), sentence)
+    opening = OPENING.search(sentence).start()
+    sentence = after.sub(lambda found: behind(found, opening, words), sentence)
     if not words.money:
         return sentence
     return CENTS.sub(lambda found: f"{found[1]} {name('CENT', found[1], words)}", sentence)
+
+
+def behind(found, opening, words):
+    """In English the dollar's sign stands behind a number only in a formula, but for a blank between them."""
+    in_formula = found.start() > opening or words.locale.startswith("en") and found[0][-2:-1].isdigit()
+    return found[0] if found[4] == "$" and in_formula else priced(found, found[2], found[3], found[4], words)
+
+
+def priced(found, number, scale, currency, words):
+    """And "/month" behind it."""
+    stroke = found[found.re.groups] or ""
+    return spoken(found, number, scale, currency, words) + (f" {words.per} " if stroke and words.per else stroke)
 
 
 def spoken(found, number, scale, currency, words):

@@ -34,7 +34,7 @@ AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER})(?![\w/²³^]
 
 
 def say(sentence, words):
-    return AMOUNT.sub(lambda amount: spoken(amount, words), sentence)
+    return AMOUNT.sub(lambda amount: spoken(amount, words), sentence) if words.names_units else sentence
 
 
 def spoken(amount, words):
