@@ -5,7 +5,8 @@ import unicodedata
 
 SIGNS = "½⅓⅔¼¾⅕⅖⅗⅘⅙⅚⅛⅜⅝⅞"
 SIGN = re.compile(rf"(?:(\d{{1,4}}) ?)?([{SIGNS}])")
-FIGURES = re.compile(r"(?<![\w.,/:+-])(?:(\d{1,3}) )?([1-9])/([234568]|10)(?![\w/]|[.,:/]\d)")
+UNIT = r"(?:l|L|ml|cl|dl|g|kg|mg|m|km|cm|mm|h|lbs?|oz)\b"  # "ein halb l" is said by nobody
+FIGURES = re.compile(rf"(?<![\w.,/:+-])(?:(\d{{1,3}}) )?([1-9])/([234568]|10)(?![\w/]|[.,:/]\d| ?{UNIT})")
 
 
 def say(sentence, words):

@@ -9,6 +9,9 @@ TIME = re.compile(
 )
 FRENCH = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4]) ?h(?: ?([0-5]\d))?(?![\w/])")
 ENGLISH = re.compile(r"(?<![\w.,:/])(1[0-2]|[1-9]) ?([ap])\.?m\b(?:\.(?!\s*$))?", re.IGNORECASE)
+CLOCK = r"(?:(?:[01]?\d|2[0-4]):[0-5]\d(?: ?[ap]\.?m\b\.?)?|(?:1[0-2]|[1-9]) ?[ap]\.?m\b\.?|(?:[01]?\d|2[0-4]) ?h(?:[0-5]\d)?\b)"
+FROM = re.compile(rf"(?<![\w.,:/-])({CLOCK}) ?[-–] ?(?={CLOCK}(?![\w:]))", re.IGNORECASE)
+GERMAN_FROM = re.compile(r"(?<![\w.,:/])(\d{1,2}\.[0-5]\d) ?[-–] ?(?=\d{1,2}\.[0-5]\d Uhr)")
 GERMAN = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4])\.([0-5]\d) Uhr\b")
 
 
@@ -16,6 +19,9 @@ def say(sentence, words):
     if not words.hour_and_minutes:
         return sentence
     language = words.locale[:2]
+    sentence = FROM.sub(lambda time: f"{time[1]} {words.to} ", sentence)
+    if language == "de":
+        sentence = GERMAN_FROM.sub(lambda time: f"{time[1]} Uhr {words.to} ", sentence)
     sentence = TIME.sub(lambda time: spoken(time, words), sentence)
     if language == "fr":
         sentence = FRENCH.sub(lambda time: said(time[1], time[2] or "00", words), sentence)
