@@ -16,6 +16,15 @@ ABBREVIATION = re.compile(
     r"|(?:^|[\s.])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
 )
 GERMAN = re.compile(r"(?:\b(?:bzw|bzgl|max|med|dent|jur|phil)|(?:^|[\s.])[a-zäöü])\. ?$")
+# Though in English a sentence seems to begin: "near Main St. He is", "in the U.S. The".
+NAME_END = re.compile(r"(?:[A-Z][a-z]+ St|\b[A-Z]\.[A-Z])\. ?$")
+ENGLISH_BEGIN = re.compile(
+    r"(?:He|She|It|They|We|You|I|The|This|That|These|There|In|On|At|But|And|His|Her|Its|Their|My|Our|Then|When|If)\b"
+)
+HOUR = re.compile(r"\b[ap]\.m\. ?$")
+DAY = re.compile(
+    r"(?:(?:Mon|Tues|Wednes|Thurs|Fri|Satur|Sun)day|[ECMP][SD]?T|UTC|GMT|CEST|BST|Eastern|Central|Mountain|Pacific)\b"
+)
 # And these before a number.
 COUNTED = re.compile(
     r"\b(?:[Nn]o|Nr|pp?|[Vv]ol|[Cc]h|[Cc]hap|[Ss]ec|[Ee]q|[Aa]rt|[Aa]pprox|[Cc]a|est"
@@ -47,6 +56,7 @@ class Segmenter:
         self._breaks = icu.BreakIterator.createSentenceInstance(icu.Locale(language))
         self._abbreviations = abbreviations(language)
         self._german = language.split("-")[0] == "de"
+        self._english = language.split("-")[0] == "en"
         self._counted = counted(language)
         self._parted = parted_abbreviations(language)
 
@@ -66,6 +76,10 @@ class Segmenter:
         return found
 
     def _goes_on(self, before, after):
+        if self._english and NAME_END.search(before) and ENGLISH_BEGIN.match(after):
+            return False
+        if self._english and HOUR.search(before) and DAY.match(after):
+            return True
         word = WORD.search(before)
         if word and word[1] in self._abbreviations:
             return True
@@ -75,7 +89,7 @@ class Segmenter:
             return True
         if after[0].isdigit():
             return bool(COUNTED.search(before) or word and word[1] in self._counted)
-        if after[0] == "/":
+        if after[0] in "/=":  # "3./4. Mai", "a != b"
             return True
         if after.startswith("» ") or after.strip() == "»":  # the end of what was said; without the blank it may open in German
             return True

@@ -49,7 +49,8 @@ class Blocks:
         return "".join(told)
 
     def end(self):
-        return "\n".join(filter(None, (self._line(self._rest, ""), self._held_row(), *self._pages.end())))
+        last = [self._line(self._rest, ""), *map(self._marked, self._pages.end()), self._held_row()]
+        return "\n".join(filter(None, last))
 
     def _line(self, line, end):
         if self._within:

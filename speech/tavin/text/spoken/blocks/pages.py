@@ -4,8 +4,8 @@ numbers not at all, and a sentence goes on over a page's end."""
 import re
 
 PAGE_END = "\x0c"
-NUMBER = re.compile(r"[\W_]*(?:[^\W\d_]{1,8} )?\d{1,4}(?: ?(?:/|[^\W\d_]{1,3}) ?\d{1,4})?[\W_]*")  # "- 12 -",
-"Page 3 of 12"
+# "- 12 -", "Page 3 of 12"
+NUMBER = re.compile(r"[\W_]*(?:[^\W\d_]{1,8} )?\d{1,4}(?: ?(?:/|[^\W\d_]{1,3}) ?\d{1,4})?[\W_]*")
 DIGITS = re.compile(r"\d+")
 HEADS = 4  # those of left and right pages, of this chapter and the last
 LONGEST_HEAD = 100

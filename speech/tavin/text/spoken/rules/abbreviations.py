@@ -3,7 +3,7 @@
 import functools
 import re
 
-STREET = re.compile(r"(?<=[a-z\d] )St\.(?=,|$| (?:[a-z]|[NSEW]\b))")
+STREET = re.compile(r"(?<=[a-z\d] )St\.(?=,|(\s*$)| (?:[a-z]|[NSEW]\b))")
 SAINT = re.compile(r"\bSt\. (?=[A-Z])")
 
 
@@ -12,7 +12,7 @@ def say(sentence, words):
         return sentence
     everywhere, before_number = patterns(tuple(words.abbreviations), tuple(words.before_number))
     if words.locale.startswith("en"):
-        sentence = SAINT.sub("Saint ", STREET.sub("Street", sentence))
+        sentence = SAINT.sub("Saint ", STREET.sub(lambda found: "Street" if found[1] is None else "Street.", sentence))
     sentence = before_number.sub(lambda found: f"{words.before_number[found[1]]} ", sentence)
     return everywhere.sub(lambda found: spoken(found, words), sentence)
 

@@ -9,7 +9,7 @@ CARET = re.compile(r"(?<=[\w)])\^\{?(-?\d{1,4}|[a-z])\}?")
 FORMULA = re.compile(r"\b(?:[A-Z][a-z]?[₀-₉]{0,3}){1,12}(?![^\W_])")
 ELEMENT = re.compile(r"[A-Z][a-z]?|\d+")
 BETWEEN = re.compile(
-    r"(?<![^\s(])(!=|<=|>=|[=≠≈≤≥<>×÷±→⇒←∈↔&§+*~])(?![^\s])|(?<=[\w)])[ ]?([=≠≈≤≥×÷±])[ ]?(?=[\w(−√-])|"
+    r"(?<![^\s(])(!=|<=|>=|[=≠≈≤≥<>×÷±→⇒←∈↔&§+*~])(?![^\s])|(?<=[\w)])[ ]?([=≠×÷±]|(?<! )[≈≤≥]|[≈≤≥](?!\d))[ ]?(?=[\w(−√-])|"
     r"(?<=\d)([+*])(?=\d)|(?<=[A-Z])(&)(?=[A-Z])"
 )
 BEFORE = re.compile(r"(?<!\w)([≈≤≥<>±√∞~∑]|<=|>=)(?= ?[\d(])|(§§?)(?= ?\d)")
@@ -28,10 +28,16 @@ def say(sentence, words):
         sentence = pattern.sub(lambda found: power(found[1], words), sentence)
     sentence = MINUS.sub(f" {words.minus} ", sentence)
     for pattern in (BETWEEN, BEFORE, ALONE):
-        sentence = pattern.sub(lambda found: f" {words.signs[found[0].strip()]}{blank_after(found)}", sentence)
+        sentence = pattern.sub(lambda found: f" {named(found, words)}{blank_after(found)}", sentence)
     sentence = HASH.sub(f"{words.number} ", TAG.sub(f"{words.hashtag} ", sentence))
     sentence = PERCENT.sub(f" {words.signs['%']}", sentence)
     return re.sub(r" {2,}", " ", sentence).strip(" ")
+
+
+def named(found, words):
+    """What stands before a number alone is no verb: "took <10 ms"."""
+    name = words.signs[found[0].strip()]
+    return name.removeprefix("is ") if found.re is BEFORE else name
 
 
 def blank_after(found):
