@@ -4,7 +4,7 @@ import re
 
 from tavin.text.spoken.marks import PARAGRAPH
 
-LINE = re.compile(r"\s*(?:(?:([-=_*~#+.·•─━═—–<>^\"'`:])[ ]?)(?:\1[ ]?){2,}|[-=_*~─━═—–•·<>✂§♦❖◆■□▪ ]{3,})\s*")
+LINE = re.compile(r"\s*(?:(?:([-=_*~#+.·•─━═—–<>^\"'`:])[ ]?)(?:\1[ ]?){2,}|[-=_*~─━═—–•·<>✂§♦❖◆■□▪ ]{3,}|-- ?)\s*")
 
 
 def say(line, _words):

@@ -11,6 +11,6 @@ REFERENCE = re.compile(r"(?<![\w\])])\[(?=[^\[\]\n]{0,500}[^\W\d_])([^\[\]\n]{1,
 
 
 def say(line, _words):
-    if "](" in line:
+    for _ in range(("](" in line) + ("[![" in line)):  # a picture may be a link
         line = LINK.sub(lambda link: f"{link[1]} ({link[3]})" if link[3] else link[1], line)
     return REFERENCE.sub(r"\1", line) if "][" in line else line
