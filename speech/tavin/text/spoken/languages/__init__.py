@@ -62,6 +62,10 @@ class Words:
     rulers_from: int = 0  # from there on a plain number is said
     ruler_set: str = ""
     ruler_first: str = ""
+    queens: str = ""  # those of the names that are women's
+    queen: str = ""
+    queen_set: str = ""
+    queen_first: str = ""
     abbreviations: dict = field(default_factory=dict)
     before_number: dict = field(default_factory=dict)  # abbreviations only there
     acronyms: dict = field(default_factory=dict)  # read wrongly by synthesisers

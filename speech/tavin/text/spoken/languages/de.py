@@ -75,6 +75,9 @@ WORDS = Words(
     ruler="der {}",
     rulers_from=100,
     ruler_set="%spellout-ordinal",
+    queens="Elisabeth|Katharina|Maria|Margarethe|Kleopatra",
+    queen="die {}",
+    queen_set="%spellout-ordinal",
     abbreviations={
         "z.B.": "zum Beispiel", "z. B.": "zum Beispiel", "Z.B.": "Zum Beispiel", "Z. B.": "Zum Beispiel",
         "d.h.": "das heißt", "d. h.": "das heißt", "u.a.": "unter anderem", "u. a.": "unter anderem",
@@ -86,7 +89,7 @@ WORDS = Words(
         "s. o.": "siehe oben", "s.u.": "siehe unten", "s. u.": "siehe unten",
         "v.a.": "vor allem", "v. a.": "vor allem", "u.U.": "unter Umständen", "u. U.": "unter Umständen",
         "m.E.": "meines Erachtens", "m. E.": "meines Erachtens", "Dr.": "Doktor", "Prof.": "Professor",
-        "Hr.": "Herr", "Fr.": "Frau", "St.": "Sankt",
+        "Hr.": "Herr", "St.": "Sankt",
         "v. Chr.": "vor Christus", "v.Chr.": "vor Christus", "n. Chr.": "nach Christus", "n.Chr.": "nach Christus",
         "Str.": "Straße", "Jh.": "Jahrhundert", "Tel.": "Telefon", "Mio.": "Millionen", "Mrd.": "Milliarden",
         "ca.": "circa", "max.": "maximal", "min.": "mindestens", "mind.": "mindestens", "sog.": "sogenannte",

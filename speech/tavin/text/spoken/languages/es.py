@@ -88,6 +88,9 @@ WORDS = Words(
     ruler="{}",
     rulers_from=11,
     ruler_set="%spellout-ordinal-masculine",
+    queens="Isabel|Catalina|María|Cleopatra",
+    queen="{}",
+    queen_set="%spellout-ordinal-feminine",
     abbreviations={
         "p. ej.": "por ejemplo", "p.ej.": "por ejemplo", "P. ej.": "Por ejemplo", "etc.": "etcétera",
         "Sr.": "Señor", "Sra.": "Señora", "Srta.": "Señorita", "Sres.": "Señores", "Dr.": "Doctor",

@@ -85,6 +85,10 @@ WORDS = Words(
     rulers_from=2,
     ruler_set="%spellout-ordinal-masculine",
     ruler_first="premier",
+    queens="Élisabeth|Elizabeth|Catherine|Marie|Cléopâtre",
+    queen="{}",
+    queen_set="%spellout-ordinal-feminine",
+    queen_first="première",
     abbreviations={
         "p. ex.": "par exemple", "p.ex.": "par exemple", "c.-à-d.": "c'est-à-dire", "etc.": "et cetera",
         "cf.": "confer", "Cf.": "Confer", "env.": "environ", "M.": "Monsieur", "MM.": "Messieurs", "Mme": "Madame",

@@ -4,6 +4,8 @@ import functools
 import re
 
 STREET = re.compile(r"(?<=[a-z\d] )St\.(?=,|(\s*$)| (?:[a-z]|[NSEW]\b))")
+WOMAN = re.compile(r"(?<!bis )(?<![\w.-])Fr\. (?=[A-ZÄÖÜ])")  # no Friday
+ANSWER = re.compile(r"\b(?:is|was|be|said|says?|answered) $")
 SAINT = re.compile(r"\bSt\. (?=[A-Z])")
 
 
@@ -13,7 +15,9 @@ def say(sentence, words):
     everywhere, before_number = patterns(tuple(words.abbreviations), tuple(words.before_number))
     if words.locale.startswith("en"):
         sentence = SAINT.sub("Saint ", STREET.sub(lambda found: "Street" if found[1] is None else "Street.", sentence))
-    sentence = before_number.sub(lambda found: f"{words.before_number[found[1]]} ", sentence)
+    if words.locale == "de":
+        sentence = WOMAN.sub("Frau ", sentence)
+    sentence = before_number.sub(lambda found: counting(found, words), sentence)
     return everywhere.sub(lambda found: spoken(found, words), sentence)
 
 
@@ -28,6 +32,13 @@ def patterns(everywhere, before_number):
 
 def alternatives(texts):
     return "|".join(sorted(map(re.escape, texts), key=len, reverse=True)) or "(?!)"
+
+
+def counting(found, words):
+    """Not "The answer is no." before a sentence that begins with a number."""
+    if found[1] == "no." and ANSWER.search(found.string, max(0, found.start() - 10), found.start()):
+        return found[0]
+    return f"{words.before_number[found[1]]} "
 
 
 def spoken(found, words):

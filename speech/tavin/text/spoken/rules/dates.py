@@ -24,6 +24,10 @@ GERMAN_DAY = re.compile(
     r"Januar|Jänner|Februar|März|April|Mai|Juni|Juli|August|September|Oktober|November|Dezember|Jan\.|Feb\."
     r"|Aug\.|Sept\.|Okt\.|Nov\.|Dez\.|Jahrhundert|Jh\.|Weltkrieg)|[a-zäöü]{3}|[A-ZÄÖÜ][a-zäöüß]{2}|[A-ZÄÖÜ]{2})"
 )
+GERMAN_DAYS = re.compile(
+    r"(?:\b([Vv]om|[Aa]m|[Zz]um|[Dd]en|[Dd]em) )?(?<![\w.,/])(\d{1,2})\. ?[-–] ?(\d{1,2})\. "
+    r"(?=Jan|Jän|Feb|März|Apr|Mai|Jun|Jul|Aug|Sept|Okt|Nov|Dez)"
+)
 NOMINATIVE = ("der", "die", "das")
 DATIVE = re.compile(r"\b(?:in|an|auf|mit|bei|nach|vor|von|zu|aus|seit|unter|hinter|neben|zwischen|ab) $", re.IGNORECASE)
 
@@ -38,6 +42,7 @@ def say(sentence, words):
     if language == "de":
         sentence = POINTS.sub(lambda date: spoken(date[1], date[2], date[3], words), sentence)
         sentence = SHORT_POINTS.sub(lambda date: short(date, words), sentence)
+        sentence = GERMAN_DAYS.sub(lambda days: german_days(days, words), sentence)
         sentence = GERMAN_DAY.sub(lambda day: german(day, words), sentence)
     return sentence
 
@@ -73,6 +78,12 @@ def short(date, words):
 @functools.cache
 def months(locale):
     return icu.DateFormatSymbols(icu.Locale(locale)).getMonths()
+
+
+def german_days(days, words):
+    ending = "-n" if days[1] else "-r"
+    first, last = (spelled(int(day), f"%spellout-ordinal{ending}", words) for day in days.group(2, 3))
+    return f"{days[1]} {first} bis {last} " if days[1] else f"{first} bis {last} "
 
 
 def german(day, words):

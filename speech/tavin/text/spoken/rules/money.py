@@ -16,6 +16,7 @@ CODES = "USD|EUR|GBP|JPY|CHF|CAD|AUD|NZD|CNY|INR|SEK|NOK|DKK|PLN|CZK|HUF|MXN|BRL
 SIGN = "|".join(map(re.escape, SIGNS))
 FORMULA = re.compile(r"(\$(?!\s)[^$]{1,200}(?<!\s)\$(?![\w$]))")  # not "$5 and $6", nor "$5-$6"
 OPENING = re.compile(r"(?<!\d)(?<!\d )\$(?=[^\s\d])|$")  # of a formula, maybe
+NO_CENTS = re.compile(r"(?<=\d),[-–—]{1,2}(?= ?(?:€|EUR|Euro)(?!\w))")
 CENTS = re.compile(r"(?<![\w.,])(\d{1,3}) ?¢")
 PARTS = re.compile(r"(.*\d)[.,](\d\d)")
 
@@ -39,6 +40,7 @@ def say(sentence, words):
 
 def amounts(sentence, words):
     before, after = patterns(tuple(words.scales))
+    sentence = NO_CENTS.sub("", sentence)
     sentence = before.sub(lambda found: priced(found, found[4], found[5], found[2] or found[3], words), sentence)
     opening = OPENING.search(sentence).start()
     sentence = after.sub(lambda found: behind(found, opening, words), sentence)

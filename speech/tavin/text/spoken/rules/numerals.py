@@ -9,7 +9,12 @@ NUMERAL = r"(?=[IVX])X{0,3}(?:IX|IV|V?I{0,3})"
 LONG_NUMERAL = r"(?=[IVXLC])C{0,3}(?:XC|XL|L?X{0,3})(?:IX|IV|V?I{0,3})"
 VALUES = {"I": 1, "V": 5, "X": 10, "L": 50, "C": 100, "D": 500, "M": 1000}
 YEAR = re.compile(r"\b(M{1,2}(?:CM|CD|D?C{0,3})(?:XC|XL|L?X{0,3})(?:IX|IV|V?I{0,3}))\b")
-ALONE = re.compile(rf"(?<=[a-zß-öø-ÿ] )({NUMERAL})(?![\w.'’-]\w|\w)")
+# After a name, as in "Rocky IV", or another one; elsewhere two letters may be letters: "an IV drip".
+ALONE = re.compile(
+    r"\b(?!(?:The|An|This|That|Two|Three|His|Her|Their|No|With|From|For|Les?|Des|Une?|Der|Die|Das|Eine?|El|Las?|Los|Una?)\b)"
+    rf"([A-ZÀ-Þ][\w’'-]{{0,30}}[a-zß-öø-ÿ]) ({NUMERAL})(?![\w.'’-]\w|\w)"
+)
+ANOTHER = re.compile(rf"(?<=\d )(and|or|to|und|oder|bis|et|ou|à|y|o|a) ({NUMERAL})(?![\w.'’-]\w|\w)")
 FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re)(s?)\b")
 GERMAN_CENTURY = re.compile(rf"\b({NUMERAL})\. (?=Jahrhundert|Jh|Weltkrieg)")
 # What shows that an English "I" is no pronoun: "part I." but not "the part I like", "Mary I was" but not "the book I was".
@@ -29,7 +34,9 @@ def say(sentence, words):
         sentence = GERMAN_CENTURY.sub(lambda found: f"{value(found[1])}. ", sentence)
     sentence = ruling.sub(lambda found: found[0] if is_pronoun(found, words) else f"{found[1]} {ruler(found, words)}", sentence)
     sentence = counted.sub(lambda found: found[0] if is_pronoun(found, words) else f"{found[1]} {value(found[2])}", sentence)
-    return ALONE.sub(lambda found: str(value(found[1])) if len(found[1]) > 1 else found[0], sentence)
+    for pattern in (ALONE, ANOTHER):
+        sentence = pattern.sub(lambda found: f"{found[1]} {value(found[2])}" if len(found[2]) > 1 else found[0], sentence)
+    return sentence
 
 
 @functools.cache
@@ -51,9 +58,11 @@ def ruler(found, words):
     number = value(found[2])
     if number >= words.rulers_from:
         return str(number)
-    said = words.ruler_first if number == 1 and words.ruler_first else spelled(number, words.ruler_set, words)
+    queen = words.queens and re.fullmatch(words.queens, found[1])
+    first, rules = (words.queen_first, words.queen_set) if queen else (words.ruler_first, words.ruler_set)
+    said = first if number == 1 and first else spelled(number, rules, words)
     # The point of a German ordinal ends the sentence as well, at its end.
-    return words.ruler.format(said) + ("." if found[3] and found[4] is None else "")
+    return (words.queen if queen else words.ruler).format(said) + ("." if found[3] and found[4] is None else "")
 
 
 def french(found, words):

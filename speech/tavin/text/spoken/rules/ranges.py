@@ -2,12 +2,14 @@
 
 import re
 
+from tavin.text.spoken.rules.times import DURATION
+
 RANGE = re.compile(
     r"(?<![\w.,:/+–-])([$€£]?)(\d{1,9}(?:[.,]\d{1,9})?) ?([%°]?)(–| – |-)([$€£]?)(\d{1,9}(?:[.,]\d{1,9})?)"
     r"(?![\w–-]*[\d–-]|[.,:/]\d)"
 )
-RATIO = re.compile(r"(?<![\w.,:/-])(\d{1,3}):(\d{1,3})(?![\w:]*\d|[.,/-]\d)")
-SCALE = re.compile(r"(?<![\w.,:/-])(1):(\d{2,6}(?:[.,]000)?)(?![\w:]*\d)")
+RATIO = re.compile(rf"(?<![\w.,:/-])(\d{{1,3}}):(\d{{1,3}})(?![\w:]*\d|[.,/-]\d| ?{DURATION})")
+SCALE = re.compile(rf"(?<![\w.,:/-])(1):(\d{{2,6}}(?:[.,]000)?)(?![\w:]*\d| ?{DURATION})")
 
 
 def say(sentence, words):

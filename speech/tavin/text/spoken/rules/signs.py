@@ -5,7 +5,7 @@ import re
 SUPERSCRIPT = str.maketrans("⁰¹²³⁴⁵⁶⁷⁸⁹⁻", "0123456789-")
 SUBSCRIPT = str.maketrans("₀₁₂₃₄₅₆₇₈₉", "0123456789")
 POWER = re.compile(r"(?<=[\w)])([⁻⁰¹²³⁴-⁹]{1,4})(?!\w)")
-CARET = re.compile(r"(?<=[\w)])\^\{?(-?\d{1,4}|[a-z])\}?")
+CARET = re.compile(r"(?<=[\w)])\^(?:\{(-?\w[\w+-]{0,20})\}|(-?\d{1,4}|[a-z])(?![\w{]))")
 FORMULA = re.compile(r"\b(?:[A-Z][a-z]?[₀-₉]{0,3}){1,12}(?![^\W_])")
 ELEMENT = re.compile(r"[A-Z][a-z]?|\d+")
 BETWEEN = re.compile(
@@ -16,7 +16,7 @@ BEFORE = re.compile(r"(?<!\w)([≈≤≥<>±√∞~∑]|<=|>=)(?= ?[\d(])|(§§?
 ALONE = re.compile(r"([∞‰π✓✔✗✘☐☑∑])|(?<=[\w)] )(→)|(?<=\d)(°)(?![\w])")
 MINUS = re.compile(r"(?<![^\s(=≈<>≤≥×÷])[-−–](?=\d)|(?<=\d) ?− ?(?=\d)")
 HASH = re.compile(r"(?<!\S)#(?=\d)")
-TAG = re.compile(r"(?<![\w&])#(?=[^\W\d])(?![0-9a-fA-F]{6}\b)")
+TAG = re.compile(r"(?<![\w&])#(?=[^\W\d])(?!(?:[0-9a-fA-F]{3}){1,2}\b)")
 PERCENT = re.compile(r"(?<=\d) ?%(?!\w)")
 
 
@@ -25,7 +25,7 @@ def say(sentence, words):
     if not words.signs:
         return sentence
     for pattern in (POWER, CARET):
-        sentence = pattern.sub(lambda found: power(found[1], words), sentence)
+        sentence = pattern.sub(lambda found: power(found[found.lastindex], words), sentence)
     sentence = MINUS.sub(f" {words.minus} ", sentence)
     for pattern in (BETWEEN, BEFORE, ALONE):
         sentence = pattern.sub(lambda found: f" {named(found, words)}{blank_after(found)}", sentence)
@@ -55,5 +55,5 @@ def formula(found):
 def power(exponent, words):
     exponent = exponent.translate(SUPERSCRIPT)
     named = {"2": words.squared, "3": words.cubed}.get(exponent)
-    minus = exponent.replace("-", f"{words.minus} ")
+    minus = re.sub(r"^-", f"{words.minus} ", exponent)
     return f" {named}" if named else f" {words.power} {minus}"

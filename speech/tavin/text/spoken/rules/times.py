@@ -2,8 +2,9 @@
 
 import re
 
+DURATION = r"(?:Std|Stunden|[Mm]in|Minuten|Sek|mark|hours?|minutes?|seconds?|minutos|minutes)\b"
 TIME = re.compile(
-    r"(?<![\w.,:/-])([01]?\d|2[0-4]):([0-5]\d)(?::([0-5]\d))?(?![\w:]*\d|[.,]\d)(?: ?(Uhr|h|heures|horas?"
+    rf"(?<![\w.,:/-])([01]?\d|2[0-4]):([0-5]\d)(?::([0-5]\d))?(?![\w:]*\d|[.,]\d| ?{DURATION})(?: ?(Uhr|h|heures|horas?"
     r"|hrs)\b| ?([ap])\.?m\b(?:\.(?!\s*$))?)?",
     re.IGNORECASE,
 )
