@@ -39,7 +39,7 @@ GERMAN_MONTH = re.compile(
 # Of a noun after an article or the like, unless a sentence seems to begin: "im 3. Stock", but "am 3. Es regnete".
 GERMAN_ORDINAL = re.compile(
     r"\b(?:[Aa]m|[Ii]m|[Vv]om|[Zz]um|[Zz]ur|[Bb]eim|[Dd](?:er|ie|as|em|en|es)|[Ee]in(?:en?|em|er)"
-    r"|[Jj]ede[mnrs]?|[Ss]eine[mnr]?|[Ii]hre[mnr]?|[Mm]eine[mnr]?|[Uu]nsere[mnr]?) \d{1,3}\. ?$"
+    r"|[Jj]ede[mnrs]?|(?:[Ss]ein|[Ii]hr|[Mm]ein|[Uu]nser)(?:e[mnrs]?)?) \d{1,3}\. ?$"
 )
 GERMAN_BEGIN = re.compile(
     r"(?:Er|Sie|Es|Wir|Ich|Ihr|Du|Man|Das|Die|Der|Den|Dem|Des|Dies\w*|Ein\w*|Kein\w*|Dann|Danach|Da|Dort|Dabei|Doch|Um|Am"

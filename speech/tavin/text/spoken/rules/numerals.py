@@ -9,12 +9,19 @@ NUMERAL = r"(?=[IVX])X{0,3}(?:IX|IV|V?I{0,3})"
 LONG_NUMERAL = r"(?=[IVXLC])C{0,3}(?:XC|XL|L?X{0,3})(?:IX|IV|V?I{0,3})"
 VALUES = {"I": 1, "V": 5, "X": 10, "L": 50, "C": 100, "D": 500, "M": 1000}
 YEAR = re.compile(r"\b(M{1,2}(?:CM|CD|D?C{0,3})(?:XC|XL|L?X{0,3})(?:IX|IV|V?I{0,3}))\b")
-# After a name, as in "Rocky IV", or another one; elsewhere two letters may be letters: "an IV drip".
-ALONE = re.compile(
-    r"\b(?!(?:The|An|This|That|Two|Three|His|Her|Their|No|With|From|For|Les?|Des|Une?|Der|Die|Das|Eine?|El|Las?|Los|Una?)\b)"
-    rf"([A-ZÀ-Þ][\w’'-]{{0,30}}[a-zß-öø-ÿ]) ({NUMERAL})(?![\w.'’-]\w|\w)"
+# After a word that may be a name or count, or after another one; two capitals may be letters as well: "an IV drip".
+NUMBERED = r"(?![\w.'’-]\w|\w| (?:drips?|fluids?|lines?|antibiotics?|infusions?|therapy|chromosomes?|pairs?)\b)"
+UNNUMBERED = (
+    "the|an?|this|that|these|those|two|three|four|no|some|any|each|his|her|their|my|your|our|its|with|from|for|in|on|of|by"
+    "|via|to|and|or|as|at|is|are|was|were|les?|la|des?|du|une?|et|ou|en|d[ae]s|de[nmr]|die|eine?n?|und|oder|mit|von|el|los|las"
+    "|una|con|por"
 )
-ANOTHER = re.compile(rf"(?<=\d )(and|or|to|und|oder|bis|et|ou|à|y|o|a) ({NUMERAL})(?![\w.'’-]\w|\w)")
+ALONE = re.compile(
+    rf"(?<![\w'’-])(?!(?i:{UNNUMBERED}) )([^\W\d_](?:[\w'’-]{{0,30}}[a-zß-öø-ÿ])) ({NUMERAL}){NUMBERED}"
+)
+ANOTHER = re.compile(
+    rf"(?<=\d )((?:and|or|to|und|oder|bis|et|ou|à|y|o|a)(?: (?:the|el|la|le))?) ({NUMERAL}){NUMBERED}"
+)
 FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re)(s?)\b")
 GERMAN_CENTURY = re.compile(rf"\b({NUMERAL})\. (?=Jahrhundert|Jh|Weltkrieg)")
 # What shows that an English "I" is no pronoun: "part I." but not "the part I like", "Mary I was" but not "the book I was".
