@@ -23,7 +23,8 @@ ENGLISH_BEGIN = re.compile(
 )
 HOUR = re.compile(r"\b[ap]\.m\. ?$")
 DAY = re.compile(
-    r"(?:(?:Mon|Tues|Wednes|Thurs|Fri|Satur|Sun)day|[ECMP][SD]?T|UTC|GMT|CEST|BST|Eastern|Central|Mountain|Pacific)\b"
+    r"(?:(?:Mon|Tues|Wednes|Thurs|Fri|Satur|Sun)day|[ECMP][SD]?T|UTC|GMT|CEST|BST|Eastern|Central|Mountain|Pacific"
+    r"|January|February|March|April|May|June|July|August|September|October|November|December)\b"
 )
 # And these before a number.
 COUNTED = re.compile(
@@ -78,8 +79,8 @@ class Segmenter:
     def _goes_on(self, before, after):
         if self._english and NAME_END.search(before) and ENGLISH_BEGIN.match(after):
             return False
-        if self._english and HOUR.search(before) and DAY.match(after):
-            return True
+        if self._english and after[0].isupper() and HOUR.search(before):
+            return bool(DAY.match(after))
         word = WORD.search(before)
         if word and word[1] in self._abbreviations:
             return True
@@ -91,7 +92,8 @@ class Segmenter:
             return bool(COUNTED.search(before) or word and word[1] in self._counted)
         if after[0] in "/=":  # "3./4. Mai", "a != b"
             return True
-        if after.startswith("» ") or after.strip() == "»":  # the end of what was said; without the blank it may open in German
+        # The end of what was said; without the blank it may open in German.
+        if after.startswith("» ") or after.strip() == "»":
             return True
         if after[0].islower():
             return bool(STOPPED.search(before))

@@ -13,7 +13,7 @@ APART = re.compile(rf"(?<=[\w\"”»’')%]) (?:{NUMBERS})+(?=[.,;)]|$)")
 NAME = re.compile(r"[._\d]|[a-z][A-Z]")  # of a program's variable
 WORD = re.compile(r"[\w.]*\w$")
 LONGEST_WORD = 40
-ROWS = frozenset("arr array list matrix vector args argv Liste lista".split())
+ROWS = frozenset("arr array list matrix vector args argv Liste liste lista".split())
 NEED_ONE = ROWS | frozenset(  # they would say nothing without what is in the brackets
     "in by of see also and or is are was from to with than range interval option step press item"
     " von bei nach siehe auch und oder ist sind aus mit laut dans par de voir aussi et ou est selon"

@@ -24,7 +24,7 @@ ANOTHER = re.compile(
 )
 FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re)(s?)\b")
 GERMAN_CENTURY = re.compile(rf"\b({NUMERAL})\. (?=Jahrhundert|Jh|Weltkrieg)")
-# What shows that an English "I" is no pronoun: "part I." but not "the part I like", "Mary I was" but not "the book I was".
+# What shows that an English "I" is no pronoun: "part I.", not "the part I like"; "Mary I was", not "the book I was".
 FIRST = re.compile(r"[.,;:)!?\]\"”–—]|$| [A-Z(–—]| (?:of|(?:and|or|to) [IVX]+|errors?|diabetes)\b")
 FIRST_OF_NAME = re.compile(r" (?:and|or|was|is|to|in|by|at|from|who|as|died|ruled|reigned|became|began|ended)\b")
 
@@ -39,8 +39,8 @@ def say(sentence, words):
         sentence = FRENCH_CENTURY.sub(lambda found: french(found, words), sentence)
     if language == "de":
         sentence = GERMAN_CENTURY.sub(lambda found: f"{value(found[1])}. ", sentence)
-    sentence = ruling.sub(lambda found: found[0] if is_pronoun(found, words) else f"{found[1]} {ruler(found, words)}", sentence)
-    sentence = counted.sub(lambda found: found[0] if is_pronoun(found, words) else f"{found[1]} {value(found[2])}", sentence)
+    for pattern, number in ((ruling, ruler), (counted, counted_as)):
+        sentence = pattern.sub(lambda found: spoken(found, number, words), sentence)
     for pattern in (ALONE, ANOTHER):
         sentence = pattern.sub(lambda found: f"{found[1]} {value(found[2])}" if len(found[2]) > 1 else found[0], sentence)
     return sentence
@@ -52,6 +52,14 @@ def patterns(counting, ruling, german):
     point = r"(\.)?" if german else "()"
     numbered = rf"({LONG_NUMERAL})(?![\w'’-])"
     return re.compile(rf"\b({counting}) {numbered}"), re.compile(rf"\b({ruling}) {numbered}{point}(?=(.)?)")
+
+
+def spoken(found, number, words):
+    return found[0] if is_pronoun(found, words) else f"{found[1]} {number(found, words)}"
+
+
+def counted_as(found, _words):
+    return value(found[2])
 
 
 def is_pronoun(found, words):
