@@ -44,7 +44,8 @@ GERMAN_ORDINAL = re.compile(
 )
 GERMAN_BEGIN = re.compile(
     r"(?:Er|Sie|Es|Wir|Ich|Ihr|Du|Man|Das|Die|Der|Den|Dem|Des|Dies\w*|Ein\w*|Kein\w*|Dann|Danach|Da|Dort|Dabei|Doch|Um|Am"
-    r"|Im|In|Und|Aber|Auch|Als|An|Auf|Aus|Bei|Bis|Beim|Darum|Deshalb|Durch|Für|Hier|Jetzt|Jede\w*|Mit|Nach|Nun|Nur|Oder|Ob"
+    r"|Im|In|Und|Aber|Auch|Als|An|Auf|Aus|Bei|Bis|Beim|Darum|Deshalb|Durch|Für|Hier|Jetzt|Jede\w*|Mit|Nach|Nicht|Noch|Nun|Nur"
+    r"|Ohne|Schon|Leider|Heute|Gestern|Morgen|Daher|Denn|Ja|Nein|Oder|Ob"
     r"|Seit\w*|Seine?|So|Später|Vom|Von|Vor|War|Warum|Was|Weil|Wenn|Wer|Wie|Wo|Zu|Zum|Zur|Zwar|Zwei|Drei)\b"
 )
 STOPPED = re.compile(r"(?:\.|[.!?…][\"”“»«’']) ?$")

@@ -7,7 +7,7 @@ NUMBERS = r"\[[1-9]\d{0,2}(?:[ ,;–-]{1,2}\d{1,3}){0,20}\]"
 # In no subscript, list or option: those are read.
 CLOSE = re.compile(
     rf"(?:(?<=\w\w)|(?<=[^(]\))|(?<=[^\s\[\]][.,;!?\"”»’'…%])|(?<=[\w)]:)|(?<=[\w.,;:!?)]\*\*))"
-    rf"(?:{NUMBERS}|\[[a-h]\])+(?!\(|\w|\.\w|\[\d| ?=)"
+    rf"(?:(?:{NUMBERS}|\[[a-h]\])(?:[–-](?=\[\d))?)+(?!\(|\w|\.\w|\[\d| ?=)"
 )
 APART = re.compile(rf"(?<=[\w\"”»’')%]) (?:{NUMBERS})+(?=[.,;)]|$)")
 NAME = re.compile(r"[._\d]|[a-z][A-Z]")  # of a program's variable

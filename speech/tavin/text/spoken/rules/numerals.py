@@ -25,8 +25,8 @@ ANOTHER = re.compile(
 FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re)(s?)\b")
 GERMAN_CENTURY = re.compile(rf"\b({NUMERAL})\. (?=Jahrhundert|Jh|Weltkrieg)")
 # What shows that an English "I" is no pronoun: "part I.", not "the part I like"; "Mary I was", not "the book I was".
-FIRST = re.compile(r"[.,;:)!?\]\"”–—]|$| [A-Z(–—]| (?:of|(?:and|or|to) [IVX]+|errors?|diabetes)\b")
-FIRST_OF_NAME = re.compile(r" (?:and|or|was|is|to|in|by|at|from|who|as|died|ruled|reigned|became|began|ended)\b")
+FIRST = re.compile(r"[.;:)!?\]\"”–—]|$| [A-Z(–—]| (?:of|(?:and|or|to) [IVX]+|errors?|diabetes)\b")
+FIRST_OF_NAME = re.compile(r",| (?:and|or|was|is|to|in|by|at|from|who|as|died|ruled|reigned|became|began|ended)\b")
 
 
 def say(sentence, words):
