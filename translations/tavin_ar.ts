@@ -89,7 +89,7 @@
         <translation>%1 بطيء جدًا أو لا يجيب.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>تعذّر العثور على %1. هل هذا الحاسوب متصل بالشبكة؟</translation>
     </message>
     <message>

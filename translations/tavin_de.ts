@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Starten bei der Anmeldung nicht geändert: %1</translation>
+        <translation>Der Start bei der Anmeldung konnte nicht geändert werden: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -89,7 +89,7 @@
         <translation>%1 ist zu langsam oder antwortet nicht.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>%1 ist nicht zu finden. Ist dieser Rechner online?</translation>
     </message>
     <message>
@@ -154,7 +154,7 @@
     </message>
     <message>
         <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
-        <translation>%1 kann nicht beschrieben werden: %2. Beheben Sie das und wählen Sie %3 erneut.</translation>
+        <translation>In %1 kann nicht geschrieben werden: %2. Beheben Sie das und wählen Sie %3 erneut.</translation>
     </message>
     <message>
         <source>%1&apos;s libraries could not be downloaded. Check the network, then choose %2 again.</source>
@@ -162,7 +162,7 @@
     </message>
     <message>
         <source>No download from %1: %2. Check the network, then choose %3 again.</source>
-        <translation>Kein Herunterladen von %1: %2. Prüfen Sie das Netzwerk und wählen Sie %3 erneut.</translation>
+        <translation>Von %1 konnte nichts heruntergeladen werden: %2. Prüfen Sie das Netzwerk und wählen Sie %3 erneut.</translation>
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
@@ -272,7 +272,7 @@
     </message>
     <message>
         <source>Stop</source>
-        <translation>Anhalten</translation>
+        <translation>Stopp</translation>
     </message>
     <message>
         <source>Speak Selection</source>
@@ -357,11 +357,11 @@
     <name>Shortcut</name>
     <message>
         <source>Pause or Resume</source>
-        <translation>Pause oder fortsetzen</translation>
+        <translation>Pausieren oder fortsetzen</translation>
     </message>
     <message>
         <source>Speak Selection or Stop</source>
-        <translation>Auswahl vorlesen oder anhalten</translation>
+        <translation>Auswahl vorlesen oder stoppen</translation>
     </message>
 </context>
 <context>

@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Launch at Login failed: %1</translation>
+        <translation>Start at Login could not be changed: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -89,8 +89,8 @@
         <translation>%1 is too slow or does not answer.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
-        <translation>%1 cannot be found: is this computer online?.</translation>
+        <source>%1 cannot be found; this computer may be offline.</source>
+        <translation>%1 cannot be found; this computer may be offline.</translation>
     </message>
     <message>
         <source>%1 cannot read this text.</source>

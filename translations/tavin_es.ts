@@ -89,7 +89,7 @@
         <translation>%1 es demasiado lento o no responde.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>No se encuentra %1. ¿Está conectado este equipo?</translation>
     </message>
     <message>
@@ -234,7 +234,7 @@
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>Plasma</comment>
-        <translation>Preferencias del sistema &gt; Atajos.</translation>
+        <translation>Preferencias del sistema &gt; Accesos rápidos.</translation>
     </message>
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>

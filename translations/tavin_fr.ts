@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Échec du lancement à la connexion : %1</translation>
+        <translation>Impossible de modifier le lancement à l’ouverture de session : %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -89,7 +89,7 @@
         <translation>%1 est trop lent ou ne répond pas.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>%1 est introuvable. Cet ordinateur est-il connecté ?</translation>
     </message>
     <message>

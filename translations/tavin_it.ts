@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Avvio automatico non riuscito: %1</translation>
+        <translation>Impossibile modificare l’avvio all’accesso: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -78,18 +78,18 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 richiede un pagamento: il conto non ha più credito (HTTP %2).</translation>
+        <translation>L’account di %1 non ha più credito (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
-        <translation>%1 segnala che la quota del conto è esaurita (HTTP %2).</translation>
+        <translation>%1 segnala che la quota dell’account è esaurita (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 is too slow or does not answer.</source>
         <translation>%1 è troppo lento o non risponde.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>Impossibile trovare %1. Questo computer è in linea?</translation>
     </message>
     <message>

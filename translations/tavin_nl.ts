@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Starten bij aanmelden is mislukt: %1</translation>
+        <translation>Starten bij aanmelden kon niet worden gewijzigd: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -82,14 +82,14 @@
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
-        <translation>%1 meldt dat het tegoed van het account op is (HTTP %2).</translation>
+        <translation>%1 meldt dat de limiet van het account is bereikt (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 is too slow or does not answer.</source>
         <translation>%1 is te traag of antwoordt niet.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>%1 is niet te vinden. Is deze computer online?</translation>
     </message>
     <message>

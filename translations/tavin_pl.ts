@@ -10,12 +10,12 @@
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>GNOME</comment>
-        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranu w oknie Ustawienia &gt; Ułatwienia dostępu. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
+        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranowy w oknie Ustawienia &gt; Ułatwienia dostępu. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>Plasma</comment>
-        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranu w oknie Ustawienia systemowe &gt; Dostępność. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
+        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranowy w oknie Ustawienia systemowe &gt; Ułatwienia. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
     </message>
     <message>
         <source>Tavin couldn&apos;t read that</source>
@@ -89,7 +89,7 @@
         <translation>%1 działa zbyt wolno lub nie odpowiada.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>Nie można znaleźć usługi %1. Czy komputer jest w sieci?</translation>
     </message>
     <message>
@@ -196,7 +196,7 @@
     </message>
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
-        <translation>Niektóre środowiska używają Alt+Escape.</translation>
+        <translation>Niektóre środowiska używają Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -209,7 +209,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>GNOME</comment>
-        <translation>GNOME przełącza okna skrótem Alt+Escape.</translation>
+        <translation>GNOME przełącza okna skrótem Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -224,7 +224,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Plasma</comment>
-        <translation>Plasma nie używa skrótu Alt+Escape.</translation>
+        <translation>Plasma nie używa skrótu Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -239,7 +239,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Xfce</comment>
-        <translation>Xfce nie używa skrótu Alt+Escape.</translation>
+        <translation>Xfce nie używa skrótu Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>

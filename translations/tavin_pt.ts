@@ -51,7 +51,7 @@
     </message>
     <message>
         <source>Stored in your macOS Keychain. Leave empty to remove the key.</source>
-        <translation>É guardada no seu porta-chaves. Deixe vazio para remover a chave.</translation>
+        <translation>É guardada no seu chaveiro. Deixe vazio para remover a chave.</translation>
     </message>
     <message>
         <source>Save</source>
@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Falhou o arranque ao iniciar sessão: %1</translation>
+        <translation>Não foi possível alterar o arranque com a sessão: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -89,7 +89,7 @@
         <translation>O %1 é demasiado lento ou não responde.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>Não se encontra o %1. Este computador está ligado à rede?</translation>
     </message>
     <message>
@@ -122,15 +122,15 @@
     </message>
     <message>
         <source>The keyring was not unlocked.</source>
-        <translation>O porta-chaves não foi desbloqueado.</translation>
+        <translation>O chaveiro não foi desbloqueado.</translation>
     </message>
     <message>
         <source>The keyring does not answer.</source>
-        <translation>O porta-chaves não responde.</translation>
+        <translation>O chaveiro não responde.</translation>
     </message>
     <message>
         <source>This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.</source>
-        <translation>Este ambiente não tem um porta-chaves como o GNOME Keyring ou o KWallet.</translation>
+        <translation>Este ambiente não tem um chaveiro como o GNOME Keyring ou o KWallet.</translation>
     </message>
     <message>
         <source>The sound server does not answer.</source>
@@ -196,7 +196,7 @@
     </message>
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
-        <translation>Alguns ambientes usam Alt+Escape.</translation>
+        <translation>Alguns ambientes usam Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -209,7 +209,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>GNOME</comment>
-        <translation>O GNOME muda de janela com Alt+Escape.</translation>
+        <translation>O GNOME muda de janela com Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -224,7 +224,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Plasma</comment>
-        <translation>O Plasma não usa Alt+Escape.</translation>
+        <translation>O Plasma não usa Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -239,7 +239,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Xfce</comment>
-        <translation>O Xfce não usa Alt+Escape.</translation>
+        <translation>O Xfce não usa Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -259,7 +259,7 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Faça os atalhos dele chamar o Tavin:</translation>
+        <translation>Crie nele um atalho que chame o Tavin:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>

@@ -13,7 +13,7 @@ MESSAGES = {
     "no-credit": "{} wants to be paid: the account has no credit left (HTTP {}).",
     "quota-used-up": "{} says that the account's quota is used up (HTTP {}).",
     "cloud-silent": "{} is too slow or does not answer.",
-    "cloud-not-found": "{} cannot be found: is this computer online?.",
+    "cloud-not-found": "{} cannot be found; this computer may be offline.",
     "unreadable": "{} cannot read this text.",
     "no-voice-for-language": "No voice on this computer speaks {}.",
     "downloading": "{} is still downloading its voices ({}%).",

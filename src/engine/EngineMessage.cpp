@@ -23,7 +23,7 @@ constexpr Known knownMessages[] = {
      QT_TRANSLATE_NOOP("Engine", "%1 says that the account's quota is used up (HTTP %2).")},
     {"cloud-silent", QT_TRANSLATE_NOOP("Engine", "%1 is too slow or does not answer.")},
     {"cloud-not-found",
-     QT_TRANSLATE_NOOP("Engine", "%1 cannot be found: is this computer online?.")},
+     QT_TRANSLATE_NOOP("Engine", "%1 cannot be found; this computer may be offline.")},
     {"unreadable", QT_TRANSLATE_NOOP("Engine", "%1 cannot read this text.")},
     {"no-voice-for-language", QT_TRANSLATE_NOOP("Engine", "No voice on this computer speaks %1.")},
     {"downloading", QT_TRANSLATE_NOOP("Engine", "%1 is still downloading its voices (%2%).")},
