@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin liest den ausgewählten Text anderer Programme über die Schnittstelle für Barrierefreiheit, und die ist ausgeschaltet. Beenden Sie Tavin und starten Sie es neu: Es schaltet die Schnittstelle ein. Programme, die schon laufen, müssen vielleicht ebenfalls neu gestartet werden.</translation>
+        <translation>Tavin liest den ausgewählten Text anderer Programme über die Schnittstelle für Barrierefreiheit, und die ist ausgeschaltet. Beenden Sie Tavin und starten Sie es neu: Es schaltet die Schnittstelle ein. Oder schalten Sie in den Einstellungen des Desktops die Barrierefreiheitsfunktionen ein. Programme, die schon laufen, müssen vielleicht ebenfalls neu gestartet werden.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -35,7 +35,7 @@
     </message>
     <message>
         <source>Tavin is downloading its voices (%1%). This happens once.</source>
-        <translation>Tavin lädt seine Stimmen herunter (%1 %). Das geschieht nur einmal.</translation>
+        <translation>Tavin lädt seine Stimmen herunter (%1&#xa0;%). Das geschieht nur einmal.</translation>
     </message>
     <message>
         <source>Voice setup failed: %1</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 will bezahlt werden: Das Konto hat kein Guthaben mehr (HTTP %2).</translation>
+        <translation>Das Konto bei %1 hat kein Guthaben mehr (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -102,7 +102,7 @@
     </message>
     <message>
         <source>%1 is still downloading its voices (%2%).</source>
-        <translation>%1 lädt seine Stimmen noch herunter (%2 %).</translation>
+        <translation>%1 lädt seine Stimmen noch herunter (%2&#xa0;%).</translation>
     </message>
     <message>
         <source>%1 is still loading its voices.</source>
@@ -114,7 +114,7 @@
     </message>
     <message>
         <source>The key for %1 is kept only until Tavin ends: %2</source>
-        <translation>Der Schlüssel für %1 bleibt nur bis zum Ende von Tavin: %2</translation>
+        <translation>Der Schlüssel für %1 wird nur bis zum Beenden von Tavin behalten: %2</translation>
     </message>
     <message>
         <source>The key for %1 could not be removed: %2</source>
@@ -166,7 +166,7 @@
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Das Holen der Stimmen dauert zu lange. Wählen Sie %1 erneut.</translation>
+        <translation>Das Herunterladen der Stimmen dauert zu lange. Wählen Sie %1 erneut.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
@@ -209,7 +209,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>GNOME</comment>
-        <translation>GNOME wechselt mit Alt+Esc die Fenster.</translation>
+        <translation>GNOME wechselt mit Alt+Esc zwischen Fenstern.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -254,17 +254,17 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>no shortcuts</comment>
-        <translation>Dieser Desktop gibt Programmen keine Kurzbefehle.</translation>
+        <translation>Dieser Desktop lässt Programmen keine Tastenkürzel.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Lassen Sie seine eigenen Tastenbelegungen Tavin aufrufen:</translation>
+        <translation>Legen Sie in ihm selbst eine Taste für Tavin fest:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>„man tavin“ sagt, wie.</translation>
+        <translation>siehe „man tavin“.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -293,11 +293,11 @@
     <message>
         <source>⚠︎ %1 is taken by another app</source>
         <comment>no shortcuts</comment>
-        <translation>⚠︎ %1 wirkt nicht: Dieser Desktop vergibt keine Kurzbefehle</translation>
+        <translation>⚠︎ %1 wirkt nicht: keine Tastenkürzel auf diesem Desktop</translation>
     </message>
     <message>
         <source>Shortcut: %1</source>
-        <translation>Kurzbefehl: %1</translation>
+        <translation>Tastenkürzel: %1</translation>
     </message>
     <message>
         <source>Loading voices…</source>
@@ -309,7 +309,7 @@
     </message>
     <message>
         <source>Downloading voices… %1%</source>
-        <translation>Stimmen werden heruntergeladen … %1 %</translation>
+        <translation>Stimmen werden heruntergeladen … %1&#xa0;%</translation>
     </message>
     <message>
         <source>%1 (add API key)</source>

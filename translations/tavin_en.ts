@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin reads the selected text of other programs through the desktop&apos;s accessibility interface, which is switched off. Quit Tavin and start it again: it switches the interface on. Programs that are already running may have to be started again too.</translation>
+        <translation>Tavin reads the selected text of other programs through the desktop&apos;s accessibility interface, which is switched off. Quit Tavin and start it again: it switches the interface on. Or turn on assistive technologies in the desktop&apos;s settings. Programs that are already running may have to be started again too.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 wants to be paid: the account has no credit left (HTTP %2).</translation>
+        <translation>The %1 account has no credit left (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -154,7 +154,7 @@
     </message>
     <message>
         <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
-        <translation>%1 cannot be written: %2. See to it, then choose %3 again.</translation>
+        <translation>%1 cannot be written to: %2. Fix that, then choose %3 again.</translation>
     </message>
     <message>
         <source>%1&apos;s libraries could not be downloaded. Check the network, then choose %2 again.</source>
@@ -162,11 +162,11 @@
     </message>
     <message>
         <source>No download from %1: %2. Check the network, then choose %3 again.</source>
-        <translation>No download from %1: %2. Check the network, then choose %3 again.</translation>
+        <translation>Nothing could be downloaded from %1: %2. Check the network, then choose %3 again.</translation>
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Getting the voices takes too long. Choose %1 again.</translation>
+        <translation>Downloading the voices takes too long. Choose %1 again.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
@@ -177,7 +177,7 @@
     <name>Login</name>
     <message>
         <source>The folder %1 could not be made.</source>
-        <translation>The folder %1 could not be made.</translation>
+        <translation>The folder %1 could not be created.</translation>
     </message>
     <message>
         <source>%1 could not be written: %2</source>
@@ -254,17 +254,17 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>no shortcuts</comment>
-        <translation>This desktop gives programs no shortcuts.</translation>
+        <translation>Programs get no shortcuts on this desktop.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Let its own key bindings run Tavin:</translation>
+        <translation>Bind a key to Tavin in its own settings:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>“man tavin” says how.</translation>
+        <translation>see “man tavin”.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -293,7 +293,7 @@
     <message>
         <source>⚠︎ %1 is taken by another app</source>
         <comment>no shortcuts</comment>
-        <translation>⚠︎ %1 cannot work: this desktop gives no shortcuts</translation>
+        <translation>⚠︎ %1 cannot work on this desktop</translation>
     </message>
     <message>
         <source>Shortcut: %1</source>
@@ -337,7 +337,7 @@
     </message>
     <message>
         <source>Launch at Login</source>
-        <translation>Launch at Login</translation>
+        <translation>Start at Login</translation>
     </message>
     <message>
         <source>Open Engine Log</source>

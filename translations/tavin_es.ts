@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin lee el texto seleccionado en otros programas mediante la interfaz de accesibilidad, que está desactivada. Salga de Tavin y vuelva a iniciarlo: activará la interfaz. Quizá también haya que reiniciar los programas que ya están abiertos.</translation>
+        <translation>Tavin lee el texto seleccionado en otros programas mediante la interfaz de accesibilidad, que está desactivada. Salga de Tavin y vuelva a iniciarlo: activará la interfaz. O active las tecnologías de asistencia en la configuración del escritorio. Quizá también haya que reiniciar los programas que ya están abiertos.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -35,7 +35,7 @@
     </message>
     <message>
         <source>Tavin is downloading its voices (%1%). This happens once.</source>
-        <translation>Tavin está descargando sus voces (%1 %). Solo ocurre una vez.</translation>
+        <translation>Tavin está descargando sus voces (%1&#xa0;%). Solo ocurre una vez.</translation>
     </message>
     <message>
         <source>Voice setup failed: %1</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 pide un pago: la cuenta no tiene saldo (HTTP %2).</translation>
+        <translation>La cuenta de %1 no tiene saldo (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -102,7 +102,7 @@
     </message>
     <message>
         <source>%1 is still downloading its voices (%2%).</source>
-        <translation>%1 todavía está descargando sus voces (%2 %).</translation>
+        <translation>%1 todavía está descargando sus voces (%2&#xa0;%).</translation>
     </message>
     <message>
         <source>%1 is still loading its voices.</source>
@@ -166,7 +166,7 @@
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Obtener las voces tarda demasiado. Elija %1 de nuevo.</translation>
+        <translation>Descargar las voces tarda demasiado. Elija %1 de nuevo.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
@@ -259,12 +259,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Haga que sus propios atajos llamen a Tavin:</translation>
+        <translation>Cree en él un atajo que llame a Tavin:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>«man tavin» explica cómo.</translation>
+        <translation>véase «man tavin».</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -309,7 +309,7 @@
     </message>
     <message>
         <source>Downloading voices… %1%</source>
-        <translation>Descargando las voces… %1 %</translation>
+        <translation>Descargando las voces… %1&#xa0;%</translation>
     </message>
     <message>
         <source>%1 (add API key)</source>
@@ -337,7 +337,7 @@
     </message>
     <message>
         <source>Launch at Login</source>
-        <translation>Iniciar con la sesión</translation>
+        <translation>Iniciar al entrar en la sesión</translation>
     </message>
     <message>
         <source>Open Engine Log</source>

@@ -5,21 +5,21 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. Potrebbe essere necessario riavviare anche i programmi già aperti.</translation>
+        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. Oppure abilitare le tecnologie assistive nelle impostazioni del desktop. Potrebbe essere necessario riavviare anche i programmi già aperti.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>GNOME</comment>
-        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. La attiva anche il lettore dello schermo in Impostazioni &gt; Accessibilità. Potrebbe essere necessario riavviare i programmi già aperti.</translation>
+        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. La attiva anche il lettore schermo in Impostazioni &gt; Accessibilità. Potrebbe essere necessario riavviare i programmi già aperti.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>Plasma</comment>
-        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. La attiva anche il lettore dello schermo in Impostazioni di sistema &gt; Accessibilità. Potrebbe essere necessario riavviare i programmi già aperti.</translation>
+        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. La attiva anche il lettore schermo in Impostazioni di sistema &gt; Accessibilità. Potrebbe essere necessario riavviare i programmi già aperti.</translation>
     </message>
     <message>
         <source>Tavin couldn&apos;t read that</source>
-        <translation>Tavin non è riuscito a leggere</translation>
+        <translation>Tavin non è riuscito a leggere il testo</translation>
     </message>
     <message>
         <source>Tavin needs Accessibility access</source>
@@ -166,7 +166,7 @@
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Il recupero delle voci richiede troppo tempo. Scegliere di nuovo %1.</translation>
+        <translation>Lo scaricamento delle voci richiede troppo tempo. Scegliere di nuovo %1.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
@@ -259,12 +259,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Far chiamare Tavin dalle sue scorciatoie:</translation>
+        <translation>Crearvi una scorciatoia che chiami Tavin:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>“man tavin” spiega come.</translation>
+        <translation>vedere “man tavin”.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -313,7 +313,7 @@
     </message>
     <message>
         <source>%1 (add API key)</source>
-        <translation>%1 (aggiungere la chiave API)</translation>
+        <translation>%1 (aggiungi chiave API)</translation>
     </message>
     <message>
         <source>Engine: %1</source>

@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin leest de geselecteerde tekst van andere programma’s via de toegankelijkheidsinterface, en die staat uit. Sluit Tavin af en start het opnieuw: het zet de interface aan. Programma’s die al draaien moeten misschien ook opnieuw worden gestart.</translation>
+        <translation>Tavin leest de geselecteerde tekst van andere programma’s via de toegankelijkheidsinterface, en die staat uit. Sluit Tavin af en start het opnieuw: het zet de interface aan. Of schakel de ondersteunende technologieën in bij de instellingen van de werkomgeving. Programma’s die al draaien moeten misschien ook opnieuw worden gestart.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -74,11 +74,11 @@
     </message>
     <message>
         <source>%1 does not accept the key (HTTP %2).</source>
-        <translation>%1 aanvaardt de sleutel niet (HTTP %2).</translation>
+        <translation>%1 accepteert de sleutel niet (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 wil betaald worden: het account heeft geen tegoed meer (HTTP %2).</translation>
+        <translation>Het account bij %1 heeft geen tegoed meer (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -86,7 +86,7 @@
     </message>
     <message>
         <source>%1 is too slow or does not answer.</source>
-        <translation>%1 is te traag of antwoordt niet.</translation>
+        <translation>%1 is te traag of reageert niet.</translation>
     </message>
     <message>
         <source>%1 cannot be found; this computer may be offline.</source>
@@ -126,7 +126,7 @@
     </message>
     <message>
         <source>The keyring does not answer.</source>
-        <translation>De sleutelbos antwoordt niet.</translation>
+        <translation>De sleutelbos reageert niet.</translation>
     </message>
     <message>
         <source>This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.</source>
@@ -134,7 +134,7 @@
     </message>
     <message>
         <source>The sound server does not answer.</source>
-        <translation>De geluidsserver antwoordt niet.</translation>
+        <translation>De geluidsserver reageert niet.</translation>
     </message>
     <message>
         <source>The sound output could not be started.</source>
@@ -166,7 +166,7 @@
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Het ophalen van de stemmen duurt te lang. Kies %1 opnieuw.</translation>
+        <translation>Het downloaden van de stemmen duurt te lang. Kies %1 opnieuw.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
@@ -259,12 +259,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Laat zijn eigen toetsbindingen Tavin aanroepen:</translation>
+        <translation>Stel in de werkomgeving zelf een sneltoets voor Tavin in:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>‘man tavin’ zegt hoe.</translation>
+        <translation>zie ‘man tavin’.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -288,7 +288,7 @@
     </message>
     <message>
         <source>⚠︎ %1 is taken by another app</source>
-        <translation>⚠︎ %1 is bezet door de werkomgeving of een ander programma</translation>
+        <translation>⚠︎ %1 is in gebruik door de werkomgeving of een ander programma</translation>
     </message>
     <message>
         <source>⚠︎ %1 is taken by another app</source>

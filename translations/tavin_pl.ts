@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Programy już uruchomione być może też trzeba uruchomić ponownie.</translation>
+        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Możesz też włączyć ułatwienia dostępu w ustawieniach środowiska. Programy już uruchomione być może też trzeba uruchomić ponownie.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -35,7 +35,7 @@
     </message>
     <message>
         <source>Tavin is downloading its voices (%1%). This happens once.</source>
-        <translation>Tavin pobiera głosy (%1%). Dzieje się to tylko raz.</translation>
+        <translation>Tavin pobiera głosy (%1%). To jednorazowe pobieranie.</translation>
     </message>
     <message>
         <source>Voice setup failed: %1</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 wymaga zapłaty: na koncie nie ma środków (HTTP %2).</translation>
+        <translation>Na koncie %1 nie ma środków (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -259,12 +259,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Niech jego własne skróty wywołują program Tavin:</translation>
+        <translation>Utwórz w nim skrót wywołujący program Tavin:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>„man tavin” mówi jak.</translation>
+        <translation>zobacz „man tavin”.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -329,7 +329,7 @@
     </message>
     <message>
         <source>Speed: %1</source>
-        <translation>Tempo: %1</translation>
+        <translation>Szybkość: %1</translation>
     </message>
     <message>
         <source>Set API Key</source>

@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>O Tavin lê o texto selecionado noutros programas através da interface de acessibilidade, que está desativada. Saia do Tavin e inicie-o de novo: ele ativa a interface. Pode ser preciso reiniciar também os programas já abertos.</translation>
+        <translation>O Tavin lê o texto selecionado noutros programas através da interface de acessibilidade, que está desativada. Saia do Tavin e inicie-o de novo: ele ativa a interface. Ou ative as tecnologias de acessibilidade nas definições do ambiente. Pode ser preciso reiniciar também os programas já abertos.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>O %1 pede pagamento: a conta já não tem crédito (HTTP %2).</translation>
+        <translation>A conta de %1 já não tem crédito (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -166,7 +166,7 @@
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>A obtenção das vozes demora demasiado. Escolha de novo o %1.</translation>
+        <translation>A transferência das vozes demora demasiado. Escolha de novo o %1.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
@@ -264,7 +264,7 @@
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>“man tavin” explica como.</translation>
+        <translation>veja “man tavin”.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>

@@ -79,6 +79,11 @@ class CataloguesTest(unittest.TestCase):
             if text == "Hear a second, robotic voice too?":
                 self.assertEqual([sign for sign in SIGNS if sign in translation], list(SIGNS))
 
+    def test_no_line_begins_with_a_sign_that_belongs_to_the_word_before(self):
+        """French, German and Spanish write a space there, which must not break."""
+        for path, _, translation in self.each():
+            self.assertNotRegex(translation, r" (?:[:;?!»]|%(?!\d))|« ", path.name)
+
     def test_no_catalogue_speaks_of_another_system(self):
         for _, _, translation in self.each():
             self.assertNotRegex(translation, "macOS|Keychain|Spoken Content|Privacy & Security")
