@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>تعذّر إعداد %1. اختره مجددًا.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>لا يسمح %1 بذلك بهذا المفتاح (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>لا يعرف %1 هذا الصوت أو هذا النموذج (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>يتلقى %1 طلبات كثيرة جدًا أو نفدت حصة الحساب (HTTP %2). حاول مجددًا لاحقًا.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>يواجه %1 مشكلة (HTTP %2). حاول مجددًا لاحقًا.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>لم يقبل %1 النص (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>لم ينفّذ %1 الطلب (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>قطع %1 الاتصال.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>تعذّر الوصول إلى %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>الوسيط لا يسمح بذلك</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>لا يمكن الوثوق بـ %1: شهادته غير صالحة.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>يُحفظ هذا الاختيار حتى انتهاء Tavin فقط: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>تعذّر على المحرك قراءة هذا النص.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>حلقة المفاتيح مقفلة.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>تعذّر تحميل مكتبات %1 (%2). اختر %3 مجددًا.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG غير مثبّت (الحزمة libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>يرفض %1 التنزيل (الرد %2). اختر %3 مجددًا لاحقًا أو حدّث Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>توقف تنزيل الأصوات على نحو غير متوقع (%1). اختر %2 مجددًا.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>انتهى النقل قبل الأوان</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>تابع النقل من موضع آخر</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>أُرسل شيء آخر</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>النقل بطيء جدًا</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>لا رد</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>الرد %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>لا يوجد خرج صوت متصل.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>فُصل خرج الصوت.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

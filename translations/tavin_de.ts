@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>%1 konnte nicht eingerichtet werden. Wählen Sie es erneut.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 erlaubt das mit diesem Schlüssel nicht (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 kennt diese Stimme oder dieses Modell nicht (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 wurde zu oft angefragt, oder das Kontingent des Kontos ist aufgebraucht (HTTP %2). Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>Bei %1 liegt eine Störung vor (HTTP %2). Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 hat den Text nicht angenommen (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 hat die Anfrage nicht ausgeführt (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 hat die Verbindung abgebrochen.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 ist nicht erreichbar: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>der Proxy erlaubt es nicht</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 ist nicht vertrauenswürdig: Das Zertifikat ist ungültig.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Diese Auswahl wird nur bis zum Beenden von Tavin behalten: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>Die Sprachausgabe konnte diesen Text nicht vorlesen.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>Der Schlüsselbund ist gesperrt.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Die Bibliotheken von %1 können nicht geladen werden (%2). Wählen Sie %3 erneut.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG ist nicht installiert (Paket libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 verweigert das Herunterladen (Antwort %2). Wählen Sie %3 später erneut oder aktualisieren Sie Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Das Herunterladen der Stimmen wurde unerwartet beendet (%1). Wählen Sie %2 erneut.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>die Übertragung endete zu früh</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>die Übertragung wurde an anderer Stelle fortgesetzt</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>es wurde etwas anderes gesendet</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>die Übertragung ist zu langsam</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>keine Antwort</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>Antwort %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Es ist keine Tonausgabe angeschlossen.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>Die Tonausgabe wurde getrennt.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

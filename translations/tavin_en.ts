@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>%1 could not be set up. Choose it again.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 does not allow this with your key (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 does not know this voice or model (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 is getting too many requests, or the account&apos;s quota is used up (HTTP %2). Try again later.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 is having problems (HTTP %2). Try again later.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 did not accept the text (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 did not carry out the request (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 closed the connection too early.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 cannot be reached: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>the proxy does not allow it</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 cannot be trusted: its certificate is not valid.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>This choice is kept only until Tavin quits: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>The engine could not read this text.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>The keyring is locked.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG is not installed (package libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Downloading the voices stopped unexpectedly (%1). Choose %2 again.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>the transfer ended too early</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>the transfer went on at another place</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>something else was sent</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>the transfer is too slow</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>no answer</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>answer %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>No sound output is connected.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>The sound output was disconnected.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

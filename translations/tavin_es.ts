@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>No se pudo preparar %1. Elíjalo de nuevo.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 no permite esto con la clave (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 no conoce esta voz o este modelo (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 recibe demasiadas peticiones o la cuota de la cuenta está agotada (HTTP %2). Inténtelo de nuevo más tarde.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 tiene problemas (HTTP %2). Inténtelo de nuevo más tarde.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 no ha aceptado el texto (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 no ha atendido la petición (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 ha cortado la conexión.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>No se puede contactar con %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>el proxy no lo permite</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 no es de confianza: su certificado no es válido.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Esta elección solo se conserva hasta que Tavin termine: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>El motor no ha podido leer este texto.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>El depósito de claves está bloqueado.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>No se pueden cargar las bibliotecas de %1 (%2). Elija %3 de nuevo.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG no está instalado (paquete libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 rechaza la descarga (respuesta %2). Elija %3 de nuevo más tarde o actualice Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>La descarga de las voces se ha detenido inesperadamente (%1). Elija %2 de nuevo.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>la transferencia terminó demasiado pronto</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>la transferencia continuó en otro lugar</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>se envió otra cosa</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>la transferencia es demasiado lenta</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>sin respuesta</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>respuesta %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>No hay ninguna salida de sonido conectada.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>Se ha desconectado la salida de sonido.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

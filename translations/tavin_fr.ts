@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>%1 n’a pas pu être installé. Choisissez-le de nouveau.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 ne permet pas cela avec cette clé (HTTP&#xa0;%2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 ne connaît pas cette voix ou ce modèle (HTTP&#xa0;%2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 reçoit trop de demandes, ou le quota du compte est épuisé (HTTP&#xa0;%2). Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 rencontre un problème (HTTP&#xa0;%2). Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 n’a pas accepté le texte (HTTP&#xa0;%2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 n’a pas traité la demande (HTTP&#xa0;%2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 a interrompu la connexion.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 est injoignable&#xa0;:&#xa0;%2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>le serveur mandataire ne le permet pas</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 n’est pas digne de confiance&#xa0;: son certificat n’est pas valide.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Ce choix n’est gardé que jusqu’à l’arrêt de Tavin&#xa0;:&#xa0;%1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>Le moteur n’a pas pu lire ce texte.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>Le trousseau est verrouillé.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Les bibliothèques de&#xa0;%1 ne peuvent pas être chargées (%2). Choisissez de nouveau&#xa0;%3.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG n’est pas installé (paquet libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 refuse le téléchargement (réponse&#xa0;%2). Choisissez de nouveau&#xa0;%3 plus tard, ou mettez Tavin à jour.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Le téléchargement des voix s’est arrêté de façon inattendue (%1). Choisissez de nouveau&#xa0;%2.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>le transfert s’est terminé trop tôt</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>le transfert a repris à un autre endroit</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>autre chose a été envoyé</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>le transfert est trop lent</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>pas de réponse</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>réponse&#xa0;%1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Aucune sortie audio n’est connectée.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>La sortie audio a été déconnectée.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>Impossibile preparare %1. Sceglierlo di nuovo.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 non lo consente con questa chiave (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 non conosce questa voce o questo modello (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 riceve troppe richieste o la quota dell’account è esaurita (HTTP %2). Riprovare più tardi.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 ha un problema (HTTP %2). Riprovare più tardi.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 non ha accettato il testo (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 non ha eseguito la richiesta (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 ha interrotto la connessione.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>Impossibile raggiungere %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>il proxy non lo consente</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 non è affidabile: il certificato non è valido.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Questa scelta resta solo fino alla chiusura di Tavin: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>Il motore non è riuscito a leggere questo testo.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>Il portachiavi è bloccato.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Impossibile caricare le librerie di %1 (%2). Scegliere di nuovo %3.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG non è installato (pacchetto libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 rifiuta lo scaricamento (risposta %2). Scegliere di nuovo %3 più tardi o aggiornare Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Lo scaricamento delle voci si è interrotto in modo imprevisto (%1). Scegliere di nuovo %2.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>il trasferimento è terminato troppo presto</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>il trasferimento è proseguito da un altro punto</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>è stato inviato qualcos’altro</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>il trasferimento è troppo lento</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>nessuna risposta</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>risposta %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Nessuna uscita audio è collegata.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>L’uscita audio è stata scollegata.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>%1 kon niet worden ingesteld. Kies het opnieuw.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 staat dit met deze sleutel niet toe (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 kent deze stem of dit model niet (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 krijgt te veel verzoeken, of de limiet van het account is bereikt (HTTP %2). Probeer het later opnieuw.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 heeft een storing (HTTP %2). Probeer het later opnieuw.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 heeft de tekst niet geaccepteerd (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 heeft het verzoek niet uitgevoerd (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 heeft de verbinding verbroken.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 is niet bereikbaar: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>de proxy staat het niet toe</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 is niet te vertrouwen: het certificaat is ongeldig.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Deze keuze wordt alleen bewaard tot Tavin stopt: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>De spraakmodule kon deze tekst niet voorlezen.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>De sleutelbos is vergrendeld.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>De bibliotheken van %1 kunnen niet worden geladen (%2). Kies %3 opnieuw.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG is niet geïnstalleerd (pakket libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 weigert de download (antwoord %2). Kies %3 later opnieuw of werk Tavin bij.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Het downloaden van de stemmen is onverwacht gestopt (%1). Kies %2 opnieuw.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>de overdracht eindigde te vroeg</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>de overdracht ging op een andere plaats verder</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>er is iets anders verzonden</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>de overdracht is te traag</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>geen antwoord</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>antwoord %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Er is geen geluidsuitvoer aangesloten.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>De geluidsuitvoer is losgekoppeld.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

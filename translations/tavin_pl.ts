@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>Nie można przygotować %1. Wybierz ponownie.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 nie zezwala na to z tym kluczem (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 nie zna tego głosu lub modelu (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 otrzymuje zbyt wiele żądań lub limit konta został wyczerpany (HTTP %2). Spróbuj ponownie później.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 ma problemy (HTTP %2). Spróbuj ponownie później.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 nie przyjmuje tego tekstu (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 nie realizuje tego żądania (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>Usługa %1 przerwała połączenie.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>Nie można połączyć się z usługą %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>serwer pośredniczący na to nie pozwala</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>Nie można zaufać usłudze %1: jej certyfikat jest nieprawidłowy.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Ten wybór jest pamiętany tylko do końca pracy programu: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>Syntezator nie mógł odczytać tego tekstu.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>Baza kluczy jest zablokowana.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Nie można wczytać bibliotek %1 (%2). Ponownie wybierz %3.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>Program eSpeak NG nie jest zainstalowany (pakiet libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 odmawia pobrania (odpowiedź %2). Później ponownie wybierz %3 lub zaktualizuj program Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Pobieranie głosów nieoczekiwanie się zakończyło (%1). Ponownie wybierz %2.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>przesyłanie zakończyło się zbyt wcześnie</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>przesyłanie wznowiono w innym miejscu</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>przesłano coś innego</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>przesyłanie jest zbyt wolne</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>brak odpowiedzi</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>odpowiedź %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Nie podłączono żadnego wyjścia dźwięku.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>Wyjście dźwięku zostało odłączone.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>Não foi possível preparar o %1. Escolha-o de novo.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>O %1 não permite isso com esta chave (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>O %1 não conhece esta voz ou este modelo (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>O %1 recebe demasiados pedidos ou a quota da conta esgotou-se (HTTP %2). Tente de novo mais tarde.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>O %1 está com problemas (HTTP %2). Tente de novo mais tarde.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>O %1 não aceitou o texto (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>O %1 não executou o pedido (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>O %1 interrompeu a ligação.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>Não é possível contactar o %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>o proxy não o permite</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>O %1 não é de confiança: o certificado não é válido.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Esta escolha só é mantida até o Tavin terminar: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>O motor não conseguiu ler este texto.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>O chaveiro está bloqueado.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Não é possível carregar as bibliotecas do %1 (%2). Escolha de novo o %3.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>O eSpeak NG não está instalado (pacote libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 recusa a transferência (resposta %2). Escolha de novo o %3 mais tarde ou atualize o Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>A transferência das vozes parou inesperadamente (%1). Escolha de novo o %2.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>a transferência terminou cedo demais</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>a transferência continuou noutro ponto</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>foi enviada outra coisa</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>a transferência é demasiado lenta</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>sem resposta</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>resposta %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Nenhuma saída de som está ligada.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>A saída de som foi desligada.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>
