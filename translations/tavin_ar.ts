@@ -86,7 +86,7 @@
     </message>
     <message>
         <source>%1 is too slow or does not answer.</source>
-        <translation>%1 بطيء جدًا أو لا يستجيب.</translation>
+        <translation>لا يستجيب %1 أو أنه بطيء جدًا.</translation>
     </message>
     <message>
         <source>%1 cannot be found; this computer may be offline.</source>
@@ -150,7 +150,7 @@
     </message>
     <message>
         <source>%1 needs %2 MB in %3, and %4 MB are free. Make room, then choose %5 again.</source>
-        <translation>يحتاج %1 إلى %2 م.بايت في ⁦%3⁩ والمتاح %4 م.بايت أفسح مجالًا ثم اختر %5 مجددًا.</translation>
+        <translation>يحتاج %1 إلى %2 م.بايت في ⁦%3⁩ والمتاح %4 م.بايت. أفسح مجالًا ثم اختر %5 مجددًا.</translation>
     </message>
     <message>
         <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
@@ -230,7 +230,7 @@
     </message>
     <message>
         <source>eSpeak NG is not installed (package libespeak-ng1).</source>
-        <translation>eSpeak NG غير مثبّت (الحزمة libespeak-ng1).</translation>
+        <translation>برنامج eSpeak NG غير مثبّت (الحزمة libespeak-ng1).</translation>
     </message>
     <message>
         <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
