@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>يقرأ Tavin النص المحدد في البرامج الأخرى عبر واجهة الإتاحة، وهي معطلة. أنهِ Tavin ثم شغّله من جديد: سيفعّل الواجهة بنفسه. وقد يلزم إعادة تشغيل البرامج المفتوحة أيضًا.</translation>
+        <translation>يقرأ Tavin النص المحدد في البرامج الأخرى عبر واجهة الإتاحة، وهي معطلة. أنهِ Tavin ثم شغّله من جديد: سيفعّل الواجهة بنفسه. أو فعّل التقنيات المساعدة من إعدادات سطح المكتب. وقد يلزم إعادة تشغيل البرامج المفتوحة أيضًا.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -86,10 +86,10 @@
     </message>
     <message>
         <source>%1 is too slow or does not answer.</source>
-        <translation>%1 بطيء جدًا أو لا يجيب.</translation>
+        <translation>لا يستجيب %1 أو أنه بطيء جدًا.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>تعذّر العثور على %1. هل هذا الحاسوب متصل بالشبكة؟</translation>
     </message>
     <message>
@@ -98,7 +98,7 @@
     </message>
     <message>
         <source>No voice on this computer speaks %1.</source>
-        <translation>لا صوت على هذا الحاسوب يتكلم اللغة “%1”.</translation>
+        <translation>لا يوجد صوت على هذا الحاسوب يتكلم “%1”.</translation>
     </message>
     <message>
         <source>%1 is still downloading its voices (%2%).</source>
@@ -122,11 +122,11 @@
     </message>
     <message>
         <source>The keyring was not unlocked.</source>
-        <translation>لم تُفتح حلقة المفاتيح.</translation>
+        <translation>لم يُفك قفل حلقة المفاتيح.</translation>
     </message>
     <message>
         <source>The keyring does not answer.</source>
-        <translation>حلقة المفاتيح لا تجيب.</translation>
+        <translation>حلقة المفاتيح لا تستجيب.</translation>
     </message>
     <message>
         <source>This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.</source>
@@ -134,7 +134,7 @@
     </message>
     <message>
         <source>The sound server does not answer.</source>
-        <translation>خادم الصوت لا يجيب.</translation>
+        <translation>خادم الصوت لا يستجيب.</translation>
     </message>
     <message>
         <source>The sound output could not be started.</source>
@@ -146,15 +146,15 @@
     </message>
     <message>
         <source>The disk is full: make room in %1, then choose %2 again.</source>
-        <translation>القرص ممتلئ: أفسح مجالًا في %1 ثم اختر %2 مجددًا.</translation>
+        <translation>القرص ممتلئ: أفسح مجالًا في ⁦%1⁩ ثم اختر %2 مجددًا.</translation>
     </message>
     <message>
         <source>%1 needs %2 MB in %3, and %4 MB are free. Make room, then choose %5 again.</source>
-        <translation>يحتاج %1 إلى %2 م.ب. في %3 والمتاح %4 م.ب. أفسح مجالًا ثم اختر %5 مجددًا.</translation>
+        <translation>يحتاج %1 إلى %2 م.بايت في ⁦%3⁩ والمتاح %4 م.بايت. أفسح مجالًا ثم اختر %5 مجددًا.</translation>
     </message>
     <message>
         <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
-        <translation>تعذّرت الكتابة في %1: %2. عالج ذلك ثم اختر %3 مجددًا.</translation>
+        <translation>تعذّرت الكتابة في ⁦%1⁩: %2. عالج ذلك ثم اختر %3 مجددًا.</translation>
     </message>
     <message>
         <source>%1&apos;s libraries could not be downloaded. Check the network, then choose %2 again.</source>
@@ -172,20 +172,120 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>تعذّر إعداد %1. اختره مجددًا.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>لا يسمح %1 بذلك بهذا المفتاح (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>لا يعرف %1 هذا الصوت أو هذا النموذج (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>يتلقى %1 طلبات كثيرة جدًا أو نفدت حصة الحساب (HTTP %2). حاول مجددًا لاحقًا.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>يواجه %1 مشكلة (HTTP %2). حاول مجددًا لاحقًا.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>لم يقبل %1 النص (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>لم ينفّذ %1 الطلب (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>قطع %1 الاتصال.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>تعذّر الوصول إلى %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>الوسيط لا يسمح بذلك</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>لا يمكن الوثوق بـ %1: شهادته غير صالحة.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>يُحفظ هذا الاختيار حتى انتهاء Tavin فقط: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>تعذّر على المحرك قراءة هذا النص.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>حلقة المفاتيح مقفلة.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>تعذّر تحميل مكتبات %1 (%2). اختر %3 مجددًا.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>برنامج eSpeak NG غير مثبّت (الحزمة libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>يرفض %1 التنزيل (الرد %2). اختر %3 مجددًا لاحقًا أو حدّث Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>توقف تنزيل الأصوات على نحو غير متوقع (%1). اختر %2 مجددًا.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>انتهى النقل قبل الأوان</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>تابع النقل من موضع آخر</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>أُرسل شيء آخر</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>النقل بطيء جدًا</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>لا رد</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>الرد %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>لا يوجد خرج صوت متصل.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>فُصل خرج الصوت.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>
     <message>
         <source>The folder %1 could not be made.</source>
-        <translation>تعذّر إنشاء المجلد %1.</translation>
+        <translation>تعذّر إنشاء المجلد ⁦%1⁩.</translation>
     </message>
     <message>
         <source>%1 could not be written: %2</source>
-        <translation>تعذّرت كتابة %1: %2</translation>
+        <translation>تعذّرت كتابة ⁦%1⁩: %2</translation>
     </message>
     <message>
         <source>%1 could not be removed: %2</source>
-        <translation>تعذّرت إزالة %1: %2</translation>
+        <translation>تعذّرت إزالة ⁦%1⁩: %2</translation>
     </message>
 </context>
 <context>
@@ -224,7 +324,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Plasma</comment>
-        <translation>لا يستخدم Plasma نفسه Alt+Escape.</translation>
+        <translation>لا يستخدم Plasma المفتاحين Alt+Escape.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -239,7 +339,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Xfce</comment>
-        <translation>لا يستخدم Xfce نفسه Alt+Escape.</translation>
+        <translation>لا يستخدم Xfce المفتاحين Alt+Escape.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -268,7 +368,7 @@
     </message>
     <message>
         <source>Voice engine starting…</source>
-        <translation>محرك الصوت يبدأ…</translation>
+        <translation>يبدأ محرك الصوت…</translation>
     </message>
     <message>
         <source>Stop</source>

@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin liest den ausgewählten Text anderer Programme über die Schnittstelle für Barrierefreiheit, und die ist ausgeschaltet. Beenden Sie Tavin und starten Sie es neu: Es schaltet die Schnittstelle ein. Programme, die schon laufen, müssen vielleicht ebenfalls neu gestartet werden.</translation>
+        <translation>Tavin liest den ausgewählten Text anderer Programme über die Schnittstelle für Barrierefreiheit, und die ist ausgeschaltet. Beenden Sie Tavin und starten Sie es neu: Es schaltet die Schnittstelle ein. Oder schalten Sie in den Einstellungen des Desktops die Barrierefreiheitsfunktionen ein. Programme, die schon laufen, müssen vielleicht ebenfalls neu gestartet werden.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -35,7 +35,7 @@
     </message>
     <message>
         <source>Tavin is downloading its voices (%1%). This happens once.</source>
-        <translation>Tavin lädt seine Stimmen herunter (%1 %). Das geschieht nur einmal.</translation>
+        <translation>Tavin lädt seine Stimmen herunter (%1&#xa0;%). Das geschieht nur einmal.</translation>
     </message>
     <message>
         <source>Voice setup failed: %1</source>
@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Starten bei der Anmeldung nicht geändert: %1</translation>
+        <translation>Der Start bei der Anmeldung konnte nicht geändert werden: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 will bezahlt werden: Das Konto hat kein Guthaben mehr (HTTP %2).</translation>
+        <translation>Das Konto bei %1 hat kein Guthaben mehr (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -89,7 +89,7 @@
         <translation>%1 ist zu langsam oder antwortet nicht.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>%1 ist nicht zu finden. Ist dieser Rechner online?</translation>
     </message>
     <message>
@@ -102,7 +102,7 @@
     </message>
     <message>
         <source>%1 is still downloading its voices (%2%).</source>
-        <translation>%1 lädt seine Stimmen noch herunter (%2 %).</translation>
+        <translation>%1 lädt seine Stimmen noch herunter (%2&#xa0;%).</translation>
     </message>
     <message>
         <source>%1 is still loading its voices.</source>
@@ -114,7 +114,7 @@
     </message>
     <message>
         <source>The key for %1 is kept only until Tavin ends: %2</source>
-        <translation>Der Schlüssel für %1 bleibt nur bis zum Ende von Tavin: %2</translation>
+        <translation>Der Schlüssel für %1 wird nur bis zum Beenden von Tavin behalten: %2</translation>
     </message>
     <message>
         <source>The key for %1 could not be removed: %2</source>
@@ -154,7 +154,7 @@
     </message>
     <message>
         <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
-        <translation>%1 kann nicht beschrieben werden: %2. Beheben Sie das und wählen Sie %3 erneut.</translation>
+        <translation>In %1 kann nicht geschrieben werden: %2. Beheben Sie das und wählen Sie %3 erneut.</translation>
     </message>
     <message>
         <source>%1&apos;s libraries could not be downloaded. Check the network, then choose %2 again.</source>
@@ -162,15 +162,115 @@
     </message>
     <message>
         <source>No download from %1: %2. Check the network, then choose %3 again.</source>
-        <translation>Kein Herunterladen von %1: %2. Prüfen Sie das Netzwerk und wählen Sie %3 erneut.</translation>
+        <translation>Von %1 konnte nichts heruntergeladen werden: %2. Prüfen Sie das Netzwerk und wählen Sie %3 erneut.</translation>
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Das Holen der Stimmen dauert zu lange. Wählen Sie %1 erneut.</translation>
+        <translation>Das Herunterladen der Stimmen dauert zu lange. Wählen Sie %1 erneut.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
         <translation>%1 konnte nicht eingerichtet werden. Wählen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 erlaubt das mit diesem Schlüssel nicht (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 kennt diese Stimme oder dieses Modell nicht (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 wurde zu oft angefragt, oder das Kontingent des Kontos ist aufgebraucht (HTTP %2). Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>Bei %1 liegt eine Störung vor (HTTP %2). Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 hat den Text nicht angenommen (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 hat die Anfrage nicht ausgeführt (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 hat die Verbindung abgebrochen.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 ist nicht erreichbar: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>der Proxy erlaubt es nicht</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 ist nicht vertrauenswürdig: Das Zertifikat ist ungültig.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Diese Auswahl wird nur bis zum Beenden von Tavin behalten: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>Die Sprachausgabe konnte diesen Text nicht vorlesen.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>Der Schlüsselbund ist gesperrt.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Die Bibliotheken von %1 können nicht geladen werden (%2). Wählen Sie %3 erneut.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG ist nicht installiert (Paket libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 verweigert das Herunterladen (Antwort %2). Wählen Sie %3 später erneut oder aktualisieren Sie Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Das Herunterladen der Stimmen wurde unerwartet beendet (%1). Wählen Sie %2 erneut.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>die Übertragung endete zu früh</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>die Übertragung wurde an anderer Stelle fortgesetzt</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>es wurde etwas anderes gesendet</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>die Übertragung ist zu langsam</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>keine Antwort</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>Antwort %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Es ist keine Tonausgabe angeschlossen.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>Die Tonausgabe wurde getrennt.</translation>
     </message>
 </context>
 <context>
@@ -209,7 +309,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>GNOME</comment>
-        <translation>GNOME wechselt mit Alt+Esc die Fenster.</translation>
+        <translation>GNOME wechselt mit Alt+Esc zwischen Fenstern.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -254,17 +354,17 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>no shortcuts</comment>
-        <translation>Dieser Desktop gibt Programmen keine Kurzbefehle.</translation>
+        <translation>Dieser Desktop lässt Programmen keine Tastenkürzel.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Lassen Sie seine eigenen Tastenbelegungen Tavin aufrufen:</translation>
+        <translation>Legen Sie in ihm selbst eine Taste für Tavin fest:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>„man tavin“ sagt, wie.</translation>
+        <translation>siehe „man tavin“.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -272,7 +372,7 @@
     </message>
     <message>
         <source>Stop</source>
-        <translation>Anhalten</translation>
+        <translation>Stopp</translation>
     </message>
     <message>
         <source>Speak Selection</source>
@@ -293,11 +393,11 @@
     <message>
         <source>⚠︎ %1 is taken by another app</source>
         <comment>no shortcuts</comment>
-        <translation>⚠︎ %1 wirkt nicht: Dieser Desktop vergibt keine Kurzbefehle</translation>
+        <translation>⚠︎ %1 wirkt nicht: keine Tastenkürzel auf diesem Desktop</translation>
     </message>
     <message>
         <source>Shortcut: %1</source>
-        <translation>Kurzbefehl: %1</translation>
+        <translation>Tastenkürzel: %1</translation>
     </message>
     <message>
         <source>Loading voices…</source>
@@ -309,7 +409,7 @@
     </message>
     <message>
         <source>Downloading voices… %1%</source>
-        <translation>Stimmen werden heruntergeladen … %1 %</translation>
+        <translation>Stimmen werden heruntergeladen … %1&#xa0;%</translation>
     </message>
     <message>
         <source>%1 (add API key)</source>
@@ -357,11 +457,11 @@
     <name>Shortcut</name>
     <message>
         <source>Pause or Resume</source>
-        <translation>Pause oder fortsetzen</translation>
+        <translation>Pausieren oder fortsetzen</translation>
     </message>
     <message>
         <source>Speak Selection or Stop</source>
-        <translation>Auswahl vorlesen oder anhalten</translation>
+        <translation>Auswahl vorlesen oder stoppen</translation>
     </message>
 </context>
 <context>

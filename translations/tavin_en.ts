@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin reads the selected text of other programs through the desktop&apos;s accessibility interface, which is switched off. Quit Tavin and start it again: it switches the interface on. Programs that are already running may have to be started again too.</translation>
+        <translation>Tavin reads the selected text of other programs through the desktop&apos;s accessibility interface, which is switched off. Quit Tavin and start it again: it switches the interface on. Or turn on assistive technologies in the desktop&apos;s settings. Programs that are already running may have to be started again too.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Launch at Login failed: %1</translation>
+        <translation>Start at Login could not be changed: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 wants to be paid: the account has no credit left (HTTP %2).</translation>
+        <translation>The %1 account has no credit left (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -89,8 +89,8 @@
         <translation>%1 is too slow or does not answer.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
-        <translation>%1 cannot be found: is this computer online?.</translation>
+        <source>%1 cannot be found; this computer may be offline.</source>
+        <translation>%1 cannot be found; this computer may be offline.</translation>
     </message>
     <message>
         <source>%1 cannot read this text.</source>
@@ -154,7 +154,7 @@
     </message>
     <message>
         <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
-        <translation>%1 cannot be written: %2. See to it, then choose %3 again.</translation>
+        <translation>%1 cannot be written to: %2. Fix that, then choose %3 again.</translation>
     </message>
     <message>
         <source>%1&apos;s libraries could not be downloaded. Check the network, then choose %2 again.</source>
@@ -162,22 +162,122 @@
     </message>
     <message>
         <source>No download from %1: %2. Check the network, then choose %3 again.</source>
-        <translation>No download from %1: %2. Check the network, then choose %3 again.</translation>
+        <translation>Nothing could be downloaded from %1: %2. Check the network, then choose %3 again.</translation>
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Getting the voices takes too long. Choose %1 again.</translation>
+        <translation>Downloading the voices takes too long. Choose %1 again.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
         <translation>%1 could not be set up. Choose it again.</translation>
+    </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 does not allow this with your key (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 does not know this voice or model (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 is getting too many requests, or the account&apos;s quota is used up (HTTP %2). Try again later.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 is having problems (HTTP %2). Try again later.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 did not accept the text (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 did not carry out the request (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 closed the connection too early.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 cannot be reached: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>the proxy does not allow it</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 cannot be trusted: its certificate is not valid.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>This choice is kept only until Tavin quits: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>The engine could not read this text.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>The keyring is locked.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG is not installed (package libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Downloading the voices stopped unexpectedly (%1). Choose %2 again.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>the transfer ended too early</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>the transfer went on at another place</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>something else was sent</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>the transfer is too slow</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>no answer</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>answer %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>No sound output is connected.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>The sound output was disconnected.</translation>
     </message>
 </context>
 <context>
     <name>Login</name>
     <message>
         <source>The folder %1 could not be made.</source>
-        <translation>The folder %1 could not be made.</translation>
+        <translation>The folder %1 could not be created.</translation>
     </message>
     <message>
         <source>%1 could not be written: %2</source>
@@ -254,17 +354,17 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>no shortcuts</comment>
-        <translation>This desktop gives programs no shortcuts.</translation>
+        <translation>Programs get no shortcuts on this desktop.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Let its own key bindings run Tavin:</translation>
+        <translation>Bind a key to Tavin in its own settings:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>“man tavin” says how.</translation>
+        <translation>see “man tavin”.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -293,7 +393,7 @@
     <message>
         <source>⚠︎ %1 is taken by another app</source>
         <comment>no shortcuts</comment>
-        <translation>⚠︎ %1 cannot work: this desktop gives no shortcuts</translation>
+        <translation>⚠︎ %1 cannot work on this desktop</translation>
     </message>
     <message>
         <source>Shortcut: %1</source>
@@ -337,7 +437,7 @@
     </message>
     <message>
         <source>Launch at Login</source>
-        <translation>Launch at Login</translation>
+        <translation>Start at Login</translation>
     </message>
     <message>
         <source>Open Engine Log</source>

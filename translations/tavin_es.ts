@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin lee el texto seleccionado en otros programas mediante la interfaz de accesibilidad, que está desactivada. Salga de Tavin y vuelva a iniciarlo: activará la interfaz. Quizá también haya que reiniciar los programas que ya están abiertos.</translation>
+        <translation>Tavin lee el texto seleccionado en otros programas mediante la interfaz de accesibilidad, que está desactivada. Salga de Tavin y vuelva a iniciarlo: activará la interfaz. O active las tecnologías de asistencia en la configuración del escritorio. Quizá también haya que reiniciar los programas que ya están abiertos.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -35,7 +35,7 @@
     </message>
     <message>
         <source>Tavin is downloading its voices (%1%). This happens once.</source>
-        <translation>Tavin está descargando sus voces (%1 %). Solo ocurre una vez.</translation>
+        <translation>Tavin está descargando sus voces (%1&#xa0;%). Solo ocurre una vez.</translation>
     </message>
     <message>
         <source>Voice setup failed: %1</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 pide un pago: la cuenta no tiene saldo (HTTP %2).</translation>
+        <translation>La cuenta de %1 no tiene saldo (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -89,7 +89,7 @@
         <translation>%1 es demasiado lento o no responde.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>No se encuentra %1. ¿Está conectado este equipo?</translation>
     </message>
     <message>
@@ -102,7 +102,7 @@
     </message>
     <message>
         <source>%1 is still downloading its voices (%2%).</source>
-        <translation>%1 todavía está descargando sus voces (%2 %).</translation>
+        <translation>%1 todavía está descargando sus voces (%2&#xa0;%).</translation>
     </message>
     <message>
         <source>%1 is still loading its voices.</source>
@@ -166,11 +166,111 @@
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Obtener las voces tarda demasiado. Elija %1 de nuevo.</translation>
+        <translation>Descargar las voces tarda demasiado. Elija %1 de nuevo.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
         <translation>No se pudo preparar %1. Elíjalo de nuevo.</translation>
+    </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 no permite esto con la clave (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 no conoce esta voz o este modelo (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 recibe demasiadas peticiones o la cuota de la cuenta está agotada (HTTP %2). Inténtelo de nuevo más tarde.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 tiene problemas (HTTP %2). Inténtelo de nuevo más tarde.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 no ha aceptado el texto (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 no ha atendido la petición (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 ha cortado la conexión.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>No se puede contactar con %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>el proxy no lo permite</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 no es de confianza: su certificado no es válido.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Esta elección solo se conserva hasta que Tavin termine: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>El motor no ha podido leer este texto.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>El depósito de claves está bloqueado.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>No se pueden cargar las bibliotecas de %1 (%2). Elija %3 de nuevo.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG no está instalado (paquete libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 rechaza la descarga (respuesta %2). Elija %3 de nuevo más tarde o actualice Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>La descarga de las voces se ha detenido inesperadamente (%1). Elija %2 de nuevo.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>la transferencia terminó demasiado pronto</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>la transferencia continuó en otro lugar</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>se envió otra cosa</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>la transferencia es demasiado lenta</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>sin respuesta</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>respuesta %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>No hay ninguna salida de sonido conectada.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>Se ha desconectado la salida de sonido.</translation>
     </message>
 </context>
 <context>
@@ -234,7 +334,7 @@
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>Plasma</comment>
-        <translation>Preferencias del sistema &gt; Atajos.</translation>
+        <translation>Preferencias del sistema &gt; Accesos rápidos.</translation>
     </message>
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
@@ -259,12 +359,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Haga que sus propios atajos llamen a Tavin:</translation>
+        <translation>Cree en él un atajo que llame a Tavin:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>«man tavin» explica cómo.</translation>
+        <translation>véase «man tavin».</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -309,7 +409,7 @@
     </message>
     <message>
         <source>Downloading voices… %1%</source>
-        <translation>Descargando las voces… %1 %</translation>
+        <translation>Descargando las voces… %1&#xa0;%</translation>
     </message>
     <message>
         <source>%1 (add API key)</source>
@@ -337,7 +437,7 @@
     </message>
     <message>
         <source>Launch at Login</source>
-        <translation>Iniciar con la sesión</translation>
+        <translation>Iniciar al entrar en la sesión</translation>
     </message>
     <message>
         <source>Open Engine Log</source>

@@ -5,17 +5,17 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin lit le texte sélectionné dans les autres programmes au moyen de l’interface d’accessibilité, qui est désactivée. Quittez Tavin et relancez-le : il active l’interface. Il faut peut-être relancer aussi les programmes déjà ouverts.</translation>
+        <translation>Tavin lit le texte sélectionné dans les autres programmes au moyen de l’interface d’accessibilité, qui est désactivée. Quittez Tavin et relancez-le&#xa0;: il active l’interface. Ou activez les technologies d’assistance dans les paramètres du bureau. Il faut peut-être relancer aussi les programmes déjà ouverts.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>GNOME</comment>
-        <translation>Tavin lit le texte sélectionné dans les autres programmes au moyen de l’interface d’accessibilité, qui est désactivée. Quittez Tavin et relancez-le : il active l’interface. Activer le lecteur d’écran dans Paramètres &gt; Accessibilité l’active aussi. Il faut peut-être relancer les programmes déjà ouverts.</translation>
+        <translation>Tavin lit le texte sélectionné dans les autres programmes au moyen de l’interface d’accessibilité, qui est désactivée. Quittez Tavin et relancez-le&#xa0;: il active l’interface. Activer le lecteur d’écran dans Paramètres &gt; Accessibilité l’active aussi. Il faut peut-être relancer les programmes déjà ouverts.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>Plasma</comment>
-        <translation>Tavin lit le texte sélectionné dans les autres programmes au moyen de l’interface d’accessibilité, qui est désactivée. Quittez Tavin et relancez-le : il active l’interface. Activer le lecteur d’écran dans Configuration du système &gt; Accessibilité l’active aussi. Il faut peut-être relancer les programmes déjà ouverts.</translation>
+        <translation>Tavin lit le texte sélectionné dans les autres programmes au moyen de l’interface d’accessibilité, qui est désactivée. Quittez Tavin et relancez-le&#xa0;: il active l’interface. Activer le lecteur d’écran dans Configuration du système &gt; Accessibilité l’active aussi. Il faut peut-être relancer les programmes déjà ouverts.</translation>
     </message>
     <message>
         <source>Tavin couldn&apos;t read that</source>
@@ -35,7 +35,7 @@
     </message>
     <message>
         <source>Tavin is downloading its voices (%1%). This happens once.</source>
-        <translation>Tavin télécharge ses voix (%1 %). Cela n’arrive qu’une fois.</translation>
+        <translation>Tavin télécharge ses voix (%1&#xa0;%). Ce téléchargement n’a lieu qu’une fois.</translation>
     </message>
     <message>
         <source>Voice setup failed: %1</source>
@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Échec du lancement à la connexion : %1</translation>
+        <translation>Impossible de modifier le lancement à l’ouverture de session&#xa0;: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -70,7 +70,7 @@
     <name>Engine</name>
     <message>
         <source>%1 needs a key: choose “Set API Key” in Tavin&apos;s menu.</source>
-        <translation>%1 a besoin d’une clé : choisissez « Définir la clé d’API » dans le menu de Tavin.</translation>
+        <translation>%1 a besoin d’une clé&#xa0;: choisissez «&#xa0;Définir la clé d’API&#xa0;» dans le menu de Tavin.</translation>
     </message>
     <message>
         <source>%1 does not accept the key (HTTP %2).</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 demande un paiement : le compte n’a plus de crédit (HTTP %2).</translation>
+        <translation>Le compte %1 n’a plus de crédit (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -89,8 +89,8 @@
         <translation>%1 est trop lent ou ne répond pas.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
-        <translation>%1 est introuvable. Cet ordinateur est-il connecté ?</translation>
+        <source>%1 cannot be found; this computer may be offline.</source>
+        <translation>%1 est introuvable. Cet ordinateur est-il connecté&#xa0;?</translation>
     </message>
     <message>
         <source>%1 cannot read this text.</source>
@@ -98,11 +98,11 @@
     </message>
     <message>
         <source>No voice on this computer speaks %1.</source>
-        <translation>Aucune voix de cet ordinateur ne parle la langue « %1 ».</translation>
+        <translation>Aucune voix de cet ordinateur ne parle la langue «&#xa0;%1&#xa0;».</translation>
     </message>
     <message>
         <source>%1 is still downloading its voices (%2%).</source>
-        <translation>%1 télécharge encore ses voix (%2 %).</translation>
+        <translation>%1 télécharge encore ses voix (%2&#xa0;%).</translation>
     </message>
     <message>
         <source>%1 is still loading its voices.</source>
@@ -110,15 +110,15 @@
     </message>
     <message>
         <source>The key for %1 cannot be read: %2</source>
-        <translation>La clé de %1 ne peut pas être lue : %2</translation>
+        <translation>La clé de %1 ne peut pas être lue&#xa0;: %2</translation>
     </message>
     <message>
         <source>The key for %1 is kept only until Tavin ends: %2</source>
-        <translation>La clé de %1 n’est gardée que jusqu’à l’arrêt de Tavin : %2</translation>
+        <translation>La clé de %1 n’est gardée que jusqu’à l’arrêt de Tavin&#xa0;: %2</translation>
     </message>
     <message>
         <source>The key for %1 could not be removed: %2</source>
-        <translation>La clé de %1 n’a pas pu être supprimée : %2</translation>
+        <translation>La clé de %1 n’a pas pu être supprimée&#xa0;: %2</translation>
     </message>
     <message>
         <source>The keyring was not unlocked.</source>
@@ -142,11 +142,11 @@
     </message>
     <message>
         <source>Python&apos;s pip is missing: install the package python3-venv, then choose %1 again.</source>
-        <translation>Il manque pip pour Python : installez le paquet python3-venv, puis choisissez de nouveau %1.</translation>
+        <translation>Il manque pip pour Python&#xa0;: installez le paquet python3-venv, puis choisissez de nouveau %1.</translation>
     </message>
     <message>
         <source>The disk is full: make room in %1, then choose %2 again.</source>
-        <translation>Le disque est plein : libérez de la place dans %1, puis choisissez de nouveau %2.</translation>
+        <translation>Le disque est plein&#xa0;: libérez de la place dans %1, puis choisissez de nouveau %2.</translation>
     </message>
     <message>
         <source>%1 needs %2 MB in %3, and %4 MB are free. Make room, then choose %5 again.</source>
@@ -154,7 +154,7 @@
     </message>
     <message>
         <source>%1 cannot be written: %2. See to it, then choose %3 again.</source>
-        <translation>Impossible d’écrire dans %1 : %2. Remédiez-y, puis choisissez de nouveau %3.</translation>
+        <translation>Impossible d’écrire dans %1&#xa0;: %2. Remédiez-y, puis choisissez de nouveau %3.</translation>
     </message>
     <message>
         <source>%1&apos;s libraries could not be downloaded. Check the network, then choose %2 again.</source>
@@ -162,15 +162,115 @@
     </message>
     <message>
         <source>No download from %1: %2. Check the network, then choose %3 again.</source>
-        <translation>Téléchargement impossible depuis %1 : %2. Vérifiez le réseau, puis choisissez de nouveau %3.</translation>
+        <translation>Téléchargement impossible depuis %1&#xa0;: %2. Vérifiez le réseau, puis choisissez de nouveau %3.</translation>
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>La récupération des voix est trop longue. Choisissez de nouveau %1.</translation>
+        <translation>Le téléchargement des voix est trop long. Choisissez de nouveau %1.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
         <translation>%1 n’a pas pu être installé. Choisissez-le de nouveau.</translation>
+    </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 ne permet pas cela avec cette clé (HTTP&#xa0;%2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 ne connaît pas cette voix ou ce modèle (HTTP&#xa0;%2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 reçoit trop de demandes, ou le quota du compte est épuisé (HTTP&#xa0;%2). Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 rencontre un problème (HTTP&#xa0;%2). Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 n’a pas accepté le texte (HTTP&#xa0;%2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 n’a pas traité la demande (HTTP&#xa0;%2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 a interrompu la connexion.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 est injoignable&#xa0;:&#xa0;%2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>le serveur mandataire ne le permet pas</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 n’est pas digne de confiance&#xa0;: son certificat n’est pas valide.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Ce choix n’est gardé que jusqu’à l’arrêt de Tavin&#xa0;:&#xa0;%1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>Le moteur n’a pas pu lire ce texte.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>Le trousseau est verrouillé.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Les bibliothèques de&#xa0;%1 ne peuvent pas être chargées (%2). Choisissez de nouveau&#xa0;%3.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG n’est pas installé (paquet libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 refuse le téléchargement (réponse&#xa0;%2). Choisissez de nouveau&#xa0;%3 plus tard, ou mettez Tavin à jour.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Le téléchargement des voix s’est arrêté de façon inattendue (%1). Choisissez de nouveau&#xa0;%2.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>le transfert s’est terminé trop tôt</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>le transfert a repris à un autre endroit</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>autre chose a été envoyé</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>le transfert est trop lent</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>pas de réponse</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>réponse&#xa0;%1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Aucune sortie audio n’est connectée.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>La sortie audio a été déconnectée.</translation>
     </message>
 </context>
 <context>
@@ -181,11 +281,11 @@
     </message>
     <message>
         <source>%1 could not be written: %2</source>
-        <translation>%1 n’a pas pu être écrit : %2</translation>
+        <translation>%1 n’a pas pu être écrit&#xa0;: %2</translation>
     </message>
     <message>
         <source>%1 could not be removed: %2</source>
-        <translation>%1 n’a pas pu être supprimé : %2</translation>
+        <translation>%1 n’a pas pu être supprimé&#xa0;: %2</translation>
     </message>
 </context>
 <context>
@@ -200,7 +300,7 @@
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
-        <translation>Si c’est le cas, choisissez ⌃ Esc ou ⌃⌥ R, ou changez-le</translation>
+        <translation>Si le vôtre le fait, choisissez ⌃ Esc ou ⌃⌥ R, ou modifiez cela</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
@@ -259,12 +359,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Faites appeler Tavin par ses propres raccourcis :</translation>
+        <translation>Créez-y un raccourci qui appelle Tavin&#xa0;:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>« man tavin » dit comment.</translation>
+        <translation>voir «&#xa0;man tavin&#xa0;».</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -288,16 +388,16 @@
     </message>
     <message>
         <source>⚠︎ %1 is taken by another app</source>
-        <translation>⚠︎ %1 est pris par le bureau ou un autre programme</translation>
+        <translation>⚠︎ %1 est utilisé par le bureau ou un autre programme</translation>
     </message>
     <message>
         <source>⚠︎ %1 is taken by another app</source>
         <comment>no shortcuts</comment>
-        <translation>⚠︎ %1 sans effet : ce bureau n’offre pas de raccourcis</translation>
+        <translation>⚠︎ %1 sans effet&#xa0;: ce bureau n’offre pas de raccourcis</translation>
     </message>
     <message>
         <source>Shortcut: %1</source>
-        <translation>Raccourci : %1</translation>
+        <translation>Raccourci&#xa0;: %1</translation>
     </message>
     <message>
         <source>Loading voices…</source>
@@ -305,11 +405,11 @@
     </message>
     <message>
         <source>⚠︎ Voice setup failed: %1</source>
-        <translation>⚠︎ Échec de l’installation de la voix : %1</translation>
+        <translation>⚠︎ Échec de l’installation de la voix&#xa0;: %1</translation>
     </message>
     <message>
         <source>Downloading voices… %1%</source>
-        <translation>Téléchargement des voix… %1 %</translation>
+        <translation>Téléchargement des voix… %1&#xa0;%</translation>
     </message>
     <message>
         <source>%1 (add API key)</source>
@@ -317,7 +417,7 @@
     </message>
     <message>
         <source>Engine: %1</source>
-        <translation>Moteur : %1</translation>
+        <translation>Moteur&#xa0;: %1</translation>
     </message>
     <message>
         <source>Loading…</source>
@@ -325,11 +425,11 @@
     </message>
     <message>
         <source>Voice: %1</source>
-        <translation>Voix : %1</translation>
+        <translation>Voix&#xa0;: %1</translation>
     </message>
     <message>
         <source>Speed: %1</source>
-        <translation>Vitesse : %1</translation>
+        <translation>Vitesse&#xa0;: %1</translation>
     </message>
     <message>
         <source>Set API Key</source>
@@ -337,7 +437,7 @@
     </message>
     <message>
         <source>Launch at Login</source>
-        <translation>Lancer à la connexion</translation>
+        <translation>Lancer à l’ouverture de session</translation>
     </message>
     <message>
         <source>Open Engine Log</source>

@@ -5,21 +5,21 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. Potrebbe essere necessario riavviare anche i programmi già aperti.</translation>
+        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. Oppure abilitare le tecnologie assistive nelle impostazioni del desktop. Potrebbe essere necessario riavviare anche i programmi già aperti.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>GNOME</comment>
-        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. La attiva anche il lettore dello schermo in Impostazioni &gt; Accessibilità. Potrebbe essere necessario riavviare i programmi già aperti.</translation>
+        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. La attiva anche il lettore schermo in Impostazioni &gt; Accessibilità. Potrebbe essere necessario riavviare i programmi già aperti.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>Plasma</comment>
-        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. La attiva anche il lettore dello schermo in Impostazioni di sistema &gt; Accessibilità. Potrebbe essere necessario riavviare i programmi già aperti.</translation>
+        <translation>Tavin legge il testo selezionato negli altri programmi tramite l’interfaccia di accessibilità, che è disattivata. Uscire da Tavin e riavviarlo: attiverà l’interfaccia. La attiva anche il lettore schermo in Impostazioni di sistema &gt; Accessibilità. Potrebbe essere necessario riavviare i programmi già aperti.</translation>
     </message>
     <message>
         <source>Tavin couldn&apos;t read that</source>
-        <translation>Tavin non è riuscito a leggere</translation>
+        <translation>Tavin non è riuscito a leggere il testo</translation>
     </message>
     <message>
         <source>Tavin needs Accessibility access</source>
@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Avvio automatico non riuscito: %1</translation>
+        <translation>Impossibile modificare l’avvio all’accesso: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -78,18 +78,18 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 richiede un pagamento: il conto non ha più credito (HTTP %2).</translation>
+        <translation>L’account di %1 non ha più credito (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
-        <translation>%1 segnala che la quota del conto è esaurita (HTTP %2).</translation>
+        <translation>%1 segnala che la quota dell’account è esaurita (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 is too slow or does not answer.</source>
         <translation>%1 è troppo lento o non risponde.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>Impossibile trovare %1. Questo computer è in linea?</translation>
     </message>
     <message>
@@ -166,11 +166,111 @@
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Il recupero delle voci richiede troppo tempo. Scegliere di nuovo %1.</translation>
+        <translation>Lo scaricamento delle voci richiede troppo tempo. Scegliere di nuovo %1.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
         <translation>Impossibile preparare %1. Sceglierlo di nuovo.</translation>
+    </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 non lo consente con questa chiave (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 non conosce questa voce o questo modello (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 riceve troppe richieste o la quota dell’account è esaurita (HTTP %2). Riprovare più tardi.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 ha un problema (HTTP %2). Riprovare più tardi.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 non ha accettato il testo (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 non ha eseguito la richiesta (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 ha interrotto la connessione.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>Impossibile raggiungere %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>il proxy non lo consente</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 non è affidabile: il certificato non è valido.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Questa scelta resta solo fino alla chiusura di Tavin: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>Il motore non è riuscito a leggere questo testo.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>Il portachiavi è bloccato.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Impossibile caricare le librerie di %1 (%2). Scegliere di nuovo %3.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG non è installato (pacchetto libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 rifiuta lo scaricamento (risposta %2). Scegliere di nuovo %3 più tardi o aggiornare Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Lo scaricamento delle voci si è interrotto in modo imprevisto (%1). Scegliere di nuovo %2.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>il trasferimento è terminato troppo presto</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>il trasferimento è proseguito da un altro punto</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>è stato inviato qualcos’altro</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>il trasferimento è troppo lento</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>nessuna risposta</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>risposta %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Nessuna uscita audio è collegata.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>L’uscita audio è stata scollegata.</translation>
     </message>
 </context>
 <context>
@@ -259,12 +359,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Far chiamare Tavin dalle sue scorciatoie:</translation>
+        <translation>Crearvi una scorciatoia che chiami Tavin:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>“man tavin” spiega come.</translation>
+        <translation>vedere “man tavin”.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -313,7 +413,7 @@
     </message>
     <message>
         <source>%1 (add API key)</source>
-        <translation>%1 (aggiungere la chiave API)</translation>
+        <translation>%1 (aggiungi chiave API)</translation>
     </message>
     <message>
         <source>Engine: %1</source>

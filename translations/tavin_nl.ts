@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin leest de geselecteerde tekst van andere programma’s via de toegankelijkheidsinterface, en die staat uit. Sluit Tavin af en start het opnieuw: het zet de interface aan. Programma’s die al draaien moeten misschien ook opnieuw worden gestart.</translation>
+        <translation>Tavin leest de geselecteerde tekst van andere programma’s via de toegankelijkheidsinterface, en die staat uit. Sluit Tavin af en start het opnieuw: het zet de interface aan. Of schakel de ondersteunende technologieën in bij de instellingen van de werkomgeving. Programma’s die al draaien moeten misschien ook opnieuw worden gestart.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Starten bij aanmelden is mislukt: %1</translation>
+        <translation>Starten bij aanmelden kon niet worden gewijzigd: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -74,22 +74,22 @@
     </message>
     <message>
         <source>%1 does not accept the key (HTTP %2).</source>
-        <translation>%1 aanvaardt de sleutel niet (HTTP %2).</translation>
+        <translation>%1 accepteert de sleutel niet (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 wil betaald worden: het account heeft geen tegoed meer (HTTP %2).</translation>
+        <translation>Het account bij %1 heeft geen tegoed meer (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
-        <translation>%1 meldt dat het tegoed van het account op is (HTTP %2).</translation>
+        <translation>%1 meldt dat de limiet van het account is bereikt (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 is too slow or does not answer.</source>
-        <translation>%1 is te traag of antwoordt niet.</translation>
+        <translation>%1 is te traag of reageert niet.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>%1 is niet te vinden. Is deze computer online?</translation>
     </message>
     <message>
@@ -126,7 +126,7 @@
     </message>
     <message>
         <source>The keyring does not answer.</source>
-        <translation>De sleutelbos antwoordt niet.</translation>
+        <translation>De sleutelbos reageert niet.</translation>
     </message>
     <message>
         <source>This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.</source>
@@ -134,7 +134,7 @@
     </message>
     <message>
         <source>The sound server does not answer.</source>
-        <translation>De geluidsserver antwoordt niet.</translation>
+        <translation>De geluidsserver reageert niet.</translation>
     </message>
     <message>
         <source>The sound output could not be started.</source>
@@ -166,11 +166,111 @@
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>Het ophalen van de stemmen duurt te lang. Kies %1 opnieuw.</translation>
+        <translation>Het downloaden van de stemmen duurt te lang. Kies %1 opnieuw.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
         <translation>%1 kon niet worden ingesteld. Kies het opnieuw.</translation>
+    </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 staat dit met deze sleutel niet toe (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 kent deze stem of dit model niet (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 krijgt te veel verzoeken, of de limiet van het account is bereikt (HTTP %2). Probeer het later opnieuw.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 heeft een storing (HTTP %2). Probeer het later opnieuw.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 heeft de tekst niet geaccepteerd (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 heeft het verzoek niet uitgevoerd (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>%1 heeft de verbinding verbroken.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 is niet bereikbaar: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>de proxy staat het niet toe</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>%1 is niet te vertrouwen: het certificaat is ongeldig.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Deze keuze wordt alleen bewaard tot Tavin stopt: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>De spraakmodule kon deze tekst niet voorlezen.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>De sleutelbos is vergrendeld.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>De bibliotheken van %1 kunnen niet worden geladen (%2). Kies %3 opnieuw.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>eSpeak NG is niet geïnstalleerd (pakket libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 weigert de download (antwoord %2). Kies %3 later opnieuw of werk Tavin bij.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Het downloaden van de stemmen is onverwacht gestopt (%1). Kies %2 opnieuw.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>de overdracht eindigde te vroeg</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>de overdracht ging op een andere plaats verder</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>er is iets anders verzonden</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>de overdracht is te traag</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>geen antwoord</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>antwoord %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Er is geen geluidsuitvoer aangesloten.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>De geluidsuitvoer is losgekoppeld.</translation>
     </message>
 </context>
 <context>
@@ -259,12 +359,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Laat zijn eigen toetsbindingen Tavin aanroepen:</translation>
+        <translation>Stel in de werkomgeving zelf een sneltoets voor Tavin in:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>‘man tavin’ zegt hoe.</translation>
+        <translation>zie ‘man tavin’.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -288,7 +388,7 @@
     </message>
     <message>
         <source>⚠︎ %1 is taken by another app</source>
-        <translation>⚠︎ %1 is bezet door de werkomgeving of een ander programma</translation>
+        <translation>⚠︎ %1 is in gebruik door de werkomgeving of een ander programma</translation>
     </message>
     <message>
         <source>⚠︎ %1 is taken by another app</source>

@@ -5,17 +5,17 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Programy już uruchomione być może też trzeba uruchomić ponownie.</translation>
+        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Możesz też włączyć ułatwienia dostępu w ustawieniach środowiska. Programy już uruchomione być może też trzeba uruchomić ponownie.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>GNOME</comment>
-        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranu w oknie Ustawienia &gt; Ułatwienia dostępu. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
+        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranowy w oknie Ustawienia &gt; Ułatwienia dostępu. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
         <comment>Plasma</comment>
-        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranu w oknie Ustawienia systemowe &gt; Dostępność. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
+        <translation>Tavin odczytuje tekst zaznaczony w innych programach przez interfejs ułatwień dostępu, który jest wyłączony. Zakończ program Tavin i uruchom go ponownie: włączy on ten interfejs. Włącza go też czytnik ekranowy w oknie Ustawienia systemowe &gt; Ułatwienia. Programy już uruchomione być może trzeba uruchomić ponownie.</translation>
     </message>
     <message>
         <source>Tavin couldn&apos;t read that</source>
@@ -35,7 +35,7 @@
     </message>
     <message>
         <source>Tavin is downloading its voices (%1%). This happens once.</source>
-        <translation>Tavin pobiera głosy (%1%). Dzieje się to tylko raz.</translation>
+        <translation>Tavin pobiera głosy (%1%). To jednorazowe pobieranie.</translation>
     </message>
     <message>
         <source>Voice setup failed: %1</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>%1 wymaga zapłaty: na koncie nie ma środków (HTTP %2).</translation>
+        <translation>Na koncie %1 nie ma środków (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -89,7 +89,7 @@
         <translation>%1 działa zbyt wolno lub nie odpowiada.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>Nie można znaleźć usługi %1. Czy komputer jest w sieci?</translation>
     </message>
     <message>
@@ -172,6 +172,106 @@
         <source>%1 could not be set up. Choose it again.</source>
         <translation>Nie można przygotować %1. Wybierz ponownie.</translation>
     </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>%1 nie zezwala na to z tym kluczem (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>%1 nie zna tego głosu lub modelu (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>%1 otrzymuje zbyt wiele żądań lub limit konta został wyczerpany (HTTP %2). Spróbuj ponownie później.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>%1 ma problemy (HTTP %2). Spróbuj ponownie później.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>%1 nie przyjmuje tego tekstu (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>%1 nie realizuje tego żądania (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>Usługa %1 przerwała połączenie.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>Nie można połączyć się z usługą %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>serwer pośredniczący na to nie pozwala</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>Nie można zaufać usłudze %1: jej certyfikat jest nieprawidłowy.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Ten wybór jest pamiętany tylko do końca pracy programu: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>Syntezator nie mógł odczytać tego tekstu.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>Baza kluczy jest zablokowana.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Nie można wczytać bibliotek %1 (%2). Ponownie wybierz %3.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>Program eSpeak NG nie jest zainstalowany (pakiet libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 odmawia pobrania (odpowiedź %2). Później ponownie wybierz %3 lub zaktualizuj program Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>Pobieranie głosów nieoczekiwanie się zakończyło (%1). Ponownie wybierz %2.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>przesyłanie zakończyło się zbyt wcześnie</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>przesyłanie wznowiono w innym miejscu</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>przesłano coś innego</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>przesyłanie jest zbyt wolne</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>brak odpowiedzi</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>odpowiedź %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Nie podłączono żadnego wyjścia dźwięku.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>Wyjście dźwięku zostało odłączone.</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>
@@ -196,7 +296,7 @@
     </message>
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
-        <translation>Niektóre środowiska używają Alt+Escape.</translation>
+        <translation>Niektóre środowiska używają Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -209,7 +309,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>GNOME</comment>
-        <translation>GNOME przełącza okna skrótem Alt+Escape.</translation>
+        <translation>GNOME przełącza okna skrótem Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -224,7 +324,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Plasma</comment>
-        <translation>Plasma nie używa skrótu Alt+Escape.</translation>
+        <translation>Plasma nie używa skrótu Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -239,7 +339,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Xfce</comment>
-        <translation>Xfce nie używa skrótu Alt+Escape.</translation>
+        <translation>Xfce nie używa skrótu Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -259,12 +359,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Niech jego własne skróty wywołują program Tavin:</translation>
+        <translation>Utwórz w nim skrót wywołujący program Tavin:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>„man tavin” mówi jak.</translation>
+        <translation>zobacz „man tavin”.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>
@@ -329,7 +429,7 @@
     </message>
     <message>
         <source>Speed: %1</source>
-        <translation>Tempo: %1</translation>
+        <translation>Szybkość: %1</translation>
     </message>
     <message>
         <source>Set API Key</source>

@@ -5,7 +5,7 @@
     <name>Alert</name>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
-        <translation>O Tavin lê o texto selecionado noutros programas através da interface de acessibilidade, que está desativada. Saia do Tavin e inicie-o de novo: ele ativa a interface. Pode ser preciso reiniciar também os programas já abertos.</translation>
+        <translation>O Tavin lê o texto selecionado noutros programas através da interface de acessibilidade, que está desativada. Saia do Tavin e inicie-o de novo: ele ativa a interface. Ou ative as tecnologias de acessibilidade nas definições do ambiente. Pode ser preciso reiniciar também os programas já abertos.</translation>
     </message>
     <message>
         <source>To read selected text in other apps, turn on Tavin in System Settings &gt; Privacy &amp; Security &gt; Accessibility. If Tavin is already listed, remove it with the minus button and add it again (this happens after a rebuild).</source>
@@ -51,7 +51,7 @@
     </message>
     <message>
         <source>Stored in your macOS Keychain. Leave empty to remove the key.</source>
-        <translation>É guardada no seu porta-chaves. Deixe vazio para remover a chave.</translation>
+        <translation>É guardada no seu chaveiro. Deixe vazio para remover a chave.</translation>
     </message>
     <message>
         <source>Save</source>
@@ -59,7 +59,7 @@
     </message>
     <message>
         <source>Launch at Login failed: %1</source>
-        <translation>Falhou o arranque ao iniciar sessão: %1</translation>
+        <translation>Não foi possível alterar o arranque com a sessão: %1</translation>
     </message>
     <message>
         <source>OK</source>
@@ -78,7 +78,7 @@
     </message>
     <message>
         <source>%1 wants to be paid: the account has no credit left (HTTP %2).</source>
-        <translation>O %1 pede pagamento: a conta já não tem crédito (HTTP %2).</translation>
+        <translation>A conta de %1 já não tem crédito (HTTP %2).</translation>
     </message>
     <message>
         <source>%1 says that the account&apos;s quota is used up (HTTP %2).</source>
@@ -89,7 +89,7 @@
         <translation>O %1 é demasiado lento ou não responde.</translation>
     </message>
     <message>
-        <source>%1 cannot be found: is this computer online?.</source>
+        <source>%1 cannot be found; this computer may be offline.</source>
         <translation>Não se encontra o %1. Este computador está ligado à rede?</translation>
     </message>
     <message>
@@ -122,15 +122,15 @@
     </message>
     <message>
         <source>The keyring was not unlocked.</source>
-        <translation>O porta-chaves não foi desbloqueado.</translation>
+        <translation>O chaveiro não foi desbloqueado.</translation>
     </message>
     <message>
         <source>The keyring does not answer.</source>
-        <translation>O porta-chaves não responde.</translation>
+        <translation>O chaveiro não responde.</translation>
     </message>
     <message>
         <source>This desktop has no Secret Service, such as GNOME Keyring or KDE Wallet.</source>
-        <translation>Este ambiente não tem um porta-chaves como o GNOME Keyring ou o KWallet.</translation>
+        <translation>Este ambiente não tem um chaveiro como o GNOME Keyring ou o KWallet.</translation>
     </message>
     <message>
         <source>The sound server does not answer.</source>
@@ -166,11 +166,111 @@
     </message>
     <message>
         <source>Getting the voices takes too long. Choose %1 again.</source>
-        <translation>A obtenção das vozes demora demasiado. Escolha de novo o %1.</translation>
+        <translation>A transferência das vozes demora demasiado. Escolha de novo o %1.</translation>
     </message>
     <message>
         <source>%1 could not be set up. Choose it again.</source>
         <translation>Não foi possível preparar o %1. Escolha-o de novo.</translation>
+    </message>
+    <message>
+        <source>%1 does not allow this with the key (HTTP %2).</source>
+        <translation>O %1 não permite isso com esta chave (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 does not know this voice or model (HTTP %2).</source>
+        <translation>O %1 não conhece esta voz ou este modelo (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 is asked too often or the account&apos;s quota is used up; try again later (HTTP %2).</source>
+        <translation>O %1 recebe demasiados pedidos ou a quota da conta esgotou-se (HTTP %2). Tente de novo mais tarde.</translation>
+    </message>
+    <message>
+        <source>%1 has trouble of its own; try again later (HTTP %2).</source>
+        <translation>O %1 está com problemas (HTTP %2). Tente de novo mais tarde.</translation>
+    </message>
+    <message>
+        <source>%1 did not accept the text (HTTP %2).</source>
+        <translation>O %1 não aceitou o texto (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 did not do as asked (HTTP %2).</source>
+        <translation>O %1 não executou o pedido (HTTP %2).</translation>
+    </message>
+    <message>
+        <source>%1 broke off the connection.</source>
+        <translation>O %1 interrompeu a ligação.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>Não é possível contactar o %1: %2.</translation>
+    </message>
+    <message>
+        <source>the proxy does not allow it</source>
+        <translation>o proxy não o permite</translation>
+    </message>
+    <message>
+        <source>%1 cannot be trusted: its certificate is not valid.</source>
+        <translation>O %1 não é de confiança: o certificado não é válido.</translation>
+    </message>
+    <message>
+        <source>This choice is kept only until Tavin ends: %1.</source>
+        <translation>Esta escolha só é mantida até o Tavin terminar: %1.</translation>
+    </message>
+    <message>
+        <source>The engine could not read this text.</source>
+        <translation>O motor não conseguiu ler este texto.</translation>
+    </message>
+    <message>
+        <source>The keyring is locked.</source>
+        <translation>O chaveiro está bloqueado.</translation>
+    </message>
+    <message>
+        <source>%1&apos;s libraries cannot be loaded (%2). Choose %3 again.</source>
+        <translation>Não é possível carregar as bibliotecas do %1 (%2). Escolha de novo o %3.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG is not installed (package libespeak-ng1).</source>
+        <translation>O eSpeak NG não está instalado (pacote libespeak-ng1).</translation>
+    </message>
+    <message>
+        <source>%1 refuses the download (answer %2). Choose %3 again later, or update Tavin.</source>
+        <translation>%1 recusa a transferência (resposta %2). Escolha de novo o %3 mais tarde ou atualize o Tavin.</translation>
+    </message>
+    <message>
+        <source>Getting the voices stopped unexpectedly (%1). Choose %2 again.</source>
+        <translation>A transferência das vozes parou inesperadamente (%1). Escolha de novo o %2.</translation>
+    </message>
+    <message>
+        <source>it ended too early</source>
+        <translation>a transferência terminou cedo demais</translation>
+    </message>
+    <message>
+        <source>it went on at another place</source>
+        <translation>a transferência continuou noutro ponto</translation>
+    </message>
+    <message>
+        <source>something else was sent</source>
+        <translation>foi enviada outra coisa</translation>
+    </message>
+    <message>
+        <source>it is too slow</source>
+        <translation>a transferência é demasiado lenta</translation>
+    </message>
+    <message>
+        <source>no answer</source>
+        <translation>sem resposta</translation>
+    </message>
+    <message>
+        <source>answer %1</source>
+        <translation>resposta %1</translation>
+    </message>
+    <message>
+        <source>No sound output is connected.</source>
+        <translation>Nenhuma saída de som está ligada.</translation>
+    </message>
+    <message>
+        <source>The sound output was disconnected.</source>
+        <translation>A saída de som foi desligada.</translation>
     </message>
 </context>
 <context>
@@ -196,7 +296,7 @@
     </message>
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
-        <translation>Alguns ambientes usam Alt+Escape.</translation>
+        <translation>Alguns ambientes usam Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -209,7 +309,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>GNOME</comment>
-        <translation>O GNOME muda de janela com Alt+Escape.</translation>
+        <translation>O GNOME muda de janela com Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -224,7 +324,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Plasma</comment>
-        <translation>O Plasma não usa Alt+Escape.</translation>
+        <translation>O Plasma não usa Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -239,7 +339,7 @@
     <message>
         <source>macOS Speak Selection also uses ⌥ Esc.</source>
         <comment>Xfce</comment>
-        <translation>O Xfce não usa Alt+Escape.</translation>
+        <translation>O Xfce não usa Alt+Esc.</translation>
     </message>
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
@@ -259,12 +359,12 @@
     <message>
         <source>Pick ⌃ Esc or ⌃⌥ R, or turn it off in</source>
         <comment>no shortcuts</comment>
-        <translation>Faça os atalhos dele chamar o Tavin:</translation>
+        <translation>Crie nele um atalho que chame o Tavin:</translation>
     </message>
     <message>
         <source>System Settings &gt; Accessibility &gt; Spoken Content.</source>
         <comment>no shortcuts</comment>
-        <translation>“man tavin” explica como.</translation>
+        <translation>veja “man tavin”.</translation>
     </message>
     <message>
         <source>Voice engine starting…</source>

@@ -8,7 +8,7 @@ import asyncio
 
 from tavin.keys.keys import KeyringError, Keys, is_key
 from tavin.log import log
-from tavin.messages import named
+from tavin.messages import identified, named
 from tavin.process.shared import Shared
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
@@ -26,7 +26,7 @@ from tavin.text.spoken.pronunciation import Pronunciation
 from tavin.text.spoken.speaker import say
 
 PATIENCE_AT_START = 1.0
-LIST_SECONDS = 600.0  # that a cloud's list of voices is kept, or its refusal
+LIST_SECONDS = 600.0  # that a cloud's list of voices is kept
 
 
 class Refusal(Exception):
@@ -47,7 +47,7 @@ class Engine:
             name: Setup(synth) for name, synth in self._synths.items() if synth.backend.needs_setup
         }
         self._accounts = {
-            name: Shared(synth.fetch_voices, kept=LIST_SECONDS)
+            name: Shared(synth.fetch_voices, kept=LIST_SECONDS, lasts=is_refusal)
             for name, synth in self._synths.items()
             if synth.backend.voices_of_account
         }
@@ -180,6 +180,7 @@ class Engine:
         # Nothing but what was asked for: other changes may have been made during the wait.
         if "engine" in changes:
             self._settings.engine = name
+            self._forget_account(synth)
         if "speed" in changes:
             self._settings.speed = float(changes["speed"])
         stored = self._settings.save()
@@ -188,7 +189,6 @@ class Engine:
         if "engine" in changes or ("voice" in changes and self._choice.synth().backend.voice_is_download):
             await self.know_voices()
         if "engine" in changes:
-            self._forget_account(synth)
             await self._find_key(synth)
         # The answer says that it will be the same after a restart, or the status why not.
         if failure := await stored:
@@ -302,3 +302,9 @@ class Engine:
         if self._keys.known(synth.backend.name):
             await self._key(synth.backend, prompt=not listing)
             await self._accounts[synth.backend.name].answer()
+
+
+def is_refusal(failure):
+    """Of the key: it will be the same until the user acts."""
+    known = identified(str(failure))
+    return known is not None and known["id"] == "key-refused"

@@ -3,16 +3,73 @@
 import ast
 import re
 import socket
+import ssl
 from pathlib import Path
 
 import pytest
 from engine_process import FOLDER
 from tavin import messages
-from tavin.messages import MESSAGES, named
-from tavin.synthesis.backends.cloud import Service, in_words
+from tavin.messages import MESSAGES, identified, named
+from tavin.synthesis.backends.cloud import REASONS, Service, in_words
 
 PACKAGE = Path(messages.__file__).parent
 PROGRAM = FOLDER.parent / "src/engine/EngineMessage.cpp"
+
+# What a connection to a cloud fails with.
+FAILURES = (
+    TimeoutError(),
+    socket.gaierror(),
+    ConnectionResetError(),
+    ssl.SSLCertVerificationError(),
+    OSError(),
+    OSError(111, "Connection refused"),
+)
+
+# Whose text, or a part of it, the user may see.
+TELLING = {
+    *("Failure", "BackendError", "SynthesisError", "UnspeakableError", "KeyringError", "DownloadError"),
+    *("OutputError", "Cut", "TooSlow", "fail", "_fail", "_refuse", "_refuse_requests", "absent"),
+    "RuntimeError",  # of what a worker loads at its start
+}
+UNNAMED = {
+    "put together of parts that have names, or of the words of a library or the system": {
+        "{} {} (HTTP {}).",
+        "{} {}.",
+        "{}{} Choose {} again.",
+        "The key for {} {}: {}",
+        "Choose this voice of Piper again: it cannot be loaded ({}).",
+        "Choose Kokoro again: its files cannot be loaded ({}).",
+        "eSpeak NG cannot be loaded: {}",
+    },
+    "the service, or who publishes the files, does not keep to what it offers": {
+        "{} sent an answer that makes no sense.",
+        "{} sent something other than sound.",
+        "{} sent more sound than the text can have.",
+        "ElevenLabs sent an answer that makes no sense.",
+        "ElevenLabs offers no voice to this account.",
+        "{} sent other files than expected. Choose {} again, or update Tavin.",
+        "{} offers another file than expected. Choose {} again, or update Tavin.",
+    },
+    "a process of the engine was killed or failed; the reader of the log knows these words": {
+        "{} could not be started.",
+        "{} could not be started ({}).",
+        "{} stopped unexpectedly ({}) and was started again.",
+        "The sound output could not be started ({}).",
+        "The sound output stopped unexpectedly ({}).",
+    },
+    "the installation or the session is incomplete, which the package rules out": {
+        "Package python3-secretstorage is not installed.",
+        "The sound server's library is not installed (package libpulse0).",
+        "eSpeak NG's data is missing (package espeak-ng-data).",
+        "eSpeak NG's data cannot be loaded.",
+        "eSpeak NG has no voices.",
+        "There is no session bus for a keyring.",
+        "The keyring could not be asked.",
+        "What is stored there is no key.",
+    },
+    "nobody waits for the answer any more": {"{} was interrupted."},
+    "for who tests the engine": {"{} must be an https address."},
+}
 
 
 def template(node):
@@ -34,9 +91,9 @@ def said():
 
 def of_a_cloud():
     """Those that are put together of parts."""
-    for status, data in ((401, b""), (402, b""), (429, b"quota_exceeded")):
+    for status, data in [(429, b"quota_exceeded"), *((status, b"") for status in (*REASONS, 418, 503))]:
         yield f"{{}} {Service._reason(status, data)} (HTTP {{}})."
-    for failure in (TimeoutError(), socket.gaierror()):
+    for failure in FAILURES:
         yield f"{{}} {in_words(failure)}."
 
 
@@ -45,9 +102,45 @@ def of_a_key():
         yield f"The key for {{}} {what}: {{}}"
 
 
-@pytest.mark.parametrize("name", MESSAGES)
-def test_each_is_said_somewhere(name):
-    assert MESSAGES[name] in said() | set(of_a_cloud()) | set(of_a_key())
+def told_to_the_user():
+    """The texts that failures are made with, where they are written out."""
+    for path in PACKAGE.rglob("*.py"):
+        for node in ast.walk(ast.parse(path.read_text("utf-8"))):
+            if isinstance(node, ast.Call) and called(node.func) in TELLING:
+                yield from filter(is_text, map(template, filter(is_literal, node.args)))
+
+
+def called(function):
+    return getattr(function, "attr", getattr(function, "id", None))
+
+
+def is_literal(node):
+    return isinstance(node, (ast.JoinedStr, ast.Constant))
+
+
+def is_text(value):
+    return isinstance(value, str)
+
+
+def test_each_is_said_somewhere():
+    found = map(identified, said() | set(of_a_cloud()) | set(of_a_key()))
+    assert {message["id"] for message in found if message} == set(MESSAGES)
+
+
+def test_what_the_user_is_told_has_a_name_or_a_reason_for_having_none():
+    unnamed = {text for text in told_to_the_user() if not identified(text)}
+    assert unnamed == set().union(*UNNAMED.values())
+
+
+@pytest.mark.parametrize("text", of_a_cloud())
+def test_whatever_fails_with_a_cloud_has_a_name(text):
+    assert identified(text)
+
+
+def test_why_a_download_ended_has_a_name_in_the_message():
+    text = "No download from example.org: answer 503. Check the network, then choose Kokoro again."
+    reason = {"text": "answer 503", "id": "answer", "values": ["503"]}
+    assert named("error", text)["error_values"] == ["example.org", reason, "Kokoro"]
 
 
 def test_the_program_knows_each_by_its_name():

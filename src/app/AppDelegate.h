@@ -87,7 +87,7 @@ class AppDelegate final : public ApplicationDelegate,
   std::shared_ptr<Timer> iconTimer_;  // May have been invalidated.
   // Serial: the engine requests of the speech commands, the permission test and the capture.
   const std::unique_ptr<Executor> work_;
-  int errorsOfPlayback_ = 0;          // Shown by the watcher and not answered yet.
+  bool errorIsShown_ = false;         // By the watcher, and not answered yet.
   std::optional<QString> lastError_;  // The error shown last; never cleared.
 };
 

@@ -96,7 +96,7 @@ void AppDelegate::watchPlayback() {
 
 void AppDelegate::pollPlayback(const std::shared_ptr<Timer>& timer) {
   // An error is answered before the next is looked for: an absent user finds one, not hundreds.
-  if (errorsOfPlayback_ > 0)
+  if (errorIsShown_)
     return;
   onWork([this, timer] {
     const auto status = engine_->status(watchStatusTimeout);
@@ -106,13 +106,15 @@ void AppDelegate::pollPlayback(const std::shared_ptr<Timer>& timer) {
 
 void AppDelegate::evaluatePlayback(const std::optional<EngineStatus>& status,
                                    const std::shared_ptr<Timer>& timer) {
+  if (errorIsShown_)  // This poll was under way when the one before it found the error.
+    return;
   // First, because an engine can report an error and go on speaking.
   if (!status || !status->error)
     return showPlayback(status, *timer);
-  ++errorsOfPlayback_;
+  errorIsShown_ = true;
   showError(status->errorMessage.words(), [weak = weak_from_this(), status, timer] {
     if (const auto self = weak.lock()) {
-      --self->errorsOfPlayback_;
+      self->errorIsShown_ = false;
       self->showPlayback(status, *timer);
     }
   });

@@ -67,7 +67,10 @@ void MenuController::menuNeedsUpdate(Menu&) {
 }
 
 void MenuController::menuNeedsMeasuring(Menu&) {
-  layOut(services_.engine.status(measuringTimeout, TimeLimit::total));
+  const auto status = services_.engine.status(measuringTimeout, TimeLimit::total);
+  // A busy engine is no reason to have the menu measured without its lines.
+  if (status || menu_.items.empty())
+    layOut(status);
 }
 
 void MenuController::layOut(const std::optional<EngineStatus>& status) {

@@ -236,6 +236,19 @@ TEST_F(SpeechActionsTest, WhileAnErrorIsNotAnsweredNoOtherIsLookedFor) {
   EXPECT_THAT(errors(), ElementsAre("first", "third"));
 }
 
+TEST_F(SpeechActionsTest, TwoPollsThatFindOneErrorShowItOnceAndTheIconWaitsForItsAnswer) {
+  select(QStringLiteral("text"));
+  speak();
+  fakes.engine.status["error"] = "no sound";
+  fakes.mainQueue.tick(0);
+  fakes.mainQueue.tick(0);
+  fakes.settle();
+  EXPECT_THAT(errors(), ElementsAre("no sound"));
+  EXPECT_TRUE(fakes.journal.starting("main: icon waveform (").empty());
+  fakes.alerts.answer({});
+  EXPECT_EQ(lines().back(), "main: icon waveform (Tavin)");
+}
+
 TEST_F(SpeechActionsTest, ARepeatedErrorHoldsNothingUp) {
   select(QStringLiteral("text"));
   speak();

@@ -45,13 +45,13 @@ def test_english_is_that_of_the_desktop(panel, speak):
 
 def test_where_nobody_gives_shortcuts_the_warning_says_so(panel, speak):
     speak(LANG="en_US.UTF-8", TAVIN_SHORTCUTS="none")
-    assert "⚠︎ ⌥ Esc cannot work: this desktop gives no shortcuts" in panel.titles()
+    assert "⚠︎ ⌥ Esc cannot work on this desktop" in panel.titles()
 
 
 def test_the_first_language_that_there_is_a_catalogue_for_is_taken(panel, speak):
     speak(LANG="en_US.UTF-8", LANGUAGE="ja:de_AT:fr")
     titles = panel.titles()
-    assert titles[1:4] == ["Auswahl vorlesen\t⌥ Esc", "Pause\t⇧⌥ Esc", "Kurzbefehl: ⌥ Esc"]
+    assert titles[1:4] == ["Auswahl vorlesen\t⌥ Esc", "Pause\t⇧⌥ Esc", "Tastenkürzel: ⌥ Esc"]
     assert titles[4:7] == SHORTCUTS
     assert "1,25x" in titles
 

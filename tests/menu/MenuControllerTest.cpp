@@ -162,6 +162,14 @@ TEST_F(MenuControllerTest, MeasuringItAsksForAShortStatusAloneAndShowsTheSameLin
   EXPECT_EQ(fakes.journal.lines(), std::vector<std::string>{"main: GET status 0.05s"});
 }
 
+TEST_F(MenuControllerTest, MeasuringItWhileTheEngineIsBusyLeavesItsLines) {
+  const auto lines = opened();
+  fakes.engine.answers.erase("status");
+  Menu& menu = app->menuController()->menu();
+  menu.delegate->menuNeedsMeasuring(menu);
+  EXPECT_EQ(describe(menu), lines);
+}
+
 TEST_F(MenuControllerTest, UnknownVoiceShowsItsRawId) {
   openAndSettle();
   fakes.engine.status["voice"] = "xx";

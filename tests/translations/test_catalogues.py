@@ -14,6 +14,9 @@ LANGUAGES = ["ar", "de", "en", "es", "fr", "it", "nl", "pl", "pt"]
 PLACE = re.compile(r"%\d")
 MNEMONIC = re.compile(r"&(?=\S)")
 SIGNS = "⌥⌃⇧"
+# A path or a shortcut.
+ISOLATED = re.compile(r"(?:(?<=in )|(?<=folder )|(?<=Shortcut: )|(?<=⚠︎ ))%\d"
+                      r"|^%\d(?= (?:cannot|could not) be (?:written|removed): )")
 
 
 def messages(path):
@@ -78,6 +81,17 @@ class CataloguesTest(unittest.TestCase):
         for _, (_, text, _), translation in self.each():
             if text == "Hear a second, robotic voice too?":
                 self.assertEqual([sign for sign in SIGNS if sign in translation], list(SIGNS))
+
+    def test_no_line_begins_with_a_sign_that_belongs_to_the_word_before(self):
+        """French, German and Spanish write a space there, which must not break."""
+        for path, _, translation in self.each():
+            self.assertNotRegex(translation, r" (?:[:;?!»]|%(?!\d))|« ", path.name)
+
+    def test_arabic_keeps_a_path_and_a_shortcut_in_their_order(self):
+        """The signs at their ends would go to the other side."""
+        for path, (_, text, _), translation in self.each():
+            for place in ISOLATED.findall(text) if path.stem == "tavin_ar" else ():
+                self.assertIn(f"\u2066{place}\u2069", translation)
 
     def test_no_catalogue_speaks_of_another_system(self):
         for _, _, translation in self.each():

@@ -38,7 +38,7 @@ class Keys:
         self._stored = set(stored)  # names in the Secret Service, as far as known
         self._looks = {activate: Shared(partial(self._look, activate)) for activate in (False, True)}
         self._reads = {
-            (name, prompt): Shared(partial(self._read, name, prompt)) for name in names for prompt in (False, True)
+            (name, prompt): Shared(partial(self._learn, name, prompt)) for name in names for prompt in (False, True)
         }
         self._storing = asyncio.Lock()  # the last one given wins
         self._wishes = Counter()  # how often the user gave or removed a key
@@ -65,13 +65,14 @@ class Keys:
     async def key(self, name, prompt=True):
         """A key to use, None without one. `prompt`: the user may be asked to unlock the keyring."""
         if name not in self._memory and not self._removing[name]:
-            wishes = self._wishes[name]
-            key = await self._reads[name, prompt].answer()
-            if wishes == self._wishes[name]:  # else the user knows better than what was read
-                self._learn(name, key)
+            await self._reads[name, prompt].answer()
         return self._memory.get(name)
 
-    def _learn(self, name, key):
+    async def _learn(self, name, prompt):
+        wishes = self._wishes[name]
+        key = await self._read(name, prompt)
+        if wishes != self._wishes[name]:
+            return  # the user knows better than what was read
         if key:
             self._stored.add(name)
             self._memory[name] = key
@@ -88,16 +89,22 @@ class Keys:
 
     async def keep(self, name, label, key):
         """Store a key, remove it when empty. Where that fails, memory has it as was wished."""
-        self._wishes[name] += 1
+        self._wished(name)
         if key:
             self._memory[name] = key
             async with self._storing:
                 await ask(self._patience, do="store", name=name, label=label, key=key)
                 self._stored.add(name)
-                self._wishes[name] += 1  # who looked meanwhile may have missed it
+                self._wished(name)  # who looked meanwhile may have missed it
         else:
             self._memory.pop(name, None)
             await self._remove(name)
+
+    def _wished(self, name):
+        """What is being read is not what the user wants any more."""
+        self._wishes[name] += 1
+        for prompt in (False, True):
+            self._reads[name, prompt].forget()
 
     async def _remove(self, name):
         self._removing[name] += 1
@@ -105,7 +112,7 @@ class Keys:
             async with self._storing:
                 await ask(self._patience, do="remove", name=name)
                 self._stored.discard(name)
-                self._wishes[name] += 1
+                self._wished(name)
         except KeyringError as failure:
             if not failure.absent or name in self._stored:
                 raise

@@ -1,17 +1,20 @@
 """One question for all who want its answer."""
 
 import asyncio
+import math
 
 
 class Shared:
     """Who asks while the question is under way, or `kept` seconds after its answer, gets that one.
 
-    A failure is an answer too. The question is given up when nobody waits for it any more.
+    A failure is shared too, and kept, until it is forgotten, where `lasts(failure)` says so. The last question
+    is given up when nobody waits for it any more.
     """
 
-    def __init__(self, ask, kept=0.0):
+    def __init__(self, ask, kept=0.0, lasts=lambda failure: False):
         self._ask = ask
         self._kept = kept
+        self._lasts = lasts
         self._task = None
         self._waiting = 0
         self._until = 0.0
@@ -36,9 +39,13 @@ class Shared:
 
     def _begin(self, loop):
         def keep(task):
-            self._until = loop.time() + self._kept
-            if not task.cancelled():
-                task.exception()  # looked at: nobody may be waiting for it any more
+            failure = None if task.cancelled() else task.exception()  # looked at: nobody may be waiting for it
+            if task is not self._task:
+                return
+            if failure:
+                self._until = math.inf if self._lasts(failure) else loop.time()
+            else:
+                self._until = loop.time() + self._kept
 
         self._task = loop.create_task(self._ask())
         self._task.add_done_callback(keep)

@@ -85,7 +85,8 @@ def main():
         objection = str(failure)
     except OSError as failure:
         place = failure.filename or needs.folder(backend.name)
-        objection = f"{place}: {failure.strerror}. See to it, then choose {backend.label} again."
+        why = failure.strerror or failure
+        objection = f"{place} cannot be written: {why}. See to it, then choose {backend.label} again."
     frames.write(output, frames.MISSING if objection else frames.DONE, 0, objection.encode())
 
 

@@ -15,12 +15,14 @@ class SlowKeyring:
     def __init__(self, monkeypatch, key):
         self.key = key
         self.held = {}  # question -> the event that lets its answer go
+        self.asked = []
         monkeypatch.setattr(keys, "ask", self._ask)
 
     def hold(self, do):
         self.held[do] = asyncio.Event()
 
     async def _ask(self, _seconds, do, key=None, **_):
+        self.asked.append(do)
         answer = {"key": self.key, "running": True, "names": ["openai"] if self.key else []}
         if do in self.held:
             await self.held[do].wait()
@@ -31,12 +33,19 @@ class SlowKeyring:
 
 async def read_while_kept(mine, keyring, key):
     """What a reading brings during which `key` is kept."""
-    keyring.hold("get")
-    reading = asyncio.create_task(mine.key("openai"))
-    await asyncio.sleep(0)
+    reading = await begun_reading(mine, keyring)
     await mine.keep("openai", "OpenAI", key)
     keyring.held["get"].set()
     return await reading
+
+
+async def begun_reading(mine, keyring):
+    """A reading whose answer is on its way."""
+    keyring.hold("get")
+    reading = asyncio.create_task(mine.key("openai"))
+    while "get" not in keyring.asked:
+        await asyncio.sleep(0)
+    return reading
 
 
 def test_a_key_that_is_removed_while_it_is_read_does_not_come_back(monkeypatch):
@@ -44,6 +53,21 @@ def test_a_key_that_is_removed_while_it_is_read_does_not_come_back(monkeypatch):
         keyring = SlowKeyring(monkeypatch, KEY)
         mine = Keys(["openai"])
         assert await read_while_kept(mine, keyring, "") is None
+        assert not mine.known("openai")
+
+    asyncio.run(scenario())
+
+
+def test_who_reads_after_the_removal_does_not_get_what_is_on_its_way(monkeypatch):
+    async def scenario():
+        keyring = SlowKeyring(monkeypatch, KEY)
+        mine = Keys(["openai"])
+        first = await begun_reading(mine, keyring)
+        await mine.keep("openai", "OpenAI", "")
+        second = asyncio.create_task(mine.key("openai"))
+        await asyncio.sleep(0)
+        keyring.held["get"].set()
+        assert [await first, await second] == [None, None]
         assert not mine.known("openai")
 
     asyncio.run(scenario())

@@ -218,7 +218,7 @@ def test_what_stands_in_the_way_is_named(engine, tree, data):
     obstacle.mkdir()
     engine.start()
     choose(engine)
-    assert failed(engine) == f"{obstacle}: Is a directory. See to it, then choose Kokoro again."
+    assert failed(engine) == f"{obstacle} cannot be written: Is a directory. See to it, then choose Kokoro again."
 
 
 def test_a_full_disk_is_told_and_what_came_is_kept(tree, new_engine, data):

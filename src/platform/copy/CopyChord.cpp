@@ -14,22 +14,24 @@ using Keymap = std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)>;
 
 constexpr xkb_keycode_t firstKeyOfKernel = 8;  // Its number 0.
 
-bool bears(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t layout, xkb_keysym_t symbol) {
-  const xkb_keysym_t* symbols = nullptr;
-  return xkb_keymap_key_get_syms_by_level(keymap, key, layout, 0, &symbols) == 1 &&
-         symbols[0] == symbol;
+// In each of its layouts: which of them is active is not known, and in another one the key may be
+// Delete.
+bool bears(xkb_keymap* keymap, xkb_keycode_t key, xkb_keysym_t symbol) {
+  const xkb_layout_index_t layouts = xkb_keymap_num_layouts_for_key(keymap, key);
+  for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
+    const xkb_keysym_t* symbols = nullptr;
+    if (xkb_keymap_key_get_syms_by_level(keymap, key, layout, 0, &symbols) != 1 ||
+        symbols[0] != symbol)
+      return false;
+  }
+  return layouts > 0;
 }
 
 std::optional<int> keyFor(xkb_keymap* keymap, xkb_keysym_t symbol) {
-  const xkb_layout_index_t layouts = xkb_keymap_num_layouts(keymap);
   const xkb_keycode_t last = xkb_keymap_max_keycode(keymap);
-  for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
-    for (xkb_keycode_t key = firstKeyOfKernel; key <= last; ++key) {
-      if (layout < xkb_keymap_num_layouts_for_key(keymap, key) &&
-          bears(keymap, key, layout, symbol))
-        return static_cast<int>(key - firstKeyOfKernel);
-    }
-  }
+  for (xkb_keycode_t key = firstKeyOfKernel; key <= last; ++key)
+    if (bears(keymap, key, symbol))
+      return static_cast<int>(key - firstKeyOfKernel);
   return std::nullopt;
 }
 

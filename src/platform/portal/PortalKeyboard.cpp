@@ -7,12 +7,11 @@ bool PortalKeyboard::isPermitted() {
   return session_.has_value();
 }
 
+// What is held comes last, right before the keys are typed.
 bool PortalKeyboard::prepare() {
-  if (heldModifiers() != 0)
-    return false;
   const auto keys = copy::chordKeysIn(keymap_());
   keys_ = keys.value_or(keys_);
-  return keys.has_value();
+  return keys.has_value() && heldModifiers() == 0;
 }
 
 void PortalKeyboard::type() {

@@ -118,6 +118,8 @@ bool DBusMenu::handleEvent(int id, const QString& name) {
   const MenuNode* node = layout_.find(id);
   if (node == nullptr)
     return false;
+  if (id == 0 && name == QLatin1String("opened"))
+    settling_.stop();
   if (id == 0 && name == QLatin1String("closed"))
     closed();
   const bool offered =

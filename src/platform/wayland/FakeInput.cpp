@@ -62,13 +62,14 @@ bool FakeInput::renew() {
   return true;
 }
 
+// What is held is asked for last as well, right before the keys are typed.
 bool FakeInput::prepare() {
   if (heldModifiers() != 0)
     return false;
   line_->connection->roundTrip(Deadline::in(secondsForKeymap));
   const auto keys = copy::chordKeysIn(line_->keymap->text());
   keys_ = keys.value_or(keys_);
-  return keys.has_value();
+  return keys.has_value() && heldModifiers() == 0;
 }
 
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any

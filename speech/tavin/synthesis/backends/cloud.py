@@ -209,7 +209,7 @@ def in_words(failure):
     if isinstance(failure, ssl.SSLCertVerificationError):
         return "cannot be trusted: its certificate is not valid"
     if isinstance(failure, socket.gaierror):
-        return "cannot be found: is this computer online?"
+        return "cannot be found; this computer may be offline"
     if isinstance(failure, (http.client.HTTPException, ConnectionResetError, ssl.SSLError)):
         return "broke off the connection"
     return f"cannot be reached: {failure.strerror or 'the proxy does not allow it'}"
