@@ -11,7 +11,7 @@ namespace tavin {
 class StatusItem {
  public:
   virtual ~StatusItem() = default;
-  // `symbolName` is "waveform" or "waveform.circle.fill", drawn in the panel's own colours.
+  // `symbolName` is "waveform" or "waveform.circle.fill", seen well on a panel of any colour.
   virtual void setImage(const QString& symbolName, const QString& accessibilityDescription) = 0;
   // Not owned; must outlive the status item. Its delegate fills it before each opening.
   virtual void setMenu(Menu* menu) = 0;

@@ -66,8 +66,17 @@ type=statusnotifier
 """
 
 
-def start_lxqt_panel(desktop):
+def set_lxqt_theme(session, theme):
+    folder = os.path.join(session.env["XDG_CONFIG_HOME"], "lxqt")
+    os.makedirs(folder, exist_ok=True)
+    with open(os.path.join(folder, "lxqt.conf"), "w", encoding="utf-8") as f:
+        f.write(f"[General]\ntheme={theme}\n")
+
+
+def start_lxqt_panel(desktop, theme=None):
     """The same with lxqt-panel."""
+    if theme:
+        set_lxqt_theme(desktop.session, theme)
     folder = os.path.join(desktop.session.env["XDG_CONFIG_HOME"], "lxqt")
     os.makedirs(folder, exist_ok=True)
     path = os.path.join(folder, "panel.conf")

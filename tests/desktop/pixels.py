@@ -22,11 +22,29 @@ class Picture:
         return tuple(self._data[at:at + 3])
 
 
-def colours(desktop, x, y, width, height):
-    """The colours in a rectangle of the screen, each with how often it is there."""
+def luminance(colour):
+    """As WCAG has it."""
+    def linear(part):
+        return part / 12.92 if part <= 0.04045 else ((part + 0.055) / 1.055) ** 2.4
+    red, green, blue = (linear(part / 255) for part in colour)
+    return 0.2126 * red + 0.7152 * green + 0.0722 * blue
+
+
+def contrast(one, other):
+    """From 1, the same, to 21, black on white."""
+    darker, lighter = sorted((luminance(one), luminance(other)))
+    return (lighter + 0.05) / (darker + 0.05)
+
+
+def on_screen(desktop, x, y, width, height):
     path = os.path.join(desktop.session.folder, "pixels.png")
     desktop.session.run(["scrot", "-o", "-a", f"{x},{y},{width},{height}", path])
-    picture = Picture(path)
+    return Picture(path)
+
+
+def colours(desktop, x, y, width, height):
+    """The colours in a rectangle of the screen, each with how often it is there."""
+    picture = on_screen(desktop, x, y, width, height)
     found = {}
     for row in range(picture.size[1]):
         for column in range(picture.size[0]):

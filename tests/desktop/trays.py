@@ -7,17 +7,21 @@ import time
 
 from accessible import Focus, OpenMenu
 from panel import start_lxqt_panel, start_xfce4_panel, wait_for_no_tray
-from pixels import colours
+from pixels import colours, contrast, on_screen
 from session import wait_until
 
 ICON = (1588, 1184)
 
 
-def start_trayer(desktop):
-    """A tray that knows XEmbed alone; returns its process."""
+def start_trayer(desktop, colour=None):
+    """A tray that knows XEmbed alone, where its colour matters wider than its icons; returns its
+    process."""
     wait_for_no_tray(desktop)
-    process = desktop.start(["trayer", "--edge", "bottom", "--align", "right", "--widthtype",
-                             "request", "--height", "32"])
+    look = (["--widthtype", "request"] if colour is None else
+            ["--widthtype", "pixel", "--width", "100", "--transparent", "true", "--alpha", "0",
+             "--tint", colour])
+    process = desktop.start(["trayer", "--edge", "bottom", "--align", "right", "--height", "32",
+                             *look])
     wait_until(lambda: desktop.windows("trayer"), 30, "trayer")
     return process
 
@@ -55,8 +59,8 @@ class Tray:
         self._focus = Focus(desktop.session) if has_bus else None
         self.process = STARTERS[name](desktop, **look)
 
-    def start_again(self):
-        self.process = STARTERS[self.name](self.desktop)
+    def start_again(self, **look):
+        self.process = STARTERS[self.name](self.desktop, **look)
 
     def wait_for_icon(self):
         """Until something is drawn where the icon belongs, and the panel has done what follows,
@@ -64,6 +68,15 @@ class Tray:
         x, y = ICON
         wait_until(lambda: len(colours(self.desktop, x - 8, y - 8, 16, 16)) > 4, 20, "the icon")
         wait_until(lambda: rests(self.process.pid), 20, "the panel at rest")
+
+    def look(self):
+        """The panel's colour beside the icon, and how many points of the icon have a contrast of
+        4.5 or more to the panel in their row."""
+        x, y = ICON
+        picture = on_screen(self.desktop, x - 60, y - 12, 72, 24)
+        clear = sum(contrast(picture.colour(column, row), picture.colour(0, row)) >= 4.5
+                    for row in range(24) for column in range(48, 72))
+        return picture.colour(0, 12), clear
 
     def click_icon(self, button="1"):
         """Opens the menu. Returns once the panel has drawn it."""

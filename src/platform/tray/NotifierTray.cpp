@@ -4,8 +4,10 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QTimer>
+#include <string>
 #include <utility>
 
+#include "platform/posix/ProcessFolder.h"
 #include "platform/tray/DBusMenu.h"
 #include "platform/tray/MenuSource.h"
 #include "platform/tray/StatusNotifierItem.h"
@@ -15,6 +17,22 @@ namespace tavin::tray {
 namespace {
 
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+
+QDBusMessage toDaemon(const QString& method, const QString& name) {
+  QDBusMessage call = QDBusMessage::createMethodCall(
+      "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method);
+  return call << name;
+}
+
+// Whether the panel with this watcher draws symbolic icons in the colour of its own text: those of
+// GNOME, Plasma and Xfce were seen to. Where that is a wrong guess the icon is a grey that is hard
+// to see, so any other panel gets pixels.
+bool recoloursIcons(pid_t watcher) {
+  const std::string name = posix::ProcessFolder(watcher).name();
+  return name == "gnome-shell" || name == "kded5" || name == "kded6" ||
+         // "panel-3-systray", which may be cut off.
+         (name.starts_with("panel-") && name.find("-systr") != std::string::npos);
+}
 
 }  // namespace
 
@@ -40,10 +58,8 @@ void NotifierTray::setImage(const TrayImage& image, const QString& accessibility
 }
 
 void NotifierTray::findWatcher() {
-  QDBusMessage call = QDBusMessage::createMethodCall(
-      "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetNameOwner");
-  call << watcherName;
-  auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(call), &owners_);
+  auto* reply =
+      new QDBusPendingCallWatcher(bus_->asyncCall(toDaemon("GetNameOwner", watcherName)), &owners_);
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
                    [this](QDBusPendingCallWatcher* done) {
                      const QDBusPendingReply<QString> answer = *done;
@@ -56,10 +72,24 @@ void NotifierTray::findWatcher() {
 
 void NotifierTray::setWatcher(const QString& owner) {
   known_ = true;
+  owner_ = owner;
   watcherChanged_(!owner.isEmpty());
   if (owner.isEmpty())
     return;
-  item_->registerWith(owner);
+  auto* reply = new QDBusPendingCallWatcher(
+      bus_->asyncCall(toDaemon("GetConnectionUnixProcessID", owner)), &owners_);
+  QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
+                   [this, owner](QDBusPendingCallWatcher* done) {
+                     const QDBusPendingReply<uint> answer = *done;
+                     announce(owner, !answer.isError() && recoloursIcons(answer.value()));
+                     done->deleteLater();
+                   });
+}
+
+void NotifierTray::announce(const QString& watcher, bool recolours) {
+  if (watcher != owner_)
+    return;  // Another has come meanwhile.
+  item_->registerWith(watcher, recolours);
   menu_->prepare();
 }
 

@@ -33,6 +33,7 @@ class NotifierTray {
  private:
   void findWatcher();
   void setWatcher(const QString& owner);
+  void announce(const QString& watcher, bool recolours);
 
   const bus::OwnConnection bus_{QStringLiteral("tray")};
   std::function<void(bool)> watcherChanged_;
@@ -40,6 +41,7 @@ class NotifierTray {
   std::unique_ptr<DBusMenu> menu_;
   QDBusServiceWatcher owners_;
   bool known_ = false;  // Whether the watcher's owner has been heard of at all.
+  QString owner_;
 };
 
 }  // namespace tavin::tray

@@ -42,7 +42,8 @@ void StatusNotifierItem::setImage(const TrayImage& image, const QString& accessi
     emitSignal("NewToolTip");
 }
 
-void StatusNotifierItem::registerWith(const QString& watcher) {
+void StatusNotifierItem::registerWith(const QString& watcher, bool recolours) {
+  recolours_ = recolours;
   QDBusMessage call =
       QDBusMessage::createMethodCall(watcher, "/StatusNotifierWatcher",
                                      "org.kde.StatusNotifierWatcher", "RegisterStatusNotifierItem");
@@ -69,7 +70,7 @@ QVariantMap StatusNotifierItem::properties() const {
       {"IconThemePath", iconThemePath()},
       {"Menu", QVariant::fromValue(QDBusObjectPath(DBusMenu::path))},
       {"ItemIsMenu", true},
-      {"IconName", image_.iconName},
+      {"IconName", recolours_ ? image_.iconName : QString()},
       {"IconPixmap", QVariant::fromValue(pixmaps)},
       {"IconAccessibleDesc", description_},
       {"OverlayIconName", ""},

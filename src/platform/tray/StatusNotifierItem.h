@@ -17,8 +17,9 @@ class StatusNotifierItem final : public bus::BusObject {
   StatusNotifierItem(const QDBusConnection& bus, std::function<void(QPoint)> openMenu);
 
   void setImage(const TrayImage& image, const QString& accessibilityDescription);
-  // Tells the watcher about the icon. A refusal is logged.
-  void registerWith(const QString& watcher);
+  // Tells the watcher about the icon. A panel that does not recolour icons is given none by name. A
+  // refusal is logged.
+  void registerWith(const QString& watcher, bool recolours);
 
  protected:
   QVariantMap properties() const override;
@@ -27,6 +28,7 @@ class StatusNotifierItem final : public bus::BusObject {
   std::function<void(QPoint)> openMenu_;
   TrayImage image_;
   QString description_;
+  bool recolours_ = false;
 };
 
 }  // namespace tavin::tray

@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QLinearGradient>
 #include <QPainter>
-#include <QPainterPath>
+#include <algorithm>
 
 #include "platform/Installation.h"
 
@@ -12,41 +12,92 @@ namespace tavin::tray {
 
 namespace {
 
-// The same drawing as packaging/icons/hicolor/symbolic/apps, on a 16 by 16 grid.
-struct Bar {
-  double centre;
-  double halfHeight;
+// The drawing of packaging/icons/hicolor/symbolic/apps, fitted to whole pixels at each size. Panels
+// that show pixels tell nobody what lies behind them, and it changes; so what is drawn is white
+// with a black rim. One of the two has a contrast of 4.58 or more to any colour: both contrasts
+// multiplied are 21, whatever the colour is.
+constexpr int idleHeights[] = {4, 8, 14, 8, 4};  // Sixteenths, as all below.
+constexpr int activeHeights[] = {3, 5, 9, 5, 3};
+constexpr int bars = 5;
+
+// The usual 16, 22, 24 and 32, and each of them at 125, 150 and 200 %: panels blur what they have
+// to stretch.
+constexpr int pixmapSizes[] = {16, 20, 22, 24, 28, 30, 32, 33, 36, 40, 44, 48, 64};
+
+struct Fit {
+  int size;  // Of the drawing, which is smaller than the picture where that centres the bars.
+  int rim;
+  int width;  // Of a bar.
+  int gap;
 };
-constexpr Bar idleBars[] = {{2, 1.75}, {5, 4.25}, {8, 7}, {11, 4}, {14, 1.75}};
-constexpr double idleWidth = 1.5;
-constexpr Bar activeBars[] = {{4, 1.25}, {6, 2.75}, {8, 4.5}, {10, 2.5}, {12, 1.25}};
-constexpr double activeWidth = 1;
 
-template <std::size_t n>
-void addBars(QPainterPath& path, const Bar (&bars)[n], double width) {
-  for (const Bar& bar : bars)
-    path.addRoundedRect(bar.centre - width / 2, 8 - bar.halfHeight, width, 2 * bar.halfHeight,
-                        width / 2, width / 2);
+int sixteenths(int size, double count) { return qRound(size * count / 16); }
+
+int rimOf(int size) { return sixteenths(size, 1.125); }
+
+int widthOf(const Fit& fit) { return bars * fit.width + (bars - 1) * fit.gap; }
+
+// An even drawing has no middle pixel for an odd row of bars.
+Fit centred(Fit fit) {
+  fit.size -= (fit.size - widthOf(fit)) % 2;
+  return fit;
 }
 
-QPainterPath drawing(bool active) {
-  QPainterPath path;  // Odd-even filling cuts the bars out of the disc.
-  if (active)
-    path.addEllipse(QPointF(8, 8), 7.5, 7.5);
-  if (active)
-    addBars(path, activeBars, activeWidth);
-  else
-    addBars(path, idleBars, idleWidth);
-  return path;
+// As wide as the picture lets it be.
+Fit idleFit(int size) {
+  const int rim = rimOf(size);
+  Fit best{};
+  for (const int gap : {size / 16, size / 16 + 1}) {
+    const Fit fit{size, rim, (size - 2 * rim - (bars - 1) * gap) / bars, gap};
+    if (widthOf(fit) > widthOf(best))
+      best = fit;
+  }
+  return centred(best);
 }
 
-QImage render(const QPainterPath& path, int size) {
+// Inside a disc.
+Fit activeFit(int size) {
+  const int width = sixteenths(size, 0.9);
+  return centred({size, rimOf(size), width, width});
+}
+
+void drawBars(QPainter& painter, const Fit& fit, const int (&heights)[bars], int margin) {
+  for (int i = 0; i < bars; ++i) {
+    const int left = (fit.size - widthOf(fit)) / 2 + i * (fit.width + fit.gap);
+    int height = std::min(sixteenths(fit.size, heights[i]), fit.size - 2 * fit.rim);
+    height -= (fit.size - height) % 2;
+    const QRectF bar(left, (fit.size - height) / 2, fit.width, height);
+    const double radius = fit.width / 2.0 + margin;
+    painter.drawRoundedRect(bar.adjusted(-margin, -margin, margin, margin), radius, radius);
+  }
+}
+
+void drawIdle(QPainter& painter, int size) {
+  const Fit fit = idleFit(size);
+  painter.setBrush(Qt::black);
+  drawBars(painter, fit, idleHeights, fit.rim);
+  painter.setBrush(Qt::white);
+  drawBars(painter, fit, idleHeights, 0);
+}
+
+void drawActive(QPainter& painter, int size) {
+  const Fit fit = activeFit(size);
+  const QRect box(0, 0, fit.size, fit.size);
+  painter.setBrush(Qt::black);
+  painter.drawEllipse(box);
+  painter.setBrush(Qt::white);
+  painter.drawEllipse(box.adjusted(fit.rim, fit.rim, -fit.rim, -fit.rim));
+  painter.setBrush(Qt::black);
+  drawBars(painter, fit, activeHeights, 0);
+}
+
+QImage render(bool active, int size) {
   QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
   QPainter painter(&image);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.scale(size / 16.0, size / 16.0);
-  painter.fillPath(path, QColor(0x8a, 0x8a, 0x8a));
+  painter.setPen(Qt::NoPen);
+  (active ? drawActive : drawIdle)(painter, size);
   return image;
 }
 
@@ -59,13 +110,16 @@ TrayImage trayImage(const QString& symbolName) {
     return image;
   image.iconName = active ? QStringLiteral("app.tavin.Tavin-active-symbolic")
                           : QStringLiteral("app.tavin.Tavin-idle-symbolic");
-  const QPainterPath path = drawing(active);
-  for (const int size : {16, 22, 24, 32, 48}) image.pixmaps.push_back(render(path, size));
+  for (const int size : pixmapSizes) image.pixmaps.push_back(render(active, size));
   return image;
 }
 
 // The same drawing as packaging/icons/hicolor/scalable/apps, on a 128 by 128 grid.
 QImage programImage(int size) {
+  struct Bar {
+    double centre;
+    double halfHeight;
+  };
   constexpr Bar bars[] = {{28, 7}, {46, 18}, {64, 30}, {82, 17}, {100, 7}};
   constexpr double barWidth = 9;
   QImage image(size, size, QImage::Format_ARGB32_Premultiplied);

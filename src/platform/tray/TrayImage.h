@@ -8,9 +8,8 @@ namespace tavin::tray {
 
 // The icon of a symbol, in the forms that panels ask for.
 struct TrayImage {
-  QString iconName;  // In the icon theme; panels recolour it. Empty for an unknown symbol.
-  std::vector<QImage>
-      pixmaps;  // For those that have no theme; a grey that light and dark both bear.
+  QString iconName;  // In the icon theme, for panels that recolour it. Empty for an unknown symbol.
+  std::vector<QImage> pixmaps;  // For all others, seen on any colour.
 };
 
 // `symbolName` is "waveform" or "waveform.circle.fill". Needs a GUI application.

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 
 #include <QApplication>
 #include <QDBusArgument>
@@ -63,7 +64,6 @@ TEST_F(TrayTest, DescribesItselfToThePanel) {
   EXPECT_EQ(property("Category"), "ApplicationStatus");
   EXPECT_EQ(property("Status"), "Active");
   EXPECT_EQ(property("ItemIsMenu"), true);
-  EXPECT_EQ(property("IconName"), "app.tavin.Tavin-idle-symbolic");
   EXPECT_EQ(property("IconAccessibleDesc"), "Tavin");
   EXPECT_EQ(property("AttentionIconName"), "");
   EXPECT_EQ(property("Menu").value<QDBusObjectPath>().path(), "/MenuBar");
@@ -75,7 +75,39 @@ TEST_F(TrayTest, DescribesItselfToThePanel) {
   }
 }
 
-TEST_F(TrayTest, ShowsTheActiveIcon) {
+// A panel in a process of this name.
+class NamedPanelTest : public TrayTest {
+ protected:
+  static void name(const char* process) { ::prctl(PR_SET_NAME, process); }
+  void SetUp() override {
+    ::prctl(PR_GET_NAME, own_);
+    TrayTest::SetUp();
+  }
+  void TearDown() override { name(own_); }
+  QVariant iconName() {
+    FakePanel panel;
+    EXPECT_TRUE(waitFor([&] { return !panel.registered.isEmpty(); }));
+    return panel.itemProperty(panel.registered.value(0), "IconName");
+  }
+
+ private:
+  char own_[16] = {};
+};
+
+TEST_F(NamedPanelTest, GivesTheNamedIconToPanelsThatRecolourItAndPixelsToAllOthers) {
+  for (const char* process :
+       {"gnome-shell", "kded5", "kded6", "panel-3-systray", "panel-12-systra"}) {
+    name(process);
+    EXPECT_EQ(iconName(), "app.tavin.Tavin-idle-symbolic") << process;
+  }
+  for (const char* process : {"lxqt-panel", "waybar", "xfce4-panel", "panel", "no-systray", ""}) {
+    name(process);
+    EXPECT_EQ(iconName(), "") << process;
+  }
+}
+
+TEST_F(NamedPanelTest, ShowsTheActiveIcon) {
+  name("gnome-shell");
   FakePanel panel;
   ASSERT_TRUE(waitFor([&] { return !panel.registered.isEmpty(); }));
   panel.signalNames.clear();
