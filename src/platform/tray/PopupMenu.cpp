@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+#include "platform/tray/Contrast.h"
 #include "platform/tray/MenuSource.h"
 #include "platform/tray/PopupGrab.h"
 
@@ -48,6 +49,30 @@ void addItem(QMenu& widget, QActionGroup& radios, const Menu& menu, const MenuIt
   });
 }
 
+// Some themes draw disabled text in a colour that hardly anybody can read.
+constexpr double leastContrast = 3;
+
+QColor readable(QColor text, const QPalette& theme) {
+  const QColor enabled = theme.color(QPalette::Active, QPalette::WindowText);
+  const auto isClear = [&] {  // Styles differ in which is a menu's ground.
+    return contrast(text, theme.color(QPalette::Active, QPalette::Window)) >= leastContrast &&
+           contrast(text, theme.color(QPalette::Active, QPalette::Base)) >= leastContrast;
+  };
+  const auto nearer = [](int part, int wanted) { return (9 * part + wanted) / 10; };
+  for (int step = 0; step < 20 && !isClear(); ++step)
+    text = QColor(nearer(text.red(), enabled.red()), nearer(text.green(), enabled.green()),
+                  nearer(text.blue(), enabled.blue()));
+  return text;
+}
+
+void makeDisabledLinesReadable(QMenu& menu) {
+  QPalette palette = menu.palette();
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role,
+                     readable(palette.color(QPalette::Disabled, role), palette));
+  menu.setPalette(palette);
+}
+
 // Other display servers let no program place a menu that hangs from no window of its own, or hold
 // the pointer for it: then it is a small window. Its size is fixed so that no compositor tiles it.
 void makeWindow(QMenu& menu) {
@@ -63,6 +88,7 @@ void makeWindow(QMenu& menu) {
 }  // namespace
 
 void fillMenu(QMenu& widget, const Menu& menu, MenuSource& source) {
+  makeDisabledLinesReadable(widget);
   widget.setSeparatorsCollapsible(false);
   auto* radios = new QActionGroup(&widget);
   for (const MenuItem& item : menu.items) addItem(widget, *radios, menu, item, source);

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
+
 #include "SampleMenu.h"
 #include "TestApplication.h"
+#include "platform/tray/Contrast.h"
 #include "platform/tray/MenuSource.h"
 #include "platform/tray/PopupMenu.h"
 
@@ -60,6 +63,62 @@ TEST_F(PopupMenuTest, CarriesOutTheItemThatWasDrawn) {
   ASSERT_TRUE(waitFor([&] { return !sample.performed.empty(); }));
   EXPECT_EQ(std::get<QString>(sample.performed[0].representedObject), "id-a");
   EXPECT_EQ(order, QStringList{"chosen"});
+}
+
+// The clearest point of a line's text.
+double contrastOf(const QImage& picture, const QRect& line) {
+  const QColor ground = picture.pixelColor(line.topRight() - QPoint(2, -2));
+  double clearest = 1;
+  for (int y = line.top(); y <= line.bottom(); ++y)
+    for (int x = line.left() + 2; x < line.right() - 2; ++x)
+      clearest = std::max(clearest, contrast(picture.pixelColor(x, y), ground));
+  return clearest;
+}
+
+class PopupMenuLookTest : public PopupMenuTest {
+ protected:
+  void SetUp() override { own_ = QApplication::palette(); }
+  void TearDown() override { QApplication::setPalette(own_); }
+
+  double contrastOfDisabled(const QPalette& theme) {
+    QApplication::setPalette(theme);
+    SampleMenu lines;
+    lines.menu.items = {command("on"), disabled("MMMMMM off"), separator()};
+    QMenu menu;
+    fillMenu(menu, lines.menu, source);
+    menu.ensurePolished();
+    menu.resize(menu.sizeHint());
+    const QImage picture = menu.grab().toImage();
+    return contrastOf(picture, menu.actionGeometry(menu.actions()[1]));
+  }
+
+  static QPalette theme(const QColor& ground, const QColor& text, const QColor& off) {
+    QPalette palette(ground);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+      palette.setColor(role, text);
+      palette.setColor(QPalette::Disabled, role, off);
+    }
+    return palette;
+  }
+
+ private:
+  QPalette own_;
+};
+
+TEST_F(PopupMenuLookTest, DrawsDisabledLinesClearlyEnough) {
+  EXPECT_GE(contrastOfDisabled(QApplication::palette()), 3) << "without a theme";
+  EXPECT_GE(contrastOfDisabled(theme("#efefef", "#000000", "#bebebe")), 3) << "light";
+  EXPECT_GE(contrastOfDisabled(theme("#353535", "#ffffff", "#4a4a4a")), 3) << "dark";
+}
+
+TEST_F(PopupMenuLookTest, LeavesTheThemesColourWhereThatIsClearEnough) {
+  const QPalette palette = theme("#efefef", "#000000", "#606060");
+  EXPECT_NEAR(contrastOfDisabled(palette), contrast("#606060", palette.base().color()), 0.1);
+}
+
+TEST_F(PopupMenuLookTest, TellsDisabledLinesFromOthers) {
+  const QPalette palette = theme("#efefef", "#000000", "#bebebe");
+  EXPECT_LT(contrastOfDisabled(palette), 5) << "black has 21";
 }
 
 }  // namespace
