@@ -471,4 +471,15 @@
         <translation>لا شيء يُقرأ</translation>
     </message>
 </context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Reading or paused</source>
+        <translation>القراءة جارية أو متوقفة مؤقتًا</translation>
+    </message>
+    <message>
+        <source>Not reading</source>
+        <translation>لا قراءة جارية</translation>
+    </message>
+</context>
 </TS>

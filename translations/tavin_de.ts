@@ -471,4 +471,15 @@
         <translation>Nichts vorzulesen</translation>
     </message>
 </context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Reading or paused</source>
+        <translation>Liest vor oder ist angehalten</translation>
+    </message>
+    <message>
+        <source>Not reading</source>
+        <translation>Liest nicht vor</translation>
+    </message>
+</context>
 </TS>

@@ -471,4 +471,15 @@
         <translation>Nothing to read</translation>
     </message>
 </context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Reading or paused</source>
+        <translation>Reading or paused</translation>
+    </message>
+    <message>
+        <source>Not reading</source>
+        <translation>Not reading</translation>
+    </message>
+</context>
 </TS>

@@ -471,4 +471,15 @@
         <translation>Nada que leer</translation>
     </message>
 </context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Reading or paused</source>
+        <translation>Leyendo o en pausa</translation>
+    </message>
+    <message>
+        <source>Not reading</source>
+        <translation>Sin lectura en curso</translation>
+    </message>
+</context>
 </TS>

@@ -471,4 +471,15 @@
         <translation>Rien à lire</translation>
     </message>
 </context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Reading or paused</source>
+        <translation>Lecture en cours ou en pause</translation>
+    </message>
+    <message>
+        <source>Not reading</source>
+        <translation>Aucune lecture en cours</translation>
+    </message>
+</context>
 </TS>

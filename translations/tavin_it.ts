@@ -471,4 +471,15 @@
         <translation>Niente da leggere</translation>
     </message>
 </context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Reading or paused</source>
+        <translation>Lettura in corso o in pausa</translation>
+    </message>
+    <message>
+        <source>Not reading</source>
+        <translation>Nessuna lettura in corso</translation>
+    </message>
+</context>
 </TS>

@@ -471,4 +471,15 @@
         <translation>Niets om voor te lezen</translation>
     </message>
 </context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Reading or paused</source>
+        <translation>Leest voor of is gepauzeerd</translation>
+    </message>
+    <message>
+        <source>Not reading</source>
+        <translation>Leest niet voor</translation>
+    </message>
+</context>
 </TS>

@@ -471,4 +471,15 @@
         <translation>Nie ma czego odczytać</translation>
     </message>
 </context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Reading or paused</source>
+        <translation>Odczytywanie trwa lub jest wstrzymane</translation>
+    </message>
+    <message>
+        <source>Not reading</source>
+        <translation>Nic nie jest odczytywane</translation>
+    </message>
+</context>
 </TS>

@@ -471,4 +471,15 @@
         <translation>Nada para ler</translation>
     </message>
 </context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Reading or paused</source>
+        <translation>A ler ou em pausa</translation>
+    </message>
+    <message>
+        <source>Not reading</source>
+        <translation>Sem leitura em curso</translation>
+    </message>
+</context>
 </TS>

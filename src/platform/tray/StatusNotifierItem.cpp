@@ -34,11 +34,12 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus,
 }
 
 void StatusNotifierItem::setImage(const TrayImage& image, const QString& accessibilityDescription) {
+  const bool toolTipChanges =
+      description_ != accessibilityDescription || image_.state != image.state;
   image_ = image;
-  const bool renamed = description_ != accessibilityDescription;
   description_ = accessibilityDescription;
   emitSignal("NewIcon");
-  if (renamed)
+  if (toolTipChanges)
     emitSignal("NewToolTip");
 }
 
@@ -79,7 +80,7 @@ QVariantMap StatusNotifierItem::properties() const {
       {"AttentionIconPixmap", none},
       {"AttentionMovieName", ""},
       {"AttentionAccessibleDesc", ""},
-      {"ToolTip", QVariant::fromValue(ToolTip{{}, {}, description_, {}})},
+      {"ToolTip", QVariant::fromValue(ToolTip{{}, {}, description_, image_.state})},
   };
 }
 

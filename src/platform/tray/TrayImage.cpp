@@ -110,6 +110,9 @@ TrayImage trayImage(const QString& symbolName) {
     return image;
   image.iconName = active ? QStringLiteral("app.tavin.Tavin-active-symbolic")
                           : QStringLiteral("app.tavin.Tavin-idle-symbolic");
+  // The look stays while a reading is paused.
+  image.state = active ? QCoreApplication::translate("StatusItem", "Reading or paused")
+                       : QCoreApplication::translate("StatusItem", "Not reading");
   for (const int size : pixmapSizes) image.pixmaps.push_back(render(active, size));
   return image;
 }

@@ -6,10 +6,11 @@
 
 namespace tavin::tray {
 
-// The icon of a symbol, in the forms that panels ask for.
+// The icon of a symbol, in the forms that panels ask for, and what it says.
 struct TrayImage {
   QString iconName;  // In the icon theme, for panels that recolour it. Empty for an unknown symbol.
   std::vector<QImage> pixmaps;  // For all others, seen on any colour.
+  QString state;                // In the user's language.
 };
 
 // `symbolName` is "waveform" or "waveform.circle.fill". Needs a GUI application.

@@ -19,7 +19,7 @@ void XEmbedIcon::setImage(const TrayImage& image, const QString& accessibilityDe
   QIcon icon;
   for (const QImage& pixmap : image.pixmaps) icon.addPixmap(QPixmap::fromImage(pixmap));
   icon_.setIcon(icon);
-  icon_.setToolTip(accessibilityDescription);
+  icon_.setToolTip(accessibilityDescription + '\n' + image.state);
   icon_.setVisible(!icon.isNull());
 }
 

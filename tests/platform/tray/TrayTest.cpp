@@ -118,6 +118,39 @@ TEST_F(NamedPanelTest, ShowsTheActiveIcon) {
   EXPECT_EQ(panel.itemProperty(panel.registered[0], "IconName"), "");
 }
 
+TEST_F(TrayTest, SaysItsStateInTheToolTip) {
+  FakePanel panel;
+  ASSERT_TRUE(waitFor([&] { return !panel.registered.isEmpty(); }));
+  const auto toolTip = [&] {
+    return qdbus_cast<tray::ToolTip>(panel.itemProperty(panel.registered[0], "ToolTip"));
+  };
+  EXPECT_EQ(toolTip().title, "Tavin");
+  EXPECT_EQ(toolTip().text, "Not reading");
+  panel.signalNames.clear();
+  item->setImage("waveform.circle.fill", "Tavin");
+  EXPECT_TRUE(waitFor([&] { return panel.signalNames.contains("NewToolTip"); }));
+  EXPECT_EQ(toolTip().title, "Tavin");
+  EXPECT_EQ(toolTip().text, "Reading or paused");
+}
+
+// One signal for each change of the look, and nothing by itself.
+TEST_F(TrayTest, DoesNotAnimate) {
+  FakePanel panel;
+  ASSERT_TRUE(waitFor([&] { return !panel.registered.isEmpty(); }));
+  EXPECT_EQ(panel.itemProperty(panel.registered[0], "AttentionMovieName"), "");
+  panel.signalNames.clear();
+  item->setImage("waveform.circle.fill", "Tavin");
+  ASSERT_TRUE(waitFor([&] { return panel.signalNames.contains("NewIcon"); }));
+  const QVariant shown = panel.itemProperty(panel.registered[0], "IconPixmap");
+  for (int moment = 0; moment < 100; ++moment) runEvents();  // A second.
+  EXPECT_EQ(panel.signalNames.count("NewIcon"), 1);
+  EXPECT_EQ(
+      qdbus_cast<QList<tray::IconPixmap>>(shown).first().pixels,
+      qdbus_cast<QList<tray::IconPixmap>>(panel.itemProperty(panel.registered[0], "IconPixmap"))
+          .first()
+          .pixels);
+}
+
 TEST_F(TrayTest, OpensItsOwnMenuWhereThePanelAsks) {
   FakePanel panel;
   ASSERT_TRUE(waitFor([&] { return !panel.registered.isEmpty(); }));
