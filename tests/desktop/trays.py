@@ -7,7 +7,7 @@ import time
 
 from accessible import Focus, OpenMenu
 from panel import start_lxqt_panel, start_xfce4_panel, wait_for_no_tray
-from pixels import colours, contrast, on_screen
+from pixels import contrast, on_screen
 from session import wait_until
 
 ICON = (1588, 1184)
@@ -46,6 +46,13 @@ def rests(pid):
     return processor_time(pid) == before
 
 
+def has_drawing(picture):
+    """Unlike a panel, also one whose colour runs from its upper edge to its lower."""
+    width, height = picture.size
+    return any(picture.colour(column, row) != picture.colour(0, row)
+               for row in range(height) for column in range(width))
+
+
 STARTERS = {"xfce4-panel": start_xfce4_panel, "lxqt-panel": start_lxqt_panel,
             "trayer": start_trayer}
 
@@ -66,7 +73,8 @@ class Tray:
         """Until something is drawn where the icon belongs, and the panel has done what follows,
         such as fetching the menu: no hand is as fast as this one."""
         x, y = ICON
-        wait_until(lambda: len(colours(self.desktop, x - 8, y - 8, 16, 16)) > 4, 20, "the icon")
+        wait_until(lambda: has_drawing(on_screen(self.desktop, x - 8, y - 8, 16, 16)), 20,
+                   "the icon")
         wait_until(lambda: rests(self.process.pid), 20, "the panel at rest")
 
     def look(self):
