@@ -6,6 +6,7 @@ import pytest
 from accessible import OpenMenu
 from kwin_desktop import RIGHT
 from panel import tray_items
+from pixels import contrast
 from session import SessionError, wait_until
 
 pytest.register_assert_rewrite("plasma_tests")
@@ -23,8 +24,12 @@ class Panel(PlasmaPanel):
         wait_until(lambda: self._click(button), 40, "the menu")
         return OpenMenu(self._desktop, self._focus)
 
+    def icon(self):
+        """Where it is on the screen."""
+        return self._focus.box("push button", "Tavin")
+
     def _click(self, button):
-        box = self._focus.box("push button", "Tavin")
+        box = self.icon()
         if not box:
             return False
         x, y = box[0] + box[2] // 2, box[1] + box[3] // 2
@@ -36,3 +41,14 @@ class Panel(PlasmaPanel):
         with contextlib.suppress(SessionError):
             return wait_until(lambda: self._desktop.picture(*above) != before, 5, "menu")
         return False
+
+
+def test_the_icon_is_clear_in_the_panels_colour(desktop, panel, tavin):
+    def clear_points():
+        box = panel.icon()
+        if not box:
+            return 0
+        rows = [[row[n:n + 3][::-1] for n in range(0, len(row), 4)]
+                for row in desktop.session.pixels(*box)]
+        return sum(contrast(point, row[0]) >= 4.5 for row in rows for point in row)
+    wait_until(lambda: clear_points() > 45, 30, "an icon with a contrast of 4.5")
