@@ -7,7 +7,7 @@ from tavin.synthesis.backend import Backend
 
 NAME = "server"
 # The environment variable by which the worker is told of it: others must not read its address in a process list.
-VARIABLE = "TAVIN_SERVER"
+VARIABLE = "SPEECH_SERVER"
 THIS_MACHINE = ("127.0.0.1", "localhost", "::1")
 LONGEST_TEXT = 200
 RATES = (8000, 96000)
