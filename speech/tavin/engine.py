@@ -25,6 +25,8 @@ from tavin.text.spoken.pronunciation import Pronunciation
 from tavin.text.spoken.speaker import say
 
 PATIENCE_AT_START = 1.0
+SPEEDS = (0.8, 0.9, 1.0, 1.1, 1.25, 1.5, 1.75, 2.0)  # the menu's
+STEPS = ("sentence", "paragraph")
 
 
 class Refusal(Exception):
@@ -160,6 +162,30 @@ class Engine:
         if self._reading:
             self._reading.pause(not self._reading.paused)
 
+    def next(self, by):
+        check_step(by)
+        if self._reading:
+            self._reading.next(by)
+
+    def previous(self, by):
+        check_step(by)
+        if self._reading:
+            self._reading.previous(by)
+
+    def repeat(self):
+        if self._reading:
+            self._reading.repeat()
+
+    async def faster(self):
+        await self._change_speed([speed for speed in SPEEDS if speed > self._settings.speed][:1])
+
+    async def slower(self):
+        await self._change_speed([speed for speed in SPEEDS if speed < self._settings.speed][-1:])
+
+    async def _change_speed(self, found):
+        if self._reading and found:
+            await self.configure({"speed": found[0]})
+
     async def configure(self, changes):
         """Check all of the changes, then make all of them."""
         name = changes.get("engine", self._settings.engine)
@@ -293,3 +319,8 @@ class Engine:
                 return
             await self._key(synth.backend, prompt=not listing)
         await synth.fetch_voices()
+
+
+def check_step(by):
+    if by not in STEPS:
+        raise Refusal(f"The step must be one of: {', '.join(STEPS)}.")
