@@ -8,8 +8,7 @@ import asyncio
 
 from tavin.keys.keys import KeyringError, Keys, is_key
 from tavin.log import log
-from tavin.messages import identified, named
-from tavin.process.shared import Shared
+from tavin.messages import named
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
 from tavin.setup.setup import Setup
@@ -26,7 +25,8 @@ from tavin.text.spoken.pronunciation import Pronunciation
 from tavin.text.spoken.speaker import say
 
 PATIENCE_AT_START = 1.0
-LIST_SECONDS = 600.0  # that a cloud's list of voices is kept
+SPEEDS = (0.8, 0.9, 1.0, 1.1, 1.25, 1.5, 1.75, 2.0)  # the menu's
+STEPS = ("sentence", "paragraph")
 
 
 class Refusal(Exception):
@@ -36,20 +36,16 @@ class Refusal(Exception):
 class Engine:
     def __init__(self, settings):
         self._settings = settings
-        names = [name for name, backend in BACKENDS.items() if backend.takes_key]
+        offered = [*BACKENDS.values(), *([settings.server] if settings.server else [])]
+        names = [backend.name for backend in offered if backend.takes_key]
         self._keys = Keys(names, settings.keyed)
         self._noted = None  # the last time that `keyed` was stored
         self._synths = {
-            name: Synthesis(backend, lambda backend=backend: self._key(backend))
-            for name, backend in BACKENDS.items()
+            backend.name: Synthesis(backend, lambda backend=backend: self._key(backend))
+            for backend in offered
         }
         self._setups = {
             name: Setup(synth) for name, synth in self._synths.items() if synth.backend.needs_setup
-        }
-        self._accounts = {
-            name: Shared(synth.fetch_voices, kept=LIST_SECONDS, lasts=is_refusal)
-            for name, synth in self._synths.items()
-            if synth.backend.voices_of_account
         }
         self._choice = Choice(settings, self._synths, self._setups)
         self._pronunciation = Pronunciation()
@@ -57,7 +53,7 @@ class Engine:
         self._reading = None
         self._task = None
         self._chars = 0
-        self._error = None
+        self._error = settings.fault
 
     async def know_voices(self):
         """Wait for the voices a little, so that the first status names the right one."""
@@ -113,11 +109,11 @@ class Engine:
             "setup_error": setup_error,
             "engines": [
                 {
-                    "name": backend.name,
-                    "label": backend.label,
-                    "available": self._available(backend),
+                    "name": synth.backend.name,
+                    "label": synth.backend.label,
+                    "available": self._available(synth.backend),
                 }
-                for backend in BACKENDS.values()
+                for synth in self._synths.values()
             ],
             **named("error", self._error),
             **named("setup_error", setup_error),
@@ -166,6 +162,30 @@ class Engine:
         if self._reading:
             self._reading.pause(not self._reading.paused)
 
+    def next(self, by):
+        check_step(by)
+        if self._reading:
+            self._reading.next(by)
+
+    def previous(self, by):
+        check_step(by)
+        if self._reading:
+            self._reading.previous(by)
+
+    def repeat(self):
+        if self._reading:
+            self._reading.repeat()
+
+    async def faster(self):
+        await self._change_speed([speed for speed in SPEEDS if speed > self._settings.speed][:1])
+
+    async def slower(self):
+        await self._change_speed([speed for speed in SPEEDS if speed < self._settings.speed][-1:])
+
+    async def _change_speed(self, found):
+        if self._reading and found:
+            await self.configure({"speed": found[0]})
+
     async def configure(self, changes):
         """Check all of the changes, then make all of them."""
         name = changes.get("engine", self._settings.engine)
@@ -180,7 +200,7 @@ class Engine:
         # Nothing but what was asked for: other changes may have been made during the wait.
         if "engine" in changes:
             self._settings.engine = name
-            self._forget_account(synth)
+            synth.forget_voices()
         if "speed" in changes:
             self._settings.speed = float(changes["speed"])
         stored = self._settings.save()
@@ -205,9 +225,9 @@ class Engine:
         key = key.strip()  # what a copy from a web page brings along
         if not is_key(key):
             raise Refusal("This is no key.")
-        if synth.backend.voices_of_account:
+        if synth.backend.fetches_voices:
             synth.voices = []
-        self._forget_account(synth)
+        synth.forget_voices()
         try:
             await self._keys.keep(name, label, key)
         except KeyringError as failure:
@@ -269,11 +289,6 @@ class Engine:
         if self._noted:
             await self._noted  # another request may have seen it first: this one waits as well
 
-    def _forget_account(self, synth):
-        """The user acted: what was refused may be granted now."""
-        if account := self._accounts.get(synth.backend.name):
-            account.forget()
-
     async def _key(self, backend, prompt=True):
         try:
             key = await self._keys.key(backend.name, prompt)
@@ -292,19 +307,20 @@ class Engine:
         try:
             if not synth.voices:
                 await synth.start()
-            if synth.backend.voices_of_account and (listing or not synth.voices):
-                await self._load_account(synth, listing)
+            if synth.backend.fetches_voices and (listing or not synth.voices):
+                await self._fetch_voices(synth, listing)
         except SynthesisError as failure:
             raise Refusal(str(failure)) from None
 
-    async def _load_account(self, synth, listing):
+    async def _fetch_voices(self, synth, listing):
         """A list that somebody only looks at is no reason to ask for the keyring's password."""
-        if self._keys.known(synth.backend.name):
+        if synth.backend.takes_key:
+            if not self._keys.known(synth.backend.name):
+                return
             await self._key(synth.backend, prompt=not listing)
-            await self._accounts[synth.backend.name].answer()
+        await synth.fetch_voices()
 
 
-def is_refusal(failure):
-    """Of the key: it will be the same until the user acts."""
-    known = identified(str(failure))
-    return known is not None and known["id"] == "key-refused"
+def check_step(by):
+    if by not in STEPS:
+        raise Refusal(f"The step must be one of: {', '.join(STEPS)}.")

@@ -5,6 +5,7 @@ say it in the user's language. Whoever makes a text writes it in English, as it 
 changes. A text that is not here goes without a name.
 """
 
+import functools
 import re
 
 MESSAGES = {
@@ -75,9 +76,10 @@ def named(field, text):
     return {f"{field}_id": found and found["id"], f"{field}_values": found and found["values"]}
 
 
+@functools.lru_cache(maxsize=16)  # the status tells of the same text again and again
 def identified(text):
-    for name, known in PATTERNS.items():
-        if text and (match := known.fullmatch(text)):
+    for name, known in PATTERNS.items() if text else ():
+        if match := known.fullmatch(text):
             return {"id": name, "values": [told(value) for value in match.groups()]}
     return None
 

@@ -2,29 +2,20 @@
 
 Runs on the event loop. Little is handed to the player in advance, so that a
 pause or a stop acts at once and a change of back-end, voice or speed acts from
-the next sentence on: what was synthesised ahead is then made anew.
+the next sentence on: what was synthesised ahead is then made anew. A move in the
+text is a new stream: what the old one has not played is lost.
 """
 
 import asyncio
-from collections import deque
+from itertools import takewhile
 
+from tavin.clips import Clips
 from tavin.synthesis.choice import UnspeakableError
 from tavin.synthesis.synthesis import BackendError, SynthesisError
 from tavin.text.pieces import Piece, cut
 
 AHEAD_SENTENCES = 32  # the bound for sentences that make no sound
 FAILURES_IN_A_ROW = 5  # then the text is given up
-
-
-class Clip:
-    """A piece of the text and its sound."""
-
-    def __init__(self, piece):
-        self.piece = piece
-        self.sound = bytearray()
-        self.rate = None
-        self.complete = False
-        self.started = False
 
 
 def without_silence(samples):
@@ -41,12 +32,13 @@ class Reading:
         self._output = output
         self._on_error = on_error
         self._pieces = found
-        self._again = deque()  # pieces to be synthesised anew, before `_pieces`
-        self._clips = deque()  # in the order of playing
-        self._exhausted = False
+        self._clips = Clips()
+        self._exhausted = False  # the text, not what was found in it
+        self._given_up = False
         self._begun = False  # whether there is sound of the text yet
-        self._choices = 0  # how often the user chose something else
-        self._making = None
+        self._making = None  # the task, and what it makes
+        self._made = None
+        self._playing = None
         self._failure = None  # the last
         self._backend = backend
         self._changed = asyncio.Event()
@@ -58,26 +50,27 @@ class Reading:
     async def run(self):
         """Read to the end; the caller cancels it to stop."""
         try:
-            if await self._find_first():
-                await self._open(await self._first_rate())
+            if sentence := await self._find_first():
+                self._rate = await self._first_rate(sentence)
                 await self._synthesise_and_play()
         finally:
             self.silence()
-            self._pieces = iter(())  # the text may be long, and what went wrong may hold on to this
+            # Both may be long, and what went wrong may hold on to this.
+            self._pieces, self._clips = iter(()), Clips()
 
     async def _find_first(self):
-        """Whether there is anything to say; if not, no sound server is needed."""
+        """The first sentence; without one no sound server is needed."""
         for piece in self._pieces:
             if piece:
-                self._again.append(piece)
-                return True
+                self._clips.add(piece)
+                return piece.sentence
             await asyncio.sleep(0)
-        return False
+        return None
 
-    async def _first_rate(self):
+    async def _first_rate(self, sentence):
         """Of the sound to come first; where nobody speaks it, of what comes soon after."""
         try:
-            synthesis, _, _ = await self._choose(self._again[0].sentence)
+            synthesis, _, _ = await self._choose(sentence)
         except UnspeakableError:
             synthesis, _, _ = await self._choose("")
         await synthesis.start()
@@ -85,15 +78,18 @@ class Reading:
 
     async def _synthesise_and_play(self):
         synthesise = asyncio.create_task(self._synthesise())
-        play = asyncio.create_task(self._play())
+        self._playing = playing = asyncio.create_task(self._play())
         try:
-            await asyncio.wait([synthesise, play], return_when=asyncio.FIRST_COMPLETED)
-            for task in (synthesise, play):
-                if task.done():
-                    task.result()
+            while not synthesise.done():
+                await asyncio.wait([synthesise, playing], return_when=asyncio.FIRST_COMPLETED)
+                if playing is not self._playing:
+                    playing = self._playing  # of another place
+                elif playing.done():
+                    return playing.result()
+            synthesise.result()
         finally:
             synthesise.cancel()
-            play.cancel()
+            self._playing.cancel()
 
     def silence(self):
         """Stop the sound now; `run` may end later."""
@@ -105,15 +101,42 @@ class Reading:
         if self._stream:
             self._stream.pause(paused)
 
+    def next(self, by):
+        """Go on with the next sentence or paragraph; after the last the text is over."""
+        self._move(lambda unheard: self._clips.next(by, unheard))
+
+    def previous(self, by):
+        """Go back to the sentence before, or to where this or, from there, the paragraph before begins."""
+        self._move(lambda unheard: self._clips.previous(by, unheard))
+
+    def repeat(self):
+        """Begin this sentence again."""
+        self._move(self._clips.repeat)
+
+    def _move(self, step):
+        step(self._stream.unheard() if self._stream else 0)
+        self.silence()
+        self._stream = None
+        self.sounding = False
+        if self._made and (self._made is not self._clips.incomplete() or self._made.choice is None):
+            self._leave()  # another one is wanted sooner
+        if self._playing:
+            self._playing.cancel()
+            self._playing = asyncio.create_task(self._play())
+        self._changed.set()
+
     def voice_changed(self):
         """Have the sentences that nobody has heard of made anew."""
-        self._choices += 1
-        while self._clips and not self._clips[-1].started:
-            if not self._clips[-1].complete:
-                self._making.cancel()  # it may be what the user turns away from
-            self._again.appendleft(self._clips.pop().piece)
-        self._exhausted = False
+        self._clips.choose_anew()
+        if self._made and self._made.choice is None:
+            self._leave()  # it may be what the user turns away from
+        self._given_up = False
         self._changed.set()
+
+    def _leave(self):
+        """What is being made is not wanted, or not now."""
+        self._made.forget()
+        self._making.cancel()
 
     async def _open(self, rate):
         paused = self.paused
@@ -130,23 +153,29 @@ class Reading:
         failures = 0
         while True:
             await self._until(self._wants_more)
-            piece = self._next_piece()
-            if piece is None:
-                self._exhausted = True
-                self._changed.set()
-            elif not piece:
-                await asyncio.sleep(0)
+            if clip := self._clips.incomplete():
+                failures = 0 if await self._make(clip) else failures + 1
             else:
-                failures = 0 if await self._make(Clip(piece)) else failures + 1
+                await self._find_more()
             if failures >= FAILURES_IN_A_ROW:
                 if isinstance(self._failure, UnspeakableError):
                     raise self._failure
                 raise SynthesisError(f"{self._backend.label} cannot read this text.")
 
+    async def _find_more(self):
+        """Look on in the text; others run meanwhile where nothing was found to make."""
+        piece = next(self._pieces, None)
+        if piece is None:
+            self._exhausted = True
+            self._changed.set()
+        elif not piece or not self._clips.add(piece):
+            await asyncio.sleep(0)
+
     async def _make(self, clip):
         """Whether the sentence was made, or need not be made any more."""
-        self._clips.append(clip)
-        choices = self._choices
+        clip.choice = self._clips.choice
+        sound = clip.sound
+        self._made = clip
         self._making = asyncio.create_task(self._say(clip))
         try:
             await asyncio.wait([self._making])
@@ -156,12 +185,13 @@ class Reading:
         except SynthesisError as failure:
             self._failure = failure
             self._on_error(str(failure))
-            if isinstance(failure, BackendError) and choices == self._choices:
+            if isinstance(failure, BackendError) and clip.choice == self._clips.choice:
                 self._give_up(clip)
             return False
         finally:
             self._making.cancel()
-            clip.complete = True
+            self._made = None
+            clip.complete = clip.sound is sound
             self._changed.set()
 
     async def _say(self, clip):
@@ -169,38 +199,42 @@ class Reading:
         await synthesis.start()
         self._backend = synthesis.backend
         clip.rate = synthesis.rate
-        first, *rest = (Piece(part, clip.piece.sentence) for part in cut(clip.piece, synthesis.backend.longest_piece))
+        sentence, place, sound = clip.piece.sentence, clip.place, clip.sound
+        first, *rest = (Piece(part, sentence, place) for part in cut(clip.piece, synthesis.backend.longest_piece))
         clip.piece = first
-        self._again.extendleft(reversed(rest))
+        self._clips.insert(clip, rest)
 
         def hear(samples):
+            nonlocal sound  # the clip may get another one
             if not self._begun:
                 samples = without_silence(samples)
                 self._begun = bool(samples)
-            clip.sound += samples
+            sound += samples
             self._changed.set()
 
         await synthesis.say(clip.piece, voice, speed, hear)
 
     def _give_up(self, clip):
         """Play what there is and end, unless the user chooses something else by then."""
-        if not clip.started:
-            self._clips.remove(clip)
-            self._again.appendleft(clip.piece)
-        self._exhausted = True
-
-    def _next_piece(self):
-        return self._again.popleft() if self._again else next(self._pieces, None)
+        if not clip.sent:
+            clip.forget()
+        self._given_up = True
 
     def _wants_more(self):
-        if self._exhausted or len(self._clips) >= AHEAD_SENTENCES:
+        clips = self._clips.ahead
+        made = list(takewhile(lambda clip: clip.complete, clips))
+        if self._given_up or len(made) >= AHEAD_SENTENCES or self._exhausted and len(made) == len(clips):
             return False
-        waiting = sum(len(clip.sound) for clip in self._clips)
-        one_ready = any(not clip.started for clip in self._clips)
+        waiting = sum(clip.waiting for clip in made)
+        one_ready = any(not clip.sent for clip in made)
         # Always a sentence, and so much sound that a slow one is made while it is heard.
         return not one_ready or waiting < self._backend.ahead * 2 * self._rate
 
     async def _play(self):
+        if self._is_over():
+            return
+        if not self._stream:
+            await self._open(self._rate)
         while True:
             most = await self._stream.room()
             clip = await self._next_clip()
@@ -210,10 +244,9 @@ class Reading:
                 await self._play_out()
                 await self._open(clip.rate)
                 continue
-            clip.started = True
-            self._stream.play(bytes(clip.sound[:most]))
-            del clip.sound[:most]
-        await self._play_out()
+            self._stream.play(clip.take(most))
+        if self._stream.sent:  # a paused one would wait for its end
+            await self._play_out()
 
     async def _play_out(self):
         self._stream.end()
@@ -221,19 +254,22 @@ class Reading:
 
     async def _next_clip(self):
         """Wait for sound that is to be played; None when there will be none."""
+        clips = self._clips.ahead
         while True:
-            await self._until(self._has_next)
-            if not self._clips:
+            await self._until(lambda: self._has_next() or self._is_over())
+            if not self._has_next():
                 return None
-            if self._clips[0].sound:
-                return self._clips[0]
-            self._clips.popleft()
+            if clips[0].waiting:
+                return clips[0]
+            self._clips.pass_first()
             self._changed.set()
 
     def _has_next(self):
-        if not self._clips:
-            return self._exhausted
-        return bool(self._clips[0].sound) or self._clips[0].complete
+        clips = self._clips.ahead
+        return bool(clips) and (clips[0].waiting or clips[0].complete)
+
+    def _is_over(self):
+        return not self._has_next() and (self._given_up or self._exhausted and not self._clips.ahead)
 
     async def _until(self, condition):
         while not condition():

@@ -13,7 +13,7 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 from tavin.log import log
-from tavin.synthesis.backends import BACKENDS, FIRST_CHOICE
+from tavin.synthesis.backends import BACKENDS, FIRST_CHOICE, NAMES, server
 from tavin.synthesis.backends.kokoro import needs
 
 SLOWEST, FASTEST = 0.5, 3.0
@@ -35,6 +35,8 @@ class Settings:
         self.voices = {}  # back-end's name -> voice id
         self.languages = {}  # language -> the same for that language, the latest choice last
         self.speed = 1.0
+        self.server = None  # the back-end that is a server of the user's own
+        self.fault = None  # what cannot be used of what the user wrote, for the user
         self.keyed = []  # back-ends that had a key in the keyring when that was last asked
         self._take(self._read())
 
@@ -45,17 +47,16 @@ class Settings:
         """
         chosen = {
             "engine": self.engine,
-            "voices": self.voices,
-            "languages": self.languages,
+            "voices": dict(self.voices),
+            "languages": {language: dict(voices) for language, voices in self.languages.items()},
             "speed": self.speed,
             "keys": self.keyed,
         }
-        return asyncio.shield(
-            asyncio.wrap_future(self._writer.submit(self._write, json.dumps(chosen, indent=1)))
-        )
+        return asyncio.shield(asyncio.wrap_future(self._writer.submit(self._write, chosen)))
 
-    def _write(self, content):
+    def _write(self, chosen):
         place = Path(os.path.realpath(self._path))  # it may be a link into a folder of the user's
+        content = json.dumps({**self._read(), **chosen}, indent=1)  # what the user has written there stays
         fresh = place.with_name(place.name + ".new")
         try:
             place.parent.mkdir(mode=0o700, parents=True, exist_ok=True)
@@ -72,7 +73,8 @@ class Settings:
 
     def _read(self):
         try:
-            return json.loads(content_of(self._path))
+            stored = json.loads(content_of(self._path))
+            return stored if isinstance(stored, dict) else {}
         except FileNotFoundError:
             return {}
         except (OSError, ValueError, RecursionError) as failure:
@@ -80,9 +82,10 @@ class Settings:
             return {}
 
     def _take(self, stored):
-        if not isinstance(stored, dict):
-            return
-        if stored.get("engine") in list(BACKENDS):
+        if "server" in stored:
+            self._describe(stored["server"])
+        known = NAMES if self.server else list(BACKENDS)
+        if stored.get("engine") in known:
             self.engine = stored["engine"]
         if valid_speed(stored.get("speed")):
             self.speed = float(stored["speed"])
@@ -94,12 +97,19 @@ class Settings:
         if isinstance(languages, dict):
             self.languages = {language: chosen_voices(chosen) for language, chosen in languages.items()}
 
+    def _describe(self, described):
+        try:
+            self.server = server.backend(described)
+        except ValueError as reason:
+            self.fault = f"“server” in engine.json cannot be used: {reason}."
+            log.info("%s", self.fault)
+
 
 def chosen_voices(stored):
     """Those of known back-ends, of what a file says."""
     if not isinstance(stored, dict):
         return {}
-    return {name: voice for name, voice in stored.items() if name in BACKENDS and isinstance(voice, str)}
+    return {name: voice for name, voice in stored.items() if name in NAMES and isinstance(voice, str)}
 
 
 def sync(folder):

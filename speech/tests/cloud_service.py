@@ -30,15 +30,16 @@ def tone(seconds):
 class CloudService:
     """`trouble` is an HTTP status, or one of the ways to go wrong in `Handler._misbehave`."""
 
-    def __init__(self, seconds=0.4, context=None):
+    def __init__(self, seconds=0.4, context=None, handler=None):
         self.trouble = None
         self.seconds = seconds  # of sound for each text
         self.requests = []  # (path, body)
+        self.voices = None  # what an own server answers who asks for its voices; None where it has no such list
         self.connections = 0
         self.release = threading.Event()  # ends what stalls
         service = self
 
-        class Bound(Handler):
+        class Bound(handler or Handler):
             def setup(self):
                 self.service = service
                 super().setup()
@@ -145,6 +146,10 @@ class Handler(http.server.BaseHTTPRequestHandler):
             while not self.service.release.wait(0.02):
                 self.wfile.write(b"X-Patience: 1\r\n")
                 self.wfile.flush()
+        elif how == "encoded":
+            self._head("audio/mpeg")
+            self._chunk(sound)
+            self._chunk(b"")
         elif how == "odd":
             self._head("audio/pcm")
             for start in range(0, len(sound), 777):
@@ -190,6 +195,25 @@ class Handler(http.server.BaseHTTPRequestHandler):
 
     def log_message(self, *_):
         pass
+
+
+class OwnServer(Handler):
+    """As many do that people run themselves: no key, a list of voices in one of several forms."""
+
+    def do_GET(self):
+        self.service.requests.append((self.path, None))
+        if isinstance(self.service.trouble, int):
+            self._json(self.service.trouble, {})
+        elif self.path == "/v1/audio/voices" and self.service.voices is not None:
+            self._json(200, self.service.voices)
+        else:
+            self._json(404, {})
+
+    def _fault(self, url, body):
+        if url.path != "/v1/audio/speech":
+            return 404, {}
+        good = self.headers["Authorization"] is None and body["response_format"] == "pcm"
+        return None if good and body["voice"] else (400, {})
 
 
 def use(engine, name):

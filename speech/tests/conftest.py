@@ -16,6 +16,8 @@ sys.path += map(str, sorted(HERE.glob("*/")))  # tests share steps with those of
 
 from cloud_service import CloudService  # noqa: E402
 from engine_process import EngineProcess  # noqa: E402
+from file_server import FileServer  # noqa: E402
+from keyring_session import KeyringSession  # noqa: E402
 from sound import Recorder, start_server  # noqa: E402
 
 
@@ -85,3 +87,26 @@ def service():
 @pytest.fixture
 def cloud_engine(new_engine, service):
     return new_engine(service.environment).start()
+
+
+@pytest.fixture
+def keyring(sound_server):
+    folder = Path(tempfile.mkdtemp(prefix="tavin-"))  # short: the path of a socket has little room
+    session = KeyringSession(folder, {"PATH": sound_server.environment["PATH"]})
+    yield session
+    session.end()
+    shutil.rmtree(folder)
+
+
+@pytest.fixture
+def start(new_engine, keyring, service):
+    """Starts engines that have the keyring and the cloud."""
+    return lambda: new_engine({**service.environment, **keyring.environment}).start()
+
+
+@pytest.fixture
+def server():
+    """Of files, for what is downloaded."""
+    made = FileServer()
+    yield made
+    made.end()

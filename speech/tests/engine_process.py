@@ -13,6 +13,8 @@ from sound import WITH_US, until
 
 FOLDER = Path(__file__).resolve().parent.parent
 PORT = 47632
+MOVES = ["/next", "/previous", "/repeat", "/faster", "/slower"]
+POSTS = ["/speak", "/stop", "/toggle-pause", "/config", "/key", *MOVES]
 
 
 class EngineProcess:

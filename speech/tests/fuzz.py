@@ -4,16 +4,16 @@ import json
 import random
 import socket
 
-from engine_process import PORT
+from engine_process import PORT, POSTS
 
-PATHS = ["/speak", "/stop", "/toggle-pause", "/config", "/key", "/status", "/voices?engine=espeak"]
+PATHS = [*POSTS, "/status", "/voices?engine=espeak"]
 METHODS = ["GET", "POST", "PUT", "DELETE", "OPTIONS", "HEAD", "PATCH", "TRACE", "CONNECT", "get", "", "P\0ST"]
 NAMES = ["Origin", "Sec-Fetch-Site", "sec-fetch-mode", "Host", "X-Tavin", "Content-Length", "Content-Encoding"]
 NAMES += ["Transfer-Encoding", "Content-Type", "Expect", "Upgrade", "Connection", "Cookie", "", "x" * 9000]
 VALUES = ["", "1", "0", "-1", "99999999999999999999", "chunked", "gzip", "deflate", "br", "100-continue", "close"]
 VALUES += ["null", "http://evil.example", "websocket", "upgrade", "\x00", "\xff\xfe", "a" * 9000, "1, 1", " 1 "]
 JUNK = [None, True, -1, 0.0, 1e308, 10**30, "", "x", "\ud800", "\x00", [], [[]], {}, {"a": {}}, "a" * 5000]
-FIELDS = ["text", "engine", "voice", "speed", "key", "nothing", ""]
+FIELDS = ["text", "engine", "voice", "speed", "key", "by", "nothing", ""]
 GUARDED = {"origin", "host", "x-tavin"}
 
 

@@ -27,7 +27,7 @@ FAILURES = (
 
 # Whose text, or a part of it, the user may see.
 TELLING = {
-    *("Failure", "BackendError", "SynthesisError", "UnspeakableError", "KeyringError", "DownloadError"),
+    *("Failure", "Refused", "BackendError", "SynthesisError", "UnspeakableError", "KeyringError", "DownloadError"),
     *("OutputError", "Cut", "TooSlow", "fail", "_fail", "_refuse", "_refuse_requests", "absent"),
     "RuntimeError",  # of what a worker loads at its start
 }

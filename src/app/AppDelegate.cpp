@@ -82,10 +82,24 @@ void AppDelegate::serveRemoteActions() {
         (*self.*command)();
     };
   };
+  const auto inText = [weak](const char* request, const QJsonObject& body = {}) {
+    return [weak, request, body] {
+      if (const auto self = weak.lock())
+        self->askForText(request, body);
+    };
+  };
+  const QJsonObject paragraph{{QStringLiteral("by"), QStringLiteral("paragraph")}};
   platform_.remoteControl->serve({.activate = action(&AppDelegate::showMenu),
                                   .speakOrStop = action(&AppDelegate::speakOrStop),
                                   .togglePause = action(&AppDelegate::togglePause),
-                                  .stop = action(&AppDelegate::stop)});
+                                  .stop = action(&AppDelegate::stop),
+                                  .nextSentence = inText("next"),
+                                  .previousSentence = inText("previous"),
+                                  .nextParagraph = inText("next", paragraph),
+                                  .previousParagraph = inText("previous", paragraph),
+                                  .repeatSentence = inText("repeat"),
+                                  .faster = inText("faster"),
+                                  .slower = inText("slower")});
 }
 
 void AppDelegate::showMenu() { statusItem_->popUpMenu(); }

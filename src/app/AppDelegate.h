@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -68,6 +69,8 @@ class AppDelegate final : public ApplicationDelegate,
 
   void speakSelectionNow();
   void postSpeech(const QString& text);
+  // One of the engine's requests about the text that is being read. Any thread, returns at once.
+  void askForText(const char* request, const QJsonObject& body);
   void watchPlayback();
   void pollPlayback(const std::shared_ptr<Timer>& timer);
   void evaluatePlayback(const std::optional<EngineStatus>& status,

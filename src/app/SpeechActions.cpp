@@ -136,8 +136,10 @@ void AppDelegate::stop() {
   });
 }
 
-void AppDelegate::togglePause() {
-  onWork([this] { engine_->post(QStringLiteral("toggle-pause")); });
+void AppDelegate::togglePause() { askForText("toggle-pause", {}); }
+
+void AppDelegate::askForText(const char* request, const QJsonObject& body) {
+  onWork([this, request, body] { engine_->post(QLatin1String(request), body); });
 }
 
 }  // namespace tavin

@@ -10,6 +10,14 @@ struct RemoteActions {
   std::function<void()> speakOrStop;  // What the speak shortcut does.
   std::function<void()> togglePause;  // What the pause shortcut does.
   std::function<void()> stop;
+  // In the text that is being read; where there is none they do nothing.
+  std::function<void()> nextSentence;
+  std::function<void()> previousSentence;
+  std::function<void()> nextParagraph;
+  std::function<void()> previousParagraph;
+  std::function<void()> repeatSentence;
+  std::function<void()> faster;
+  std::function<void()> slower;
 };
 
 // The program's presence on the session bus. Main thread only.

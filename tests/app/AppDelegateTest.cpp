@@ -162,6 +162,21 @@ TEST_F(AppDelegateTest, RemoteActionsDoWhatShortcutsAndMenuDo) {
                                    "work: POST stop {}", "main: icon waveform (Tavin)"));
 }
 
+TEST_F(AppDelegateTest, RemoteActionsGoAboutInTheText) {
+  launch();
+  const RemoteActions& actions = fakes.remoteControl.actions;
+  for (const auto& action :
+       {actions.nextSentence, actions.previousSentence, actions.nextParagraph,
+        actions.previousParagraph, actions.repeatSentence, actions.faster, actions.slower})
+    action();
+  fakes.settle();
+  EXPECT_THAT(lines(),
+              ElementsAre("work: POST next {}", "work: POST previous {}",
+                          R"(work: POST next {"by":"paragraph"})",
+                          R"(work: POST previous {"by":"paragraph"})", "work: POST repeat {}",
+                          "work: POST faster {}", "work: POST slower {}"));
+}
+
 using AppDelegateDeathTest = AppDelegateTest;
 
 TEST_F(AppDelegateDeathTest, RegisteringShortcutsBeforeLaunchStopsTheProcess) {

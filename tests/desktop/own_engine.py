@@ -18,12 +18,17 @@ def status():
         return None
 
 
-def configure(**changes):
-    """As the menu does it."""
-    request = urllib.request.Request(f"http://127.0.0.1:{ENGINE_PORT}/config", json.dumps(changes).encode(),
+def post(path, **body):
+    """As Tavin does it."""
+    request = urllib.request.Request(f"http://127.0.0.1:{ENGINE_PORT}{path}", json.dumps(body).encode(),
                                      {"X-Tavin": "1"})
     with urllib.request.urlopen(request, timeout=5) as answer:
         assert json.load(answer) == {"ok": True}
+
+
+def configure(**changes):
+    """As the menu does it."""
+    post("/config", **changes)
 
 
 def wait_for(*states, seconds=30.0):

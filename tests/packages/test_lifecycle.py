@@ -23,7 +23,7 @@ OF_THE_MACHINE = {"/etc/apt/apt.conf.d/90tavin", "/etc/dpkg/dpkg.cfg.d/90tavin"}
 LONG = "The quick brown fox jumps over the lazy dog, again and again and again. " * 6
 # What systems keep of any package, and what they write while they run.
 KEPT = ("/home/", "/proc/", "/sys/", "/dev/", "/tmp/", "/run/", "/var/log/", "/var/cache/",
-        "/var/lib/dpkg/", "/var/lib/apt/", "/var/tmp/", "/root/")
+        "/var/lib/dpkg/", "/var/lib/apt/", "/var/tmp/", os.path.expanduser("~root/"))
 
 
 def as_root(*command, **kwargs):

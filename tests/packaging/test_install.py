@@ -91,10 +91,17 @@ def test_the_desktop_entry_is_valid_and_names_the_program(prefix):
     # is in front.
     assert main["X-KDE-Wayland-Interfaces"].split(",") == [
         "org_kde_kwin_fake_input", "org_kde_kwin_keystate", "org_kde_plasma_window_management"]
-    assert main["Actions"] == "speak;pause;stop;menu;"
-    for action in ("speak", "pause", "stop", "menu"):
-        command = entry(path, f"Desktop Action {action}")["Exec"]
-        assert command == f"gapplication action app.tavin.Tavin {action}"
+    assert main["Actions"].split(";") == [
+        "speak", "pause", "stop", "next", "previous", "next-paragraph", "previous-paragraph", "repeat", "faster",
+        "slower", "menu", ""]
+    for action in main["Actions"].split(";")[:-1]:
+        found = entry(path, f"Desktop Action {action}")
+        assert found["Exec"] == f"gapplication action app.tavin.Tavin {action}"
+        assert languages(found, "Name") == languages(main, "GenericName")
+
+
+def languages(section, key):
+    return {name.removeprefix(key) for name in section if name.startswith(key)}
 
 
 def test_the_bus_service_names_the_program(prefix):

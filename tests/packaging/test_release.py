@@ -101,4 +101,4 @@ def test_the_manual_page_names_each_action():
     actions, = found(r"^Actions=(\S+);$", desktop)
     with open(PAGE, encoding="utf-8") as f:
         section = f.read().partition(".SH ACTIONS")[2].partition(".SH")[0]
-    assert re.findall(r"^\.TP\n\.B (\w+)$", section, re.MULTILINE) == actions.split(";")
+    assert re.findall(r"^\.TP\n\.B ([\w-]+)$", section, re.MULTILINE) == actions.split(";")

@@ -16,6 +16,11 @@ def application(engine):
             web.post("/speak", routes.speak),
             web.post("/stop", routes.stop),
             web.post("/toggle-pause", routes.toggle_pause),
+            web.post("/next", routes.next),
+            web.post("/previous", routes.previous),
+            web.post("/repeat", routes.repeat),
+            web.post("/faster", routes.faster),
+            web.post("/slower", routes.slower),
             web.post("/config", routes.config),
             web.post("/key", routes.key),
         ]
@@ -48,6 +53,29 @@ class Routes:
     async def toggle_pause(self, request):
         await json_body(request)
         self._engine.toggle_pause()
+        return done()
+
+    async def next(self, request):
+        self._engine.next((await json_body(request)).get("by", "sentence"))
+        return done()
+
+    async def previous(self, request):
+        self._engine.previous((await json_body(request)).get("by", "sentence"))
+        return done()
+
+    async def repeat(self, request):
+        await json_body(request)
+        self._engine.repeat()
+        return done()
+
+    async def faster(self, request):
+        await json_body(request)
+        await self._engine.faster()
+        return done()
+
+    async def slower(self, request):
+        await json_body(request)
+        await self._engine.slower()
         return done()
 
     async def config(self, request):

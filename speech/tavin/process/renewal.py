@@ -36,7 +36,7 @@ class Renewal:
                 return await handle(request)
             finally:
                 self._requests -= 1
-                self._look()
+                asyncio.get_running_loop().call_later(0, self._look)  # when the answer is out
 
         return handle_and_look
 

@@ -23,7 +23,9 @@ class Stream:
         self._close = close
         self.open = True
         self._suspended = False
-        self._room = 0  # bytes
+        self.sent = 0  # bytes
+        self._room = 0
+        self._holds = 0  # what the player can have that was not heard yet
         self._patience = CONNECT_SECONDS
         self._failure = None
         self._changed = asyncio.Event()
@@ -39,7 +41,12 @@ class Stream:
 
     def play(self, samples):
         self._room -= len(samples)
+        self.sent += len(samples)
         self._child.send(frames.AUDIO, self.number, samples)
+
+    def unheard(self):
+        """How many bytes of what was sent are still to be heard, the device's own delay aside."""
+        return max(0, self._holds - self._room)
 
     def end(self):
         self._child.send(frames.END, self.number)
@@ -58,6 +65,7 @@ class Stream:
     def frame(self, kind, payload):
         if kind == frames.NEED:
             self._room += int(payload)
+            self._holds = self._holds or self._room
             self._patience = ANSWER_SECONDS
         elif kind == frames.STARTED and self.open:
             self._on_started()

@@ -8,7 +8,7 @@ import icu
 
 from tavin.log import log
 from tavin.synthesis import voices
-from tavin.synthesis.backends import BACKENDS, LAST_RESORT
+from tavin.synthesis.backends import LAST_RESORT
 from tavin.synthesis.synthesis import BackendError, SynthesisError
 from tavin.text.language import is_of_script, primary
 
@@ -70,7 +70,7 @@ class Choice:
             raise BackendError(self.setup().refusal())
         if not synth.voices and (synth.backend.local or not self._settings.voices.get(synth.backend.name)):
             await synth.start()
-            if synth.backend.voices_of_account:
+            if synth.backend.fetches_voices and not synth.voices:
                 await synth.fetch_voices()
         language = tell(self.language())
         self._note(language)
@@ -78,7 +78,7 @@ class Choice:
 
     async def _best(self, synth, sentence, language):
         wanted = primary(language)
-        if wanted == primary(self.language()) or wanted in synth.backend.speaks:
+        if wanted == primary(self.language()) or self._speaks_too(synth, wanted):
             return synth, self.voice()
         async for other, voice in self._remembered(synth, wanted):
             return other, voice
@@ -90,20 +90,25 @@ class Choice:
         name = icu.Locale(wanted).getDisplayLanguage(icu.Locale.getEnglish())
         raise UnspeakableError(f"No voice on this computer speaks {name}.")
 
+    def _speaks_too(self, synth, language):
+        own = record(synth, self.voice())
+        unsaid = own is None or not own["language"]
+        return language in synth.backend.speaks or (synth.backend.speaks_as_told and unsaid)
+
     async def _remembered(self, synth, language):
         """Voices that the user chose for a language, the latest first."""
         chosen = self._settings.languages.get(language, {})
         for name in reversed(chosen):
-            other = self._synths[name]
+            other = self._synths.get(name)
             if other is synth or other in self._stand_ins(synth):
                 if chosen[name] in [voice["id"] for voice in await self._known(other)]:
                     yield other, chosen[name]
 
     def _stand_ins(self, synth):
         """The local back-ends that are ready to take a language over, in the order of asking."""
-        names = sorted(BACKENDS, key=lambda name: name == LAST_RESORT)
-        others = [self._synths[name] for name in names if BACKENDS[name].local]
-        return [other for other in others if other is not synth and self._is_ready(other)]
+        locals_ = [other for other in self._synths.values() if other.backend.local and other is not synth]
+        locals_.sort(key=lambda other: other.backend.name == LAST_RESORT)
+        return [other for other in locals_ if self._is_ready(other)]
 
     def _is_ready(self, synth):
         setup = self._setups.get(synth.backend.name)

@@ -11,13 +11,17 @@ from dataclasses import dataclass
 from typing import Callable
 
 from tavin.log import log
+from tavin.messages import identified
 from tavin.process import frames
 from tavin.process.child import Child
+from tavin.process.shared import Shared
 from tavin.setup import needs
 
 # libespeak-ng connects to the sound server when it is initialised, though it never plays anything, and
 # waits for one that does not answer. This address refuses at once.
 NO_SOUND_SERVER = {"PULSE_SERVER": "unix:/dev/null/none"}
+
+LIST_SECONDS = 600.0  # that a service's list of voices is kept
 
 
 class SynthesisError(Exception):
@@ -42,6 +46,7 @@ class Synthesis:
         self.voices = []  # dictionaries with id, name, language
         self.missing = None  # why the back-end cannot work, for the user
         self._key = key
+        self._list = Shared(self._ask_for_voices, kept=LIST_SECONDS, lasts=is_refusal)
         self._child = None
         self._starting = asyncio.Lock()
         self._hello = None
@@ -77,7 +82,7 @@ class Synthesis:
             on_death=while_current(self._death),
             quiet=True,  # libraries may print what they were given to say
             python=needs.of(self.backend).libraries.python if self.backend.needs_setup else None,
-            environment=NO_SOUND_SERVER,
+            environment={**NO_SOUND_SERVER, **self.backend.environment},
         )
 
     async def say(self, text, voice, speed, on_audio):
@@ -85,7 +90,14 @@ class Synthesis:
         await self._request(frames.SAY, {"text": text, "voice": voice, "speed": speed}, on_audio)
 
     async def fetch_voices(self):
-        """Ask a back-end that takes a key for the voices of its owner."""
+        """Know the voices of a service: asked at most every ten minutes, and once for a key that it refuses."""
+        await self._list.answer()
+
+    def forget_voices(self):
+        """Ask anew the next time: what was refused may be granted then."""
+        self._list.forget()
+
+    async def _ask_for_voices(self):
         self.voices = json.loads(await self._request(frames.VOICES, {}, lambda samples: None))
 
     def kill(self):
@@ -112,7 +124,7 @@ class Synthesis:
 
     def _abandon(self, number):
         """Have the next request begin soon, with a cloud in a new worker."""
-        if self.backend.takes_key:
+        if not self.backend.local:
             self._leave()
             self._refuse_requests(f"{self.backend.label} was interrupted.")
         elif self._child:
@@ -188,3 +200,9 @@ class Synthesis:
         if future and not future.done():
             future.set_exception(error(text))
             future.exception()  # looked at, so that an unawaited one is not logged
+
+
+def is_refusal(failure):
+    """Of the key: it will be the same until the user acts."""
+    known = identified(str(failure))
+    return known is not None and known["id"] == "key-refused"

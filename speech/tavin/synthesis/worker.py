@@ -81,7 +81,7 @@ class Inbox:
 
 def answer(synthesizer, kind, number, request, output):
     if kind == frames.VOICES:
-        frames.write(output, frames.VOICES, number, json.dumps(synthesizer.voices(**request)).encode())
+        frames.write(output, frames.VOICES, number, json.dumps(synthesizer.fetch_voices(**request)).encode())
         return
     synthesizer.say(**request, emit=lambda samples: frames.write(output, frames.AUDIO, number, samples))
     frames.write(output, frames.DONE, number)

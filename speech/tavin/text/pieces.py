@@ -5,8 +5,10 @@ whatever the text holds, so the event loop is never held up and a long text
 costs no more memory than a short one.
 """
 
+import itertools
 import re
 import unicodedata
+from typing import NamedTuple
 
 import icu
 
@@ -51,16 +53,30 @@ class Limit:
         return piece
 
 
-class Piece(str):
-    """What is spoken at once, and the sentence that it is, or is a part of."""
+class Place(NamedTuple):
+    """A sentence of the text: which one it is, in which paragraph, both counted from 0, and as it is written."""
 
-    def __new__(cls, text, sentence):
+    sentence: int
+    paragraph: int
+    text: str
+
+
+class Piece(str):
+    """What is spoken at once; the part of a sentence in one language that it is, or is cut from; and that
+    sentence's place."""
+
+    def __new__(cls, text, sentence, place):
         piece = super().__new__(cls, text)
         piece.sentence = sentence
+        piece.place = place
         return piece
 
 
-def pieces(text, language, longest, first=None, divide=lambda sentence: [sentence], say=without_marks):
+def undivided(sentence):
+    return [sentence]
+
+
+def pieces(text, language, longest, first=None, divide=undivided, say=without_marks):
     """Yield pieces of at most `longest` code points; empty ones where nothing is to say. One that was
     cut off what follows ends with a blank more. `divide` parts a sentence into what is spoken alike,
     `say` makes of such a part what is spoken.
@@ -70,20 +86,25 @@ def pieces(text, language, longest, first=None, divide=lambda sentence: [sentenc
     """
     limit = Limit(longest, min(first or longest, longest))
     segmenter = Segmenter(language)
+    sentences, paragraph = itertools.count(), 0
     rest = "\n"  # the text's first line begins like all others
     for portion in running(text, words_of(language)):
-        *paragraphs, rest = PARAGRAPH_END.split(unquote(rest + portion))
-        whole = []
-        for paragraph in paragraphs:
-            whole += segmenter.sentences(unwrap(paragraph))
+        *whole, rest = PARAGRAPH_END.split(unquote(rest + portion))
+        for paragraph, lines in enumerate(whole, paragraph):
+            yield from speakable(places(segmenter.sentences(unwrap(lines)), sentences, paragraph), limit, say, divide)
+        paragraph += bool(whole)
         *finished, rest = segmenter.sentences(unwrap(rest)) or [""]
         rest = rest or "\n"  # so does each paragraph's
-        yield from speakable([part for sentence in whole + finished for part in divide(sentence)], limit, say)
+        yield from speakable(places(finished, sentences, paragraph), limit, say, divide)
         if len(rest) > STEP:  # no end in sight
             *parts, rest = cut(rest, longest - len(GOES_ON))
-            yield from speakable(parts, limit, say, GOES_ON)
+            yield from speakable(places(parts, sentences, paragraph), limit, say, end_mark=GOES_ON)
         yield ""
-    yield from speakable(divide(rest), limit, say)
+    yield from speakable(places([rest], sentences, paragraph), limit, say, divide)
+
+
+def places(texts, numbers, paragraph):
+    return [Place(next(numbers), paragraph, text) for text in texts if text.strip()]
 
 
 def running(text, words):
@@ -115,16 +136,17 @@ def may_end(text, end):
     return following != "\n" and "\n" not in text[end - LINE_BEGIN : end]
 
 
-def speakable(whole, limit, say, end_mark=""):
-    for sentence in whole:
-        rest = say(sentence)
-        while not limit.suits(len(rest)):
-            end = best_end(rest, limit.now() - len(GOES_ON))
-            if part := spoken(rest[:end]):
-                yield Piece(limit.give(part) + GOES_ON, sentence)
-            rest = rest[end:]
-        if part := spoken(rest):
-            yield Piece(limit.give(part) + end_mark, sentence)
+def speakable(sentences, limit, say, divide=undivided, end_mark=""):
+    for place in sentences:
+        for sentence in divide(place.text):
+            rest = say(sentence)
+            while not limit.suits(len(rest)):
+                end = best_end(rest, limit.now() - len(GOES_ON))
+                if part := spoken(rest[:end]):
+                    yield Piece(limit.give(part) + GOES_ON, sentence, place)
+                rest = rest[end:]
+            if part := spoken(rest):
+                yield Piece(limit.give(part) + end_mark, sentence, place)
 
 
 def spoken(part):

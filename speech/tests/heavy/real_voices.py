@@ -1,14 +1,31 @@
-"""A copy of the engine whose voices come from a server of the test's: the makers' files, as far as they are here."""
+"""A copy of the engine whose voices come from a server of the test's: the makers' files, as far as they are here.
+A test file imports the fixtures."""
 
 import hashlib
 import json
 
+import ear
 import neural_models
+import pytest
 from neural_models import MODEL, PIPER, VOICES
+from sound import Recorder
 from tree import Tree
 
 PIPER_PLACE = "en/en_US/joe/medium/"
 CATALOGUE = "tavin/synthesis/backends/piper/catalogue.json"
+
+
+@pytest.fixture
+def engine(tmp_path, new_engine, server):
+    return new_engine(tree=tree(tmp_path / "tree", tmp_path / "data", server).folder).start()
+
+
+@pytest.fixture
+def recorder(sound_server):
+    """For the recogniser."""
+    recording = Recorder(sound_server, rate=ear.RATE)
+    yield recording
+    recording.end()
 
 
 def tree(folder, data, server):

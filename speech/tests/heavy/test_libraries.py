@@ -42,12 +42,10 @@ def wheel(name, content):
 
 
 @pytest.fixture
-def server():
-    made = does.FileServer()
+def server(server):
     for name in ("first_library", "second_library"):
-        made.files[f"{name}-1-py3-none-any.whl"] = wheel(name, PACKAGE)
-    yield made
-    made.end()
+        server.files[f"{name}-1-py3-none-any.whl"] = wheel(name, PACKAGE)
+    return server
 
 
 def requirement(name, url, content):

@@ -21,13 +21,6 @@ WORK = 60  # products of matrices: seconds for each piece
 
 
 @pytest.fixture
-def server():
-    made = does.FileServer()
-    yield made
-    made.end()
-
-
-@pytest.fixture
 def tree(tmp_path, server):
     made = Tree(tmp_path / "tree", server)
     made.have_libraries(tmp_path / "data", neural_models.libraries("kokoro"))

@@ -7,7 +7,7 @@ import pytest
 from measures import ROUNDS, SILENCE_LIMIT, best_of, silence_after
 from sound import Recorder
 from spoken import difference_in_speech, expected, longest_gap, trimmed
-from test_neural import LONG, choose, engine, ready, server, tree  # noqa: F401
+from test_neural import LONG, choose, engine, ready, tree  # noqa: F401
 
 RATE = 24000  # the model's own, so that the samples come through as they are
 GAP_LIMIT = 0.02  # seconds

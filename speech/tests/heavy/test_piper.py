@@ -2,47 +2,27 @@
 
 import ear
 import file_server as does
-import pytest
-import real_voices
 from engine_process import exists
 from real_voices import PIPER as VOICE
 from real_voices import PIPER_PLACE as PLACE
-from sound import Recorder, until
-from test_real_voice import TEXT, proportional
+from real_voices import engine, proportional, recorder  # noqa: F401
+from sound import until
+from test_real_voice import TEXT
 
 MEMORY = 300  # MB, proportional
 # The voice is a small one and draws its intonation anew each time: 2 to 4 words in 100 were seen.
 WRONG = 0.07
 
 
-@pytest.fixture
-def server():
-    made = does.FileServer()
-    yield made
-    made.end()
-
-
-@pytest.fixture
-def engine(tmp_path, new_engine, server):
-    return new_engine(tree=real_voices.tree(tmp_path / "tree", tmp_path / "data", server).folder).start()
-
-
-@pytest.fixture
-def recorder(sound_server):
-    recording = Recorder(sound_server, rate=ear.RATE)
-    yield recording
-    recording.end()
-
-
-def choose(engine, **changes):
+def choose(engine, **changes):  # noqa: F811
     assert engine.post("/config", engine="piper", **changes) == (200, {"ok": True})
 
 
-def ready(engine):
+def ready(engine):  # noqa: F811
     return until(lambda: (s := engine.status())["ready"] and s, 120, "the voice is ready")
 
 
-def test_a_chosen_voice_is_fetched_and_understood(engine, server, recorder):
+def test_a_chosen_voice_is_fetched_and_understood(engine, server, recorder):  # noqa: F811
     choose(engine, voice=VOICE)
     status = ready(engine)
     assert (status["engine"], status["voice"], status["download"]) == ("piper", VOICE, None)
@@ -62,7 +42,7 @@ def test_a_chosen_voice_is_fetched_and_understood(engine, server, recorder):
     assert max(most) < MEMORY
 
 
-def test_voices_are_the_catalogues_with_the_users_language_first(engine):
+def test_voices_are_the_catalogues_with_the_users_language_first(engine):  # noqa: F811
     code, voices = engine.request("GET", "/voices?engine=piper")
     assert code == 200
     assert len(voices) > 90
@@ -71,7 +51,7 @@ def test_voices_are_the_catalogues_with_the_users_language_first(engine):
     assert {"id": "de_DE-thorsten-high", "name": "Thorsten – Deutsch (Deutschland), high quality"} in voices
 
 
-def test_another_choice_ends_the_download_and_what_came_is_kept(engine, server, tmp_path):
+def test_another_choice_ends_the_download_and_what_came_is_kept(engine, server, tmp_path):  # noqa: F811
     server.plans = [does.stall_after(1_000_000)]
     choose(engine, voice=VOICE)
     until(lambda: engine.status()["download"], 60, "a fraction")

@@ -4,11 +4,8 @@ import time
 from pathlib import Path
 
 import ear
-import file_server as does
-import pytest
-import real_voices
-from real_voices import proportional
-from sound import Recorder, until
+from real_voices import engine, proportional, recorder  # noqa: F401
+from sound import until
 from test_neural import choose, neural_worker
 
 MEMORY = 350  # MB, proportional
@@ -16,21 +13,7 @@ WRONG = 0.03
 TEXT = (Path(__file__).parent / "walk.txt").read_text("utf-8")
 
 
-@pytest.fixture
-def engine(tmp_path, new_engine):
-    server = does.FileServer()
-    yield new_engine(tree=real_voices.tree(tmp_path / "tree", tmp_path / "data", server).folder).start()
-    server.end()
-
-
-@pytest.fixture
-def recorder(sound_server):
-    recording = Recorder(sound_server, rate=ear.RATE)
-    yield recording
-    recording.end()
-
-
-def read_out(engine, recorder, text):
+def read_out(engine, recorder, text):  # noqa: F811
     """The samples that were heard, and the most memory that the worker had meanwhile."""
     begin = len(recorder.samples)
     worker = neural_worker(engine)
@@ -45,7 +28,7 @@ def read_out(engine, recorder, text):
     return recorder.samples[begin:], max(most)
 
 
-def test_a_text_of_300_words_is_understood_and_costs_little_memory(engine, recorder):
+def test_a_text_of_300_words_is_understood_and_costs_little_memory(engine, recorder):  # noqa: F811
     choose(engine)
     until(lambda: engine.status()["ready"], 120, "the voice is ready")
     count = len(ear.words(TEXT))

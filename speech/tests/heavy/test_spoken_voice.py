@@ -3,10 +3,8 @@
 import re
 
 import ear
-import file_server as does
-import pytest
-import real_voices
-from sound import Recorder, until
+from real_voices import engine, recorder  # noqa: F401
+from sound import until
 from test_neural import choose
 
 TEXT = """# The **long** way home
@@ -33,21 +31,7 @@ MISHEARD = 1  # The recogniser takes a word for another one now and then.
 NOT_HEARD = r"asterisk|roman|slash|underscore|back ?tick|pipe|https?|grave|hash|twelve|e\.g\.|vertical|dash"
 
 
-@pytest.fixture
-def engine(tmp_path, new_engine):
-    server = does.FileServer()
-    yield new_engine(tree=real_voices.tree(tmp_path / "tree", tmp_path / "data", server).folder).start()
-    server.end()
-
-
-@pytest.fixture
-def recorder(sound_server):
-    recording = Recorder(sound_server, rate=ear.RATE)
-    yield recording
-    recording.end()
-
-
-def test_signs_are_heard_as_what_they_mean(engine, recorder):
+def test_signs_are_heard_as_what_they_mean(engine, recorder):  # noqa: F811
     choose(engine)
     until(lambda: engine.status()["ready"], 120, "the voice is ready")
     begin = len(recorder.samples)

@@ -3,6 +3,7 @@
 import json
 
 import pytest
+from engine_process import MOVES, POSTS
 
 FIELDS = {
     "state": str,
@@ -71,7 +72,7 @@ def test_texts_with_nothing_or_little_to_say_end(shared, text):
     assert shared.wait_for("idle")["error"] is None
 
 
-@pytest.mark.parametrize("path", ["/speak", "/stop", "/toggle-pause", "/config", "/key"])
+@pytest.mark.parametrize("path", POSTS)
 @pytest.mark.parametrize(
     "body",
     [b"", b"[]", b'"text"', b"null", b"{", b'{"text":', b"\xff\xfe", b"[" * 100000, b'{"speed": NaN}'],
@@ -88,11 +89,37 @@ def test_speak_without_a_text_is_refused(shared, body):
     assert shared.status()["state"] == "idle"
 
 
-def test_stop_and_pause_while_idle_change_nothing(shared):
+@pytest.mark.parametrize("path", ["/stop", "/toggle-pause", *MOVES])
+def test_what_is_for_a_text_that_is_read_changes_nothing_while_idle(shared, path):
     before = shared.status()
-    assert shared.post("/stop") == (200, {"ok": True})
-    assert shared.post("/toggle-pause") == (200, {"ok": True})
+    assert shared.post(path) == (200, {"ok": True})
     assert shared.status() == before
+
+
+@pytest.mark.parametrize("path", ["/next", "/previous"])
+def test_moves_are_by_sentence_or_paragraph(shared, path):
+    for by in ("sentence", "paragraph"):
+        assert shared.post(path, by=by) == (200, {"ok": True})
+    for by in ("word", "", None, 1, ["sentence"], {}):
+        code, answer = shared.post(path, by=by)
+        assert code == 400
+        assert isinstance(answer["error"], str)
+
+
+def test_faster_and_slower_go_by_the_steps_of_the_menu_while_a_text_is_read(engine, new_engine):
+    engine.speak("This is read for a while. " * 100)
+    assert [speed_after(engine, "/slower") for _ in range(3)] == [0.9, 0.8, 0.8]
+    assert [speed_after(engine, "/faster") for _ in range(8)] == [0.9, 1.0, 1.1, 1.25, 1.5, 1.75, 2.0, 2.0]
+    engine.post("/config", speed=3.0)
+    assert speed_after(engine, "/faster") == 3.0
+    assert speed_after(engine, "/slower") == 2.0
+    engine.end()
+    assert new_engine().start().status()["speed"] == 2.0, "kept like a choice from the menu"
+
+
+def speed_after(engine, path):
+    assert engine.post(path) == (200, {"ok": True})
+    return engine.status()["speed"]
 
 
 def test_config_sets_voice_and_speed_and_engine(engine):

@@ -5,12 +5,12 @@ import threading
 import time
 
 import pytest
-from engine_process import PORT, raw
+from engine_process import PORT, POSTS, raw
 
 GOOD = {"X-Tavin": "1"}
 
 
-@pytest.mark.parametrize("path", ["/speak", "/stop", "/toggle-pause", "/config", "/key", "/nowhere"])
+@pytest.mark.parametrize("path", [*POSTS, "/nowhere"])
 @pytest.mark.parametrize("headers", [{}, {"X-Tavin": ""}, {"X-Tavin": "0"}, {"X-Tavin": "11"}])
 def test_a_post_needs_the_header(shared, path, headers):
     code, answer = shared.request("POST", path, '{"text": "no"}', headers)

@@ -1,40 +1,15 @@
 """How often a cloud, its keyring and the user are asked for the voices that a menu lists."""
 
 import asyncio
-import shutil
-import tempfile
 import threading
 from concurrent.futures import ThreadPoolExecutor
-from pathlib import Path
 
 import pytest
-from cloud_service import KEY, CloudService
-from keyring_session import KeyringSession
+from cloud_service import KEY
 from sound import until
 from tavin.process.shared import Shared
 
 LIST = "/voices?engine=elevenlabs"
-
-
-@pytest.fixture
-def service():
-    server = CloudService()
-    yield server
-    server.end()
-
-
-@pytest.fixture
-def keyring(sound_server):
-    folder = Path(tempfile.mkdtemp(prefix="tavin-"))
-    session = KeyringSession(folder, {"PATH": sound_server.environment["PATH"]})
-    yield session
-    session.end()
-    shutil.rmtree(folder)
-
-
-@pytest.fixture
-def start(new_engine, keyring, service):
-    return lambda: new_engine({**service.environment, **keyring.environment}).start()
 
 
 @pytest.fixture

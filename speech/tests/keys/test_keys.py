@@ -2,9 +2,7 @@
 
 import asyncio
 import http.client
-import shutil
 import sys
-import tempfile
 import threading
 import time
 from pathlib import Path
@@ -13,7 +11,6 @@ import pytest
 import secretstorage
 from cloud_service import KEY, CloudService
 from engine_process import exists
-from keyring_session import KeyringSession
 from sound import until
 from tavin.keys import keys, secret_service
 from tavin.keys.keys import KeyringError, Keys
@@ -26,20 +23,6 @@ def service():
     server = CloudService()
     yield server
     server.end()
-
-
-@pytest.fixture
-def keyring(sound_server):
-    folder = Path(tempfile.mkdtemp(prefix="tavin-"))  # short: the path of a socket has little room
-    session = KeyringSession(folder, {"PATH": sound_server.environment["PATH"]})
-    yield session
-    session.end()
-    shutil.rmtree(folder)
-
-
-@pytest.fixture
-def start(new_engine, keyring, service):
-    return lambda: new_engine({**service.environment, **keyring.environment}).start()
 
 
 @pytest.fixture

@@ -18,13 +18,6 @@ NEW = "serving anew on port"
 
 
 @pytest.fixture
-def server():
-    made = does.FileServer()
-    yield made
-    made.end()
-
-
-@pytest.fixture
 def tree(tmp_path, server):
     made = Tree(tmp_path / "tree", server)
     made.offer(model=b"m" * 100_000, voices=b"v" * 100_000)

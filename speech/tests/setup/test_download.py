@@ -16,11 +16,9 @@ STALL = 0.3
 
 
 @pytest.fixture
-def server():
-    made = does.FileServer()
-    made.files["model.onnx"] = CONTENT
-    yield made
-    made.end()
+def server(server):
+    server.files["model.onnx"] = CONTENT
+    return server
 
 
 @pytest.fixture

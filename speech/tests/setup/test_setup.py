@@ -20,13 +20,6 @@ HANG = "import time; time.sleep(60)"
 
 
 @pytest.fixture
-def server():
-    made = does.FileServer()
-    yield made
-    made.end()
-
-
-@pytest.fixture
 def tree(tmp_path, server):
     made = Tree(tmp_path / "tree", server)
     made.offer(model=MODEL, voices=VOICES)

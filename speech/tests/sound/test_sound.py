@@ -110,6 +110,38 @@ def test_speed_and_voice_act_from_the_next_sentence_on(engine, recorder):
     assert abs(heard - (normal + 3 * fast)) < 0.5 * (normal - fast)
 
 
+def test_what_was_heard_is_heard_again_sample_by_sample(engine, recorder):
+    engine.speak("The first sentence is this one, and it is not short. The second one is the last.")
+    recorder.loud_for(0.3)
+    engine.post("/next")
+    recorder.loud_for(0.3)
+    begin = len(recorder.samples)
+    engine.post("/previous")
+    engine.wait_for("idle")
+    recorder.quiet_for(0.5)
+    heard = without_silence(recorder.samples[begin:]).tobytes()
+    wanted = expected("The first sentence is this one, and it is not short. The second one is the last.")
+    assert heard.endswith(without_silence(wanted).tobytes())
+    assert engine.status()["error"] is None
+
+
+def test_a_move_while_paused_is_heard_after_the_pause(engine, recorder):
+    engine.speak("The first sentence is this one. The second one is the last.")
+    recorder.loud_for(0.3)
+    engine.post("/toggle-pause")
+    recorder.quiet_for(0.2)
+    begin = len(recorder.samples)
+    engine.post("/previous")
+    assert engine.status()["state"] == "paused"
+    recorder.quiet_for(0.5)
+    assert not any(recorder.samples[begin:])
+    engine.post("/toggle-pause")
+    engine.wait_for("idle")
+    recorder.quiet_for(0.3)
+    wanted = expected("The first sentence is this one. The second one is the last.")
+    assert difference_in_speech(recorder.samples[begin:], wanted) is None
+
+
 def test_a_long_text_starts_at_once_with_constant_memory(engine, recorder):
     text = "The quick brown fox jumps over the lazy dog again. " * 200_000  # 10 MB
     engine.speak("Warm.")

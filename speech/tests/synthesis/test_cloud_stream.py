@@ -122,7 +122,7 @@ def test_what_has_no_words_does_not_leave_the_machine(service, synthesizer, text
 def test_elevenlabs_voices(service):
     synthesizer = elevenlabs.Synthesizer()
     assert synthesizer.voices() == []
-    voices = synthesizer.voices(KEY)
+    voices = synthesizer.fetch_voices(KEY)
     assert [(voice["id"], voice["name"], voice["language"]) for voice in voices] == [
         ("zed/1", "Zed (male, british)", ""),
         ("ada2", "Ada", "en"),
@@ -135,9 +135,9 @@ def test_elevenlabs_voices_that_make_no_sense(monkeypatch, service, answer):
     synthesizer = elevenlabs.Synthesizer()
     monkeypatch.setattr(synthesizer._service, "fetch", lambda *_: answer)
     with pytest.raises(Failure, match="makes no sense"):
-        synthesizer.voices(KEY)
+        synthesizer.fetch_voices(KEY)
     monkeypatch.setattr(synthesizer._service, "fetch", lambda *_: {"voices": [None, 1, {}, VOICES[3]]})
-    assert synthesizer.voices(KEY) == []
+    assert synthesizer.fetch_voices(KEY) == []
 
 
 def test_openai_voices():

@@ -250,3 +250,17 @@ def test_a_huge_text_costs_little_at_once(unit):
     tracemalloc.stop()
     assert peak < 2_000_000
     assert measured < 0.05
+
+
+def test_pieces_know_their_sentence_and_their_paragraph():
+    text = "One of them. Two of them.\n\nThree “said the other man here”, four.\n \t\n\nFive" + ", and on" * 60 + ". Six."
+    found = [piece for piece in pieces(text, "en-us", 300, divide=lambda sentence: sentence.partition("“")) if piece]
+    assert [(piece.place.sentence, piece.place.paragraph) for piece in found] == [
+        (0, 0), (1, 0), (2, 1), (2, 1), (2, 1), (3, 2), (3, 2), (4, 2)]
+    assert found[0].place.text.strip() == "One of them."
+
+
+def test_a_long_text_counts_its_paragraphs_over_all_of_its_portions():
+    text = "\n\n".join(["This is a sentence. And this is another one."] * 500)
+    places = [piece.place[:2] for piece in pieces(text, "en-us", 300) if piece]
+    assert places == [(number, number // 2) for number in range(1000)]

@@ -5,6 +5,8 @@
 #include <QTimer>
 #include <utility>
 
+#include "platform/ActivationToken.h"
+
 namespace tavin::bus {
 namespace {
 
@@ -46,6 +48,13 @@ QString signatureOf(const QString& method) {
   if (method == QLatin1String("ActivateAction"))
     return QStringLiteral("sava{sv}");
   return {};
+}
+
+// Older callers have only the name that it had before Wayland.
+QString activationToken(const QVariantMap& platformData) {
+  const QString token = platformData.value(QStringLiteral("activation-token")).toString();
+  return token.isEmpty() ? platformData.value(QStringLiteral("desktop-startup-id")).toString()
+                         : token;
 }
 
 void call(const std::function<void()>& action) {
@@ -119,8 +128,10 @@ bool SessionBusControl::handleMessage(const QDBusMessage& message,
                                              QStringLiteral("There is no such action")));
   else if (message.isReplyRequired())
     connection.send(message.createReply());
-  if (task && message.signature() == signature)
+  if (task && message.signature() == signature) {
+    keepActivationToken(activationToken(qdbus_cast<QVariantMap>(message.arguments().constLast())));
     task();
+  }
   return true;
 }
 
@@ -131,7 +142,7 @@ std::function<void()> SessionBusControl::taskIn(const QDBusMessage& message) {
   const QString action = message.arguments().value(0).toString();
   if (const auto key = keys_.find(action); !activates && key != keys_.end())
     return key->second;
-  const auto request = activates ? Request::activate : requestNamed(action);
+  const auto request = activates ? &RemoteActions::activate : requestNamed(action);
   return request ? [this, request] { receive(*request); } : std::function<void()>();
 }
 
@@ -140,15 +151,20 @@ void SessionBusControl::serveKey(const QString& action, std::function<void()> ra
 }
 
 std::optional<SessionBusControl::Request> SessionBusControl::requestNamed(const QString& action) {
-  if (action == QLatin1String("menu"))
-    return Request::activate;
-  if (action == QLatin1String("speak"))
-    return Request::speak;
-  if (action == QLatin1String("pause"))
-    return Request::pause;
-  if (action == QLatin1String("stop"))
-    return Request::stop;
-  return std::nullopt;
+  static const std::map<QString, Request> requests = {
+      {QStringLiteral("menu"), &RemoteActions::activate},
+      {QStringLiteral("speak"), &RemoteActions::speakOrStop},
+      {QStringLiteral("pause"), &RemoteActions::togglePause},
+      {QStringLiteral("stop"), &RemoteActions::stop},
+      {QStringLiteral("next"), &RemoteActions::nextSentence},
+      {QStringLiteral("previous"), &RemoteActions::previousSentence},
+      {QStringLiteral("next-paragraph"), &RemoteActions::nextParagraph},
+      {QStringLiteral("previous-paragraph"), &RemoteActions::previousParagraph},
+      {QStringLiteral("repeat"), &RemoteActions::repeatSentence},
+      {QStringLiteral("faster"), &RemoteActions::faster},
+      {QStringLiteral("slower"), &RemoteActions::slower}};
+  const auto found = requests.find(action);
+  return found == requests.end() ? std::nullopt : std::optional(found->second);
 }
 
 void SessionBusControl::receive(Request request) {
@@ -160,17 +176,6 @@ void SessionBusControl::receive(Request request) {
   QTimer::singleShot(0, this, [this, request] { carryOut(request); });
 }
 
-void SessionBusControl::carryOut(Request request) {
-  switch (request) {
-    case Request::activate:
-      return call(actions_->activate);
-    case Request::speak:
-      return call(actions_->speakOrStop);
-    case Request::pause:
-      return call(actions_->togglePause);
-    case Request::stop:
-      return call(actions_->stop);
-  }
-}
+void SessionBusControl::carryOut(Request request) { call((*actions_).*request); }
 
 }  // namespace tavin::bus

@@ -12,7 +12,7 @@
 namespace tavin::bus {
 
 // The program as an org.freedesktop.Application on the session bus: Activate, and ActivateAction
-// with "speak", "pause", "stop" and "menu". The well-known name is the lock that lets one Tavin
+// with the actions that the desktop file lists. The well-known name is the lock that lets one Tavin
 // run in a session. Without a bus, or when it does not answer within a second, Tavin runs unseen.
 class SessionBusControl final : public RemoteControl, private QDBusVirtualObject {
  public:
@@ -29,7 +29,7 @@ class SessionBusControl final : public RemoteControl, private QDBusVirtualObject
   void serveKey(const QString& action, std::function<void()> ran);
 
  private:
-  enum class Request { activate, speak, pause, stop };
+  using Request = std::function<void()> RemoteActions::*;
   static std::optional<Request> requestNamed(const QString& action);
   // What the message asks for; empty where that is nothing.
   std::function<void()> taskIn(const QDBusMessage& message);

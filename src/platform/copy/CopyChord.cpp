@@ -1,16 +1,13 @@
 #include "platform/copy/CopyChord.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
-#include <xkbcommon/xkbcommon.h>
 
 #include <initializer_list>
-#include <memory>
+
+#include "platform/XkbKeymap.h"
 
 namespace tavin::copy {
 namespace {
-
-using Context = std::unique_ptr<xkb_context, decltype(&xkb_context_unref)>;
-using Keymap = std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)>;
 
 constexpr xkb_keycode_t firstKeyOfKernel = 8;  // Its number 0.
 
@@ -38,19 +35,20 @@ std::optional<int> keyFor(xkb_keymap* keymap, xkb_keysym_t symbol) {
 }  // namespace
 
 std::optional<ChordKeys> chordKeysIn(const std::string& text) {
-  const Context context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES), xkb_context_unref);
-  if (!context)
-    return ChordKeys();
-  xkb_context_set_log_level(context.get(), XKB_LOG_LEVEL_CRITICAL);
-  const Keymap keymap(
-      xkb_keymap_new_from_string(context.get(), text.c_str(), XKB_KEYMAP_FORMAT_TEXT_V1,
-                                 XKB_KEYMAP_COMPILE_NO_FLAGS),
-      xkb_keymap_unref);
+  const XkbKeymap keymap = parseXkbKeymap(text);
   if (!keymap)
     return ChordKeys();
   const auto control = keyFor(keymap.get(), XKB_KEY_Control_L);
   const auto insert = keyFor(keymap.get(), XKB_KEY_Insert);
   return control && insert ? std::optional(ChordKeys{*control, *insert}) : std::nullopt;
+}
+
+bool ChordInLayout::lookUp(const std::string& keymap) {
+  if (keymap_ != keymap) {
+    keys_ = chordKeysIn(keymap);
+    keymap_ = keymap;
+  }
+  return keys_.has_value();
 }
 
 // Alt comes up while Control is down: one that comes up alone opens the menu bar of some programs.

@@ -1,16 +1,12 @@
 #include "platform/kde/KeyInPlace.h"
 
-#include <xkbcommon/xkbcommon.h>
-
 #include <QChar>
 #include <Qt>
-#include <memory>
+
+#include "platform/XkbKeymap.h"
 
 namespace tavin::kde {
 namespace {
-
-using Context = std::unique_ptr<xkb_context, decltype(&xkb_context_unref)>;
-using Keymap = std::unique_ptr<xkb_keymap, decltype(&xkb_keymap_unref)>;
 
 // The capital of the letter there, for so Qt numbers them; 0 where it is none.
 char32_t letterOn(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t layout, bool shifted) {
@@ -26,14 +22,7 @@ char32_t letterOn(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t layo
 }  // namespace
 
 int keyInPlaceOfR(const std::string& text, bool shifted) {
-  const Context context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES), xkb_context_unref);
-  if (!context)
-    return Qt::Key_R;
-  xkb_context_set_log_level(context.get(), XKB_LOG_LEVEL_CRITICAL);
-  const Keymap keymap(
-      xkb_keymap_new_from_string(context.get(), text.c_str(), XKB_KEYMAP_FORMAT_TEXT_V1,
-                                 XKB_KEYMAP_COMPILE_NO_FLAGS),
-      xkb_keymap_unref);
+  const XkbKeymap keymap = parseXkbKeymap(text);
   if (!keymap)
     return Qt::Key_R;
   // The fourth key of the upper row of letters.

@@ -8,14 +8,10 @@ bool PortalKeyboard::isPermitted() {
 }
 
 // What is held comes last, right before the keys are typed.
-bool PortalKeyboard::prepare() {
-  const auto keys = copy::chordKeysIn(keymap_());
-  keys_ = keys.value_or(keys_);
-  return keys.has_value() && heldModifiers() == 0;
-}
+bool PortalKeyboard::prepare() { return chord_.lookUp(keymap_()) && heldModifiers() == 0; }
 
 void PortalKeyboard::type() {
-  desktop_->type(*session_, copy::copyChord(keys_, modifiers_.released));
+  desktop_->type(*session_, copy::copyChord(chord_.keys(), modifiers_.released));
 }
 
 }  // namespace tavin::portal

@@ -43,7 +43,7 @@ class PortalKeyboard final : public copy::CopyKey {
   const std::shared_ptr<RemoteDesktop> desktop_;
   const ModifierHabits modifiers_;
   const std::function<std::string()> keymap_;
-  copy::ChordKeys keys_;
+  copy::ChordInLayout chord_;
   std::optional<QDBusObjectPath> session_;  // That the keys go through.
 };
 

@@ -67,15 +67,13 @@ bool FakeInput::prepare() {
   if (heldModifiers() != 0)
     return false;
   line_->connection->roundTrip(Deadline::in(secondsForKeymap));
-  const auto keys = copy::chordKeysIn(line_->keymap->text());
-  keys_ = keys.value_or(keys_);
-  return keys.has_value() && heldModifiers() == 0;
+  return chord_.lookUp(line_->keymap->text()) && heldModifiers() == 0;
 }
 
 // All of it reaches the compositor in one piece, or nothing does: this process may end at any
 // moment, and a key that it held down then would stay down for the whole session.
 void FakeInput::type() {
-  for (const auto& step : copy::copyChord(keys_, !line_->states))
+  for (const auto& step : copy::copyChord(chord_.keys(), !line_->states))
     org_kde_kwin_fake_input_keyboard_key(
         line_->input.get(), static_cast<std::uint32_t>(step.code),
         step.down ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);

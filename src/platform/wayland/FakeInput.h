@@ -44,7 +44,7 @@ class FakeInput final : public copy::CopyKey {
   bool renew();
 
   std::unique_ptr<Line> line_;  // Never null.
-  copy::ChordKeys keys_;
+  copy::ChordInLayout chord_;
   std::future<std::unique_ptr<Line>> next_;  // That is being made.
 };
 

@@ -34,7 +34,14 @@ class SessionBusControlTest : public testing::Test {
     return {.activate = [this] { done_.emplace_back("activate"); },
             .speakOrStop = [this] { done_.emplace_back("speak"); },
             .togglePause = [this] { done_.emplace_back("pause"); },
-            .stop = [this] { done_.emplace_back("stop"); }};
+            .stop = [this] { done_.emplace_back("stop"); },
+            .nextSentence = [this] { done_.emplace_back("next sentence"); },
+            .previousSentence = [this] { done_.emplace_back("previous sentence"); },
+            .nextParagraph = [this] { done_.emplace_back("next paragraph"); },
+            .previousParagraph = [this] { done_.emplace_back("previous paragraph"); },
+            .repeatSentence = [this] { done_.emplace_back("repeat"); },
+            .faster = [this] { done_.emplace_back("faster"); },
+            .slower = [this] { done_.emplace_back("slower"); }};
   }
 
   // The error's name, or nothing when the call was answered.
@@ -61,6 +68,27 @@ class SessionBusControlTest : public testing::Test {
   std::vector<std::string> done_;
 };
 
+TEST_F(SessionBusControlTest, KeepsTheDesktopsTokenForTheWindowThatAnswers) {
+  ASSERT_TRUE(control_->takeName());
+  control_->serve(actions());
+  const auto kept = [] { return qgetenv("XDG_ACTIVATION_TOKEN"); };
+  qunsetenv("XDG_ACTIVATION_TOKEN");
+  EXPECT_EQ(call("Activate", {QVariantMap()}), QString());
+  EXPECT_EQ(kept(), "");
+  EXPECT_EQ(call("Activate", {QVariantMap{{"desktop-startup-id", "older"}}}), QString());
+  EXPECT_EQ(kept(), "older");
+  const QVariantMap both{{"desktop-startup-id", "older"}, {"activation-token", "newer"}};
+  EXPECT_EQ(call("ActivateAction", {"speak", QVariant(QVariantList()), both}), QString());
+  EXPECT_EQ(kept(), "newer");
+  const QVariantMap wrong{{"activation-token", "of nothing that is done"}};
+  EXPECT_NE(call("ActivateAction", {"dance", QVariant(QVariantList()), wrong}), QString());
+  EXPECT_EQ(call("ActivateAction", {"stop", QVariant(QVariantList()),
+                                    QVariantMap{{"activation-token", QVariantList{1}}}}),
+            QString());
+  EXPECT_EQ(kept(), "newer");
+  qunsetenv("XDG_ACTIVATION_TOKEN");
+}
+
 TEST_F(SessionBusControlTest, CarriesOutEachAction) {
   ASSERT_TRUE(control_->takeName());
   control_->serve(actions());
@@ -69,6 +97,17 @@ TEST_F(SessionBusControlTest, CarriesOutEachAction) {
     EXPECT_EQ(callAction(action), QString());
   EXPECT_TRUE(eventually([this] { return done_.size() == 5; }));
   EXPECT_THAT(done_, ElementsAre("activate", "speak", "pause", "stop", "activate"));
+}
+
+TEST_F(SessionBusControlTest, CarriesOutEachMoveInTheText) {
+  ASSERT_TRUE(control_->takeName());
+  control_->serve(actions());
+  for (const char* action :
+       {"next", "previous", "next-paragraph", "previous-paragraph", "repeat", "faster", "slower"})
+    EXPECT_EQ(callAction(action), QString());
+  EXPECT_TRUE(eventually([this] { return done_.size() == 7; }));
+  EXPECT_THAT(done_, ElementsAre("next sentence", "previous sentence", "next paragraph",
+                                 "previous paragraph", "repeat", "faster", "slower"));
 }
 
 TEST_F(SessionBusControlTest, KeepsRequestsThatComeBeforeItServes) {

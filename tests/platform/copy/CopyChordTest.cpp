@@ -50,6 +50,22 @@ TEST(CopyChordTest, WithoutAKeyForItNothingCanBeCopied) {
   EXPECT_EQ(chordKeysIn(keymap("key <INS> { [ Insert ] };")), std::nullopt);
 }
 
+TEST(CopyChordTest, TheKeymapThatWasToldLastCounts) {
+  const auto usual = keymap("key <LCTL> { [ Control_L ] }; key <INS> { [ Insert ] };");
+  const auto moved = keymap("key <CAPS> { [ Control_L ] }; key <SCLK> { [ Insert ] };");
+  ChordInLayout chord;
+  EXPECT_EQ(chord.keys(), ChordKeys());
+  for (int change = 0; change < 2; ++change) {
+    EXPECT_TRUE(chord.lookUp(moved));
+    EXPECT_EQ(chord.keys(), (ChordKeys{KEY_CAPSLOCK, KEY_SCROLLLOCK}));
+    EXPECT_TRUE(chord.lookUp(moved));
+    EXPECT_EQ(chord.keys(), (ChordKeys{KEY_CAPSLOCK, KEY_SCROLLLOCK}));
+    EXPECT_FALSE(chord.lookUp(keymap("key <INS> { [ Insert ] };")));
+    EXPECT_TRUE(chord.lookUp(usual));
+    EXPECT_EQ(chord.keys(), ChordKeys());
+  }
+}
+
 TEST(CopyChordTest, WhereNoKeymapIsToldTheUsualKeysAreTaken) {
   EXPECT_EQ(chordKeysIn({}), ChordKeys());
   EXPECT_EQ(chordKeysIn("nonsense"), ChordKeys());

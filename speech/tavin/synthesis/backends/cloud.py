@@ -1,4 +1,4 @@
-"""What the cloud back-ends share: HTTPS to one service, sound as it comes, errors in plain words.
+"""What the cloud back-ends and own servers share: a service over HTTPS, sound as it comes, errors in plain words.
 
 Loaded in worker processes only. Nothing that the service writes is shown to the
 user: an answer may quote the key.
@@ -8,6 +8,7 @@ import base64
 import contextlib
 import errno
 import http.client
+import ipaddress
 import json
 import os
 import socket
@@ -27,7 +28,10 @@ PORTION = 8192
 # More sound than any text has; who sends it would otherwise fill the memory.
 SECONDS_PER_CHARACTER, SECONDS_MORE = 0.5, 30.0
 LARGEST_ANSWER = 8 * 1024 * 1024
-LOCAL = ("127.0.0.1", "localhost", "::1")
+# Such sound would be heard as noise.
+ENCODED = [
+    f"audio/{kind}" for kind in "mpeg mp3 ogg opus webm aac mp4 flac x-flac wav x-wav wave vnd.wave".split()
+]
 
 REASONS = {
     400: "did not accept the text",
@@ -39,16 +43,22 @@ REASONS = {
 }
 
 
+class Refused(Failure):
+    """The service's answer was an HTTP status that is no success."""
+
+    def __init__(self, text, status):
+        super().__init__(text)
+        self.status = status
+
+
 class Service:
     """One service; the connection to it is kept from one sentence to the next."""
 
-    def __init__(self, label, address, override):
-        """`override` names the environment variable that may give another address, for tests."""
+    def __init__(self, label, address, plain=lambda peer: peer.is_loopback):
+        """`plain(peer)`: whether what is sent to an IP address needs no TLS."""
         self._label = label
-        url = urllib.parse.urlsplit(os.environ.get(override) or address)
-        if url.scheme != "https" and url.hostname not in LOCAL:
-            raise RuntimeError(f"{override} must be an https address.")
-        self._url = url
+        self._url = urllib.parse.urlsplit(address)
+        self._plain = plain
         self._connection = None
 
     def fetch(self, path, headers):
@@ -67,7 +77,7 @@ class Service:
         headers = {**headers, "Content-Type": "application/json"}
         response = self._request("POST", path, json.dumps(content).encode(), headers)
         kind = response.headers.get_content_type()
-        if response.headers["Content-Type"] and (kind.startswith("text/") or "json" in kind):
+        if response.headers["Content-Type"] and (kind.startswith("text/") or "json" in kind or kind in ENCODED):
             self._drop()
             raise Failure(f"{self._label} sent something other than sound.")
         begin = time.monotonic()
@@ -97,7 +107,8 @@ class Service:
                 return response
             known = response.read(PORTION)
         self._drop()
-        raise Failure(f"{self._label} {self._reason(response.status, known)} (HTTP {response.status}).")
+        reason = self._reason(response.status, known)
+        raise Refused(f"{self._label} {reason} (HTTP {response.status}).", response.status)
 
     def _send(self, method, path, body, headers):
         kept = self._connection is not None
@@ -120,7 +131,7 @@ class Service:
     def _connect(self):
         host, port = self._url.hostname, self._url.port
         if self._url.scheme != "https":
-            return http.client.HTTPConnection(host, port, timeout=SILENCE_SECONDS)
+            return PlainConnection(host, port, self._plain)
         context = ssl.create_default_context()
         proxy = proxy_for(host)
         if proxy is None:
@@ -151,6 +162,33 @@ class Service:
         if status in REASONS:
             return REASONS[status]
         return "has trouble of its own; try again later" if status >= 500 else "did not do as asked"
+
+
+class PlainConnection(http.client.HTTPConnection):
+    """Says nothing to a peer that its name, on this network, leads to by mistake."""
+
+    def __init__(self, host, port, allowed):
+        super().__init__(host, port, timeout=SILENCE_SECONDS)
+        self._allowed = allowed
+
+    def connect(self):
+        super().connect()
+        if not self._allowed(peer_of(self.sock)):
+            self.close()
+            raise OSError(errno.EACCES, "without https it would have to be on this computer")
+
+
+def peer_of(connected):
+    address = ipaddress.ip_address(connected.getpeername()[0].split("%")[0])
+    return getattr(address, "ipv4_mapped", None) or address
+
+
+def address_of(service, variable):
+    """A cloud's address, or another one for tests."""
+    address = os.environ.get(variable) or service
+    if not address.startswith(("https://", "http://127.0.0.1:")):
+        raise RuntimeError(f"{variable} must be an https address.")
+    return address
 
 
 @contextlib.contextmanager

@@ -12,14 +12,14 @@ import icu
 
 from tavin.log import log
 from tavin.settings import content_of, default_path
-from tavin.text.spoken.bounds import size
+from tavin.text.spoken.bounds import GROWTH, size
+from tavin.text.spoken.patterns import any_of
 
 NAME = "pronunciation.toml"
 LONGEST = 200  # code points of each side of a rule
 MOST_RULES = 2000
 MOST_PATTERNS = 100
 MOST_FAULTS = 10
-GROWTH = 10
 SPARE = 1000  # bytes that a sentence may grow by in any case
 TIME_LIMIT = 20  # ICU's unit; a few milliseconds
 SLOW = 0.01  # seconds of processor time for a sentence
@@ -65,8 +65,7 @@ class Words:
 
     def __init__(self, spoken):
         self._spoken = spoken
-        known = "|".join(sorted(map(re.escape, spoken), key=len, reverse=True))
-        self._known = re.compile(rf"(?<!\w)(?:{known})(?!\w)", re.IGNORECASE)
+        self._known = re.compile(rf"(?<!\w)(?:{any_of(spoken)})(?!\w)", re.IGNORECASE)
 
     def say(self, sentence):
         return self._known.sub(self._said, sentence)

@@ -3,7 +3,7 @@
 import urllib.parse
 
 from tavin.synthesis.backend import Failure
-from tavin.synthesis.backends.cloud import Service, has_words, longest_sound, within
+from tavin.synthesis.backends.cloud import Service, address_of, has_words, longest_sound, within
 
 MODEL = "eleven_flash_v2_5"  # the one that answers fastest; 32 languages
 SLOWEST, FASTEST = 0.7, 1.2  # what the service can do
@@ -13,12 +13,15 @@ class Synthesizer:
     rate = 24000
 
     def __init__(self):
-        self._service = Service("ElevenLabs", "https://api.elevenlabs.io", "TAVIN_ELEVENLABS_URL")
+        self._service = Service(
+            "ElevenLabs", address_of("https://api.elevenlabs.io", "TAVIN_ELEVENLABS_URL")
+        )
 
-    def voices(self, key=None):
-        """Those of the key's owner, so none without a key."""
-        if key is None:
-            return []
+    def voices(self):
+        return []
+
+    def fetch_voices(self, key):
+        """Those of the key's owner."""
         answer = self._service.fetch("/v1/voices", {"xi-api-key": key})
         listed = answer.get("voices") if isinstance(answer, dict) else None
         if not isinstance(listed, list):

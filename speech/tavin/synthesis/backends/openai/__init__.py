@@ -6,6 +6,7 @@ BACKEND = Backend(
     "openai",
     "OpenAI",
     takes_key=True,
+    local=False,
     longest_piece=600,
     patience=40.0,
     speaks=frozenset(

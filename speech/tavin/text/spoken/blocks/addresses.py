@@ -4,6 +4,7 @@ the sentence."""
 import re
 
 from tavin.text.spoken.marks import LINK, LINK_END
+from tavin.text.spoken.patterns import SITE_ENDS
 
 SIGNS = rf"[^\s<>\[\]\"'`“”«»{LINK}{LINK_END}]"
 SITE = r"(?:[^\s/?#@<>\"'`]{0,300}@)?(\[[0-9a-fA-F:.]{2,50}\]|[^\s/?#:@<>\"'`()\[\],;!]{1,300})"
@@ -14,8 +15,7 @@ ADDRESS = re.compile(
 )
 # Without its scheme, where a path shows that it is one.
 NAKED = re.compile(
-    rf"(?<![\w@./:\\-])((?:[a-z0-9-]{{1,63}}\.){{1,5}}(?:com|org|net|edu|gov|io|dev|de|fr|es|at|ch|uk|eu|it|nl"
-    rf"|info))(/{SIGNS}*)",
+    rf"(?<![\w@./:\\-])((?:[a-z0-9-]{{1,63}}\.){{1,5}}(?:{SITE_ENDS}|it|nl))(/{SIGNS}*)",
     re.IGNORECASE,
 )
 ENDING = ".,;:!?…)]}*_~’"

@@ -73,6 +73,10 @@ class Words:
     locale: str = "en"
     names_units: bool = True  # whether ICU has the language's names of units and currencies
 
+    @property
+    def language(self):
+        return self.locale.partition("_")[0]
+
     def icu(self):
         return icu.Locale(self.locale)
 

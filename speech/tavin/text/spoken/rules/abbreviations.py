@@ -3,6 +3,8 @@
 import functools
 import re
 
+from tavin.text.spoken.patterns import any_of
+
 STREET = re.compile(r"(?<=[a-z\d] )St\.(?=,|(\s*$)| (?:[a-z]|[NSEW]\b))")
 WOMAN = re.compile(r"(?<!bis )(?<![\w.-])Fr\. (?=[A-ZÄÖÜ])")  # no Friday
 ANSWER = re.compile(r"\b(?:is|was|be|said|says?|answered) $")
@@ -13,9 +15,9 @@ def say(sentence, words):
     if not words.abbreviations:
         return sentence
     everywhere, before_number = patterns(tuple(words.abbreviations), tuple(words.before_number))
-    if words.locale.startswith("en"):
+    if words.language == "en":
         sentence = SAINT.sub("Saint ", STREET.sub(lambda found: "Street" if found[1] is None else "Street.", sentence))
-    if words.locale == "de":
+    if words.language == "de":
         sentence = WOMAN.sub("Frau ", sentence)
     sentence = before_number.sub(lambda found: counting(found, words), sentence)
     return everywhere.sub(lambda found: spoken(found, words), sentence)
@@ -25,13 +27,9 @@ def say(sentence, words):
 def patterns(everywhere, before_number):
     begin = r"(?<![\w.’'-])"
     return (
-        re.compile(rf"{begin}({alternatives(everywhere)})(?!\w)(?=(\s*[\"”»’')]*\s*$)?)"),
-        re.compile(rf"{begin}({alternatives(before_number)}) ?(?=\d|[IVX]+\b)"),
+        re.compile(rf"{begin}({any_of(everywhere)})(?!\w)(?=(\s*[\"”»’')]*\s*$)?)"),
+        re.compile(rf"{begin}({any_of(before_number)}) ?(?=\d|[IVX]+\b)"),
     )
-
-
-def alternatives(texts):
-    return "|".join(sorted(map(re.escape, texts), key=len, reverse=True)) or "(?!)"
 
 
 def counting(found, words):

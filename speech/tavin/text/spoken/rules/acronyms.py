@@ -3,6 +3,8 @@
 import functools
 import re
 
+from tavin.text.spoken.patterns import any_of
+
 LOWER = re.compile(r"[a-zß-öø-ÿ]")
 
 
@@ -14,5 +16,4 @@ def say(sentence, words):
 
 @functools.cache
 def pattern(known):
-    some = "|".join(sorted(map(re.escape, known), key=len, reverse=True))
-    return re.compile(rf"(?<![\w.@/-])({some})(?!\w)(?![\w]*[./@]\w)")
+    return re.compile(rf"(?<![\w.@/-])({any_of(known)})(?!\w)(?![\w]*[./@]\w)")

@@ -35,11 +35,10 @@ DATIVE = re.compile(r"\b(?:in|an|auf|mit|bei|nach|vor|von|zu|aus|seit|unter|hint
 def say(sentence, words):
     if not any(map(str.isdigit, sentence)):
         return sentence
-    language = words.locale[:2]
     if words.signs:  # of the languages whose order of day and month is known here
         sentence = ISO.sub(lambda date: from_iso(date, words), sentence)
         sentence = SLASHES.sub(lambda date: from_numbers(date, words), sentence)
-    if language == "de":
+    if words.language == "de":
         sentence = POINTS.sub(lambda date: spoken(date[1], date[2], date[3], words), sentence)
         sentence = SHORT_POINTS.sub(lambda date: short(date, words), sentence)
         sentence = GERMAN_DAYS.sub(lambda days: german_days(days, words), sentence)
@@ -62,7 +61,7 @@ def spoken(day, month, year, words):
     day, month = str(int(day)), months(words.locale)[int(month) - 1]
     if words.month_first:
         return f"{month} {day}, {year} ".rstrip() if year else f"{month} {day}"
-    if words.locale == "de":
+    if words.language == "de":
         day = f"{day}."
     if words.first and day == "1":
         day = words.first

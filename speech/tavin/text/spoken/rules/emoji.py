@@ -16,10 +16,9 @@ def say(sentence, words):
     if not SOME.search(sentence):
         return sentence
     emoji = library()
-    language = words.locale.split("_")[0]
-    if not emoji or language not in emoji.LANGUAGES:
+    if not emoji or words.language not in emoji.LANGUAGES:
         return sentence
-    found = emoji.replace_emoji(sentence, lambda sign, _data: f"\ue020{named(sign, language)}\ue021")
+    found = emoji.replace_emoji(sentence, lambda sign, _data: f"\ue020{named(sign, words.language)}\ue021")
     named_once = MARKED.sub(lambda sign: f" {sign[1]}{' ' if sign[2] else ''}", ROW.sub(r"\1", found))
     return VARIANT.sub("", named_once).strip()
 

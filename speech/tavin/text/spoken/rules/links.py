@@ -3,10 +3,11 @@
 import re
 
 from tavin.text.spoken.marks import LINK, LINK_END
+from tavin.text.spoken.patterns import SITE_ENDS
 
 ADDRESS = re.compile(f"{LINK}([^{LINK_END}]*){LINK_END}")
 SITE = re.compile(
-    r"(?<![\w@.:/\\-])(?:[A-Za-z0-9-]{1,63}\.){1,4}(?:com|org|net|edu|gov|io|dev|de|fr|es|at|ch|uk|eu|info)"
+    r"(?<![\w@.:/\\-])(?:[A-Za-z0-9-]{1,63}\.){1,4}(?:" + SITE_ENDS + r")"
     r"(?![\w@.-]*[\w@])"
 )
 

@@ -5,6 +5,7 @@ import re
 
 import icu
 
+from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.numbers import NUMBER, is_attribute, is_one, with_unit
 
 SIGNS = {
@@ -13,7 +14,7 @@ SIGNS = {
     "₹": "INR", "₽": "RUB", "₩": "KRW", "₺": "TRY", "₴": "UAH", "₪": "ILS", "zł": "PLN", "Kč": "CZK",
 }
 CODES = "USD|EUR|GBP|JPY|CHF|CAD|AUD|NZD|CNY|INR|SEK|NOK|DKK|PLN|CZK|HUF|MXN|BRL|ARS|ZAR|KRW|TRY|RUB"
-SIGN = "|".join(map(re.escape, SIGNS))
+SIGN = any_of(SIGNS)
 FORMULA = re.compile(r"(\$(?!\s)[^$]{1,200}(?<!\s)\$(?![\w$]))")  # not "$5 and $6", nor "$5-$6"
 OPENING = re.compile(r"(?<!\d)(?<!\d )\$(?=[^\s\d])|$")  # of a formula, maybe
 NO_CENTS = re.compile(r"(?<=\d),[-–—]{1,2}(?= ?(?:€|EUR|Euro)(?!\w))")
@@ -24,8 +25,7 @@ PARTS = re.compile(r"(.*\d)[.,](\d\d)")
 @functools.cache
 def patterns(scales):
     """For amounts with the sign before them and behind. `scales` abbreviate millions and the like."""
-    some = "|".join(sorted(map(re.escape, scales), key=len, reverse=True)) or "(?!)"
-    scale = rf"(?: ?({some})(?![^\W\d_]))?"
+    scale = rf"(?: ?({any_of(scales)})(?![^\W\d_]))?"
     before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|({CODES}) )({NUMBER}){scale}(?![\w%])(/(?=[^\W\d_]))?"
     after = rf"(?<![\w.,^])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)(/(?=[^\W\d_]))?"
     return re.compile(before), re.compile(after)
@@ -51,7 +51,7 @@ def amounts(sentence, words):
 
 def behind(found, opening, words):
     """In English the dollar's sign stands behind a number only in a formula, but for a blank between them."""
-    in_formula = found.start() > opening or words.locale.startswith("en") and found[0][-2:-1].isdigit()
+    in_formula = found.start() > opening or words.language == "en" and found[0][-2:-1].isdigit()
     return found[0] if found[4] == "$" and in_formula else priced(found, found[2], found[3], found[4], words)
 
 

@@ -17,7 +17,7 @@ def is_one(number):
 
 def is_attribute(found, words):
     """English has no plural in "a 20 euro note"."""
-    return words.locale.startswith("en") and ATTRIBUTE.search(found.string, max(0, found.start() - 3), found.start())
+    return words.language == "en" and ATTRIBUTE.search(found.string, max(0, found.start() - 3), found.start())
 
 
 @functools.cache

@@ -32,12 +32,11 @@ FIRST_OF_NAME = re.compile(r",| (?:and|or|was|is|to|in|by|at|from|who|as|died|ru
 def say(sentence, words):
     if not words.numerals:
         return sentence
-    language = words.locale[:2]
-    counted, ruling = patterns(words.numerals, words.rulers, language == "de")
+    counted, ruling = patterns(words.numerals, words.rulers, words.language == "de")
     sentence = YEAR.sub(lambda year: str(value(year[1])) if len(year[1]) > 4 else year[0], sentence)
-    if language == "fr":
+    if words.language == "fr":
         sentence = FRENCH_CENTURY.sub(lambda found: french(found, words), sentence)
-    if language == "de":
+    if words.language == "de":
         sentence = GERMAN_CENTURY.sub(lambda found: f"{value(found[1])}. ", sentence)
     for pattern, number in ((ruling, ruler), (counted, counted_as)):
         sentence = pattern.sub(lambda found: spoken(found, number, words), sentence)
@@ -63,7 +62,7 @@ def counted_as(found, _words):
 
 
 def is_pronoun(found, words):
-    if found[2] != "I" or not words.locale.startswith("en") or found[1] == "World War":
+    if found[2] != "I" or words.language != "en" or found[1] == "World War":
         return False
     after = found.string, found.end(2)
     return not (FIRST.match(*after) or found[1][0].isupper() and FIRST_OF_NAME.match(*after))

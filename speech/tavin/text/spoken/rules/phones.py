@@ -21,5 +21,5 @@ def spoken(number, words):
     groups = GROUPS.findall(number.replace("(0)", ""))
     if not FEWEST <= sum(map(len, groups)) <= LONGEST:
         return number
-    plus = f"{words.signs['+']} " if number[0] == "+" and words.signs else "+" if number[0] == "+" else ""
-    return plus + ", ".join(" ".join(group) for group in groups)
+    plus = f"{words.signs['+']} " if words.signs else "+"
+    return (plus if number[0] == "+" else "") + ", ".join(" ".join(group) for group in groups)

@@ -22,16 +22,15 @@ GERMAN = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4])\.([0-5]\d) Uhr\b")
 def say(sentence, words):
     if not words.hour_and_minutes:
         return sentence
-    language = words.locale[:2]
     sentence = FROM.sub(lambda time: f"{time[1]} {words.to} ", sentence)
-    if language == "de":
+    if words.language == "de":
         sentence = GERMAN_FROM.sub(lambda time: f"{time[1]} Uhr {words.to} ", sentence)
     sentence = TIME.sub(lambda time: spoken(time, words), sentence)
-    if language == "fr":
+    if words.language == "fr":
         sentence = FRENCH.sub(lambda time: said(time[1], time[2] or "00", words), sentence)
-    if language == "de":
+    if words.language == "de":
         sentence = GERMAN.sub(lambda time: said(time[1], time[2], words), sentence)
-    if language == "en":
+    if words.language == "en":
         sentence = ENGLISH.sub(lambda time: f"{time[1]} {time[2].upper()} M", sentence)
     return sentence
 

@@ -4,6 +4,7 @@ import re
 
 import icu
 
+from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.numbers import NUMBER, is_attribute, with_unit
 
 UNITS = {
@@ -29,7 +30,7 @@ UNITS = {
 # Alone they are words or plurals: "1990s", "5 K".
 NEED_BLANK = {"s", "h", "K", "L", "V", "W", "m", "min"}
 LENGTH = re.compile(r"[.,;:)!?]|$| (?:long|high|tall|deep|away|wide|lang|hoch|tief|breit|weit)\b")  # no minutes or millions
-AFTER = "|".join(sorted((re.escape(unit) for unit, name in UNITS.items() if name), key=len, reverse=True))
+AFTER = any_of(unit for unit, name in UNITS.items() if name)
 AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER})(?![\w/²³^])")
 
 

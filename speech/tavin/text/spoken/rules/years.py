@@ -21,7 +21,7 @@ DECADE = re.compile(
 
 
 def say(sentence, words):
-    if words.locale == "de":
+    if words.language == "de":
         return GERMAN.sub(lambda year: f"{year[1]} {spelled(int(year[2]), YEAR_SET, words)}", sentence)
     return DECADE.sub(lambda years: decade(years, words), sentence) if words.decades else sentence
 
