@@ -5,6 +5,8 @@
 #include <QTimer>
 #include <utility>
 
+#include "platform/ActivationToken.h"
+
 namespace tavin::bus {
 namespace {
 
@@ -46,6 +48,13 @@ QString signatureOf(const QString& method) {
   if (method == QLatin1String("ActivateAction"))
     return QStringLiteral("sava{sv}");
   return {};
+}
+
+// Older callers have only the name that it had before Wayland.
+QString activationToken(const QVariantMap& platformData) {
+  const QString token = platformData.value(QStringLiteral("activation-token")).toString();
+  return token.isEmpty() ? platformData.value(QStringLiteral("desktop-startup-id")).toString()
+                         : token;
 }
 
 void call(const std::function<void()>& action) {
@@ -119,8 +128,10 @@ bool SessionBusControl::handleMessage(const QDBusMessage& message,
                                              QStringLiteral("There is no such action")));
   else if (message.isReplyRequired())
     connection.send(message.createReply());
-  if (task && message.signature() == signature)
+  if (task && message.signature() == signature) {
+    keepActivationToken(activationToken(qdbus_cast<QVariantMap>(message.arguments().constLast())));
     task();
+  }
   return true;
 }
 

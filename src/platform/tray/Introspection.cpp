@@ -91,6 +91,9 @@ const char* const statusNotifierItemDescription = R"xml(
     <arg name="x" type="i" direction="in"/>
     <arg name="y" type="i" direction="in"/>
   </method>
+  <method name="ProvideXdgActivationToken">
+    <arg name="token" type="s" direction="in"/>
+  </method>
   <method name="Scroll">
     <arg name="delta" type="i" direction="in"/>
     <arg name="orientation" type="s" direction="in"/>

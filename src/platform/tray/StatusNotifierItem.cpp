@@ -6,6 +6,7 @@
 #include <QDBusPendingReply>
 #include <utility>
 
+#include "platform/ActivationToken.h"
 #include "platform/desktop/DesktopName.h"
 #include "platform/tray/DBusMenu.h"
 #include "platform/tray/Introspection.h"
@@ -31,6 +32,10 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& bus,
   addMethod("ContextMenu", "ii", open);
   addMethod("SecondaryActivate", "ii", ignore);
   addMethod("Scroll", "is", ignore);
+  addMethod("ProvideXdgActivationToken", "s", [](const QVariantList& arguments) {
+    keepActivationToken(arguments.at(0).toString());
+    return QVariantList{};
+  });
 }
 
 void StatusNotifierItem::setImage(const TrayImage& image, const QString& accessibilityDescription) {

@@ -5,6 +5,7 @@ import json
 import os
 
 import pytest
+from driver import Tavin
 from gi.repository import GLib
 from panel import tray_items
 from session import SessionError, wait_until
@@ -73,8 +74,9 @@ def test_on_an_empty_workspace_nothing_is_read_and_the_user_stays_there(tavin, d
     assert not desktop.has_keyboard(field)
 
 
-def show_menu(tavin, desktop):
-    tavin.call("org.freedesktop.Application", "Activate", GLib.Variant("(a{sv})", ({},)))
+def show_menu(tavin, desktop, token=None):
+    told = {"activation-token": GLib.Variant("s", token)} if token else {}
+    tavin.call("org.freedesktop.Application", "Activate", GLib.Variant("(a{sv})", (told,)))
     return wait_until(lambda: menu_window(desktop), 10, "menu")
 
 
@@ -119,3 +121,9 @@ def test_window_opens_again(tavin, desktop, field):
         show_menu(tavin, desktop)
         desktop.key("Escape")
         wait_until(lambda: no_menu(desktop), 5, "menu closed")
+
+
+def test_window_comes_to_the_front_by_the_desktops_token(desktop, engine, build, field):
+    tavin = Tavin(desktop, engine, build, settings={"WAYLAND_DEBUG": "1"})
+    show_menu(tavin, desktop, "given-by-the-desktop")
+    wait_until(lambda: 'activate("given-by-the-desktop"' in tavin.log(), 5, "its use")

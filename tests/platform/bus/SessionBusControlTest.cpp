@@ -68,6 +68,27 @@ class SessionBusControlTest : public testing::Test {
   std::vector<std::string> done_;
 };
 
+TEST_F(SessionBusControlTest, KeepsTheDesktopsTokenForTheWindowThatAnswers) {
+  ASSERT_TRUE(control_->takeName());
+  control_->serve(actions());
+  const auto kept = [] { return qgetenv("XDG_ACTIVATION_TOKEN"); };
+  qunsetenv("XDG_ACTIVATION_TOKEN");
+  EXPECT_EQ(call("Activate", {QVariantMap()}), QString());
+  EXPECT_EQ(kept(), "");
+  EXPECT_EQ(call("Activate", {QVariantMap{{"desktop-startup-id", "older"}}}), QString());
+  EXPECT_EQ(kept(), "older");
+  const QVariantMap both{{"desktop-startup-id", "older"}, {"activation-token", "newer"}};
+  EXPECT_EQ(call("ActivateAction", {"speak", QVariant(QVariantList()), both}), QString());
+  EXPECT_EQ(kept(), "newer");
+  const QVariantMap wrong{{"activation-token", "of nothing that is done"}};
+  EXPECT_NE(call("ActivateAction", {"dance", QVariant(QVariantList()), wrong}), QString());
+  EXPECT_EQ(call("ActivateAction", {"stop", QVariant(QVariantList()),
+                                    QVariantMap{{"activation-token", QVariantList{1}}}}),
+            QString());
+  EXPECT_EQ(kept(), "newer");
+  qunsetenv("XDG_ACTIVATION_TOKEN");
+}
+
 TEST_F(SessionBusControlTest, CarriesOutEachAction) {
   ASSERT_TRUE(control_->takeName());
   control_->serve(actions());

@@ -101,6 +101,14 @@ TEST_F(TrayTest, OpensItsOwnMenuWhereThePanelAsks) {
   EXPECT_EQ(openPopup(), nullptr);
 }
 
+TEST_F(TrayTest, KeepsTheTokenThatComesWithAClick) {
+  FakePanel panel;
+  ASSERT_TRUE(waitFor([&] { return !panel.registered.isEmpty(); }));
+  panel.callItem(panel.registered[0], "ProvideXdgActivationToken", {"of the click"});
+  EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "of the click");
+  qunsetenv("XDG_ACTIVATION_TOKEN");
+}
+
 class PlasmaTrayTest : public TrayTest {
  protected:
   void SetUp() override {
