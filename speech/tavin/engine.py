@@ -9,6 +9,8 @@ import asyncio
 from tavin.keys.keys import KeyringError, Keys, is_key
 from tavin.log import log
 from tavin.messages import named
+from tavin.mpris import Nowhere, presence
+from tavin.mpris.player import Player
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
 from tavin.setup.setup import Setup
@@ -50,6 +52,7 @@ class Engine:
         self._choice = Choice(settings, self._synths, self._setups)
         self._pronunciation = Pronunciation()
         self._output = Output()
+        self._presence = Nowhere()
         self._reading = None
         self._task = None
         self._chars = 0
@@ -76,6 +79,9 @@ class Engine:
                 await helper.start()
             except (SynthesisError, OutputError) as failure:
                 log.info("%s", failure)
+        if self._settings.mpris:
+            self._presence = await asyncio.to_thread(presence, Player(self))
+            self._show_or_hide()
         await asyncio.to_thread(self._know_rules)
         await self._look_for_keys(self._choice.synth().backend.takes_key or bool(self._settings.keyed))
 
@@ -125,12 +131,25 @@ class Engine:
         await self._load_voices(synth, listing=True)
         return self._choice.listed(synth)
 
+    @property
+    def speed(self):
+        return self._settings.speed
+
+    def playback(self):
+        """Of the reading, in the desktop's words."""
+        return {"idle": "Stopped", "paused": "Paused"}.get(self._state(), "Playing")
+
+    def place(self):
+        """The sentence that is heard; None before the first."""
+        return self._reading.place() if self._reading else None
+
     def speak(self, text):
-        self.stop()
+        self._leave()
         self._error = self._pronunciation.look()
         self._chars = len(text)
         self._reading = self._reading_of(text)
         self._task = asyncio.get_running_loop().create_task(self._read(self._reading))
+        self._show_or_hide()
 
     def _reading_of(self, text):
         written = Written(text)
@@ -149,9 +168,21 @@ class Engine:
 
         whole = written.whole(own())
         found = pieces(text, whole, backend.longest_piece, backend.first_piece, divide, spoken)
-        return Reading(found, choose, backend, self._output, self._fail)
+        reading = Reading(found, choose, backend, self._output, self._fail)
+        reading.on_place = lambda: self._presence.tell()
+        return reading
 
     def stop(self):
+        self._leave()
+        self._show_or_hide()
+
+    def _show_or_hide(self):
+        if self._reading:
+            self._presence.show()
+        else:
+            self._presence.hide()
+
+    def _leave(self):
         if self._reading:
             self._reading.silence()
             self._task.cancel()
@@ -160,7 +191,12 @@ class Engine:
 
     def toggle_pause(self):
         if self._reading:
-            self._reading.pause(not self._reading.paused)
+            self.pause(not self._reading.paused)
+
+    def pause(self, paused):
+        if self._reading:
+            self._reading.pause(paused)
+            self._presence.tell()
 
     def next(self, by):
         check_step(by)
@@ -206,6 +242,7 @@ class Engine:
         stored = self._settings.save()
         if self._reading:
             self._reading.voice_changed()
+        self._presence.tell()
         if "engine" in changes or ("voice" in changes and self._choice.synth().backend.voice_is_download):
             await self.know_voices()
         if "engine" in changes:
@@ -246,6 +283,7 @@ class Engine:
         if self._reading is reading:
             self._reading = self._task = None
             self._chars = 0
+            self._presence.hide()
 
     def _fail(self, text):
         log.info("%s", text)

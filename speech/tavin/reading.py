@@ -46,6 +46,8 @@ class Reading:
         self._rate = None
         self.paused = False
         self.sounding = False
+        self.on_place = lambda: None  # another sentence is heard
+        self._told = None
 
     async def run(self):
         """Read to the end; the caller cancels it to stop."""
@@ -101,6 +103,16 @@ class Reading:
         if self._stream:
             self._stream.pause(paused)
 
+    def place(self):
+        """The sentence that is heard; None before the first."""
+        return self._clips.place(self._stream.unheard() if self._stream else 0)
+
+    def _tell_place(self):
+        place = self.place()
+        if place != self._told:
+            self._told = place
+            self.on_place()
+
     def next(self, by):
         """Go on with the next sentence or paragraph; after the last the text is over."""
         self._move(lambda unheard: self._clips.next(by, unheard))
@@ -124,6 +136,7 @@ class Reading:
             self._playing.cancel()
             self._playing = asyncio.create_task(self._play())
         self._changed.set()
+        self._tell_place()
 
     def voice_changed(self):
         """Have the sentences that nobody has heard of made anew."""
@@ -237,6 +250,7 @@ class Reading:
             await self._open(self._rate)
         while True:
             most = await self._stream.room()
+            self._tell_place()
             clip = await self._next_clip()
             if clip is None:
                 break

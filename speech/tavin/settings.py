@@ -35,6 +35,7 @@ class Settings:
         self.voices = {}  # back-end's name -> voice id
         self.languages = {}  # language -> the same for that language, the latest choice last
         self.speed = 1.0
+        self.mpris = True  # whether the desktop sees a player
         self.server = None  # the back-end that is a server of the user's own
         self.fault = None  # what cannot be used of what the user wrote, for the user
         self.keyed = []  # back-ends that had a key in the keyring when that was last asked
@@ -89,6 +90,7 @@ class Settings:
             self.engine = stored["engine"]
         if valid_speed(stored.get("speed")):
             self.speed = float(stored["speed"])
+        self.mpris = stored.get("mpris") is not False
         keyed = stored.get("keys")
         if isinstance(keyed, list):
             self.keyed = [name for name in BACKENDS if name in keyed]

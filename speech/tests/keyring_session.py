@@ -87,6 +87,13 @@ class KeyringSession:
         self.keyring.kill()
         self.keyring.wait()
 
+    def freeze_bus(self, frozen=True):
+        self._bus.send_signal(signal.SIGSTOP if frozen else signal.SIGCONT)
+
+    def end_bus(self):
+        self._bus.kill()
+        self._bus.wait()
+
     def end(self):
         for process in (self.keyring, self._bus):
             process.kill()

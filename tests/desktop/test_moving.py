@@ -5,6 +5,7 @@ A paused reading stays where it is, so the number of steps to its end tells wher
 
 import pytest
 from driver import Desktop, Tavin
+from gi.repository import Gio, GLib
 from own_engine import listening, post, status, wait_for
 from session import Session, wait_until
 
@@ -65,3 +66,17 @@ def test_faster_and_slower_change_the_speed_by_a_step(tavin):
     tavin.action("faster")
     tavin.action("stop")
     wait_for("idle")
+
+
+def test_the_desktop_sees_a_player_while_a_text_is_read(tavin):
+    def has_player():
+        name = GLib.Variant("(s)", ("org.mpris.MediaPlayer2.tavin",))
+        return tavin.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                   "NameHasOwner", name, None, Gio.DBusCallFlags.NONE, 5000, None)[0]
+
+    assert not has_player()
+    post("/speak", text=TEXT)
+    post("/toggle-pause")
+    wait_until(has_player, 10, "the player")
+    tavin.action("stop")
+    wait_until(lambda: not has_player(), 10, "no player")

@@ -1,0 +1,133 @@
+"""The player's place on the session bus, from the first text that is read to the end of the last.
+
+Runs on the event loop. Each wait for the bus has a deadline; without one, or when it hangs, the engine goes on
+as if there were no desktop.
+"""
+
+import asyncio
+
+from jeepney import DBusAddress, HeaderFields, MessageFlag, MessageType, new_error, new_method_return, new_signal
+from jeepney.auth import BEGIN, AuthenticationError, Authenticator
+from jeepney.bus import get_bus
+from jeepney.bus_messages import message_bus
+from jeepney.io.asyncio import DBusConnection
+
+from tavin.log import log
+from tavin.mpris.introspection import INTROSPECTION
+from tavin.mpris.player import PATH, PLAYER, PROPERTIES, Unknown, nothing, refused, unknown
+
+NAME = "org.mpris.MediaPlayer2.tavin"
+PATIENCE = 2.0
+FAILURES = (OSError, EOFError, TimeoutError, AuthenticationError, KeyError, ValueError, RuntimeError)
+
+
+class Presence:
+    def __init__(self, player):
+        self._player = player
+        self._task = None
+        self._changed = asyncio.Event()
+        self._failed = False  # as the last time, which was told
+
+    def show(self):
+        if not self._task or self._task.done():
+            self._task = asyncio.get_running_loop().create_task(self._be_there())
+
+    def hide(self):
+        if self._task:
+            self._task.cancel()
+            self._task = None
+
+    def tell(self):
+        """A property may have changed."""
+        self._changed.set()
+
+    async def _be_there(self):
+        connection = None
+        try:
+            async with asyncio.timeout(PATIENCE):
+                connection = await connect()
+            self._failed = False
+            async with asyncio.TaskGroup() as both:
+                both.create_task(self._serve(connection))
+                both.create_task(self._tell(connection))
+        except* FAILURES as failures:
+            if not self._failed:
+                log.info("no player on the session bus (%s)", type(failures.exceptions[0]).__name__)
+            self._failed = True
+        finally:
+            if connection:
+                connection.writer.transport.abort()  # and the bus takes the name back
+
+    async def _serve(self, connection):
+        await send(connection, message_bus.Hello())
+        await send(connection, message_bus.RequestName(NAME))
+        while True:
+            call = await connection.receive()
+            if call.header.message_type != MessageType.method_call:
+                continue
+            answer, act = await self._answer(call)
+            if not call.header.flags & MessageFlag.no_reply_expected:
+                await send(connection, answer)
+            act()  # only now: a stop ends the connection
+
+    async def _answer(self, call):
+        """And what is to be done then."""
+        fields = call.header.fields
+        interface, name = fields.get(HeaderFields.interface), fields[HeaderFields.member]
+        try:
+            if fields[HeaderFields.path] != PATH:
+                raise unknown("Object")
+            if interface == PROPERTIES:
+                values = await self._property(name, fields.get(HeaderFields.signature, ""), call.body)
+                return new_method_return(call, *values), nothing
+            if (interface, name) == ("org.freedesktop.DBus.Introspectable", "Introspect"):
+                return new_method_return(call, "s", (INTROSPECTION,)), nothing
+            return new_method_return(call), self._player.method(interface, name)
+        except Unknown as failure:
+            error, text = failure.args
+            return new_error(call, error, "s", (text,)), nothing
+
+    async def _property(self, method, signature, arguments):
+        """The answer's type and values."""
+        if {"Get": "ss", "GetAll": "s", "Set": "ssv"}.get(method) != signature:
+            raise refused("InvalidArgs", "These are not the arguments.")
+        if method == "Get":
+            return "v", (self._player.property(*arguments),)
+        if method == "GetAll":
+            return "a{sv}", (self._player.properties(*arguments),)
+        await self._player.set(*arguments)
+        return None, ()
+
+    async def _tell(self, connection):
+        told = self._player.properties(PLAYER)
+        while True:
+            await self._changed.wait()
+            self._changed.clear()
+            now = self._player.properties(PLAYER)
+            if changed := {name: value for name, value in now.items() if told[name] != value}:
+                about = DBusAddress(PATH, interface=PROPERTIES)
+                await send(connection, new_signal(about, "PropertiesChanged", "sa{sv}as", (PLAYER, changed, [])))
+            told = now
+
+
+async def connect():
+    reader, writer = await asyncio.open_unix_connection(get_bus("SESSION"))
+    try:
+        login = Authenticator()
+        for line in login:
+            writer.write(line)
+            received = await reader.read(1024)
+            if not received:
+                raise EOFError
+            login.feed(received)
+        writer.write(BEGIN)
+    except BaseException:
+        writer.transport.abort()
+        raise
+    return DBusConnection(reader, writer)
+
+
+async def send(connection, message):
+    """A bus that takes nothing any more holds nobody up."""
+    async with asyncio.timeout(PATIENCE):
+        await connection.send(message)
