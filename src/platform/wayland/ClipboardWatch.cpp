@@ -14,13 +14,21 @@ void ClipboardWatch::end() {
   input_.end();
 }
 
+std::vector<copy::ClipboardChange> ClipboardWatch::takeChanges() {
+  return on_ ? std::exchange(on_->changes, {}) : std::vector<copy::ClipboardChange>();
+}
+
+void ClipboardWatch::shortcutArrived(copy::Input::Time time) {
+  if (!on_)
+    return;
+  input_.shortcutArrived(time);
+  for (auto& change : on_->changes) change.input.explainBy(time, time + copy::shortcutsEnd);
+}
+
 void ClipboardWatch::changed() {
   if (!on_)
     return;
-  auto& changes = on_->changes;
-  if (++changes.count == 1)
-    changes.fromTarget = front() == on_->target;
-  changes.userActed = input_.acted();
+  on_->changes.push_back({.fromTarget = front() == on_->target, .input = input_.input()});
   on_->onChange();
 }
 

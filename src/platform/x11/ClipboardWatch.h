@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "platform/copy/WatchedPasteboard.h"
 #include "platform/x11/ActiveWindow.h"
@@ -10,19 +11,23 @@
 namespace tavin::x11 {
 
 // Tells whose the clipboard's changes are: by the owner's client, and by the keys and buttons that
-// were pressed. One connection brings both in their true order. The thread of its connection alone.
+// were pressed, but for modifiers and the keys of our own shortcuts, which copy nothing. One
+// connection brings both in their true order. The thread of its connection alone.
 class ClipboardWatch {
  public:
+  using Time = copy::Input::Time;
+
   // `connection` must outlive it.
   explicit ClipboardWatch(const Connection& connection)
       : connection_(connection), activeWindow_(connection), input_(connection) {}
 
-  // As in copy::WatchedPasteboard.
-  void begin(std::function<void()> onChange);
+  // As in copy::WatchedPasteboard. `begun` was before the display's clock said `serverTime`.
+  void begin(std::function<void()> onChange, Time begun, xcb_timestamp_t serverTime);
   void end();
-  copy::ClipboardChanges changes() const { return on_ ? on_->changes : copy::ClipboardChanges(); }
+  std::vector<copy::ClipboardChange> takeChanges();
+  void shortcutArrived(Time time);
 
-  // The clipboard has a new owner.
+  // The clipboard has a new owner, which is not ourselves.
   void ownerChanged(xcb_window_t owner);
   // Any event; takes notice of those of keys and buttons.
   void observe(const xcb_generic_event_t& event);
@@ -30,11 +35,16 @@ class ClipboardWatch {
  private:
   struct State {
     std::function<void()> onChange;
+    Time begun;
+    xcb_timestamp_t serverTime = XCB_CURRENT_TIME;
     xcb_window_t target = XCB_WINDOW_NONE;
-    bool acted = false;
-    copy::ClipboardChanges changes;
+    copy::Input input;
+    std::vector<copy::ClipboardChange> changes;
   };
   bool isTargets(xcb_window_t owner) const;
+  bool isForACopy(const xcb_input_raw_key_press_event_t& raw) const;
+  bool copiesNothing(std::uint32_t key) const;
+  Time timeOf(xcb_timestamp_t time) const;
 
   const Connection& connection_;
   const ActiveWindow activeWindow_;
