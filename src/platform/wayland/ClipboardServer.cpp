@@ -100,12 +100,9 @@ void ClipboardServer::endWatch() {
 }
 
 std::vector<copy::ClipboardChange> ClipboardServer::takeChanges() {
-  const auto known =
-      thread_.ask<std::vector<copy::ClipboardChange>>(Deadline::in(patienceSeconds), [this] {
-        connection_.roundTrip(Deadline::in(patienceSeconds));
-        return watch_.takeChanges();
-      });
-  return known.value_or(std::vector<copy::ClipboardChange>());
+  thread_.ask<bool>(Deadline::in(patienceSeconds),
+                    [this] { return connection_.roundTrip(Deadline::in(patienceSeconds)); });
+  return watch_.takeChanges();
 }
 
 void ClipboardServer::shortcutArrived(copy::Input::Time time) {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/copy/WatchedPasteboard.h"
+#include "platform/copy/ChangeList.h"
 #include "platform/wayland/InputWatch.h"
 #include "platform/wayland/WindowWatch.h"
 
@@ -22,7 +22,8 @@ class ClipboardWatch {
   // As in copy::WatchedPasteboard.
   void begin(std::function<void()> onChange);
   void end();
-  std::vector<copy::ClipboardChange> takeChanges();
+  // Any thread.
+  std::vector<copy::ClipboardChange> takeChanges() { return changes_.take(); }
   void shortcutArrived(copy::Input::Time time);
 
   // To be called after each change of the clipboard that is not our own.
@@ -32,7 +33,6 @@ class ClipboardWatch {
   struct State {
     std::function<void()> onChange;
     std::uint64_t target = 0;
-    std::vector<copy::ClipboardChange> changes;
   };
   // 0 where nothing is told.
   std::uint64_t front() const { return windows_ ? windows_->active().id : 0; }
@@ -40,6 +40,7 @@ class ClipboardWatch {
   const WindowWatch* const windows_;
   InputWatch input_;
   std::optional<State> on_;
+  copy::ChangeList changes_;
 };
 
 }  // namespace tavin::wayland

@@ -78,8 +78,7 @@ void ClipboardServer::beginWatch(std::function<void()> onChange) {
   perform(Deadline::in(patienceSeconds), [this, onChange = std::move(onChange)]() mutable {
     giveUpIfDue(true);
     synchronise();
-    const auto begun = copy::Input::Clock::now();
-    watch_.begin(std::move(onChange), begun, serverTime());
+    watch_.begin(std::move(onChange), serverTime());
   });
 }
 
@@ -88,12 +87,8 @@ void ClipboardServer::endWatch() {
 }
 
 std::vector<copy::ClipboardChange> ClipboardServer::takeChanges() {
-  const auto known =
-      inbox_.ask<std::vector<copy::ClipboardChange>>(Deadline::in(patienceSeconds), [this] {
-        synchronise();
-        return watch_.takeChanges();
-      });
-  return known.value_or(std::vector<copy::ClipboardChange>());
+  perform(Deadline::in(patienceSeconds), [this] { synchronise(); });
+  return watch_.takeChanges();
 }
 
 void ClipboardServer::shortcutArrived(copy::Input::Time time) {

@@ -12,43 +12,51 @@ namespace {
 // A wheel turns by presses of these.
 constexpr std::uint32_t firstOfWheel = 4;
 constexpr std::uint32_t lastOfWheel = 7;
+// A display on this machine tells its time by the same clock; any other by one that differs by
+// days.
+constexpr std::chrono::seconds sameClock(10);
+
+// The display counts milliseconds, and begins anew after 49 days.
+std::chrono::milliseconds between(xcb_timestamp_t time, ClipboardWatch::Time now) {
+  const auto counted =
+      std::chrono::floor<std::chrono::milliseconds>(now.time_since_epoch()).count();
+  return std::chrono::milliseconds(
+      static_cast<std::int32_t>(static_cast<xcb_timestamp_t>(counted) - time));
+}
 
 }  // namespace
 
-void ClipboardWatch::begin(std::function<void()> onChange, Time begun, xcb_timestamp_t serverTime) {
+void ClipboardWatch::begin(std::function<void()> onChange, xcb_timestamp_t serverTime) {
   if (!tellsInput_)
     tellsInput_ = input_.prepare();
   if (*tellsInput_)
     input_.select(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS);
-  on_ = State{.onChange = std::move(onChange),
-              .begun = begun,
-              .serverTime = serverTime,
-              .target = activeWindow_.keyTarget(),
-              .input = *tellsInput_ ? copy::Input() : copy::Input::unknown(),
-              .changes = {}};
+  on_ = State{
+      .onChange = std::move(onChange),
+      .sharesClock = std::chrono::abs(between(serverTime, copy::Input::Clock::now())) < sameClock,
+      .target = activeWindow_.keyTarget(),
+      .input = *tellsInput_ ? copy::Input() : copy::Input::unknown()};
+  changes_.take();
 }
 
 void ClipboardWatch::end() {
   if (on_ && *tellsInput_)
     input_.select(0);
   on_.reset();
-}
-
-std::vector<copy::ClipboardChange> ClipboardWatch::takeChanges() {
-  return on_ ? std::exchange(on_->changes, {}) : std::vector<copy::ClipboardChange>();
+  changes_.take();
 }
 
 void ClipboardWatch::shortcutArrived(Time time) {
   if (!on_)
     return;
   on_->input.explainBy(time, time);
-  for (auto& change : on_->changes) change.input.explainBy(time, time);
+  changes_.explainBy(time, time);
 }
 
 void ClipboardWatch::ownerChanged(xcb_window_t owner) {
   if (!on_)
     return;
-  on_->changes.push_back({.fromTarget = isTargets(owner), .input = on_->input});
+  changes_.add({.fromTarget = isTargets(owner), .input = on_->input});
   on_->onChange();
 }
 
@@ -96,9 +104,9 @@ bool ClipboardWatch::copiesNothing(std::uint32_t key) const {
 
 // By the display's clock, because this thread may hear of it later than others of the shortcut.
 ClipboardWatch::Time ClipboardWatch::timeOf(xcb_timestamp_t time) const {
-  if (on_->serverTime == XCB_CURRENT_TIME)
-    return copy::Input::Clock::now();
-  return on_->begun + std::chrono::milliseconds(static_cast<std::int32_t>(time - on_->serverTime));
+  const auto now = copy::Input::Clock::now();
+  return on_->sharesClock ? std::chrono::floor<std::chrono::milliseconds>(now) - between(time, now)
+                          : now;
 }
 
 }  // namespace tavin::x11

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/copy/WatchedPasteboard.h"
+#include "platform/copy/ChangeList.h"
 #include "platform/x11/ActiveWindow.h"
 #include "platform/x11/RawEvents.h"
 
@@ -21,10 +21,11 @@ class ClipboardWatch {
   explicit ClipboardWatch(const Connection& connection)
       : connection_(connection), activeWindow_(connection), input_(connection) {}
 
-  // As in copy::WatchedPasteboard. `begun` was before the display's clock said `serverTime`.
-  void begin(std::function<void()> onChange, Time begun, xcb_timestamp_t serverTime);
+  // As in copy::WatchedPasteboard. `serverTime` is now, by the display's clock.
+  void begin(std::function<void()> onChange, xcb_timestamp_t serverTime);
   void end();
-  std::vector<copy::ClipboardChange> takeChanges();
+  // Any thread.
+  std::vector<copy::ClipboardChange> takeChanges() { return changes_.take(); }
   void shortcutArrived(Time time);
 
   // The clipboard has a new owner, which is not ourselves.
@@ -35,11 +36,9 @@ class ClipboardWatch {
  private:
   struct State {
     std::function<void()> onChange;
-    Time begun;
-    xcb_timestamp_t serverTime = XCB_CURRENT_TIME;
+    bool sharesClock = false;  // With the display.
     xcb_window_t target = XCB_WINDOW_NONE;
     copy::Input input;
-    std::vector<copy::ClipboardChange> changes;
   };
   bool isTargets(xcb_window_t owner) const;
   bool isForACopy(const xcb_input_raw_key_press_event_t& raw) const;
@@ -51,6 +50,7 @@ class ClipboardWatch {
   RawEvents input_;
   std::optional<bool> tellsInput_;  // None until it is asked.
   std::optional<State> on_;
+  copy::ChangeList changes_;
 };
 
 }  // namespace tavin::x11
