@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -13,7 +14,9 @@ namespace tavin {
 // data could not be had is left out.
 struct PasteboardItem {
   std::vector<std::pair<QString, QByteArray>> types;
-  bool operator==(const PasteboardItem&) const = default;
+  // What the clipboard that it was read from needs besides to give it back. Only that looks inside.
+  std::shared_ptr<const void> manner = nullptr;
+  bool operator==(const PasteboardItem& other) const { return types == other.types; }
 };
 
 // The general clipboard. Work queue only, every call bounded in time. What is written is served to

@@ -71,6 +71,15 @@ def test_two_presses_that_are_both_answered_late_leave_it_too(tavin, desktop, bu
     wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
 
 
+def test_a_copy_between_the_next_press_and_its_capture_is_undone(tavin, desktop, engine, build):
+    press_and_let_it_copy(desktop, build, 1.2)
+    time.sleep(0.6)
+    engine.hang()  # Which the next press asks for its status first, and waits.
+    desktop.key(SPEAK)
+    has_copied(desktop)
+    wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+
+
 def test_what_the_user_copies_meanwhile_stays(tavin, desktop, build):
     press_in_vain(tavin, desktop, build, 2)
     desktop.key("ctrl+Insert")

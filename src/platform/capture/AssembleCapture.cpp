@@ -25,6 +25,7 @@ Capture assembleCapture(SystemLog& log, const QDBusConnection& bus, CaptureParts
   capture.accessibility = std::make_unique<AtspiAccessibility>(
       tracker, bus, log, keyboard->canType(),
       [&pasteboard = *pasteboard] { pasteboard.captureBegins(); });
+  capture.shortcutArrived = [&pasteboard = *pasteboard] { pasteboard.shortcutArrived(); };
   capture.handOver = [&keyboard = *keyboard, &pasteboard = *pasteboard,
                       handOver = std::move(parts.clipboard.handOver)] {
     keyboard.close();

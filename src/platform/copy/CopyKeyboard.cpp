@@ -18,6 +18,7 @@ class CopyKeyboard::CopyEvent final : public KeyboardEvent {
     if (flags_ != EventFlags::command || keyboard_.closed_)
       return;
     keyboard_.key_->type();
+    keyboard_.lastTyped_ = std::chrono::steady_clock::now();
     ++keyboard_.commandsTyped_;
   }
 

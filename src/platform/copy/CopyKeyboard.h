@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -30,8 +31,9 @@ class CopyKeyboard final : public Keyboard {
   bool isReady() { return key_ && mayCopy_() && key_->isPermitted(); }
   // From now on nothing is typed. Any thread.
   void close() { closed_ = true; }
-  // How often the command was typed so far.
+  // How often the command was typed so far, and when it last was.
   int commandsTyped() const { return commandsTyped_; }
+  std::chrono::steady_clock::time_point lastTyped() const { return lastTyped_; }
 
  private:
   class CopyEvent;
@@ -43,6 +45,7 @@ class CopyKeyboard final : public Keyboard {
   // Whether the last key going down could be made: then one going up belongs to it.
   bool downMade_ = false;
   int commandsTyped_ = 0;
+  std::chrono::steady_clock::time_point lastTyped_;
 };
 
 }  // namespace tavin::copy

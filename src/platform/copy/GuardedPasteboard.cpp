@@ -1,9 +1,37 @@
 #include "platform/copy/GuardedPasteboard.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace tavin::copy {
+namespace {
+
+using Item = PasteboardItem;
+
+// Whether one offers what the other does, as far as both have it: a clipboard manager does not keep
+// every type, and adds its own.
+bool holdsTheSame(const Item& one, const Item& other) {
+  bool shared = false;
+  for (const auto& [name, bytes] : one.types) {
+    const auto found = std::ranges::find(other.types, name, &std::pair<QString, QByteArray>::first);
+    if (found == other.types.end())
+      continue;
+    if (found->second != bytes)
+      return false;
+    shared = true;
+  }
+  return shared;
+}
+
+bool holdsTheSame(const std::vector<Item>& some, const std::vector<Item>& others) {
+  return some.size() == others.size() &&
+         std::ranges::equal(some, others, [](const Item& one, const Item& other) {
+           return holdsTheSame(one, other);
+         });
+}
+
+}  // namespace
 
 GuardedPasteboard::GuardedPasteboard(std::unique_ptr<WatchedPasteboard> pasteboard,
                                      CopyKeyboard& keyboard)
@@ -32,7 +60,7 @@ std::optional<std::vector<PasteboardItem>> GuardedPasteboard::pasteboardItems() 
   const Contents before = saved_;
   auto items = pasteboard_->pasteboardItems();
   // What was read may be a copy that landed meanwhile.
-  if (settle())
+  if (settle(false))
     items = before;
   contents_ = items;
   typedBefore_ = keyboard_.commandsTyped();
@@ -53,19 +81,31 @@ std::int64_t GuardedPasteboard::changeCount() {
     commandTyped();
   contents_.reset();
   tellWhetherBusy();
-  if (!typed || stage_ == Stage::settled)
+  if (!typed || stage_ == Stage::idle)
     return *told_;
   const std::int64_t changes = pasteboard_->changeCount() - base_;
   if (changes == 0 || stage_ == Stage::taken)
     return *told_ + changes;
-  // A display that was started again counts from the beginning.
-  answered(std::max<std::int64_t>(changes, 1));
-  if (closed_) {
+  return takeAnswer() ? *told_ + changes : *told_;
+}
+
+// Whether the capture may have it.
+bool GuardedPasteboard::takeAnswer() {
+  std::ranges::move(pasteboard_->takeChanges(), std::back_inserter(unjudged_));
+  const bool late = Clock::now() >= captureOver_;
+  if (late && !unjudged_.empty()) {
+    wake_.call();
+    return false;
+  }
+  // It may have come before the watch began.
+  answered(std::max<std::ptrdiff_t>(changesByTarget(), 1));
+  unjudged_.clear();
+  if (late || closed_) {
     giveBack();
-    return *told_;
+    return false;
   }
   stage_ = Stage::taken;
-  return *told_ + changes;
+  return true;
 }
 
 void GuardedPasteboard::clearContents() {
@@ -74,7 +114,7 @@ void GuardedPasteboard::clearContents() {
     return;
   pasteboard_->clearContents();
   if (stage_ == Stage::taken && saved_.empty())
-    goOn();
+    awaitFurtherAnswers();
 }
 
 void GuardedPasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
@@ -83,14 +123,22 @@ void GuardedPasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
     return;
   pasteboard_->writeObjects(items);
   if (stage_ == Stage::taken)
-    goOn();
+    awaitFurtherAnswers();
+}
+
+void GuardedPasteboard::shortcutArrived(Input::Time time) {
+  if (!busy_)
+    return;
+  {
+    const std::lock_guard lock(arrivalsMutex_);
+    arrivals_.push_back(time);
+  }
+  wake_.call();
 }
 
 void GuardedPasteboard::captureBegins() {
   const std::lock_guard lock(mutex_);
   endCapture();
-  if (stage_ == Stage::awaited)
-    watch();
 }
 
 // Takes no lock: a capture may hold it while it waits for a program.
@@ -98,7 +146,7 @@ void GuardedPasteboard::finish(Deadline deadline) {
   closed_ = true;
   wake_.call();
   while (busy_ && !deadline.passed())
-    settled_.waitUntil(Clock::now() + std::chrono::milliseconds(deadline.remainingMs()));
+    becameFree_.waitUntil(Clock::now() + std::chrono::milliseconds(deadline.remainingMs()));
 }
 
 void GuardedPasteboard::run() {
@@ -106,7 +154,7 @@ void GuardedPasteboard::run() {
   while (!ending_) {
     wake_.waitUntil(next);
     const std::lock_guard lock(mutex_);
-    settle();
+    settle(true);
     next = nextLook();
   }
 }
@@ -114,55 +162,100 @@ void GuardedPasteboard::run() {
 GuardedPasteboard::Clock::time_point GuardedPasteboard::nextLook() const {
   if (stage_ != Stage::awaited)
     return Clock::time_point::max();
-  return !closed_ && Clock::now() < captureOver_ ? captureOver_ : keptUntil_;
+  if (!closed_ && Clock::now() < captureOver_)
+    return captureOver_;
+  const auto input = unjudged_.empty() ? std::nullopt : unjudged_.back().input.first();
+  return input ? std::min(*input + arrivalWait, keptUntil_) : keptUntil_;
 }
 
 void GuardedPasteboard::endCapture() {
   captureOver_ = Clock::now();
-  settle();
+  settle(false);
 }
 
-// Decides what the changes are that came after the end of the capture. Whether the contents were
-// given back.
-bool GuardedPasteboard::settle() {
+// Decides what the changes are that came after the end of the capture, or waits where it may and
+// must. Whether the contents were given back.
+bool GuardedPasteboard::settle(bool mayWait) {
+  const auto now = Clock::now();
+  takeNews();
   if (stage_ == Stage::taken && closed_) {
     giveBack();
     return true;
   }
-  const auto now = Clock::now();
   if (stage_ != Stage::awaited || (!closed_ && now < captureOver_))
     return false;
-  const ClipboardChanges changes = pasteboard_->watched();
-  if (changes.count > 0)
-    return undo(changes);
-  if (now >= keptUntil_)
+  std::ranges::move(pasteboard_->takeChanges(), std::back_inserter(unjudged_));
+  const bool undone = !unjudged_.empty() && judge(now, mayWait && !closed_);
+  if (stage_ == Stage::awaited && now >= keptUntil_)
     forget();
-  return false;
+  return undone;
+}
+
+// Of the user's shortcuts.
+void GuardedPasteboard::takeNews() {
+  std::vector<Clock::time_point> arrivals;
+  {
+    const std::lock_guard lock(arrivalsMutex_);
+    arrivals.swap(arrivals_);
+  }
+  if (stage_ == Stage::idle)
+    return;
+  for (const auto time : arrivals) {
+    pasteboard_->shortcutArrived(time);
+    for (auto& change : unjudged_) change.input.explainBy(time, time + shortcutsEnd);
+  }
 }
 
 // What the user or another program has put there is what the user wants from now on.
-bool GuardedPasteboard::undo(const ClipboardChanges& changes) {
-  if (!changes.fromTarget || changes.userActed) {
+bool GuardedPasteboard::judge(Clock::time_point now, bool mayWait) {
+  const Input& input = unjudged_.back().input;
+  if (input.first()) {
+    if (!mayWait || !input.mayBeExplained(now))
+      forget();
+    return false;
+  }
+  // A clipboard manager takes over what it was given.
+  const bool others = !unjudged_.front().fromTarget;
+  if ((others || gaveBack_) && holdsWhatWasSaved()) {
+    unjudged_.clear();
+    base_ = pasteboard_->changeCount();
+    return false;
+  }
+  if (others) {
     forget();
     return false;
   }
-  answered(changes.count);
+  answered(changesByTarget());
   giveBack();
   return true;
+}
+
+// Not while it is closed, when a capture may still read the text.
+bool GuardedPasteboard::holdsWhatWasSaved() {
+  if (closed_)
+    return false;
+  const auto items = pasteboard_->pasteboardItems();
+  return items && holdsTheSame(*items, saved_);
 }
 
 void GuardedPasteboard::commandTyped() {
   saved_ = std::move(*contents_);
   stage_ = Stage::awaited;
+  gaveBack_ = false;
   ++unanswered_;
-  const auto now = Clock::now();
-  captureOver_ = now + patience_.capture;
-  keptUntil_ = now + patience_.kept;
-  watch();
+  captureOver_ = keyboard_.lastTyped() + patience_.capture;
+  keptUntil_ = keyboard_.lastTyped() + patience_.kept;
+  unjudged_.clear();
+  pasteboard_->beginWatch([this] { wake_.call(); });
+  wake_.call();
 }
 
-void GuardedPasteboard::answered(std::int64_t times) {
-  unanswered_ = static_cast<int>(std::max<std::int64_t>(unanswered_ - times, 0));
+void GuardedPasteboard::answered(std::ptrdiff_t times) {
+  unanswered_ = std::max<std::ptrdiff_t>(unanswered_ - times, 0);
+}
+
+std::ptrdiff_t GuardedPasteboard::changesByTarget() const {
+  return std::ranges::count_if(unjudged_, &ClipboardChange::fromTarget);
 }
 
 void GuardedPasteboard::giveBack() {
@@ -170,38 +263,36 @@ void GuardedPasteboard::giveBack() {
     pasteboard_->clearContents();
   else
     pasteboard_->writeObjects(saved_);
-  goOn();
+  awaitFurtherAnswers();
   // The capture that is under way is told nothing of it.
   base_ = pasteboard_->changeCount();
 }
 
 // The contents are back. Several presses may have reached a program that was busy: as many copies
 // are to come.
-void GuardedPasteboard::goOn() {
+void GuardedPasteboard::awaitFurtherAnswers() {
   if (unanswered_ == 0)
     return forget();
   stage_ = Stage::awaited;
+  gaveBack_ = true;
+  unjudged_.clear();
   captureOver_ = Clock::now();
-  watch();
+  wake_.call();
 }
 
 void GuardedPasteboard::forget() {
-  stage_ = Stage::settled;
+  stage_ = Stage::idle;
   unanswered_ = 0;
   saved_.clear();
+  unjudged_.clear();
   pasteboard_->endWatch();
   tellWhetherBusy();
 }
 
-void GuardedPasteboard::watch() {
-  pasteboard_->beginWatch([this] { wake_.call(); });
-  wake_.call();
-}
-
 void GuardedPasteboard::tellWhetherBusy() {
-  busy_ = contents_ || stage_ != Stage::settled;
+  busy_ = contents_ || stage_ != Stage::idle;
   if (!busy_)
-    settled_.call();
+    becameFree_.call();
 }
 
 }  // namespace tavin::copy

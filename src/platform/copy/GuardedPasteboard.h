@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -25,17 +26,20 @@ namespace tavin::copy {
 // A program that is busy may carry the command out long after the capture has given up waiting. So
 // the contents are kept until the command was answered: the next change after the capture's end is
 // the answer, and undone, where it comes from the program that got the command and the user has
-// pressed no key or button since. A thread of its own sees to that, asleep otherwise. The
-// pasteboard's functions are for the work queue only.
+// pressed no key or button since, but those of our shortcuts. Whether a press was a shortcut's is
+// known once that has arrived; until then nothing is decided. A thread of its own sees to that,
+// asleep otherwise. The pasteboard's functions are for the work queue only.
 class GuardedPasteboard final : public Pasteboard {
  public:
   // Both from the moment that the command was typed.
   struct Patience {
-    // Then the capture, which waits 0.4 s, is over for sure.
-    std::chrono::milliseconds capture{500};
+    // Then the capture, which waits 0.4 s, is over; what comes later it is not told.
+    std::chrono::milliseconds capture{450};
     // Then the contents are kept no longer.
     std::chrono::milliseconds kept{10'000};
   };
+
+  using Clock = WakeUp::Clock;
 
   // `keyboard` must outlive it.
   GuardedPasteboard(std::unique_ptr<WatchedPasteboard> pasteboard, CopyKeyboard& keyboard);
@@ -49,8 +53,9 @@ class GuardedPasteboard final : public Pasteboard {
   void clearContents() override;
   void writeObjects(const std::vector<PasteboardItem>& items) override;
 
-  // The user has asked for a selection: what was pressed for that shows nothing of a copy of his
-  // own that may come. Work queue only.
+  // One of our shortcuts was pressed, and arrived then. Any thread, returns at once.
+  void shortcutArrived(Input::Time time = Clock::now());
+  // The user has asked for a selection. Work queue only.
   void captureBegins();
   // From now on no capture gets or changes anything; the contents are given back as soon as the
   // command is answered. Returns then, or when the time is over. The keyboard must have been closed
@@ -58,10 +63,9 @@ class GuardedPasteboard final : public Pasteboard {
   void finish(Deadline deadline);
 
  private:
-  using Clock = WakeUp::Clock;
   using Contents = std::vector<PasteboardItem>;
   enum class Stage {
-    settled,  // No command is unanswered.
+    idle,     // No command is unanswered.
     awaited,  // One is.
     taken,    // The capture has the answer, and gives the contents back itself.
   };
@@ -70,14 +74,17 @@ class GuardedPasteboard final : public Pasteboard {
   Clock::time_point nextLook() const;
   // All below with the mutex.
   void endCapture();
-  bool settle();
-  bool undo(const ClipboardChanges& changes);
+  bool settle(bool mayWait);
+  void takeNews();
+  bool judge(Clock::time_point now, bool mayWait);
+  bool holdsWhatWasSaved();
   void commandTyped();
-  void answered(std::int64_t times);
+  bool takeAnswer();
+  void answered(std::ptrdiff_t times);
+  std::ptrdiff_t changesByTarget() const;
   void giveBack();
-  void goOn();
+  void awaitFurtherAnswers();
   void forget();
-  void watch();
   void tellWhetherBusy();
 
   const std::unique_ptr<WatchedPasteboard> pasteboard_;
@@ -91,14 +98,19 @@ class GuardedPasteboard final : public Pasteboard {
   std::optional<std::int64_t> told_;  // The count at its start; none until it is asked for.
   std::int64_t base_ = 0;  // The pasteboard's count at which the capture is told that one.
   // Of the commands that are unanswered.
-  Stage stage_ = Stage::settled;
-  int unanswered_ = 0;
-  Contents saved_;  // What is to be given back.
+  Stage stage_ = Stage::idle;
+  std::ptrdiff_t unanswered_ = 0;
+  Contents saved_;                         // What is to be given back.
+  bool gaveBack_ = false;                  // Since the last was typed.
+  std::vector<ClipboardChange> unjudged_;  // Since the capture's end.
   Clock::time_point captureOver_, keptUntil_;
+
+  std::mutex arrivalsMutex_;
+  std::vector<Clock::time_point> arrivals_;  // Of shortcuts; not yet told to the pasteboard.
 
   std::atomic<bool> closed_ = false;
   std::atomic<bool> busy_ = false;  // A capture is under way, or a command unanswered.
-  WakeUp settled_;                  // For finish().
+  WakeUp becameFree_;               // No longer busy, which finish() waits for.
   std::atomic<bool> ending_ = false;
   WakeUp wake_;
   std::thread thread_;

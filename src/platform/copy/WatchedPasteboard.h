@@ -1,24 +1,19 @@
 #pragma once
 
-#include <chrono>
-#include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "platform/Pasteboard.h"
+#include "platform/copy/Input.h"
 
 namespace tavin::copy {
 
-// Where a desktop tells that there was input but not which, what comes so soon after the beginning
-// of a watch is the end of the shortcut's press.
-constexpr std::chrono::milliseconds shortcutsPress{500};
-
-// What a desktop tells of the clipboard's changes since a watch over them began.
-struct ClipboardChanges {
-  std::int64_t count = 0;
-  // The first was made by the program that had the keyboard when the watch began.
+// A change of the clipboard that another program made.
+struct ClipboardChange {
+  // Made by the program that had the keyboard when the watch began.
   bool fromTarget = false;
-  // The user pressed a key or a button before the last of them, or it is not known that he did not.
-  bool userActed = false;
+  // What the user had pressed before, since the watch began.
+  Input input;
 };
 
 // A desktop's clipboard, which can tell whose a change is. One thread at a time, save string(),
@@ -30,8 +25,11 @@ class WatchedPasteboard : public Pasteboard {
   // call nothing here. Bounded in time, as the others are.
   virtual void beginWatch(std::function<void()> onChange) = 0;
   virtual void endWatch() = 0;
-  // Everything that happened before the call. None without a watch.
-  virtual ClipboardChanges watched() = 0;
+  // Everything that happened before the call and was not taken yet, each change once, in their
+  // order. None without a watch.
+  virtual std::vector<ClipboardChange> takeChanges() = 0;
+  // One of our shortcuts was pressed, which arrived then: its keys are no input.
+  virtual void shortcutArrived(Input::Time time) = 0;
 };
 
 }  // namespace tavin::copy

@@ -1,11 +1,12 @@
 #include "platform/gnome/XwaylandPasteboard.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tavin::gnome {
 namespace {
 
-constexpr std::chrono::milliseconds answerDeadline(100);
+constexpr std::chrono::milliseconds answerDeadline(1000);
 
 }  // namespace
 
@@ -66,7 +67,8 @@ void XwaylandPasteboard::writeObjects(const std::vector<PasteboardItem>& items) 
 }
 
 void XwaylandPasteboard::beginWatch(std::function<void()> onChange) {
-  pressIsOver_ = Clock::now() + copy::shortcutsPress;
+  watchedSince_ = Clock::now();
+  pressIsOver_ = watchedSince_ + copy::shortcutsEnd;
   if (pasteboard_)
     pasteboard_->beginWatch(std::move(onChange));
 }
@@ -76,15 +78,28 @@ void XwaylandPasteboard::endWatch() {
     pasteboard_->endWatch();
 }
 
-copy::ClipboardChanges XwaylandPasteboard::watched() {
-  auto changes = pasteboard_ ? pasteboard_->watched() : copy::ClipboardChanges();
-  if (changes.count == 0 || changes.userActed)
+// The shell tells of the last input alone: where a shortcut explains that, what was before it is
+// not known.
+std::vector<copy::ClipboardChange> XwaylandPasteboard::takeChanges() {
+  auto changes = pasteboard_ ? pasteboard_->takeChanges() : std::vector<copy::ClipboardChange>();
+  if (changes.empty())
     return changes;
+  // The command's own keys may come this late.
+  for (auto& change : changes)
+    change.input.explainBy(watchedSince_, watchedSince_ + copy::shortcutsEnd);
   const auto asked = Clock::now();
   QDBusPendingCall answer = askIdleTime(bus_, answerDeadline);
   answer.waitForFinished();
-  changes.userActed = lastInput(asked, answer).latest > pressIsOver_;
+  const auto last = lastInput(asked, answer).latest;
+  if (last > pressIsOver_)
+    changes.back().input.note(last);
   return changes;
+}
+
+void XwaylandPasteboard::shortcutArrived(copy::Input::Time time) {
+  pressIsOver_ = std::max(pressIsOver_, time + copy::shortcutsEnd);
+  if (pasteboard_)
+    pasteboard_->shortcutArrived(time);
 }
 
 }  // namespace tavin::gnome

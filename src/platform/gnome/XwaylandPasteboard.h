@@ -30,7 +30,8 @@ class XwaylandPasteboard final : public copy::WatchedPasteboard {
   void writeObjects(const std::vector<PasteboardItem>& items) override;
   void beginWatch(std::function<void()> onChange) override;
   void endWatch() override;
-  copy::ClipboardChanges watched() override;
+  std::vector<copy::ClipboardChange> takeChanges() override;
+  void shortcutArrived(copy::Input::Time time) override;
 
  private:
   // Of the clipboard in use; called from other threads, too.
@@ -46,6 +47,7 @@ class XwaylandPasteboard final : public copy::WatchedPasteboard {
   const std::shared_ptr<HandOver> handOver_ = std::make_shared<HandOver>();
   const QDBusConnection bus_;
   std::unique_ptr<copy::WatchedPasteboard> pasteboard_;  // Null where the display is gone.
+  Clock::time_point watchedSince_;
   Clock::time_point pressIsOver_;  // Later input is the user's to do something else.
   x11::DisplayProbe probe_;
 };

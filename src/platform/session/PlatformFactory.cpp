@@ -14,12 +14,13 @@
 #include "platform/desktop/QtMainQueue.h"
 #include "platform/desktop/SettingsUserDefaults.h"
 #include "platform/desktop/SignalWatch.h"
-#include "platform/gnome/NotingControl.h"
+#include "platform/gnome/HeldModifiers.h"
 #include "platform/http/CurlSession.h"
 #include "platform/posix/OwnProcess.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
 #include "platform/session/CaptureServices.h"
+#include "platform/session/NotingControl.h"
 #include "platform/session/ShortcutServices.h"
 #include "platform/session/Survey.h"
 #include "platform/shortcuts/RegisteredHotkeys.h"
@@ -38,9 +39,11 @@ StartedPlatform cannotStart(const QByteArray& reason) {
   return {.platform = nullptr, .exitCode = 1};
 }
 
-QString addHotkeys(Platform& platform, const Survey& survey, const ShortcutNeeds& needs) {
+QString addHotkeys(Platform& platform, const Survey& survey, const ShortcutNeeds& needs,
+                   std::function<void()> arrived) {
   ChosenShortcuts chosen = createShortcuts(survey, needs);
-  auto hotkeys = std::make_unique<shortcuts::RegisteredHotkeys>(std::move(chosen.service));
+  auto hotkeys =
+      std::make_unique<shortcuts::RegisteredHotkeys>(std::move(chosen.service), std::move(arrived));
   platform.shutdownHooks.push_back([&hotkeys = *hotkeys] { hotkeys.release(); });
   platform.hotkeys = std::move(hotkeys);
   return chosen.name;
@@ -86,18 +89,24 @@ StartedPlatform complete(std::unique_ptr<Platform> platform, Survey survey,
   if (!chosen)
     return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
+  const auto arrived = chosen->capture.shortcutArrived;
   addCapture(*platform, std::move(chosen->capture));
-  if (modifiers)
-    platform->remoteControl =
-        std::make_unique<gnome::NotingControl>(std::move(platform->remoteControl), modifiers);
+  platform->remoteControl =
+      std::make_unique<NotingControl>(std::move(platform->remoteControl), [arrived, modifiers] {
+        arrived();
+        if (modifiers)
+          gnome::HeldModifiers::noteIn(modifiers);
+      });
   survey.askBus(bus);
   const QString shortcuts =
       addHotkeys(*platform, survey,
                  {.bus = bus,
                   .modifiers = modifiers,
-                  .serveKey = [&control](const QString& action, std::function<void()> ran) {
-                    control.serveKey(action, std::move(ran));
-                  }});
+                  .serveKey =
+                      [&control](const QString& action, std::function<void()> ran) {
+                        control.serveKey(action, std::move(ran));
+                      }},
+                 arrived);
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(displayBell(survey));
   platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3, version %4")
                            .arg(chosen->description, shortcuts,

@@ -20,8 +20,9 @@ struct RegisteredHotkeys::HotKey final : EventHotKey {
   EventHotKeyID id;
 };
 
-RegisteredHotkeys::RegisteredHotkeys(std::unique_ptr<Service> service)
-    : service_(std::move(service)) {
+RegisteredHotkeys::RegisteredHotkeys(std::unique_ptr<Service> service,
+                                     std::function<void()> arrived)
+    : arrived_(std::move(arrived)), service_(std::move(service)) {
   service_->tell([this](const KeyCombination& combination) { tellPress(combination); },
                  [this](const KeyCombination& combination, const Answer& answer) {
                    tellAnswer(combination, answer);
@@ -69,8 +70,10 @@ void RegisteredHotkeys::unregisterEventHotKey(const EventHotKeyRef& ref) {
 
 void RegisteredHotkeys::tellPress(const KeyCombination& combination) const {
   const auto found = hotKeys_.find(combination);
-  if (found != hotKeys_.end() && pressed_)
-    pressed_(found->second->id);
+  if (found == hotKeys_.end() || !pressed_)
+    return;
+  arrived_();
+  pressed_(found->second->id);
 }
 
 void RegisteredHotkeys::tellAnswer(const KeyCombination& combination, const Answer& answer) const {

@@ -12,8 +12,9 @@ namespace tavin::shortcuts {
 // Main thread only.
 class RegisteredHotkeys final : public HotkeyService {
  public:
-  // `service` is not null.
-  explicit RegisteredHotkeys(std::unique_ptr<Service> service);
+  // `service` is not null. `arrived` is called for each press before anything else is.
+  explicit RegisteredHotkeys(
+      std::unique_ptr<Service> service, std::function<void()> arrived = [] {});
   ~RegisteredHotkeys() override;
 
   bool canGrant() const override { return service_->canGrant(); }
@@ -32,6 +33,7 @@ class RegisteredHotkeys final : public HotkeyService {
   void tellPress(const KeyCombination& combination) const;
   void tellAnswer(const KeyCombination& combination, const Answer& answer) const;
 
+  const std::function<void()> arrived_;
   std::function<void(EventHotKeyID)> pressed_;
   std::function<void(const HotkeyRegistration&)> answered_;
   std::map<KeyCombination, std::shared_ptr<HotKey>> hotKeys_;

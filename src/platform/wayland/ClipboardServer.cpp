@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace tavin::wayland {
 namespace {
@@ -35,7 +36,9 @@ struct ClipboardServer::Served {
       served.server.writers_.begin(std::move(pipe), found->second);
   }
   static void cancelled(void* self, zwlr_data_control_source_v1*) {
-    static_cast<Served*>(self)->server.served_.reset();
+    auto& current = static_cast<Served*>(self)->server.served_;
+    if (current.get() == self)
+      current.reset();
   }
   static constexpr zwlr_data_control_source_v1_listener listener{.send = send,
                                                                  .cancelled = cancelled};
@@ -65,7 +68,7 @@ std::int64_t ClipboardServer::changeCount() {
 void ClipboardServer::serve(PasteboardItem item) {
   thread_.ask<bool>(Deadline::in(patienceSeconds), [this, item = std::move(item)]() mutable {
     claim(std::move(item));
-    return connection_.roundTrip(Deadline::in(patienceSeconds));
+    return true;
   });
 }
 
@@ -96,12 +99,23 @@ void ClipboardServer::endWatch() {
   });
 }
 
-copy::ClipboardChanges ClipboardServer::watched() {
-  const auto known = thread_.ask<copy::ClipboardChanges>(Deadline::in(patienceSeconds), [this] {
-    connection_.roundTrip(Deadline::in(patienceSeconds));
-    return watch_.changes();
+std::vector<copy::ClipboardChange> ClipboardServer::takeChanges() {
+  thread_.ask<bool>(Deadline::in(patienceSeconds),
+                    [this] { return connection_.roundTrip(Deadline::in(patienceSeconds)); });
+  return watch_.takeChanges();
+}
+
+void ClipboardServer::shortcutArrived(copy::Input::Time time) {
+  thread_.ask<bool>(Deadline::in(patienceSeconds), [this, time] {
+    const bool answered = connection_.roundTrip(Deadline::in(patienceSeconds));
+    watch_.shortcutArrived(time);
+    return answered;
   });
-  return known.value_or(copy::ClipboardChanges());
+}
+
+void ClipboardServer::noteChange() {
+  if (!changing_)
+    watch_.changed();
 }
 
 std::optional<Deadline> ClipboardServer::nextDeadline() {
@@ -122,9 +136,22 @@ void ClipboardServer::claim(PasteboardItem item) {
   zwlr_data_control_source_v1_add_listener(served->source.get(), &Served::listener, served.get());
   for (const auto& [type, bytes] : served->item.types)
     zwlr_data_control_source_v1_offer(served->source.get(), type.toLatin1().constData());
-  control_.setClipboard(served->source.get());
-  // Only now, so that the clipboard is never empty in between.
-  served_ = std::move(served);
+  auto* const source = served->source.get();
+  // Ended only when the other has its place, so that the clipboard is never empty in between.
+  const auto before = std::exchange(served_, std::move(served));
+  change(source);
+}
+
+// The compositor does not tell which change is our own: of those that it tells until it has
+// answered, one is.
+void ClipboardServer::change(zwlr_data_control_source_v1* source) {
+  const auto before = control_.changes(Selection::clipboard);
+  changing_ = true;
+  control_.setClipboard(source);
+  connection_.roundTrip(Deadline::in(patienceSeconds));
+  changing_ = false;
+  for (auto others = control_.changes(Selection::clipboard) - before; others > 1; --others)
+    watch_.changed();
 }
 
 void ClipboardServer::clearIfDue(bool now) {
@@ -133,7 +160,7 @@ void ClipboardServer::clearIfDue(bool now) {
   clearAt_.reset();
   if (control_.changes(Selection::clipboard) != changesBeforeClear_)
     return;  // A program has put something there meanwhile.
-  control_.setClipboard(nullptr);
+  change(nullptr);
   served_.reset();
 }
 

@@ -35,10 +35,11 @@ class ClipboardServer final : public EventThread::Part {
   // As in copy::WatchedPasteboard; `onChange` is called on the thread.
   void beginWatch(std::function<void()> onChange);
   void endWatch();
-  copy::ClipboardChanges watched();
+  std::vector<copy::ClipboardChange> takeChanges();
+  void shortcutArrived(copy::Input::Time time);
 
   // To be called on the thread after each change.
-  void noteChange() { watch_.changed(); }
+  void noteChange();
   void addFiles(std::vector<pollfd>& files) override { writers_.addFiles(files); }
   std::optional<Deadline> nextDeadline() override;
   void proceed() override;
@@ -48,6 +49,7 @@ class ClipboardServer final : public EventThread::Part {
 
   void claim(PasteboardItem item);
   void clearIfDue(bool now);
+  void change(zwlr_data_control_source_v1* source);
 
   EventThread& thread_;
   Connection& connection_;
@@ -57,6 +59,7 @@ class ClipboardServer final : public EventThread::Part {
   std::unique_ptr<Served> served_;  // Null while others own the clipboard.
   std::optional<Deadline> clearAt_;
   std::int64_t changesBeforeClear_ = 0;
+  bool changing_ = false;            // Ourselves.
   std::int64_t lastKnownCount_ = 0;  // Of the calling thread.
 };
 

@@ -2,8 +2,9 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
-#include "platform/copy/WatchedPasteboard.h"
+#include "platform/copy/ChangeList.h"
 #include "platform/wayland/InputWatch.h"
 #include "platform/wayland/WindowWatch.h"
 
@@ -21,16 +22,17 @@ class ClipboardWatch {
   // As in copy::WatchedPasteboard.
   void begin(std::function<void()> onChange);
   void end();
-  copy::ClipboardChanges changes() const { return on_ ? on_->changes : copy::ClipboardChanges(); }
+  // Any thread.
+  std::vector<copy::ClipboardChange> takeChanges() { return changes_.take(); }
+  void shortcutArrived(copy::Input::Time time);
 
-  // To be called after each change of the clipboard.
+  // To be called after each change of the clipboard that is not our own.
   void changed();
 
  private:
   struct State {
     std::function<void()> onChange;
     std::uint64_t target = 0;
-    copy::ClipboardChanges changes;
   };
   // 0 where nothing is told.
   std::uint64_t front() const { return windows_ ? windows_->active().id : 0; }
@@ -38,6 +40,7 @@ class ClipboardWatch {
   const WindowWatch* const windows_;
   InputWatch input_;
   std::optional<State> on_;
+  copy::ChangeList changes_;
 };
 
 }  // namespace tavin::wayland

@@ -21,7 +21,7 @@ class EventThread {
     virtual ~Part() = default;
     virtual void addFiles(std::vector<pollfd>& files) = 0;
     virtual std::optional<Deadline> nextDeadline() = 0;
-    // Does what can be done now without waiting.
+    // Does what can be done now; waits for nobody but the compositor.
     virtual void proceed() = 0;
   };
 

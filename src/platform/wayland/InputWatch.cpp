@@ -1,6 +1,6 @@
 #include "platform/wayland/InputWatch.h"
 
-#include "platform/copy/WatchedPasteboard.h"
+#include <algorithm>
 
 namespace tavin::wayland {
 namespace {
@@ -31,8 +31,9 @@ InputWatch::InputWatch(Connection& connection)
 
 void InputWatch::begin() {
   end();
-  pressIsOver_ = Clock::now() + copy::shortcutsPress;
-  idle_ = acted_ = false;
+  pressIsOver_ = Clock::now() + copy::shortcutsEnd;
+  idle_ = false;
+  input_ = {};
   if (standard_) {
     standardClock_.reset(
         ext_idle_notifier_v1_get_idle_notification(standard_.get(), milliseconds, seat_));
@@ -48,11 +49,26 @@ void InputWatch::end() {
   kdeClock_.reset();
 }
 
-// Once is enough: a pointer that moves would wake this thread all the time.
+void InputWatch::shortcutArrived(copy::Input::Time time) {
+  pressIsOver_ = std::max(pressIsOver_, time + copy::shortcutsEnd);
+  input_.explainBy(time, pressIsOver_);
+}
+
+copy::Input InputWatch::input() const {
+  const bool tells = standardClock_ || kdeClock_;
+  const bool settled = idle_ || Clock::now() < pressIsOver_;
+  return input_.first() || (tells && settled) ? input_ : copy::Input::unknown();
+}
+
+// What no shortcut can explain any more is enough: a pointer that moves would wake this thread all
+// the time.
 void InputWatch::resumes() {
   idle_ = false;
-  acted_ = Clock::now() >= pressIsOver_;
-  if (acted_)
+  const auto now = Clock::now();
+  if (now < pressIsOver_)
+    return;
+  input_.note(now);
+  if (!input_.mayBeExplained(now - copy::shortcutsEnd))
     end();
 }
 

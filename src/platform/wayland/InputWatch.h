@@ -1,7 +1,6 @@
 #pragma once
 
-#include <chrono>
-
+#include "platform/copy/Input.h"
 #include "platform/wayland/Connection.h"
 
 namespace tavin::wayland {
@@ -14,15 +13,17 @@ class InputWatch {
   // `connection` must outlive it. Before its binding is done.
   explicit InputWatch(Connection& connection);
 
-  // From now on; what happens during copy::shortcutsPress does not count.
+  // From now on; what happens during copy::shortcutsEnd does not count.
   void begin();
   void end();
-  // Whether the user has done something since. Also true where that is not known: the compositor
-  // has neither protocol, or a program keeps it from counting the time, as for a film.
-  bool acted() const { return acted_ || !idle_; }
+  // A shortcut of ours was pressed.
+  void shortcutArrived(copy::Input::Time time);
+  // What the user has done since. Unknown where the compositor has neither protocol, or a program
+  // keeps it from counting the time, as for a film.
+  copy::Input input() const;
 
  private:
-  using Clock = std::chrono::steady_clock;
+  using Clock = copy::Input::Clock;
   struct Events;
   void becomesIdle() { idle_ = true; }
   void resumes();
@@ -32,9 +33,9 @@ class InputWatch {
   const Owned<org_kde_kwin_idle> kde_;
   Owned<ext_idle_notification_v1> standardClock_;
   Owned<org_kde_kwin_idle_timeout> kdeClock_;
-  Clock::time_point pressIsOver_;
+  copy::Input::Time pressIsOver_;
   bool idle_ = false;  // Since the last thing that was done.
-  bool acted_ = false;
+  copy::Input input_;
 };
 
 }  // namespace tavin::wayland

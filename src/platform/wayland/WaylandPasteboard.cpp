@@ -48,6 +48,12 @@ void WaylandPasteboard::beginWatch(std::function<void()> onChange) {
 
 void WaylandPasteboard::endWatch() { compositor_->clipboard()->endWatch(); }
 
-copy::ClipboardChanges WaylandPasteboard::watched() { return compositor_->clipboard()->watched(); }
+std::vector<copy::ClipboardChange> WaylandPasteboard::takeChanges() {
+  return compositor_->clipboard()->takeChanges();
+}
+
+void WaylandPasteboard::shortcutArrived(copy::Input::Time time) {
+  compositor_->clipboard()->shortcutArrived(time);
+}
 
 }  // namespace tavin::wayland

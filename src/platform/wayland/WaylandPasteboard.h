@@ -19,7 +19,8 @@ class WaylandPasteboard final : public copy::WatchedPasteboard {
   void writeObjects(const std::vector<PasteboardItem>& items) override;
   void beginWatch(std::function<void()> onChange) override;
   void endWatch() override;
-  copy::ClipboardChanges watched() override;
+  std::vector<copy::ClipboardChange> takeChanges() override;
+  void shortcutArrived(copy::Input::Time time) override;
 
  private:
   const std::shared_ptr<Compositor> compositor_;

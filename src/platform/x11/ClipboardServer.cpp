@@ -78,7 +78,7 @@ void ClipboardServer::beginWatch(std::function<void()> onChange) {
   perform(Deadline::in(patienceSeconds), [this, onChange = std::move(onChange)]() mutable {
     giveUpIfDue(true);
     synchronise();
-    watch_.begin(std::move(onChange));
+    watch_.begin(std::move(onChange), serverTime());
   });
 }
 
@@ -86,12 +86,16 @@ void ClipboardServer::endWatch() {
   perform(Deadline::in(patienceSeconds), [this] { watch_.end(); });
 }
 
-copy::ClipboardChanges ClipboardServer::watched() {
-  const auto known = inbox_.ask<copy::ClipboardChanges>(Deadline::in(patienceSeconds), [this] {
+std::vector<copy::ClipboardChange> ClipboardServer::takeChanges() {
+  perform(Deadline::in(patienceSeconds), [this] { synchronise(); });
+  return watch_.takeChanges();
+}
+
+void ClipboardServer::shortcutArrived(copy::Input::Time time) {
+  perform(Deadline::in(patienceSeconds), [this, time] {
     synchronise();
-    return watch_.changes();
+    watch_.shortcutArrived(time);
   });
-  return known.value_or(copy::ClipboardChanges());
 }
 
 bool ClipboardServer::handOver(Deadline deadline) {
@@ -155,7 +159,9 @@ void ClipboardServer::handle(const xcb_generic_event_t& event) {
   const std::uint8_t kind = event.response_type & 0x7f;
   if (kind == fixesEvent_ + XCB_XFIXES_SELECTION_NOTIFY) {
     ++changes_;
-    watch_.ownerChanged(as<xcb_xfixes_selection_notify_event_t>(event).owner);
+    const auto& notice = as<xcb_xfixes_selection_notify_event_t>(event);
+    if (!isOwnDoing(notice))
+      watch_.ownerChanged(notice.owner);
   } else if (kind == 0) {  // A requestor that went away while it was answered.
     answers_.transfers().windowGone(as<xcb_value_error_t>(event).bad_value);
   } else if (kind == XCB_SELECTION_REQUEST) {
@@ -174,6 +180,14 @@ void ClipboardServer::handle(const xcb_generic_event_t& event) {
   } else {
     watch_.observe(event);
   }
+}
+
+// We take the clipboard, or give it up by the time of our own claim.
+bool ClipboardServer::isOwnDoing(const xcb_xfixes_selection_notify_event_t& notice) const {
+  return notice.owner == window_ ||
+         (notice.owner == XCB_WINDOW_NONE &&
+          notice.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER &&
+          notice.selection_timestamp == claimedAt_);
 }
 
 void ClipboardServer::loseOwnership() {

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <xcb/xfixes.h>
+
 #include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <thread>
+#include <vector>
 
 #include "platform/posix/TaskInbox.h"
 #include "platform/x11/ClipboardAnswers.h"
@@ -33,7 +36,8 @@ class ClipboardServer {
   // As in copy::WatchedPasteboard; `onChange` is called on the thread.
   void beginWatch(std::function<void()> onChange);
   void endWatch();
-  copy::ClipboardChanges watched();
+  std::vector<copy::ClipboardChange> takeChanges();
+  void shortcutArrived(copy::Input::Time time);
   // Asks the session's clipboard manager to keep what we serve. False where there is none, or it
   // has not taken everything before the deadline; true also when there is nothing to keep.
   bool handOver(Deadline deadline);
@@ -53,6 +57,7 @@ class ClipboardServer {
   void synchronise();
   xcb_timestamp_t serverTime();
   bool claim(ClipboardContents contents);
+  bool isOwnDoing(const xcb_xfixes_selection_notify_event_t& notice) const;
   void giveUpIfDue(bool now);
 
   const std::unique_ptr<Connection> connection_;

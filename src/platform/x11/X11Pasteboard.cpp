@@ -1,6 +1,8 @@
 #include "platform/x11/X11Pasteboard.h"
 
+#include <map>
 #include <set>
+#include <string>
 #include <utility>
 
 #include "platform/x11/ClipboardSnapshot.h"
@@ -41,6 +43,26 @@ std::optional<QString> fromCompoundText(const QByteArray& bytes) {
   return text;
 }
 
+// How an item's targets were delivered: by the name of the type, as the item may outlive the
+// display that its atoms are of.
+struct Encoding {
+  std::string type;
+  std::uint8_t format;
+};
+using Encodings = std::map<QString, Encoding>;
+
+ClipboardTarget targetOf(const Connection& connection, const Encodings* encodings,
+                         const QString& name, const QByteArray& bytes) {
+  const std::string latin1 = name.toLatin1().toStdString();
+  const xcb_atom_t target = connection.atom(latin1);
+  if (!encodings || !encodings->contains(name))
+    return {target, target, 8, bytes};
+  const auto& [type, format] = encodings->at(name);
+  if (type.empty() || bytes.size() % (format / 8) != 0)
+    return {target, target, 8, bytes};
+  return {target, type == latin1 ? target : connection.atom(type), format, bytes};
+}
+
 }  // namespace
 
 X11Pasteboard::X11Pasteboard(std::unique_ptr<SelectionReader> reader,
@@ -49,22 +71,24 @@ X11Pasteboard::X11Pasteboard(std::unique_ptr<SelectionReader> reader,
 
 std::optional<std::vector<PasteboardItem>> X11Pasteboard::pasteboardItems() {
   server_->changeCount();  // A clipboard that was just cleared is given up before it is read.
-  encodings_.clear();
   auto snapshot = readClipboard(*reader_, Deadline::in(secondsForSnapshot));
   if (!snapshot)
     return std::nullopt;
   if (!snapshot->owned)
     return std::vector<PasteboardItem>{};
-  std::vector<xcb_atom_t> targets;
-  for (const auto& entry : snapshot->contents) targets.push_back(entry.target);
-  const auto names = reader_->atomNames(targets);
+  auto& contents = snapshot->contents;
+  std::vector<xcb_atom_t> atoms;
+  for (const auto& entry : contents) atoms.push_back(entry.target);
+  for (const auto& entry : contents) atoms.push_back(entry.type);
+  const auto names = reader_->atomNames(atoms);
+  const auto encodings = std::make_shared<Encodings>();
   PasteboardItem item;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    auto& entry = snapshot->contents[i];
+  for (std::size_t i = 0; i < contents.size(); ++i) {
     const QString name = QString::fromLatin1(names[i]);
-    encodings_[name] = {entry.type, entry.format};
-    item.types.emplace_back(name, std::move(entry.bytes));
+    (*encodings)[name] = {names[contents.size() + i], contents[i].format};
+    item.types.emplace_back(name, std::move(contents[i].bytes));
   }
+  item.manner = encodings;
   return std::vector{std::move(item)};
 }
 
@@ -98,12 +122,10 @@ void X11Pasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
   ClipboardContents contents;
   std::set<QString> seen;
   for (const auto& item : items) {
+    const auto* encodings = static_cast<const Encodings*>(item.manner.get());
     for (const auto& [name, bytes] : item.types) {
-      if (!seen.insert(name).second)
-        continue;
-      const xcb_atom_t target = reader_->connection().atom(name.toLatin1().toStdString());
-      const auto [type, format] = encodingOf(name, target, bytes);
-      contents.push_back({target, type, format, bytes});
+      if (seen.insert(name).second)
+        contents.push_back(targetOf(reader_->connection(), encodings, name, bytes));
     }
   }
   server_->serve(std::move(contents));
@@ -111,14 +133,6 @@ void X11Pasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
 
 void X11Pasteboard::beginWatch(std::function<void()> onChange) {
   server_->beginWatch(std::move(onChange));
-}
-
-X11Pasteboard::Encoding X11Pasteboard::encodingOf(const QString& name, xcb_atom_t target,
-                                                  const QByteArray& bytes) const {
-  const auto known = encodings_.find(name);
-  if (known == encodings_.end() || bytes.size() % (known->second.format / 8) != 0)
-    return {target, 8};
-  return known->second;
 }
 
 }  // namespace tavin::x11

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 
 #include "platform/copy/WatchedPasteboard.h"
@@ -21,19 +20,12 @@ class X11Pasteboard final : public copy::WatchedPasteboard {
   void writeObjects(const std::vector<PasteboardItem>& items) override;
   void beginWatch(std::function<void()> onChange) override;
   void endWatch() override { server_->endWatch(); }
-  copy::ClipboardChanges watched() override { return server_->watched(); }
+  std::vector<copy::ClipboardChange> takeChanges() override { return server_->takeChanges(); }
+  void shortcutArrived(copy::Input::Time time) override { server_->shortcutArrived(time); }
 
  private:
-  struct Encoding {
-    xcb_atom_t type;
-    std::uint8_t format;
-  };
-  Encoding encodingOf(const QString& name, xcb_atom_t target, const QByteArray& bytes) const;
-
   const std::unique_ptr<SelectionReader> reader_;
   const std::shared_ptr<ClipboardServer> server_;
-  // How the targets of the last snapshot were delivered, which an item has no place for.
-  std::map<QString, Encoding> encodings_;
 };
 
 }  // namespace tavin::x11

@@ -7,8 +7,8 @@
 #include "platform/Eventually.h"
 #include "platform/Keyboard.h"
 #include "platform/gnome/HeldModifiers.h"
-#include "platform/gnome/NotingControl.h"
 #include "platform/gnome/ShellWatch.h"
+#include "platform/session/NotingControl.h"
 
 namespace tavin::test {
 namespace {
@@ -50,7 +50,8 @@ class Control final : public RemoteControl {
 TEST_F(ShellTest, AnActionThatLooksForASelectionCountsAsAPress) {
   shell.start();
   RemoteActions served;
-  gnome::NotingControl control(std::make_unique<Control>(served), modifiers);
+  session::NotingControl control(std::make_unique<Control>(served),
+                                 [this] { gnome::HeldModifiers::noteIn(modifiers); });
   bool heldWhileItRan = false;
   control.serve({.activate = {},
                  .speakOrStop = [&] { heldWhileItRan = heldForAllThatIsKnown(); },

@@ -64,8 +64,9 @@ struct FakeCompositor::Requests {
     auto& compositor = self(device);
     compositor.holdsText_ = false;
     compositor.source_.resource = source;
-    compositor.tell(device);
+    for (auto* each : compositor.devices_) compositor.tell(each);
   }
+  static void forgetDevice(wl_resource* device) { std::erase(self(device).devices_, device); }
   static void setPrimary(wl_client*, wl_resource*, wl_resource*) {}
   static constexpr struct zwlr_data_control_device_v1_interface deviceRequests {
     setSelection, destroyResource, setPrimary
@@ -78,7 +79,8 @@ struct FakeCompositor::Requests {
   }
   static void getDevice(wl_client* client, wl_resource* manager, std::uint32_t id, wl_resource*) {
     auto* resource = wl_resource_create(client, &zwlr_data_control_device_v1_interface, 1, id);
-    wl_resource_set_implementation(resource, &deviceRequests, &self(manager), nullptr);
+    wl_resource_set_implementation(resource, &deviceRequests, &self(manager), forgetDevice);
+    self(manager).devices_.push_back(resource);
     self(manager).tell(resource);
   }
   static constexpr struct zwlr_data_control_manager_v1_interface managerRequests {

@@ -45,6 +45,7 @@ class FakeCompositor {
   QTemporaryDir folder_;
   const QByteArray text_;
   wl_display* display_;
+  std::vector<wl_resource*> devices_;
   Source source_;                        // Of the client that owns the clipboard;
   bool holdsText_ = true;                // before, the text.
   std::atomic<std::uint32_t> held_ = 0;  // The first modifier is Caps Lock, which none asks for.

@@ -40,16 +40,20 @@ TEST_F(StandardProtocolTest, TheClipboardIsReadAndGivenBackThroughIt) {
 }
 
 TEST_F(StandardProtocolTest, WhereNobodyTellsOfInputAChangeMayBeTheUsers) {
+  WaylandPasteboard other{Compositor::connect()};
   std::atomic<int> told = 0;
   pasteboard_.beginWatch([&] { ++told; });
-  EXPECT_EQ(pasteboard_.watched().count, 0);
-  pasteboard_.writeObjects(itemWith("copied"));
-  const auto changes = pasteboard_.watched();
-  EXPECT_EQ(changes.count, 1);
-  EXPECT_TRUE(changes.userActed);
+  EXPECT_TRUE(pasteboard_.takeChanges().empty());
+  other.writeObjects(itemWith("copied"));
+  pasteboard_.shortcutArrived(copy::Input::Clock::now());
+  const auto changes = pasteboard_.takeChanges();
+  ASSERT_EQ(changes.size(), 1U);
+  EXPECT_TRUE(changes.front().input.first());
   EXPECT_EQ(told, 1);
+  EXPECT_TRUE(pasteboard_.takeChanges().empty());
+  other.writeObjects(itemWith("copied again"));
   pasteboard_.endWatch();
-  EXPECT_EQ(pasteboard_.watched().count, 0);
+  EXPECT_TRUE(pasteboard_.takeChanges().empty());
 }
 
 TEST_F(StandardProtocolTest, WhatACompositorLacksIsMissingAlone) {

@@ -238,6 +238,23 @@ TEST_F(WaylandPasteboardTest, TheCountGrowsWithEveryChange) {
   EXPECT_GT(pasteboard_.changeCount(), gone);
 }
 
+TEST_F(WaylandPasteboardTest, AWatchTellsEachChangeOnceAndNoneOfOurOwn) {
+  pasteboard_.beginWatch([] {});
+  for (int i = 0; i < 2; ++i) {
+    const ClipboardOwner owner(Types{{kText, "copied"}});
+    EXPECT_EQ(pasteboard_.takeChanges().size(), 1U);
+    pasteboard_.writeObjects({{{{QString::fromStdString(kText), "given back"}}}});
+    EXPECT_TRUE(pasteboard_.takeChanges().empty());
+    EXPECT_EQ(read(), (Types{{kText, "given back"}}));
+  }
+  pasteboard_.clearContents();
+  pasteboard_.changeCount();
+  EXPECT_TRUE(pasteboard_.takeChanges().empty());
+  const ClipboardOwner owner(Types{{kText, "copied"}});
+  EXPECT_EQ(pasteboard_.takeChanges().size(), 1U);
+  pasteboard_.endWatch();
+}
+
 TEST_F(WaylandPasteboardTest, ReadsTextInEveryPlainForm) {
   const std::pair<Types, QString> cases[] = {
       {{{"STRING", "no"}, {kText, "  äöü 😀\n"}}, "  äöü 😀\n"},

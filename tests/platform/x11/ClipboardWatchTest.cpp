@@ -2,6 +2,7 @@
 #include <xcb/xtest.h>
 
 #include <atomic>
+#include <thread>
 
 #include "platform/Eventually.h"
 #include "platform/x11/ClipboardServer.h"
@@ -24,11 +25,14 @@ class ClipboardWatchTest : public testing::Test {
     told_ = 0;
     server_->beginWatch([this] { ++told_; });
   }
-  copy::ClipboardChanges afterCopyBy(test::TestWindow& program) {
+  copy::ClipboardChange afterCopyBy(test::TestWindow& program) {
     EXPECT_TRUE(program.command("clipboard text"));
     EXPECT_TRUE(eventually([this] { return told_ > 0; }));
-    return server_->watched();
+    const auto changes = server_->takeChanges();
+    EXPECT_EQ(changes.size(), 1U);
+    return changes.empty() ? copy::ClipboardChange() : changes.back();
   }
+  bool userActedBeforeCopy() { return afterCopyBy(target_).input.first().has_value(); }
   void turn(std::uint8_t button) {
     for (const int type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE})
       xcb_test_fake_input(user_.connection().get(), static_cast<std::uint8_t>(type), button,
@@ -44,11 +48,11 @@ class ClipboardWatchTest : public testing::Test {
 };
 
 TEST_F(ClipboardWatchTest, KnowsTheProgramThatHadTheKeyboard) {
-  EXPECT_EQ(server_->watched().count, 0);
-  const auto changes = afterCopyBy(target_);
-  EXPECT_EQ(changes.count, 1);
-  EXPECT_TRUE(changes.fromTarget);
-  EXPECT_FALSE(changes.userActed);
+  EXPECT_TRUE(server_->takeChanges().empty());
+  const auto change = afterCopyBy(target_);
+  EXPECT_TRUE(change.fromTarget);
+  EXPECT_FALSE(change.input.first());
+  EXPECT_TRUE(server_->takeChanges().empty()) << "each is told once";
 }
 
 TEST_F(ClipboardWatchTest, KnowsAnotherProgramEvenInFront) {
@@ -56,35 +60,92 @@ TEST_F(ClipboardWatchTest, KnowsAnotherProgramEvenInFront) {
   EXPECT_FALSE(afterCopyBy(other_).fromTarget);
 }
 
-TEST_F(ClipboardWatchTest, TheFirstChangeTellsWhose) {
-  EXPECT_FALSE(afterCopyBy(other_).fromTarget);
-  const auto both = afterCopyBy(target_);
-  EXPECT_EQ(both.count, 2);
-  EXPECT_FALSE(both.fromTarget);
+TEST_F(ClipboardWatchTest, EachChangeTellsWhose) {
+  EXPECT_TRUE(other_.command("clipboard text"));
+  EXPECT_TRUE(target_.command("clipboard text"));
+  EXPECT_TRUE(eventually([this] { return told_ == 2; }));
+  const auto changes = server_->takeChanges();
+  ASSERT_EQ(changes.size(), 2U);
+  EXPECT_FALSE(changes.front().fromTarget);
+  EXPECT_TRUE(changes.back().fromTarget);
+}
+
+TEST_F(ClipboardWatchTest, OurOwnChangesAreNone) {
+  server_->serve({});
+  server_->clear();
+  server_->changeCount();
+  EXPECT_TRUE(server_->takeChanges().empty());
+  EXPECT_TRUE(afterCopyBy(target_).fromTarget);
+}
+
+TEST_F(ClipboardWatchTest, WhatAnotherProgramClearsIsAChange) {
+  EXPECT_TRUE(afterCopyBy(target_).fromTarget);
+  const auto connection = Connection::open();
+  xcb_set_selection_owner(connection->get(), XCB_WINDOW_NONE, connection->atom("CLIPBOARD"),
+                          XCB_CURRENT_TIME);
+  connection->roundTrip();
+  const auto changes = server_->takeChanges();
+  ASSERT_EQ(changes.size(), 1U);
+  EXPECT_FALSE(changes.back().fromTarget);
 }
 
 TEST_F(ClipboardWatchTest, AKeyOrAButtonIsTheUsersDoing) {
   user_.type({test::key::t});
-  EXPECT_TRUE(afterCopyBy(target_).userActed);
+  EXPECT_TRUE(userActedBeforeCopy());
   begin();
-  EXPECT_FALSE(afterCopyBy(target_).userActed) << "that was before";
+  EXPECT_FALSE(userActedBeforeCopy()) << "that was before";
   begin();
   turn(leftButton);
-  EXPECT_TRUE(afterCopyBy(target_).userActed);
+  EXPECT_TRUE(userActedBeforeCopy());
 }
 
-TEST_F(ClipboardWatchTest, NeitherTheWheelNorAKeyThatIsLetGoOfIs) {
-  user_.press(test::key::leftAlt);
+TEST_F(ClipboardWatchTest, TheKeysOfOurShortcutsAreNot) {
+  user_.type({test::key::leftAlt, test::key::escape});
+  user_.type({test::key::leftControl, test::key::leftAlt, test::key::r});
+  EXPECT_FALSE(userActedBeforeCopy());
+}
+
+// A key binding of the user's own.
+TEST_F(ClipboardWatchTest, AShortcutThatArrivesExplainsItsKeys) {
+  user_.type({test::key::leftAlt, test::key::t});
+  EXPECT_TRUE(target_.command("clipboard text"));
+  server_->shortcutArrived(copy::Input::Clock::now());
+  EXPECT_FALSE(server_->takeChanges().back().input.first()) << "nor of what was told already";
+  EXPECT_FALSE(userActedBeforeCopy());
+}
+
+TEST_F(ClipboardWatchTest, AShortcutExplainsNoLaterKey) {
+  user_.type({test::key::leftAlt, test::key::t});
+  const auto arrival = copy::Input::Clock::now();
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  user_.type({test::key::t});
+  server_->shortcutArrived(arrival);
+  EXPECT_TRUE(userActedBeforeCopy());
+}
+
+TEST_F(ClipboardWatchTest, KeysAreTimedByTheDisplayHoweverLateTheyAreHeardOf) {
+  const auto before = copy::Input::Clock::now();
+  user_.type({test::key::t});
+  const auto after = copy::Input::Clock::now();
+  const auto input = afterCopyBy(target_).input;
+  ASSERT_TRUE(input.first());
+  EXPECT_GT(*input.first(), before - std::chrono::milliseconds(500));
+  EXPECT_LE(*input.first(), after);
+}
+
+TEST_F(ClipboardWatchTest, NeitherTheWheelNorAModifierNorAKeyThatIsLetGoOfIs) {
+  user_.press(test::key::t);
   begin();
-  user_.release(test::key::leftAlt);
+  user_.release(test::key::t);
+  user_.type({test::key::leftAlt});
   turn(wheelUp);
-  EXPECT_FALSE(afterCopyBy(target_).userActed);
+  EXPECT_FALSE(userActedBeforeCopy());
 }
 
 TEST_F(ClipboardWatchTest, NothingIsToldAfterItsEnd) {
   server_->endWatch();
   EXPECT_TRUE(target_.command("clipboard text"));
-  EXPECT_EQ(server_->watched().count, 0);
+  EXPECT_TRUE(server_->takeChanges().empty());
   EXPECT_EQ(told_, 0);
 }
 

@@ -54,6 +54,22 @@ TEST_F(X11PasteboardTest, GivesBackEveryTargetInOrderByteForByte) {
   }
 }
 
+TEST_F(X11PasteboardTest, WhatWasReadEarlierIsGivenBackAsItWasDelivered) {
+  const xcb_atom_t clipboard = connection_->atom("CLIPBOARD");
+  const xcb_atom_t target = connection_->atom("x-span");
+  const auto owner = ClipboardServer::create();
+  owner->serve({{target, XCB_ATOM_INTEGER, 32, QByteArray(8, 'n')}});
+  const auto saved = pasteboard_->pasteboardItems();
+  ASSERT_TRUE(saved);
+  owner->serve({{target, target, 8, QByteArray(8, 'm')}});
+  ASSERT_NE(pasteboard_->pasteboardItems(), saved);
+  pasteboard_->writeObjects(*saved);
+  const auto given = SelectionReader::create()->convert(clipboard, target, Deadline::in(5));
+  EXPECT_EQ(given.type, xcb_atom_t{XCB_ATOM_INTEGER});
+  EXPECT_EQ(given.format, 32);
+  EXPECT_EQ(given.bytes, QByteArray(8, 'n'));
+}
+
 TEST_F(X11PasteboardTest, AnEmptyClipboardHasNoItemsAndIsEmptyAgainAfterwards) {
   EXPECT_EQ(pasteboard_->pasteboardItems(), std::vector<PasteboardItem>{});
   const ClipboardOwner other(Targets{{"UTF8_STRING", "something else"}});
