@@ -2,11 +2,14 @@
 
 import asyncio
 import dataclasses
+import re
 from contextlib import asynccontextmanager
 
 import pytest
+from engine_process import FOLDER
 from reading_parts import Synthesizer
 from tavin import clips
+from tavin.engine import SPEEDS
 from tavin.process import frames
 from tavin.reading import Reading
 from tavin.sound.stream import Stream
@@ -326,3 +329,9 @@ def test_a_sentence_in_several_pieces_is_one_step():
         await asyncio.wait([scene.task])
 
     asyncio.run(play())
+
+
+def test_faster_and_slower_go_by_the_menus_speeds():
+    header = (FOLDER.parent / "src/menu/MenuController.h").read_text("utf-8")
+    (listed,) = re.findall(r"std::array speeds\{(.*?)\};", header)
+    assert tuple(map(float, listed.split(","))) == SPEEDS
