@@ -145,7 +145,7 @@ class Engine:
 
     def speak(self, text):
         self._leave()
-        self._error = self._pronunciation.look()
+        self._error = self._pronunciation.look() or self._settings.untold()
         self._chars = len(text)
         self._reading = self._reading_of(text)
         self._task = asyncio.get_running_loop().create_task(self._read(self._reading))

@@ -2,10 +2,12 @@
 
 The file is replaced as a whole, so that it is never half written, whenever the
 engine is killed, and on a thread, because a disk may be slow. A file that cannot
-be read or written costs the memory of the choices, never the speech.
+be read or written costs the memory of the choices, never the speech. One that
+cannot be read, after a slip in what the user wrote there, is kept under another name.
 """
 
 import asyncio
+import errno
 import json
 import os
 import stat
@@ -18,6 +20,8 @@ from tavin.synthesis.backends.kokoro import needs
 
 SLOWEST, FASTEST = 0.5, 3.0
 LARGEST_FILE = 1 << 20
+UNREADABLE = ".unreadable"  # behind the name of such a file, when another takes its place
+OF_UNREADABLE = {"mpris": False}  # it may have said so: nobody is shown what is read by mistake
 
 
 def default_path():
@@ -39,7 +43,21 @@ class Settings:
         self.server = None  # the back-end that is a server of the user's own
         self.fault = None  # what cannot be used of what the user wrote, for the user
         self.keyed = []  # back-ends that had a key in the keyring when that was last asked
-        self._take(self._read())
+        stored = self._read()
+        self._take(OF_UNREADABLE if stored is None else stored)
+
+    @property
+    def engine(self):
+        return self._engine
+
+    @engine.setter
+    def engine(self, name):
+        self._engine = self._stored_engine = name
+
+    def untold(self):
+        """The fault, once."""
+        fault, self.fault = self.fault, None
+        return fault
 
     def save(self):
         """Store the choices as they are now, also for who does not wait until they are.
@@ -47,7 +65,7 @@ class Settings:
         Gives why they could not be stored, None when they are.
         """
         chosen = {
-            "engine": self.engine,
+            "engine": self._stored_engine,
             "voices": dict(self.voices),
             "languages": {language: dict(voices) for language, voices in self.languages.items()},
             "speed": self.speed,
@@ -57,7 +75,8 @@ class Settings:
 
     def _write(self, chosen):
         place = Path(os.path.realpath(self._path))  # it may be a link into a folder of the user's
-        content = json.dumps({**self._read(), **chosen}, indent=1)  # what the user has written there stays
+        stored = self._read()  # what the user has written there stays
+        content = json.dumps({**(OF_UNREADABLE if stored is None else stored), **chosen}, indent=1)
         fresh = place.with_name(place.name + ".new")
         try:
             place.parent.mkdir(mode=0o700, parents=True, exist_ok=True)
@@ -65,6 +84,8 @@ class Settings:
                 file.write(content)
                 file.flush()
                 os.fsync(file.fileno())
+            if stored is None:
+                os.replace(place, place.with_name(place.name + UNREADABLE))
             os.replace(fresh, place)
             sync(place.parent)  # else a power cut may bring the old file back
         except OSError as failure:
@@ -73,14 +94,18 @@ class Settings:
         return None
 
     def _read(self):
+        """What the file says; None when that cannot be told, which is a fault."""
         try:
             stored = json.loads(content_of(self._path))
-            return stored if isinstance(stored, dict) else {}
-        except FileNotFoundError:
+            if isinstance(stored, dict):
+                return stored
+            reason = "it must be an object"
+        except (FileNotFoundError, NotADirectoryError):
             return {}
         except (OSError, ValueError, RecursionError) as failure:
-            log.info("the settings could not be read (%s)", type(failure).__name__)
-            return {}
+            reason = getattr(failure, "strerror", None) or failure
+        self._find_fault(f"engine.json cannot be read: {reason}. The next change keeps it as engine.json{UNREADABLE}.")
+        return None
 
     def _take(self, stored):
         if "server" in stored:
@@ -88,6 +113,8 @@ class Settings:
         known = NAMES if self.server else list(BACKENDS)
         if stored.get("engine") in known:
             self.engine = stored["engine"]
+        elif self.fault and stored.get("engine") == server.NAME:
+            self._stored_engine = server.NAME  # the choice outlasts a slip in the description
         if valid_speed(stored.get("speed")):
             self.speed = float(stored["speed"])
         self.mpris = stored.get("mpris") is not False
@@ -103,8 +130,11 @@ class Settings:
         try:
             self.server = server.backend(described)
         except ValueError as reason:
-            self.fault = f"“server” in engine.json cannot be used: {reason}."
-            log.info("%s", self.fault)
+            self._find_fault(f"“server” in engine.json cannot be used: {reason}.")
+
+    def _find_fault(self, text):
+        self.fault = text
+        log.info("%s", text)
 
 
 def chosen_voices(stored):
@@ -127,7 +157,10 @@ def content_of(path):
     with open(os.open(path, os.O_RDONLY | os.O_NONBLOCK), "rb") as file:
         if not stat.S_ISREG(os.fstat(file.fileno()).st_mode):
             raise OSError("no regular file")
-        return file.read(LARGEST_FILE)
+        content = file.read(LARGEST_FILE + 1)
+    if len(content) > LARGEST_FILE:
+        raise OSError(errno.EFBIG, os.strerror(errno.EFBIG))
+    return content
 
 
 def valid_speed(value):

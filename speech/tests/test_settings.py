@@ -18,7 +18,7 @@ import pytest
 from engine_process import FOLDER
 from sound import until
 from tavin.engine import Engine
-from tavin.settings import Settings, default_path
+from tavin.settings import LARGEST_FILE, Settings, default_path
 
 
 def test_choices_are_kept_over_a_restart(engine, new_engine):
@@ -179,6 +179,49 @@ def test_a_bad_file_reads_as_the_defaults(tmp_path, content):
     assert settings.keyed == []
     assert not any(settings.languages.values())
     assert settings.voices in ({}, {"espeak": "nobody"})  # which voices there are is not known here
+
+
+SLIP = '{"server": {"address": "https://gpu.local"},\n "mpris": false,\n}'  # a comma too many
+
+
+@pytest.mark.parametrize(
+    "content",
+    [SLIP, '{"mpris": true', "[]", '{"mpris": true}' + " " * LARGEST_FILE],
+    ids=["comma", "end", "list", "large"],
+)
+def test_a_file_that_cannot_be_read_is_kept_beside_the_new_one(tmp_path, content):
+    path = tmp_path / "engine.json"
+    path.write_text(content)
+    settings = Settings(path)
+    assert "engine.json cannot be read" in settings.fault
+    settings.speed = 1.5
+    save(settings)
+    assert (tmp_path / "engine.json.unreadable").read_text() == content
+    assert json.loads(path.read_text())["speed"] == 1.5
+
+
+def test_a_slip_while_the_engine_runs_is_told_too(tmp_path):
+    path = tmp_path / "engine.json"
+    settings = Settings(path)
+    assert settings.fault is None
+    path.write_text(SLIP)
+    save(settings)
+    assert "engine.json cannot be read" in settings.untold()
+    assert settings.untold() is None
+    assert (tmp_path / "engine.json.unreadable").read_text() == SLIP
+
+
+def test_what_may_have_turned_the_player_off_does_until_the_user_says_otherwise(tmp_path):
+    path = tmp_path / "engine.json"
+    path.write_text(SLIP)
+    settings = Settings(path)
+    assert not settings.mpris
+    save(settings)
+    assert not Settings(path).mpris
+    path.write_text("{}")
+    assert Settings(path).mpris
+    path.unlink()
+    assert Settings(path).mpris
 
 
 def test_a_stored_voice_that_is_gone_gives_way_to_the_default(new_engine):

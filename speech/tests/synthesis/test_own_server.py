@@ -171,7 +171,25 @@ def test_a_wrong_description_is_told_and_costs_nothing_else(begin):
     status = engine.status()
     assert "engine.json" in status["error"] and "address" in status["error"]
     assert status["engine"] == "espeak"
+    assert finish(engine, "Hello.")["error"] == status["error"], "who did not look yet sees it too"
     assert finish(engine, "Hello.")["error"] is None
+
+
+def test_a_slip_in_the_description_costs_not_the_choice(begin, new_engine, service):
+    engine = begin(address="gpu.local")
+    assert engine.post("/config", speed=1.5)[0] == 200
+    engine.end()
+    stored = json.loads(engine.settings.read_text())
+    assert stored["engine"] == "server"
+    engine.settings.write_text(json.dumps({**stored, "server": {"address": service.url}}))
+    engine = new_engine().start()
+    assert (engine.status()["engine"], engine.status()["speed"]) == ("server", 1.5)
+
+
+def test_another_engine_chosen_meanwhile_is_the_choice(begin):
+    engine = begin(address="gpu.local")
+    assert engine.post("/config", engine="espeak")[0] == 200
+    assert json.loads(engine.settings.read_text())["engine"] == "espeak"
 
 
 @pytest.mark.parametrize(
