@@ -9,7 +9,7 @@ import asyncio
 from tavin.keys.keys import KeyringError, Keys, is_key
 from tavin.log import log
 from tavin.messages import named
-from tavin.mpris import Nowhere, presence
+from tavin.mpris import Nowhere, presence_of
 from tavin.mpris.player import Player
 from tavin.reading import Reading
 from tavin.settings import FASTEST, SLOWEST, valid_speed
@@ -80,7 +80,7 @@ class Engine:
             except (SynthesisError, OutputError) as failure:
                 log.info("%s", failure)
         if self._settings.mpris:
-            self._presence = await asyncio.to_thread(presence, Player(self))
+            self._presence = await asyncio.to_thread(presence_of, Player(self))
             self._show_or_hide()
         await asyncio.to_thread(self._know_rules)
         await self._look_for_keys(self._choice.synth().backend.takes_key or bool(self._settings.keyed))

@@ -12,7 +12,7 @@ class Nowhere:
     hide = tell = show
 
 
-def presence(player):
+def presence_of(player):
     """Where the desktop sees the player. Loading the library may take 30 ms."""
     try:
         from tavin.mpris.presence import Presence

@@ -1,6 +1,6 @@
 """The reading as a player: its properties and what it can be asked for, as MPRIS has them.
 
-A sentence is a track: its number is the position, its text the title.
+A sentence is a track: its number is the track number, its text the title.
 """
 
 from tavin.settings import FASTEST, SLOWEST, valid_speed

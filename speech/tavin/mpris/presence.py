@@ -7,7 +7,7 @@ as if there were no desktop.
 import asyncio
 
 from jeepney import DBusAddress, HeaderFields, MessageFlag, MessageType, new_error, new_method_return, new_signal
-from jeepney.auth import BEGIN, AuthenticationError, Authenticator
+from jeepney.auth import BEGIN, Authenticator
 from jeepney.bus import get_bus
 from jeepney.bus_messages import message_bus
 from jeepney.io.asyncio import DBusConnection
@@ -18,7 +18,9 @@ from tavin.mpris.player import PATH, PLAYER, PROPERTIES, Unknown, nothing, refus
 
 NAME = "org.mpris.MediaPlayer2.tavin"
 PATIENCE = 2.0
-FAILURES = (OSError, EOFError, TimeoutError, AuthenticationError, KeyError, ValueError, RuntimeError)
+# Much more than players are sent, and parsed in some 10 ms. The bus carries 128 MB.
+LARGEST_MESSAGE = 1 << 14
+OWNED = 1  # the bus's answer to who has a name now
 
 
 class Presence:
@@ -26,7 +28,7 @@ class Presence:
         self._player = player
         self._task = None
         self._changed = asyncio.Event()
-        self._failed = False  # as the last time, which was told
+        self._trouble = None  # the last, which was told
 
     def show(self):
         if not self._task or self._task.done():
@@ -46,32 +48,41 @@ class Presence:
         try:
             async with asyncio.timeout(PATIENCE):
                 connection = await connect()
-            self._failed = False
             async with asyncio.TaskGroup() as both:
                 both.create_task(self._serve(connection))
                 both.create_task(self._tell(connection))
-        except* FAILURES as failures:
-            if not self._failed:
-                log.info("no player on the session bus (%s)", type(failures.exceptions[0]).__name__)
-            self._failed = True
+        except* Exception as failures:  # whatever a message that is none makes of its reader too
+            self._tell_trouble(f"no player on the session bus ({type(failures.exceptions[0]).__name__})")
         finally:
             if connection:
                 connection.writer.transport.abort()  # and the bus takes the name back
 
+    def _tell_trouble(self, text):
+        if text and text != self._trouble:
+            log.info("%s", text)
+        self._trouble = text
+
     async def _serve(self, connection):
         await send(connection, message_bus.Hello())
-        await send(connection, message_bus.RequestName(NAME))
+        wish = next(connection.outgoing_serial)
+        await send(connection, message_bus.RequestName(NAME), serial=wish)
         while True:
-            call = await connection.receive()
-            if call.header.message_type != MessageType.method_call:
-                continue
-            answer, act = await self._answer(call)
-            if not call.header.flags & MessageFlag.no_reply_expected:
-                await send(connection, answer)
-            act()  # only now: a stop ends the connection
+            message = await receive(connection)
+            if message.header.message_type == MessageType.method_call:
+                await self._obey(connection, message)
+            elif message.header.fields.get(HeaderFields.reply_serial) == wish:
+                owned = message.header.message_type == MessageType.method_return and message.body == (OWNED,)
+                self._tell_trouble(None if owned else "another program has the player's name on the session bus")
+            await asyncio.sleep(0)  # however many have come
+
+    async def _obey(self, connection, call):
+        make, arguments, act = await self._answer(call)
+        if not call.header.flags & MessageFlag.no_reply_expected:
+            await send(connection, make(call, *arguments))
+        act()  # only now: a stop ends the connection
 
     async def _answer(self, call):
-        """And what is to be done then."""
+        """What kind, with what, and what is to be done then."""
         fields = call.header.fields
         interface, name = fields.get(HeaderFields.interface), fields[HeaderFields.member]
         try:
@@ -79,13 +90,13 @@ class Presence:
                 raise unknown("Object")
             if interface == PROPERTIES:
                 values = await self._property(name, fields.get(HeaderFields.signature, ""), call.body)
-                return new_method_return(call, *values), nothing
+                return new_method_return, values, nothing
             if (interface, name) == ("org.freedesktop.DBus.Introspectable", "Introspect"):
-                return new_method_return(call, "s", (INTROSPECTION,)), nothing
-            return new_method_return(call), self._player.method(interface, name)
+                return new_method_return, ("s", (INTROSPECTION,)), nothing
+            return new_method_return, (), self._player.method(interface, name)
         except Unknown as failure:
             error, text = failure.args
-            return new_error(call, error, "s", (text,)), nothing
+            return new_error, (error, "s", (text,)), nothing
 
     async def _property(self, method, signature, arguments):
         """The answer's type and values."""
@@ -127,7 +138,19 @@ async def connect():
     return DBusConnection(reader, writer)
 
 
-async def send(connection, message):
+async def receive(connection):
+    """The next message. ValueError for one whose parsing would hold the event loop up."""
+    while (message := connection.parser.get_next_message()) is None:
+        if connection.parser.bytes_desired() > LARGEST_MESSAGE:
+            raise ValueError
+        data = await connection.reader.read(4096)
+        if not data:
+            raise EOFError
+        connection.parser.add_data(data)
+    return message
+
+
+async def send(connection, message, serial=None):
     """A bus that takes nothing any more holds nobody up."""
     async with asyncio.timeout(PATIENCE):
-        await connection.send(message)
+        await connection.send(message, serial=serial)

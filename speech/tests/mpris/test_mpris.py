@@ -10,11 +10,13 @@ from pathlib import Path
 
 import pytest
 from jeepney import DBusAddress, MessageType, new_method_call
+from jeepney.bus_messages import message_bus
 from sound import WITH_US, until
 from tavin.log import log
-from tavin.mpris import presence
+from tavin.mpris import presence_of
 
-TEXT = "The first sentence is this one, and it is not short. " + "The second one is longer. The third follows. " * 20
+FIRST = "The first sentence goes on" + " and on and on" * 15 + ". "  # several processes run while it is read
+TEXT = FIRST + "The second one is longer. The third follows. " * 20
 ABOUT = DBusAddress("/org/mpris/MediaPlayer2", "org.mpris.MediaPlayer2.tavin", "org.freedesktop.DBus.Properties")
 PLAYER = "org.mpris.MediaPlayer2.Player"
 
@@ -90,7 +92,7 @@ def test_the_player_is_there_while_a_text_is_read_or_paused_and_only_then(deskto
     until(lambda: desktop.playerctl("status") == "Paused", 10, "paused")
     engine.post("/stop")
     until(lambda: desktop.players() == [], 10, "no player")
-    engine.speak("This one is read to its end.")
+    engine.speak("This one is read to its end, and that takes a while, so that there is time to look at the bus.")
     until(lambda: desktop.players() == ["tavin"], 10, "the player")
     engine.wait_for("idle")
     until(lambda: desktop.players() == [], 10, "no player")
@@ -170,8 +172,7 @@ def test_what_it_does_not_know_is_refused(desktop, reading, path, interface, met
 def test_the_title_is_the_sentence_as_a_person_reads_it(desktop, start):
     engine = start()
     engine.speak("See [the page](https://example.org/a)   and\n`some_code` for $5. " + "More of it. " * 50)
-    until(lambda: desktop.title().startswith("See"), 10, "the title")
-    assert desktop.title() == "See the page and some code for $5."
+    until(lambda: desktop.title() == "See the page and some code for $5.", 10, "the title")
     engine.speak("word " * 300)
     until(lambda: desktop.title().startswith("word"), 10, "the long title")
     assert len(desktop.title()) <= 300
@@ -194,7 +195,7 @@ def test_without_the_library_there_is_no_player_and_a_line_in_the_log(monkeypatc
     monkeypatch.delitem(sys.modules, "tavin.mpris.presence", raising=False)
     monkeypatch.setitem(sys.modules, "jeepney", None)
     with caplog.at_level("INFO", logger=log.name):
-        nowhere = presence(None)
+        nowhere = presence_of(None)
     nowhere.show()
     nowhere.tell()
     nowhere.hide()
@@ -208,7 +209,7 @@ def test_a_new_text_keeps_the_player(desktop, reading):
             "GetNameOwner", "s", (ABOUT.bus_name,),
         )  # fmt: skip
         before = connection.send_and_get_reply(owner).body
-        reading.speak("Another text, " + "and more of it. " * 20)
+        reading.speak("Another text" + ", and more of it" * 20)
         desktop.wait_for_title("Another")
         assert connection.send_and_get_reply(owner).body == before
 
@@ -232,6 +233,29 @@ def test_a_bus_that_hangs_or_ends_holds_nothing_up(keyring, desktop, reading):
     reading.post("/next")
     reading.wait_for("speaking")
     assert reading.status()["error"] is None
+
+
+def test_a_message_that_would_hold_the_engine_up_ends_the_connection(desktop, reading, keyring):
+    large = new_method_call(ABOUT, "GetAll", "ay", (bytes(1 << 20),))
+    with keyring.connected() as connection:
+        connection.send(large)
+        until(lambda: desktop.players() == [], 10, "no player")
+    assert reading.status()["state"] == "speaking"
+    reading.speak(TEXT)
+    desktop.wait_for_title("The first")
+
+
+def test_a_name_that_another_program_has_is_told_once(desktop, start, keyring):
+    engine = start()
+    with keyring.connected() as connection:
+        connection.send_and_get_reply(message_bus.RequestName(ABOUT.bus_name))
+        for _ in range(2):
+            engine.speak(TEXT)
+            until(lambda: "has the player's name" in engine.log(), 10, "the line in the log")
+            engine.post("/stop")
+        engine.speak(TEXT)
+    desktop.wait_for_title("The first")
+    assert engine.log().count("has the player's name") == 1
 
 
 def sockets(engine):
