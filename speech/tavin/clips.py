@@ -83,6 +83,8 @@ class Clips:
         if not self._skips:
             self._from = here
         self._skips.append(by)
+        while self._heard and self._heard[-1].place.sentence > here.sentence:
+            self.ahead.appendleft(self._heard.pop())  # it was sent, and nobody heard it
         self._rewind()
         while self.ahead and self._is_skipped(self.ahead[0].place):
             self.pass_first()
@@ -108,8 +110,6 @@ class Clips:
         for clip in reversed(self._heard):
             if clip.sent > behind:
                 return clip.place
-            if not clip.sent:
-                break
             behind -= clip.sent
         if self.ahead:
             return self.ahead[0].place

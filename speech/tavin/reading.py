@@ -247,7 +247,8 @@ class Reading:
         if self._is_over():
             return
         if not self._stream:
-            await self._open(self._rate)
+            clips = self._clips.ahead
+            await self._open(clips and clips[0].rate or self._rate)
         while True:
             most = await self._stream.room()
             self._tell_place()
@@ -259,10 +260,12 @@ class Reading:
                 await self._open(clip.rate)
                 continue
             self._stream.play(clip.take(most))
-        if self._stream.sent:  # a paused one would wait for its end
-            await self._play_out()
+        await self._play_out()
 
     async def _play_out(self):
+        if not self._stream.sent:  # a paused one would wait for its end
+            self.silence()
+            return
         self._stream.end()
         await self._stream.heard()
 

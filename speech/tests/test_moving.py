@@ -39,23 +39,32 @@ class Listener:
     """Takes as much sound as it is told to hear, and a little beforehand."""
 
     def __init__(self):
-        self.streams = []
+        self.streams = []  # whether each began paused
+        self.rates = []
+        self.open_streams = 0
         self.played = []
         self.ended = False
+        self.drains = False  # what it holds is still heard after the end
 
     async def open(self, rate, paused, on_started):
-        self.stream = Stream(self, len(self.streams), paused, on_started, lambda stream: None)
+        self.stream = Stream(self, len(self.streams), paused, on_started, self.close)
         self.streams.append(paused)
+        self.rates.append(rate)
+        self.open_streams += 1
         self.played.append(b"")
         self.stream.frame(frames.NEED, str(BUFFER).encode())
         return self.stream
+
+    def close(self, stream):
+        self.open_streams -= 1
 
     def send(self, kind, number, payload=b""):
         if kind == frames.AUDIO:
             self.played[number] += payload
         elif kind == frames.END:
             self.ended = True
-            self.stream.frame(frames.ENDED, b"")
+            if not self.drains:
+                self.stream.frame(frames.ENDED, b"")
 
     def sentences(self):
         """What began to be played since the last move."""
@@ -71,13 +80,14 @@ class Listener:
 class Moving:
     """A reading that goes on as far as the test has it heard."""
 
-    def __init__(self, text, teller):
+    def __init__(self, text, teller, others):
+        """`others`: who speaks a sentence instead."""
         self.teller = teller
         self.player = Listener()
         self.errors = []
 
-        async def choose(_):
-            return teller, "voice", teller.speed
+        async def choose(sentence):
+            return others.get(sentence.strip(), teller), "voice", teller.speed
 
         found = pieces(text, "en-us", 300)
         self.reading = Reading(found, choose, teller.backend, self.player, self.errors.append)
@@ -94,8 +104,8 @@ class Moving:
 
 
 @asynccontextmanager
-async def moving(text=TEXT, teller=None):
-    scene = Moving(text, teller or Teller())
+async def moving(text=TEXT, teller=None, others={}):
+    scene = Moving(text, teller or Teller(), others)
     await scene.until_played(text.split()[0] if text else ())
     try:
         yield scene
@@ -207,6 +217,63 @@ def test_what_counts_is_what_is_heard_not_what_the_player_holds():
     scenario(steps)
 
 
+class Brief(Teller):
+    """Makes no more of a sentence than the player takes beforehand, or nothing."""
+
+    def __init__(self, length):
+        super().__init__()
+        self._length = length
+
+    async def say(self, text, voice, speed, hear):
+        hear(text.encode().ljust(BUFFER)[: self._length])
+
+
+@pytest.mark.parametrize("text", ["One. Two. Three.", "One. Two."])
+def test_a_short_sentence_that_the_player_holds_is_not_passed_over(text):
+    async def steps(scene):
+        scene.player.drains = True
+        await scene.player.hear(LENGTH - 1)
+        assert scene.player.played[-1].decode().split()[:2] == ["One.", "Two."]
+        scene.reading.next("sentence")
+        assert scene.reading.place().text.strip() == "Two."
+        async with asyncio.timeout(10):
+            while not scene.player.played[-1].startswith(b"Two."):
+                await asyncio.sleep(0)
+
+    scenario(steps, text, others={"Two.": Brief(5)})
+
+
+def test_a_sentence_without_sound_hides_no_place():
+    async def steps(scene):
+        await scene.player.hear(LENGTH - 1)
+        assert scene.player.sentences() == ["One.", "Three."]
+        assert scene.reading.place().text.strip() == "One."
+        scene.reading.repeat()
+        await scene.until_played("One.")
+
+    scenario(steps, "One. Two. Three.", others={"Two.": Brief(0)})
+
+
+@pytest.mark.parametrize("count, streams", [(1, 2), (2, 3)])
+def test_a_move_to_another_rate_plays_nothing_out(count, streams):
+    """One more stream, and another where the rate was not known yet."""
+    other = Teller()
+    other.rate = 2000
+
+    async def steps(scene):
+        scene.reading.pause(True)
+        await scene.player.hear(3)
+        for _ in range(count):
+            scene.reading.next("sentence")
+        await scene.until_played(["Two.", "Three."][count - 1])
+        assert scene.player.rates[-1] == 2000
+        assert len(scene.player.rates) == streams
+        assert not scene.player.ended
+        assert scene.player.open_streams == 1
+
+    scenario(steps, "One. Two. Three. Four.", others={"Two.": other, "Three.": other})
+
+
 def test_a_move_while_paused_stays_paused():
     async def steps(scene):
         scene.reading.pause(True)
@@ -252,7 +319,7 @@ def test_what_is_being_made_is_left_for_what_is_wanted_now():
 
 def test_moves_before_the_first_sound_count():
     async def steps():
-        scene = Moving(TEXT, Teller())
+        scene = Moving(TEXT, Teller(), {})
         await asyncio.sleep(0)
         for _ in range(2):
             scene.reading.next("sentence")
@@ -320,7 +387,7 @@ def test_a_sentence_in_several_pieces_is_one_step():
         await scene.until_played("Short.")
 
     async def play():
-        scene = Moving("This goes on" + ", and on" * 100 + ". Short.", Teller())
+        scene = Moving("This goes on" + ", and on" * 100 + ". Short.", Teller(), {})
         async with asyncio.timeout(10):
             while not scene.player.sentences():
                 await asyncio.sleep(0)
