@@ -145,7 +145,7 @@ def test_openai_voices():
     assert "Alloy" in names and "Nova" in names and len(set(names)) == len(names)
 
 
-@pytest.mark.parametrize("address", ["http://example.org", "ftp://127.0.0.1.example.org", "http://"])
+@pytest.mark.parametrize("address", ["http://example.org", "ftp://127.0.0.1.example.org", "http://", "http://127.0.0.1:x@example.org"])
 def test_a_key_goes_nowhere_without_encryption(monkeypatch, address):
     monkeypatch.setenv("TAVIN_OPENAI_URL", address)
     with pytest.raises(RuntimeError, match="https"):

@@ -7,14 +7,17 @@ import subprocess
 
 import pytest
 from cloud_service import TEXT, CloudService, OwnServer, finish, info
+from engine_process import exists
 from sound import RATE, until
 from spoken import without_silence
 from tavin.synthesis.backend import Failure
 from tavin.synthesis.backends import server
 from tavin.synthesis.backends.cloud import Service, peer_of
-from tavin.synthesis.backends.server.synthesizer import is_near
+from tavin.synthesis.backends.server import synthesizer
+from tavin.synthesis.backends.server.synthesizer import OwnService, Synthesizer, is_near, voice_of
 
 VOICES = "/voices?engine=server"
+ENGLISH = "This sentence is so long that everybody can tell that it was written in English."
 
 
 @pytest.fixture
@@ -68,6 +71,35 @@ def test_a_text_in_any_language_goes_to_the_chosen_one(begin, service):
     engine = begin()
     assert finish(engine, "Dieser Satz ist ganz und gar auf Deutsch geschrieben.")["error"] is None
     assert len(service.texts()) == 1
+
+
+@pytest.mark.parametrize("language", ["English", "multilingual", "mul", "und"])
+def test_a_language_that_is_none_does_not_keep_a_text_from_the_chosen_voice(begin, service, language):
+    service.voices = {"voices": [{"id": "anna", "language": language}]}
+    engine = begin()
+    assert [voice["name"] for voice in engine.request("GET", VOICES)[1]] == ["anna"]
+    assert finish(engine, ENGLISH)["error"] is None
+    assert service.texts() == [ENGLISH]
+
+
+@pytest.mark.parametrize(
+    "told, known",
+    [("en_US", "en-us"), ("de", "de"), ("deu", "de"), ("zh-CN", "cmn-cn"), ("es-419", "es-419"), ("zh-Hans-CN", "cmn-hans-cn")]
+    + [("English", ""), ("multilingual", ""), ("xx", ""), ("mul", ""), ("e", ""), ("en, fr", ""), ("C", "")],
+)
+def test_which_languages_of_voices_are_believed(told, known):
+    assert voice_of({"id": "anna", "language": told})["language"] == known
+
+
+@pytest.mark.parametrize("status", [401, 403])
+def test_a_server_that_wants_a_key_is_told_so_and_asked_again(begin, service, status):
+    engine = begin()
+    service.trouble = status
+    error = f"Workshop wants a key, which Tavin does not send (HTTP {status})."
+    assert engine.request("GET", VOICES) == (400, {"error": error})
+    assert finish(engine, "Hello.")["error"] == error
+    service.trouble = None
+    assert engine.request("GET", VOICES)[0] == 200
 
 
 def test_the_name_is_its_host_where_none_is_given():
@@ -140,7 +172,9 @@ def test_a_stop_ends_the_request(begin, service):
     service.trouble = "hang"
     engine.speak(TEXT)
     until(lambda: service.texts(), 5, "the request")
+    (asked,) = engine.helpers("tavin.synthesis.worker", "server")
     engine.post("/stop")
+    until(lambda: not exists(asked), 5, "the end of who asked")
     service.trouble = None
     assert finish(engine, "Hello.")["error"] is None
 
@@ -211,6 +245,8 @@ def test_another_engine_chosen_meanwhile_is_the_choice(begin):
         ({"address": "https://gpu.local", "model": 1}, "model"),
         ({"address": "https://gpu.local", "voices": "anna"}, "voices"),
         ({"address": "https://gpu.local", "voices": ["anna", ""]}, "voices"),
+        ({"address": "https://gpu.local", "voices": ["anna"] * 2001}, "voices"),
+        ({"address": "https://gpu.local", "voices": ["ä" * 200] * 1000}, "voices"),
         ({"address": "https://gpu.local", "rate": 0}, "rate"),
         ({"address": "https://gpu.local", "rate": True}, "rate"),
     ],
@@ -239,7 +275,12 @@ def test_addresses(described, address):
 @pytest.mark.parametrize(
     "peer, near",
     [("127.0.0.1", True), ("192.168.1.7", True), ("10.1.2.3", True), ("fd00::7", True), ("fe80::7", True)]
-    + [("8.8.8.8", False), ("2001:4860::1", False), ("0.0.0.0", False), ("::", False)],
+    + [("172.16.0.1", True), ("172.32.0.1", False), ("169.254.1.1", True), ("100.64.0.7", True), ("::1", True)]
+    + [("8.8.8.8", False), ("2001:4860::1", False), ("0.0.0.0", False), ("::", False)]
+    # Private by other rules: through tunnels to anywhere, of documents and measurements, of no use.
+    + [("2002:808:808::1", False), ("2001:0:4136:e378:8000:63bf:3fff:fdd2", False), ("64:ff9b::808:808", False)]
+    + [("198.18.0.1", False), ("203.0.113.5", False), ("240.1.2.3", False), ("0.1.2.3", False)]
+    + [("255.255.255.255", False)],
 )
 def test_what_a_private_network_is(peer, near):
     assert is_near(ipaddress.ip_address(peer)) == near
@@ -250,6 +291,25 @@ def test_without_tls_nothing_is_sent_to_another_machine(service):
     with pytest.raises(Failure, match="without https"):
         far.fetch("/v1/audio/voices", {})
     assert service.requests == []
+
+
+def test_where_it_would_have_to_be_is_told(monkeypatch, service):
+    monkeypatch.setattr(synthesizer, "NEAR", [])
+    described = server.backend({"address": service.url, "private_network": True})
+    monkeypatch.setenv(server.VARIABLE, described.environment[server.VARIABLE])
+    with pytest.raises(Failure, match="on this computer or in a private network"):
+        Synthesizer().fetch_voices()
+
+
+def test_on_this_machine_it_is_asked_without_a_proxy(monkeypatch):
+    monkeypatch.setenv("https_proxy", "http://:80")
+    monkeypatch.delenv("no_proxy", raising=False)
+    with socket.socket() as held:
+        held.bind(("127.0.0.1", 0))
+        with pytest.raises(Failure, match="Connection refused"):
+            OwnService("Workshop", f"https://127.0.0.1:{held.getsockname()[1]}").fetch("/voices", {})
+    with pytest.raises(Failure, match="https_proxy names no proxy"):
+        OwnService("Workshop", "https://gpu.local").fetch("/voices", {})
 
 
 def test_an_address_within_the_other_protocol_is_the_inner_one():
@@ -265,6 +325,8 @@ def test_an_address_within_the_other_protocol_is_the_inner_one():
 def test_its_address_is_in_no_process_list(begin, service):
     engine = begin()
     engine.request("GET", VOICES)
-    for pid in engine.helpers("tavin.synthesis.worker"):
+    helpers = engine.helpers("tavin.synthesis.worker", "server")
+    assert helpers
+    for pid in helpers:
         command = subprocess.run(["ps", "-o", "args=", "-p", str(pid)], capture_output=True, text=True, check=True)
         assert service.url not in command.stdout

@@ -54,11 +54,11 @@ class Refused(Failure):
 class Service:
     """One service; the connection to it is kept from one sentence to the next."""
 
-    def __init__(self, label, address, plain=lambda peer: peer.is_loopback):
-        """`plain(peer)`: whether what is sent to an IP address needs no TLS."""
+    def __init__(self, label, address, plain=lambda peer: peer.is_loopback, where="on this computer"):
+        """`plain(peer)`: whether what is sent to an IP address needs no TLS; `where`: which these are."""
         self._label = label
         self._url = urllib.parse.urlsplit(address)
-        self._plain = plain
+        self._plain = plain, where
         self._connection = None
 
     def fetch(self, path, headers):
@@ -131,9 +131,9 @@ class Service:
     def _connect(self):
         host, port = self._url.hostname, self._url.port
         if self._url.scheme != "https":
-            return PlainConnection(host, port, self._plain)
+            return PlainConnection(host, port, *self._plain)
         context = ssl.create_default_context()
-        proxy = proxy_for(host)
+        proxy = self._proxy(host)
         if proxy is None:
             return http.client.HTTPSConnection(host, port, timeout=SILENCE_SECONDS, context=context)
         connection = http.client.HTTPSConnection(
@@ -141,6 +141,10 @@ class Service:
         )
         connection.set_tunnel(host, port, headers=authorisation(proxy))  # it sees where to, not what
         return connection
+
+    @staticmethod
+    def _proxy(host):
+        return proxy_for(host)
 
     def _drop(self):
         if self._connection:
@@ -167,15 +171,16 @@ class Service:
 class PlainConnection(http.client.HTTPConnection):
     """Says nothing to a peer that its name, on this network, leads to by mistake."""
 
-    def __init__(self, host, port, allowed):
+    def __init__(self, host, port, allowed, where):
         super().__init__(host, port, timeout=SILENCE_SECONDS)
         self._allowed = allowed
+        self._where = where
 
     def connect(self):
         super().connect()
         if not self._allowed(peer_of(self.sock)):
             self.close()
-            raise OSError(errno.EACCES, "without https it would have to be on this computer")
+            raise OSError(errno.EACCES, f"without https it would have to be {self._where}")
 
 
 def peer_of(connected):
@@ -186,7 +191,8 @@ def peer_of(connected):
 def address_of(service, variable):
     """A cloud's address, or another one for tests."""
     address = os.environ.get(variable) or service
-    if not address.startswith(("https://", "http://127.0.0.1:")):
+    url = urllib.parse.urlsplit(address)
+    if not url.hostname or url.scheme != "https" and (url.scheme, url.hostname) != ("http", "127.0.0.1"):
         raise RuntimeError(f"{variable} must be an https address.")
     return address
 

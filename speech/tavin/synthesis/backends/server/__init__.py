@@ -10,6 +10,8 @@ NAME = "server"
 VARIABLE = "SPEECH_SERVER"
 THIS_MACHINE = ("127.0.0.1", "localhost", "::1")
 LONGEST_TEXT = 200
+MOST_VOICES = 2000
+LARGEST_VARIABLE = 128 * 1024  # with its name, Linux's limit
 RATES = (8000, 96000)
 
 
@@ -25,6 +27,8 @@ def backend(described):
     voices = described.get("voices", [])
     if not isinstance(voices, list) or not all(is_text(voice) for voice in voices):
         raise ValueError("“voices” must be a list of names")
+    if len(voices) > MOST_VOICES:
+        raise ValueError(f"“voices” may have {MOST_VOICES} names")
     rate = described.get("rate", 24000)
     if type(rate) is not int or not RATES[0] <= rate <= RATES[1]:
         raise ValueError("“rate” must be a number of samples a second")
@@ -36,6 +40,9 @@ def backend(described):
         "voices": voices,
         "rate": rate,
     }
+    content = json.dumps(told)
+    if len(f"{VARIABLE}={content}") >= LARGEST_VARIABLE:
+        raise ValueError("“voices” has too much text")
     return Backend(
         NAME,
         label,
@@ -45,7 +52,7 @@ def backend(described):
         patience=40.0,
         fetches_voices=not voices,
         speaks_as_told=True,
-        environment={VARIABLE: json.dumps(told)},
+        environment={VARIABLE: content},
     )
 
 
