@@ -122,6 +122,13 @@ TEST_F(WaylandPasteboardTest, AClearedClipboardIsClearedByItself) {
   EXPECT_EQ(pasted({}), std::nullopt);
 }
 
+TEST_F(WaylandPasteboardTest, AClearedClipboardIsClearedAtOnceAtTheEnd) {
+  const ClipboardOwner other(Types{{kText, "something else"}});
+  pasteboard_.clearContents();
+  compositor_->clipboard()->clearNow(Deadline::in(5));
+  EXPECT_EQ(WaylandPasteboard(Compositor::connect()).string(), std::nullopt);
+}
+
 TEST_F(WaylandPasteboardTest, APictureAloneComesBackAndHasNoText) {
   const Types alone{{"image/png", picture(5000)}};
   const ClipboardOwner owner(alone);
