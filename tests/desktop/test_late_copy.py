@@ -82,9 +82,21 @@ def test_a_copy_between_the_next_press_and_its_capture_is_undone(tavin, desktop,
 
 def test_what_the_user_copies_meanwhile_stays(tavin, desktop, build):
     press_in_vain(tavin, desktop, build, 2)
+    assert tavin.press() == []  # One copy of Tavin's is awaited when the user's comes.
+    time.sleep(0.2)
     desktop.key("ctrl+Insert")
-    has_copied(desktop, 2)
+    has_copied(desktop, 3)
     assert desktop.clipboard_text() == TEXT
+    time.sleep(0.3)  # Nothing takes it away again.
+    assert desktop.clipboard_text() == TEXT
+
+
+def test_what_the_user_does_right_before_a_press_still_counts(tavin, desktop, engine, build):
+    press_in_vain(tavin, desktop, build, 2)
+    desktop.key("ctrl+Insert")
+    engine.hang()  # Which the next press asks for its status first, and waits.
+    desktop.key(SPEAK)
+    has_copied(desktop)
     time.sleep(0.3)  # Nothing takes it away again.
     assert desktop.clipboard_text() == TEXT
 

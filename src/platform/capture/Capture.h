@@ -20,8 +20,9 @@ struct Capture {
   // to the session's clipboard manager, where there is a way to, in half a second at most. Any
   // thread.
   std::function<void()> handOver;
-  // To be called when one of our shortcuts was pressed, before anything else is done about it: its
-  // keys show nothing of a copy of the user's own. Any thread, returns at once.
+  // To be called when one of our shortcuts was pressed, or a key binding of the user's that runs
+  // "speak", before anything else is done about it: its keys show nothing of a copy of the user's
+  // own. Any thread, returns at once.
   std::function<void()> shortcutArrived;
   // To be called right before a command chosen in the tray menu is carried out: the next capture
   // then waits, for half a second at most, until the menu has given the keyboard back to the

@@ -70,6 +70,7 @@ std::optional<std::vector<PasteboardItem>> GuardedPasteboard::pasteboardItems() 
 }
 
 std::int64_t GuardedPasteboard::changeCount() {
+  const auto asked = Clock::now();  // A program may keep what follows waiting.
   const std::lock_guard lock(mutex_);
   if (!told_) {
     base_ = pasteboard_->changeCount();
@@ -86,19 +87,19 @@ std::int64_t GuardedPasteboard::changeCount() {
   const std::int64_t changes = pasteboard_->changeCount() - base_;
   if (changes == 0 || stage_ == Stage::taken)
     return *told_ + changes;
-  return takeAnswer() ? *told_ + changes : *told_;
+  return takeAnswer(changes, asked >= captureOver_) ? *told_ + changes : *told_;
 }
 
 // Whether the capture may have it.
-bool GuardedPasteboard::takeAnswer() {
+bool GuardedPasteboard::takeAnswer(std::int64_t changes, bool late) {
   std::ranges::move(pasteboard_->takeChanges(), std::back_inserter(unjudged_));
-  const bool late = Clock::now() >= captureOver_;
   if (late && !unjudged_.empty()) {
     wake_.call();
     return false;
   }
-  // It may have come before the watch began.
-  answered(std::max<std::ptrdiff_t>(changesByTarget(), 1));
+  // It may have come before the watch began. A display that was started again counts anew.
+  const auto unseen = changes - std::ssize(unjudged_);
+  answered(changesByTarget() + (unseen < 0 ? 1 : unseen));
   unjudged_.clear();
   if (late || closed_) {
     giveBack();
@@ -208,12 +209,6 @@ void GuardedPasteboard::takeNews() {
 
 // What the user or another program has put there is what the user wants from now on.
 bool GuardedPasteboard::judge(Clock::time_point now, bool mayWait) {
-  const Input& input = unjudged_.back().input;
-  if (input.first()) {
-    if (!mayWait || !input.mayBeExplained(now))
-      forget();
-    return false;
-  }
   // A clipboard manager takes over what it was given.
   const bool others = !unjudged_.front().fromTarget;
   if ((others || gaveBack_) && holdsWhatWasSaved()) {
@@ -223,6 +218,12 @@ bool GuardedPasteboard::judge(Clock::time_point now, bool mayWait) {
   }
   if (others) {
     forget();
+    return false;
+  }
+  const Input& input = unjudged_.back().input;
+  if (input.first()) {
+    if (!mayWait || !input.mayBeExplained(now))
+      forget();
     return false;
   }
   answered(changesByTarget());
@@ -263,9 +264,9 @@ void GuardedPasteboard::giveBack() {
     pasteboard_->clearContents();
   else
     pasteboard_->writeObjects(saved_);
-  awaitFurtherAnswers();
   // The capture that is under way is told nothing of it.
   base_ = pasteboard_->changeCount();
+  awaitFurtherAnswers();
 }
 
 // The contents are back. Several presses may have reached a program that was busy: as many copies

@@ -27,7 +27,8 @@ namespace tavin::copy {
 // the contents are kept until the command was answered: the next change after the capture's end is
 // the answer, and undone, where it comes from the program that got the command and the user has
 // pressed no key or button since, but those of our shortcuts. Whether a press was a shortcut's is
-// known once that has arrived; until then nothing is decided. A thread of its own sees to that,
+// known once that has arrived; until then nothing is decided. What another program puts there right
+// after such an answer is taken for a clipboard manager's. A thread of its own sees to all that,
 // asleep otherwise. The pasteboard's functions are for the work queue only.
 class GuardedPasteboard final : public Pasteboard {
  public:
@@ -79,7 +80,7 @@ class GuardedPasteboard final : public Pasteboard {
   bool judge(Clock::time_point now, bool mayWait);
   bool holdsWhatWasSaved();
   void commandTyped();
-  bool takeAnswer();
+  bool takeAnswer(std::int64_t changes, bool late);
   void answered(std::ptrdiff_t times);
   std::ptrdiff_t changesByTarget() const;
   void giveBack();

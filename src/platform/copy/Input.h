@@ -7,7 +7,7 @@
 namespace tavin::copy {
 
 // From the first key of a shortcut's press, which may be a modifier, to its arrival. What the user
-// copies himself so soon before a press is taken for the press; before that he has to select it.
+// copies himself so soon before a press is taken for the press.
 constexpr std::chrono::milliseconds shortcutsWay{1000};
 // So long a shortcut's arrival is waited for: this program may be slow to hear of it.
 constexpr std::chrono::milliseconds arrivalWait{3000};

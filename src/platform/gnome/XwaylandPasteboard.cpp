@@ -6,7 +6,7 @@
 namespace tavin::gnome {
 namespace {
 
-constexpr std::chrono::milliseconds answerDeadline(1000);
+constexpr std::chrono::milliseconds answerDeadline(300);
 
 }  // namespace
 

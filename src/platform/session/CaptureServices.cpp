@@ -60,7 +60,9 @@ const std::array<ClipboardRow, 2> clipboardTable{
           return std::nullopt;
         // No protocol hands a clipboard over: the managers there have read it already.
         return copy::Clipboard{std::make_unique<wayland::WaylandPasteboard>(survey.compositor),
-                               [] {}};
+                               [compositor = survey.compositor] {
+                                 compositor->clipboard()->clearNow(Deadline::in(0.5));
+                               }};
       }},
      // A compositor without data control shares its clipboard with Xwayland, which may end.
      {"x11", onX, [](const Survey& survey, const QDBusConnection& bus) -> Clipboard {

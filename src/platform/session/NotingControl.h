@@ -8,8 +8,8 @@
 
 namespace tavin::session {
 
-// Calls `arrived` before each action that looks for a selection: a key binding of the user's own
-// may have run it, and counts as a press of a shortcut. Main thread only.
+// Calls `arrived` before "speak", the action that looks for a selection: a key binding of the
+// user's own may have run it, and counts as a press of a shortcut. Main thread only.
 class NotingControl final : public RemoteControl {
  public:
   NotingControl(std::unique_ptr<RemoteControl> control, std::function<void()> arrived)

@@ -98,15 +98,15 @@ StartedPlatform complete(std::unique_ptr<Platform> platform, Survey survey,
           gnome::HeldModifiers::noteIn(modifiers);
       });
   survey.askBus(bus);
-  const QString shortcuts =
-      addHotkeys(*platform, survey,
-                 {.bus = bus,
-                  .modifiers = modifiers,
-                  .serveKey =
-                      [&control](const QString& action, std::function<void()> ran) {
-                        control.serveKey(action, std::move(ran));
-                      }},
-                 arrived);
+  const QString shortcuts = addHotkeys(
+      *platform, survey,
+      {.bus = bus,
+       .modifiers = modifiers,
+       .serveKey = [&control](
+                       const QString& action,
+                       std::function<void()> ran) { control.serveKey(action, std::move(ran)); }},
+      // X11 tells which keys are those of our own shortcuts.
+      survey.isWaylandSession() ? arrived : [] {});
   platform->workspace = std::make_unique<desktop::DesktopWorkspace>(displayBell(survey));
   platform->log->write(QStringLiteral("Tavin: %1, shortcuts %2, %3, version %4")
                            .arg(chosen->description, shortcuts,

@@ -54,10 +54,12 @@ constexpr double leastContrast = 3;
 
 QColor readable(QColor text, const QPalette& theme) {
   const QColor enabled = theme.color(QPalette::Active, QPalette::WindowText);
-  const auto isClear = [&] {  // Styles differ in which is a menu's ground.
-    return contrast(text, theme.color(QPalette::Active, QPalette::Window)) >= leastContrast &&
-           contrast(text, theme.color(QPalette::Active, QPalette::Base)) >= leastContrast;
+  // Styles differ in which is a menu's ground; what even enabled text is not clear on is none.
+  const auto isClearOn = [&](QPalette::ColorRole role) {
+    const QColor ground = theme.color(QPalette::Active, role);
+    return contrast(text, ground) >= leastContrast || contrast(enabled, ground) < leastContrast;
   };
+  const auto isClear = [&] { return isClearOn(QPalette::Window) && isClearOn(QPalette::Base); };
   const auto nearer = [](int part, int wanted) { return (9 * part + wanted) / 10; };
   for (int step = 0; step < 20 && !isClear(); ++step)
     text = QColor(nearer(text.red(), enabled.red()), nearer(text.green(), enabled.green()),

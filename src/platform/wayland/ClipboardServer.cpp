@@ -82,6 +82,13 @@ void ClipboardServer::clear() {
   });
 }
 
+void ClipboardServer::clearNow(Deadline deadline) {
+  thread_.ask<bool>(deadline, [this, deadline] {
+    clearIfDue(true);
+    return connection_.roundTrip(deadline);
+  });
+}
+
 void ClipboardServer::beginWatch(std::function<void()> onChange) {
   thread_.ask<bool>(Deadline::in(patienceSeconds),
                     [this, onChange = std::move(onChange)]() mutable {

@@ -32,6 +32,8 @@ class ClipboardServer final : public EventThread::Part {
   std::int64_t changeCount();
   void serve(PasteboardItem item);
   void clear();
+  // Does at once what the last call of that has left for a moment later.
+  void clearNow(Deadline deadline);
   // As in copy::WatchedPasteboard; `onChange` is called on the thread.
   void beginWatch(std::function<void()> onChange);
   void endWatch();

@@ -31,6 +31,11 @@ std::shared_ptr<ClipboardServer> Compositor::clipboard() {
   return {line_, &line_->clipboard};
 }
 
+std::shared_ptr<SelectionReader> Compositor::reader() {
+  const std::lock_guard lock(mutex_);
+  return {line_, &line_->reader};
+}
+
 std::unique_ptr<Compositor::Line> Compositor::Line::open(double transferIdleSeconds) {
   const Deadline deadline = Deadline::in(secondsToConnect);
   auto opened = Connection::open(deadline);

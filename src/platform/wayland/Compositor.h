@@ -14,7 +14,7 @@ namespace tavin::wayland {
 
 // What one connection to the compositor serves, put together, and the thread that serves it.
 // Shared by the back ends of capture; any of them may outlive the others. One thread at a time,
-// save clipboard().
+// save clipboard() and reader().
 class Compositor {
  public:
   // Null without a compositor that has data control.
@@ -25,9 +25,9 @@ class Compositor {
   // that is handed out below belongs to the connection and ends with it. Bounded by four seconds.
   void renew();
 
-  // Any thread; lives as long as it is held. Never null.
+  // Any thread; they live as long as they are held. Never null.
   std::shared_ptr<ClipboardServer> clipboard();
-  SelectionReader& reader() { return line_->reader; }
+  std::shared_ptr<SelectionReader> reader();
   // The protocol that brings the clipboard, for people.
   const std::string& clipboardName() const { return line_->control->name(); }
 
@@ -63,7 +63,7 @@ class Compositor {
       : transferIdleSeconds_(transferIdleSeconds), line_(std::move(line)) {}
 
   const double transferIdleSeconds_;
-  std::mutex mutex_;            // Between clipboard() and a new line.
+  std::mutex mutex_;            // Between those two and a new line.
   std::shared_ptr<Line> line_;  // Never null.
   Deadline nextTry_ = Deadline::in(0);
 };

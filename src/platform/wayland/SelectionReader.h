@@ -12,7 +12,7 @@ namespace tavin::wayland {
 
 // Reads what other programs offer in the selections. Each byte comes through a pipe from a program
 // that may be slow or hostile, so it is the caller's thread that waits, and every wait has a
-// deadline. Work queue only, save noteChange().
+// deadline. One thread at a time, save noteChange().
 class SelectionReader {
  public:
   struct Listing {

@@ -18,13 +18,13 @@ WaylandPasteboard::WaylandPasteboard(std::shared_ptr<Compositor> compositor)
 
 std::optional<std::vector<PasteboardItem>> WaylandPasteboard::pasteboardItems() {
   compositor_->clipboard()->changeCount();  // What was cleared is cleared before it is read.
-  return readClipboard(compositor_->reader(), Deadline::in(secondsForSnapshot));
+  return readClipboard(*compositor_->reader(), Deadline::in(secondsForSnapshot));
 }
 
 std::int64_t WaylandPasteboard::changeCount() { return compositor_->clipboard()->changeCount(); }
 
 std::optional<QString> WaylandPasteboard::string() {
-  return readText(compositor_->reader(), Selection::clipboard, Deadline::in(secondsForString));
+  return readText(*compositor_->reader(), Selection::clipboard, Deadline::in(secondsForString));
 }
 
 void WaylandPasteboard::clearContents() { compositor_->clipboard()->clear(); }

@@ -94,7 +94,7 @@ std::optional<QString> WaylandWindowSystem::primaryText(const windows::FrontWind
       sameWindow || (!window.terminal && maker.window.appId == now->window.appId);
   if (proof == PrimaryProof::takenInFront ? !sameWindow || !maker.inFrontSince : !sameProgram)
     return std::nullopt;
-  return readText(compositor_->reader(), Selection::primary, deadline);
+  return readText(*compositor_->reader(), Selection::primary, deadline);
 }
 
 }  // namespace tavin::wayland

@@ -12,8 +12,8 @@ namespace {
 // A wheel turns by presses of these.
 constexpr std::uint32_t firstOfWheel = 4;
 constexpr std::uint32_t lastOfWheel = 7;
-// A display on this machine tells its time by the same clock; any other by one that differs by
-// days.
+// A display on this machine tells its time by the same clock; most others by one that differs by
+// hours or days.
 constexpr std::chrono::seconds sameClock(10);
 
 // The display counts milliseconds, and begins anew after 49 days.

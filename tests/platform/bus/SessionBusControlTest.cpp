@@ -82,6 +82,8 @@ TEST_F(SessionBusControlTest, KeepsTheDesktopsTokenForTheWindowThatAnswers) {
   EXPECT_EQ(kept(), "newer");
   const QVariantMap wrong{{"activation-token", "of nothing that is done"}};
   EXPECT_NE(call("ActivateAction", {"dance", QVariant(QVariantList()), wrong}), QString());
+  EXPECT_EQ(call("Activate", {QVariantMap{{"activation-token", QString(200'000, 'x')}}}),
+            QString());
   EXPECT_EQ(call("ActivateAction", {"stop", QVariant(QVariantList()),
                                     QVariantMap{{"activation-token", QVariantList{1}}}}),
             QString());

@@ -77,6 +77,8 @@ class RecordingClipboard {
     return onChange_ != nullptr;
   }
   std::vector<copy::ClipboardChange> take() {
+    if (whileTaken)
+      std::exchange(whileTaken, nullptr)();
     const std::lock_guard lock(mutex_);
     return std::exchange(seen_, {});
   }
@@ -93,7 +95,7 @@ class RecordingClipboard {
   }
 
   int readings = 0;
-  std::function<void()> whileRead, whileWritten;
+  std::function<void()> whileRead, whileWritten, whileTaken;
 
  private:
   void changeTo(Contents contents) {
@@ -189,6 +191,19 @@ class GuardedPasteboardTest : public testing::Test {
 };
 
 // The capture is over as soon as the command is typed.
+class PatientCaptureTest : public GuardedPasteboardTest {
+ protected:
+  PatientCaptureTest() : GuardedPasteboardTest(1s, kForEver) {}
+};
+
+TEST_F(PatientCaptureTest, ACopyThatWasInTimeIsNotLateForHowLongItsLookTakes) {
+  captureInVain();
+  const auto before = pasteboard_.changeCount();
+  clipboard_.copy();
+  clipboard_.whileTaken = [] { std::this_thread::sleep_for(1100ms); };
+  EXPECT_EQ(pasteboard_.changeCount(), before + 1);
+}
+
 class LateCopyTest : public GuardedPasteboardTest {
  protected:
   LateCopyTest() : GuardedPasteboardTest(0ms, kForEver) {}
@@ -430,6 +445,15 @@ TEST_F(GuardedPasteboardTest, AfterACaptureThatTookOneOfTwoCopiesTheOtherIsUndon
   clipboard_.copy();
   EXPECT_TRUE(becomes(kUsers));
   EXPECT_TRUE(isOver());
+}
+
+TEST_F(GuardedPasteboardTest, WhatAnotherProgramPutsThereInTimeIsNoAnswer) {
+  captureInVain();
+  clipboard_.copy(false);
+  pasteboard_.changeCount();
+  pasteboard_.writeObjects(kUsers);
+  clipboard_.copy();
+  EXPECT_TRUE(becomes(kUsers));
 }
 
 TEST_F(GuardedPasteboardTest, ACopyThatLandsWhileTheNextCaptureReadsIsNotWhatTheUserHad) {

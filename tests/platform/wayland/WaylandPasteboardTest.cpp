@@ -122,6 +122,13 @@ TEST_F(WaylandPasteboardTest, AClearedClipboardIsClearedByItself) {
   EXPECT_EQ(pasted({}), std::nullopt);
 }
 
+TEST_F(WaylandPasteboardTest, AClearedClipboardIsClearedAtOnceAtTheEnd) {
+  const ClipboardOwner other(Types{{kText, "something else"}});
+  pasteboard_.clearContents();
+  compositor_->clipboard()->clearNow(Deadline::in(5));
+  EXPECT_EQ(WaylandPasteboard(Compositor::connect()).string(), std::nullopt);
+}
+
 TEST_F(WaylandPasteboardTest, APictureAloneComesBackAndHasNoText) {
   const Types alone{{"image/png", picture(5000)}};
   const ClipboardOwner owner(alone);
@@ -279,7 +286,7 @@ TEST_F(WaylandPasteboardTest, AReaderThatTakesNothingKeepsNobodyWaiting) {
   WaylandPasteboard ours(compositor);
   const QByteArray large = picture(5'000'000);
   ours.writeObjects({{{{"x-large", large}}}});
-  const auto listing = compositor_->reader().list(Selection::clipboard, Deadline::in(5));
+  const auto listing = compositor_->reader()->list(Selection::clipboard, Deadline::in(5));
   ASSERT_TRUE(listing);
   // A program that asks, reads a little and then nothing for a while.
   QProcess lazy;

@@ -123,7 +123,7 @@ TEST_F(ClipboardWatchTest, AShortcutExplainsNoLaterKey) {
   EXPECT_TRUE(userActedBeforeCopy());
 }
 
-TEST_F(ClipboardWatchTest, KeysAreTimedByTheDisplayHoweverLateTheyAreHeardOf) {
+TEST_F(ClipboardWatchTest, KeysAreTimedByTheDisplay) {
   const auto before = copy::Input::Clock::now();
   user_.type({test::key::t});
   const auto after = copy::Input::Clock::now();
