@@ -1,13 +1,8 @@
 """What the player's object is, for whoever asks it."""
 
-from tavin.mpris.player import ABILITIES, PLAYER, PROGRAM, PROGRAM_PROPERTIES
+from tavin.mpris.player import PLAYER, PROGRAM
 
 READ_WRITE = {"Rate", "Volume"}
-PLAYER_TYPES = {
-    **{"PlaybackStatus": "s", "Rate": "d", "MinimumRate": "d", "MaximumRate": "d", "Metadata": "a{sv}"},
-    **{"Volume": "d", "Position": "x"},
-    **{name: kind for name, (kind, _) in ABILITIES.items()},
-}
 PLAYER_METHODS = ("Next", "Previous", "Pause", "PlayPause", "Stop", "Play")
 WITH_ARGUMENTS = """<method name="Seek"><arg type="x" name="Offset" direction="in"/></method>
 <method name="SetPosition"><arg type="o" name="TrackId" direction="in"/>
@@ -29,16 +24,17 @@ STANDARD = """<interface name="org.freedesktop.DBus.Properties">
 def interface(name, methods, properties, more=""):
     lines = [f'<interface name="{name}">']
     lines += [f'<method name="{method}"/>' for method in methods]
-    for known, kind in properties.items():
+    for known, (kind, _) in properties.items():
         access = "readwrite" if known in READ_WRITE else "read"
         lines.append(f'<property name="{known}" type="{kind}" access="{access}"/>')
     return "\n".join([*lines, more + "</interface>\n"])
 
 
-INTROSPECTION = (
-    "<node>\n"
-    + interface(PROGRAM, ("Raise", "Quit"), {name: kind for name, (kind, _) in PROGRAM_PROPERTIES.items()})
-    + interface(PLAYER, PLAYER_METHODS, PLAYER_TYPES, WITH_ARGUMENTS)
-    + STANDARD
-    + "</node>\n"
-)
+def introspection(player):
+    return (
+        "<node>\n"
+        + interface(PROGRAM, ("Raise", "Quit"), player.properties(PROGRAM))
+        + interface(PLAYER, PLAYER_METHODS, player.properties(PLAYER), WITH_ARGUMENTS)
+        + STANDARD
+        + "</node>\n"
+    )

@@ -13,7 +13,7 @@ from jeepney.bus_messages import message_bus
 from jeepney.io.asyncio import DBusConnection
 
 from tavin.log import log
-from tavin.mpris.introspection import INTROSPECTION
+from tavin.mpris.introspection import introspection
 from tavin.mpris.player import PATH, PLAYER, PROPERTIES, Unknown, nothing, refused, unknown
 
 NAME = "org.mpris.MediaPlayer2.tavin"
@@ -92,7 +92,7 @@ class Presence:
                 values = await self._property(name, fields.get(HeaderFields.signature, ""), call.body)
                 return new_method_return, values, nothing
             if (interface, name) == ("org.freedesktop.DBus.Introspectable", "Introspect"):
-                return new_method_return, ("s", (INTROSPECTION,)), nothing
+                return new_method_return, ("s", (introspection(self._player),)), nothing
             return new_method_return, (), self._player.method(interface, name)
         except Unknown as failure:
             error, text = failure.args
