@@ -1,7 +1,9 @@
 """The engine as Tavin starts it, and a client that can also misbehave."""
 
+import contextlib
 import http.client
 import json
+import os
 import signal
 import socket
 import subprocess
@@ -104,11 +106,30 @@ class EngineProcess:
         return until(lambda: self.helpers(module), 10, module)[0]
 
     def answers(self):
-        """Whether the port is listened on. Looked up, because connections have a price: while
-        nobody listens, one may get this port for its own, meet itself and keep the port taken."""
+        """Whether it listens on the port. Looked up, because connections have a price: while nobody
+        listens, one may get this port for its own, meet itself and keep the port taken."""
         assert self.process.poll() is None, self.log()
-        with open("/proc/self/net/tcp", encoding="ascii") as table:
-            return any(f":{PORT:04X} " in line and " 0A " in line for line in table)
+        inode = listener()
+        return inode is not None and f"socket:[{inode}]" in files_of(f"/proc/{self.process.pid}")
+
+
+def listener():
+    """The inode of the socket that listens on the port; None without one."""
+    with open("/proc/self/net/tcp", encoding="ascii") as table:
+        for line in map(str.split, table):
+            if line[1].endswith(f":{PORT:04X}") and line[3] == "0A":
+                return line[9]
+    return None
+
+
+def files_of(process):
+    """What a process has open. A child that an engine had begun to start when it was killed has
+    the engine's port for some moments, until it runs its own program."""
+    found = []
+    for entry in Path(process, "fd").iterdir():
+        with contextlib.suppress(OSError):  # closed meanwhile
+            found.append(os.readlink(entry))
+    return found
 
 
 def parent_of(entry):
