@@ -102,7 +102,7 @@ void CustomBindings::commandRan(const QString& action) {
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
                    [this, action, at, surelyPress](QDBusPendingCallWatcher* done) {
                      done->deleteLater();
-                     const Input last = lastInput(at, *done);
+                     const InputTime last = lastInput(at, *done);
                      if (surelyPress)
                        filters_[action].refine(at, last);
                      else if (filters_[action].isPress(at, last))

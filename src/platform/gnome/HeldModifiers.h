@@ -19,9 +19,9 @@ class ShortcutHold {
   void pressed(Clock::time_point now);
   // The last input, as asked for at that press; it may have come after it. Where there was none
   // shortly before, no key ran the command, and nothing is held. Of an earlier press: ignored.
-  void refine(Clock::time_point press, Input input);
+  void refine(Clock::time_point press, InputTime input);
   // Whether it is held at `now`, when the last input was `input`.
-  bool isHeld(Clock::time_point now, Input input);
+  bool isHeld(Clock::time_point now, InputTime input);
   // Whether there is a press to ask about. Costs nothing.
   bool mayBeHeld(Clock::time_point now) const;
 
@@ -43,7 +43,7 @@ class HeldModifiers {
 
   // As in ShortcutHold.
   void pressed(Clock::time_point now);
-  void refine(Clock::time_point press, Input input);
+  void refine(Clock::time_point press, InputTime input);
   // A press that came just now: it counts from here on, and the shell is asked for the last input
   // beside. Main thread.
   static void noteIn(const std::shared_ptr<HeldModifiers>& modifiers);

@@ -112,7 +112,7 @@ std::vector<copy::ClipboardChange> ClipboardServer::takeChanges() {
   return watch_.takeChanges();
 }
 
-void ClipboardServer::shortcutArrived(copy::Input::Time time) {
+void ClipboardServer::shortcutArrived(copy::UserInput::Time time) {
   thread_.ask<bool>(Deadline::in(patienceSeconds), [this, time] {
     const bool answered = connection_.roundTrip(Deadline::in(patienceSeconds));
     watch_.shortcutArrived(time);

@@ -52,7 +52,7 @@ std::vector<copy::ClipboardChange> WaylandPasteboard::takeChanges() {
   return compositor_->clipboard()->takeChanges();
 }
 
-void WaylandPasteboard::shortcutArrived(copy::Input::Time time) {
+void WaylandPasteboard::shortcutArrived(copy::UserInput::Time time) {
   compositor_->clipboard()->shortcutArrived(time);
 }
 
