@@ -34,9 +34,9 @@ class ShortcutHold {
   std::optional<Clock::time_point> released_;  // The first input after it.
 };
 
-// The same, by asking the shell, for windows of which XwaylandKeys knows nothing. What remains:
-// whoever releases the key alone and keeps the modifier down counts as having released both, and
-// whoever let go of all before the command ran as holding it still. Any thread.
+// The same, by asking the shell, for windows of which XwaylandModifiers knows nothing. What
+// remains: whoever releases the key alone and keeps the modifier down counts as having released
+// both, and whoever let go of all before the command ran as holding it still. Any thread.
 class HeldModifiers {
  public:
   explicit HeldModifiers(const QDBusConnection& bus) : bus_(bus) {}
