@@ -120,6 +120,10 @@ def test_the_desktops_player_steers_the_reading(desktop, reading):
     assert reading.status()["error"] is None
 
 
+def test_a_desktop_that_shows_a_tracks_artist_shows_who_reads(desktop, reading):
+    assert desktop.playerctl("metadata", "xesam:artist") == "Tavin"
+
+
 def test_the_desktop_is_told_of_each_sentence(desktop, reading, tmp_path):
     told = tmp_path / "told"
     with desktop.following("xesam:title", told):
