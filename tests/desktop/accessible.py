@@ -55,17 +55,19 @@ class Tree:
 
     def box(self, role, name):
         """Where the first thing shown with that role and name is on the screen, or None."""
+        return next((box for shown, box in self.shown(role) if shown == name), None)
+
+    def shown(self, role):
+        """The names of the things shown with that role, and where they are on the screen."""
         below = [REGISTRY_ROOT]
         while below:
             node = below.pop(0)
             with contextlib.suppress(GLib.Error):  # It may leave meanwhile.
-                if (self._get(node, "Name") == name and self._role(node) == role
-                        and SHOWING in self._states(node)):
-                    box = self._box(node)
+                if self._role(node) == role and SHOWING in self._states(node):
+                    name, box = self._get(node, "Name"), self._box(node)
                     if box[2] > 0:
-                        return box
+                        yield name, box
                 below += self._call(node, ACCESSIBLE, "GetChildren")
-        return None
 
     def knows_its_focus(self, program):
         """Whether a window of the program says that it is the active one. A compositor says so a

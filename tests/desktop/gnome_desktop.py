@@ -22,6 +22,7 @@ POINTER = """global.tavin_pointer ||= imports.gi.Clutter.get_default_backend().g
 global.tavin_pointer.notify_absolute_motion(imports.gi.GLib.get_monotonic_time(), {}, {})"""
 ACTIVATE = """global.get_window_actors().map(a => a.meta_window).find(w => w.get_id() == {})
     .activate(global.display.get_current_time_roundtrip())"""
+PLACE = "(a => [...a.get_transformed_position(), a.width, a.height])({})"
 ESCAPE, MASKS = 9, {"shift": 1, "alt": 8}  # As X11 numbers them.
 KEYS.update({"BackSpace": 14, "Tab": 15, "End": 107, "Left": 105, "space": 57,
              **dict(zip("qwertyuiop", range(16, 26))), **dict(zip("asdfghjkl", range(30, 39))),
@@ -31,8 +32,8 @@ KEYS.update({"BackSpace": 14, "Tab": 15, "End": 107, "Left": 105, "space": 57,
 class NativeGnome(GnomeSession):
     """Programs speak Wayland where they can, and Tavin has the keys that GNOME holds as it comes."""
 
-    def __init__(self, folder, _build=None, extensions=()):
-        super().__init__(folder)
+    def __init__(self, folder, _build=None, extensions=(), **kwargs):
+        super().__init__(folder, **kwargs)
         self._extensions = extensions
         self.env.update(GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland", MOZ_ENABLE_WAYLAND="1")
 
@@ -123,6 +124,23 @@ class GnomeDesktop(WaylandDesktop):
         for _ in range(times):
             self.button(True, code)
             self.button(False, code)
+
+    def look(self, script):
+        """What a script gives inside the shell."""
+        return json.loads(self.session.evaluate(script) or "null")
+
+    def click_actor(self, actor):
+        """At something of the shell's own, once it is drawn and moves no more: a menu grows while it
+        opens."""
+        seen = []
+
+        def still():
+            seen.append(self.look(PLACE.format(actor)))
+            found = seen[-1]
+            drawn = found and None not in found and found[2] > 10 and found[3] > 10
+            return found if drawn and seen[-3:] == [found] * 3 else None
+        x, y, width, height = wait_until(still, 10, "a place to click at", interval=0.1)
+        self.click_at(round(x + width / 2), round(y + height / 2))
 
     def click(self, wid, x, y, times=1):
         left, top, _, _ = self.window(wid)["rect"]

@@ -1,10 +1,12 @@
 """What Tavin's own engine says of itself, where a test, the demonstration or a picture runs it."""
 
+import contextlib
 import json
 import os
 import urllib.error
 import urllib.request
 
+from driver import Tavin
 from isolation import ENGINE_PORT
 from session import SessionError, wait_until
 
@@ -61,3 +63,14 @@ def engines(session):
 def listening():
     with open("/proc/net/tcp", encoding="ascii") as f:
         return any(f":{ENGINE_PORT:04X} 00000000:0000 0A" in line for line in f)
+
+
+@contextlib.contextmanager
+def tavin_with_its_engine(desktop, build):
+    """A Tavin whose own engine is ready. Both end with the desktop's programs."""
+    program = Tavin(desktop, None, build)
+    wait_until(listening, 30, "the engine's port")
+    wait_for("idle")
+    yield program
+    desktop.close()
+    wait_until(lambda: not listening(), 10, "end of the engine")

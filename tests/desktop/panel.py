@@ -4,6 +4,8 @@ import os
 
 from session import wait_until
 
+ENTRY = "app.tavin.Tavin.desktop"
+VOLUME = (1562, 1184)  # Its plugin's icon, beside Tavin's.
 XFCE4_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
@@ -34,13 +36,38 @@ XFCE4_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 """
 
 
-def start_xfce4_panel(desktop, dark=True):
+# Left of the tray: volume and players.
+SOUND = (('<value type="int" value="3"/>', '<value type="int" value="4"/>'),
+         ('<property name="plugin-3"', '<property name="plugin-4" type="string" value="pulseaudio"/>'))
+
+
+def with_sound(panel):
+    for before, more in SOUND:
+        panel = panel.replace(before, more + before)
+    return panel
+
+
+def prepare_for_players(desktop, build):
+    """What xfce4-panel's volume plugin needs to show a player."""
+    folder = os.path.join(desktop.session.env["XDG_DATA_HOME"], "applications")
+    os.makedirs(folder)
+    os.symlink(os.path.join(build, "share/applications", ENTRY), os.path.join(folder, ENTRY))
+    # Of another desktop that is installed the bus would start one that waits for its shell.
+    desktop.start(["/usr/bin/python3", "-m", "dbusmock", "--session", "--template",
+                   "notification_daemon"])
+    wait_until(lambda: "org.freedesktop.Notifications" in desktop.session.run(
+        ["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/",
+         "org.freedesktop.DBus.ListNames"]), 20, "a service for notifications")
+
+
+def start_xfce4_panel(desktop, dark=True, sound=False):
     """A panel with a tray along the lower edge; returns its process."""
     folder = os.path.join(desktop.session.env["XDG_CONFIG_HOME"],
                           "xfce4/xfconf/xfce-perchannel-xml")
     os.makedirs(folder, exist_ok=True)
     with open(os.path.join(folder, "xfce4-panel.xml"), "w", encoding="utf-8") as f:
-        f.write(XFCE4_PANEL if dark else XFCE4_PANEL.replace('"true"', '"false"', 1))
+        panel = with_sound(XFCE4_PANEL) if sound else XFCE4_PANEL
+        f.write(panel if dark else panel.replace('"true"', '"false"', 1))
     wait_for_no_tray(desktop)
     process = desktop.start(["xfce4-panel", "--disable-wm-check"])
     wait_until(lambda: tray_items(desktop) is not None, 30, "tray of xfce4-panel")

@@ -4,9 +4,9 @@ A paused reading stays where it is, so the number of steps to its end tells wher
 """
 
 import pytest
-from driver import Desktop, Tavin
+from driver import Desktop
 from gi.repository import Gio, GLib
-from own_engine import listening, post, status, wait_for
+from own_engine import post, status, tavin_with_its_engine, wait_for
 from session import Session, wait_until
 
 TEXT = "One is read. Two is read. Three is read.\n\nFour is read. Five is read. Six is read."
@@ -20,13 +20,8 @@ def session(tmp_path_factory):
 
 @pytest.fixture
 def tavin(session, build):
-    desktop = Desktop(session)
-    program = Tavin(desktop, None, build)
-    wait_until(listening, 30, "the engine's port")
-    wait_for("idle")
-    yield program
-    desktop.close()
-    wait_until(lambda: not listening(), 10, "end of the engine")
+    with tavin_with_its_engine(Desktop(session), build) as program:
+        yield program
 
 
 def do(tavin, *actions):

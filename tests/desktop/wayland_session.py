@@ -16,7 +16,8 @@ KEYS = {"Escape": 1, "BackSpace": 14, "Tab": 15, "ctrl": 29, "shift": 42, "alt":
         "Caps_Lock": 58, "Num_Lock": 69, "Return": 28, "Home": 102, "Up": 103, "Left": 105,
         "Right": 106, "End": 107, "Down": 108, "Insert": 110,
         **dict(zip("qwertyuiop", range(16, 26))), **dict(zip("asdfghjkl", range(30, 39))),
-        **dict(zip("zxcvbnm", range(44, 51)))}
+        **dict(zip("zxcvbnm", range(44, 51))), "XF86AudioNext": 163, "XF86AudioPlay": 164,
+        "XF86AudioPrev": 165, "XF86AudioStop": 166}
 X_SOCKETS = "/tmp/.X11-unix"
 
 
@@ -49,8 +50,8 @@ class WaylandSession(Session):
 
     DESKTOP = None  # As XDG_CURRENT_DESKTOP has it.
 
-    def __init__(self, folder, size=(1280, 800)):
-        super().__init__(folder, wm=None)
+    def __init__(self, folder, size=(1280, 800), sound=False):
+        super().__init__(folder, wm=None, sound=sound)
         self.size = size
         self.env.update(XDG_SESSION_TYPE="wayland", XDG_CURRENT_DESKTOP=self.DESKTOP,
                         QT_QUICK_BACKEND="software")
@@ -61,6 +62,8 @@ class WaylandSession(Session):
         try:
             keep_x_sockets_apart()
             self._prepare()
+            if self._sound:
+                self._start_sound()
             self._start_bus()
             self._start_compositor()
             self.enable_accessibility()

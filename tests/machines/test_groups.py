@@ -25,9 +25,9 @@ GROUPS = {
     "test": (f"{TESTS} -R '^(session_test|engine_test|desktop_terminals|speech_keys|packaging)$'",
              r"100% tests passed"),
     "wayland": (f"{TESTS} -R '^wayland_(services|terminal)$'", r"100% tests passed"),
-    "heavy": (f"{TESTS} -R '^heavy_(documents|browsers|konsole|window_managers|lxqt_panel)$'",
+    "heavy": (f"{TESTS} -R '^heavy_(documents|browsers|konsole|window_managers|lxqt_panel|xfce_player)$'",
               r"100% tests passed"),
-    "desktops": (f"{TESTS} -R '^(kde|gnome)_session$'", r"100% tests passed"),
+    "desktops": (f"{TESTS} -R '^(kde|gnome)_(session|player)$'", r"100% tests passed"),
     "bench": (f"{BUILD} >/dev/null && cmake --build build >/dev/null && bench/run build --quick; "
               "ls build/bench", r"^result.json$"),
     "lint": ("clang-format-14 --dry-run --Werror $(git ls-files '*.cpp') && cmake --preset tidy && "

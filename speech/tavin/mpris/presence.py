@@ -20,6 +20,9 @@ NAME = "org.mpris.MediaPlayer2.tavin"
 PATIENCE = 2.0
 # Much more than players are sent, and parsed in some 10 ms. The bus carries 128 MB.
 LARGEST_MESSAGE = 1 << 14
+# After a message that ends one, and how many for a text: a peer that ends each is left alone.
+AGAIN = 1.0
+CONNECTIONS = 5
 OWNED = 1  # the bus's answer to who has a name now
 
 
@@ -44,6 +47,13 @@ class Presence:
         self._changed.set()
 
     async def _be_there(self):
+        for _ in range(CONNECTIONS):
+            if not await self._until_trouble():
+                return
+            await asyncio.sleep(AGAIN)
+
+    async def _until_trouble(self):
+        """Whether there was a bus."""
         connection = None
         try:
             async with asyncio.timeout(PATIENCE):
@@ -56,6 +66,7 @@ class Presence:
         finally:
             if connection:
                 connection.writer.transport.abort()  # and the bus takes the name back
+        return connection is not None
 
     def _tell_trouble(self, text):
         if text and text != self._trouble:

@@ -5,7 +5,6 @@ whatever the text holds, so the event loop is never held up and a long text
 costs no more memory than a short one.
 """
 
-import itertools
 import re
 import unicodedata
 from typing import NamedTuple
@@ -20,6 +19,7 @@ from tavin.text.spoken.marks import without_marks
 STEP = 2000  # code points taken from the text at once
 LONGEST_STEP = STEP + 50
 GOES_ON = " "  # at the end of a piece that is not the end of what is said in one breath
+LONGEST_PARAGRAPH = 2000  # code points, some two minutes; found and made speakable in some 30 ms
 LINE_BEGIN = 8  # code points that tell what kind of line it is
 PARAGRAPH_END = re.compile(r"\n[ \t]*\n\s*")
 # Not within a number or a time, which would be read as two.
@@ -72,6 +72,29 @@ class Piece(str):
         return piece
 
 
+class Places:
+    """Counts the text's sentences and paragraphs. A paragraph ends at an empty line, or with a sentence after so
+    much text without one: who wants the next one waits for no more than that."""
+
+    def __init__(self):
+        self._sentence = self._paragraph = self._length = 0
+
+    def of(self, texts):
+        return [self._next(text) for text in texts if text.strip()]
+
+    def _next(self, text):
+        if self._length and self._length + len(text) > LONGEST_PARAGRAPH:
+            self.end_paragraph()
+        place = Place(self._sentence, self._paragraph, text)
+        self._sentence += 1
+        self._length += len(text)
+        return place
+
+    def end_paragraph(self):
+        self._paragraph += 1
+        self._length = 0
+
+
 def undivided(sentence):
     return [sentence]
 
@@ -86,25 +109,21 @@ def pieces(text, language, longest, first=None, divide=undivided, say=without_ma
     """
     limit = Limit(longest, min(first or longest, longest))
     segmenter = Segmenter(language)
-    sentences, paragraph = itertools.count(), 0
+    places = Places()
     rest = "\n"  # the text's first line begins like all others
     for portion in running(text, words_of(language)):
         *whole, rest = PARAGRAPH_END.split(unquote(rest + portion))
-        for paragraph, lines in enumerate(whole, paragraph):
-            yield from speakable(places(segmenter.sentences(unwrap(lines)), sentences, paragraph), limit, say, divide)
-        paragraph += bool(whole)
+        for lines in whole:
+            yield from speakable(places.of(segmenter.sentences(unwrap(lines))), limit, say, divide)
+            places.end_paragraph()
         *finished, rest = segmenter.sentences(unwrap(rest)) or [""]
         rest = rest or "\n"  # so does each paragraph's
-        yield from speakable(places(finished, sentences, paragraph), limit, say, divide)
+        yield from speakable(places.of(finished), limit, say, divide)
         if len(rest) > STEP:  # no end in sight
             *parts, rest = cut(rest, longest - len(GOES_ON))
-            yield from speakable(places(parts, sentences, paragraph), limit, say, end_mark=GOES_ON)
+            yield from speakable(places.of(parts), limit, say, end_mark=GOES_ON)
         yield ""
-    yield from speakable(places([rest], sentences, paragraph), limit, say, divide)
-
-
-def places(texts, numbers, paragraph):
-    return [Place(next(numbers), paragraph, text) for text in texts if text.strip()]
+    yield from speakable(places.of([rest]), limit, say, divide)
 
 
 def running(text, words):

@@ -15,7 +15,7 @@ ABBREVIATION = re.compile(
     r"(?:\b(?:Dr|Mr|Mrs|Ms|Mme|Prof|Gen|Sen|Gov|St|Fig|Hr|Fr|vs|cf|e\. ?g|i\. ?e)"
     r"|(?:^|[\s.])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
 )
-GERMAN = re.compile(r"(?:\b(?:bzw|bzgl|max|med|dent|jur|phil)|(?:^|[\s.])[a-zäöü])\. ?$")
+GERMAN = re.compile(r"(?:\b(?:bzw|bzgl|ggü|max|med|dent|jur|phil)|(?:^|[\s.])[a-zäöü])\. ?$")
 # Though in English a sentence seems to begin: "near Main St. He is", "in the U.S. The".
 NAME_END = re.compile(r"(?:[A-Z][a-z]+ St|\b[A-Z]\.[A-Z])\. ?$")
 ENGLISH_BEGIN = re.compile(
@@ -31,7 +31,9 @@ COUNTED = re.compile(
     r"\b(?:[Nn]o|Nr|pp?|[Vv]ol|[Cc]h|[Cc]hap|[Ss]ec|[Ee]q|[Aa]rt|[Aa]pprox|[Cc]a|est"
     r"|Bd|Kap|Abb|Tab|Ziff|S)\. ?$"
 )
-WORD = re.compile(r"(?:^|[\s(\[\"'“„«])(\S+) ?$")
+ROMAN = re.compile(r"(?!I\b)[IVXL]+\b")
+COMPANY = re.compile(r"\b(?:Corp|Inc|Ltd|Co|plc|LLC)\. ?$")
+WORD = re.compile(r"(?:^|\s)[(\[\"'“„«]*(\S+) ?$")
 ORDINAL = re.compile(r"\b(?:\d{1,2}|[IVX]{1,6})\. ?$")
 GERMAN_MONTH = re.compile(
     r"(?:Jan(?:uar|\.)|Jänner|Feb(?:ruar|\.)|März|April|Apr\.|Mai|Juni?|Juli?|Aug(?:ust|\.)|Sept?(?:ember|\.)"
@@ -60,6 +62,7 @@ class Segmenter:
         self._german = language.split("-")[0] == "de"
         self._english = language.split("-")[0] == "en"
         self._counted = counted(language)
+        self._counted_in_roman = self._counted.union(words_of(language).before_numeral)
         self._parted = parted_abbreviations(language)
 
     def sentences(self, text):
@@ -88,6 +91,10 @@ class Segmenter:
         if ABBREVIATION.search(before) or self._german and GERMAN.search(before):
             return True
         if any(before.endswith(begin) and after.startswith(end) for begin, end in self._parted):
+            return True
+        if after[0] == "(" and COMPANY.search(before):
+            return True
+        if ROMAN.match(after) and word and word[1] in self._counted_in_roman:
             return True
         if after[0].isdigit():
             return bool(COUNTED.search(before) or word and word[1] in self._counted)

@@ -101,12 +101,27 @@ def malformed():
 
 
 @pytest.mark.parametrize("data", malformed(), ids=["descriptor", "nameless", "signature", "noise"])
-def test_a_message_that_is_none_ends_the_connection_and_nothing_else(monkeypatch, data):
+def test_a_message_that_is_none_ends_the_connection_and_another_follows(monkeypatch, data):
+    monkeypatch.setattr(presence, "AGAIN", 0)
+
     async def steps(there, engine, writer):
         async with asyncio.timeout(10):
             await writer.aborted.wait()
+            sent = writer.sent
+            while writer.sent < sent + 2:  # who we are, and the name
+                await asyncio.sleep(0)
+
+    served(monkeypatch, data, steps)
+
+
+def test_who_ends_every_connection_is_left_alone_for_this_text(monkeypatch):
+    monkeypatch.setattr(presence, "AGAIN", 0)
+
+    async def steps(there, engine, writer):
+        async with asyncio.timeout(10):
             while not there._task.done():
                 await asyncio.sleep(0)
         assert there._task.exception() is None
+        assert writer.sent == 2 * presence.CONNECTIONS
 
-    served(monkeypatch, data, steps)
+    served(monkeypatch, b"?" * 4096 * presence.CONNECTIONS, steps)

@@ -2,12 +2,13 @@
 
 import ipaddress
 import json
+import re
 import socket
 import subprocess
 
 import pytest
 from cloud_service import TEXT, CloudService, OwnServer, finish, info
-from engine_process import exists
+from engine_process import FOLDER, exists
 from sound import RATE, until
 from spoken import without_silence
 from tavin.synthesis.backend import Failure
@@ -16,6 +17,7 @@ from tavin.synthesis.backends.cloud import Service, peer_of
 from tavin.synthesis.backends.server import synthesizer
 from tavin.synthesis.backends.server.synthesizer import OwnService, Synthesizer, is_near, voice_of
 
+README = FOLDER / "README.md"
 VOICES = "/voices?engine=server"
 ENGLISH = "This sentence is so long that everybody can tell that it was written in English."
 
@@ -285,6 +287,13 @@ def test_addresses(described, address):
 )
 def test_what_a_private_network_is(peer, near):
     assert is_near(ipaddress.ip_address(peer)) == near
+
+
+def test_the_readme_names_the_private_networks():
+    """Loopback has a place of its own there: this machine."""
+    line = next(line for line in README.read_text("utf-8").splitlines() if line.startswith("| `private_network` |"))
+    named = [ipaddress.ip_network(network) for network in re.findall(r"[0-9a-f.:]+/\d+", line)]
+    assert named == [network for network in synthesizer.NEAR if not network.is_loopback]
 
 
 def test_without_tls_nothing_is_sent_to_another_machine(service):

@@ -2,9 +2,10 @@
 
 import time
 import tracemalloc
+from itertools import groupby
 
 import pytest
-from tavin.text.pieces import STEP, pieces
+from tavin.text.pieces import LONGEST_PARAGRAPH, STEP, pieces
 
 
 def cut(text, longest=600, language="en-us"):
@@ -264,3 +265,13 @@ def test_a_long_text_counts_its_paragraphs_over_all_of_its_portions():
     text = "\n\n".join(["This is a sentence. And this is another one."] * 500)
     places = [piece.place[:2] for piece in pieces(text, "en-us", 300) if piece]
     assert places == [(number, number // 2) for number in range(1000)]
+
+
+@pytest.mark.parametrize("end", [" ", "\n"])
+def test_a_paragraph_without_an_empty_line_ends_after_a_page_with_a_sentence(end):
+    text = f"This is a sentence, and this is another one.{end}" * 200
+    places = [piece.place for piece in pieces(text, "en-us", 300) if piece]
+    lengths = [len("".join(place.text for place in some)) for _, some in groupby(places, lambda place: place.paragraph)]
+    assert len(lengths) > 4
+    assert all(LONGEST_PARAGRAPH - 50 < length <= LONGEST_PARAGRAPH for length in lengths[:-1])
+    assert [place.sentence for place in places] == list(range(len(places)))

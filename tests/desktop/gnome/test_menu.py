@@ -1,7 +1,6 @@
 """The menu: under its icon where GNOME has the extension for that, and as a window where not."""
 
 import contextlib
-import json
 import os
 
 import pytest
@@ -13,7 +12,6 @@ TEXT = "read from the menu"
 EXTENSION = "ubuntu-appindicators@ubuntu.com"
 ICON = """Object.entries(Main.panel.statusArea)
     .filter(([name, _]) => name.startsWith('appindicator')).map(([_, icon]) => icon)"""
-PLACE = "(a => [...a.get_transformed_position(), a.width, a.height])({})"
 SEPARATORS = ICON + """[0].menu._getMenuItems()
     .filter(i => i.constructor.name === 'PopupSeparatorMenuItem' && i.mapped && i.height > 0)"""
 LINES = ICON + """[0].menu._getMenuItems().filter(i => i.visible && i.label?.text)"""
@@ -37,51 +35,32 @@ def field(desktop, programs):
 
 class Icon:
     def __init__(self, desktop):
-        self._desktop, self._session = desktop, desktop.session
-        wait_until(lambda: self._look(f"{ICON}.length") == 1, 15, "the icon")
-
-    def _look(self, script):
-        return json.loads(self._session.evaluate(script) or "null")
-
-    def _click(self, actor):
-        def place():
-            found = self._look(PLACE.format(actor))
-            drawn = found and None not in found and found[2] > 10 and found[3] > 10
-            return found if drawn else None
-        x, y, width, height = wait_until(place, 10, "a place to click at")
-        self._desktop.click_at(round(x + width / 2), round(y + height / 2))
+        self._desktop = desktop
+        wait_until(lambda: self._desktop.look(f"{ICON}.length") == 1, 15, "the icon")
 
     def open(self):
         def is_open():
             # The icon stands in the bar a moment before it takes clicks.
-            if not self._look(ICON + "[0].menu.isOpen"):
-                self._click(ICON + "[0]")
+            if not self._desktop.look(ICON + "[0].menu.isOpen"):
+                self._desktop.click_actor(ICON + "[0]")
             with contextlib.suppress(SessionError):
-                return wait_until(lambda: self._look(ICON + "[0].menu.isOpen") and self.titles(), 3)
+                return wait_until(lambda: self._desktop.look(ICON + "[0].menu.isOpen") and self.titles(), 3)
             return False
         wait_until(is_open, 20, "the menu")
 
     def titles(self):
-        return self._look(LINES + ".map(i => i.label.text)")
+        return self._desktop.look(LINES + ".map(i => i.label.text)")
 
     def separators(self):
         """Those that are drawn: between which lines they stand."""
-        return self._look(SEPARATORS + """.map(s => {
+        return self._desktop.look(SEPARATORS + """.map(s => {
             const box = s.get_parent().get_children().filter(c => c.visible);
             const at = box.indexOf(s);
             return [at - 1, at + 1].map(n => box[n]?._delegate?.label?.text ?? box[n]?.label?.text);
         })""")
 
     def choose(self, title):
-        # It grows while it opens.
-        place = PLACE.format(f"{LINES}.find(i => i.label.text.startsWith('{title}'))")
-        seen = []
-
-        def still():
-            seen.append(self._look(place))
-            return len(seen) > 2 and seen[-1] == seen[-2] == seen[-3]
-        wait_until(still, 10, "an open menu", interval=0.1)
-        self._click(f"{LINES}.find(i => i.label.text.startsWith('{title}'))")
+        self._desktop.click_actor(f"{LINES}.find(i => i.label.text.startsWith('{title}'))")
 
 
 def test_the_icons_menu_has_its_lines(tavin, desktop):

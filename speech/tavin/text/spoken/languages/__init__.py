@@ -49,6 +49,7 @@ class Words:
     one_hour: str = ""  # where it is said in another way
     one_hour_and_minutes: str = ""
     minutes_below_ten: str = "{}"
+    weekdays: dict = field(default_factory=dict)  # short -> name
     ordinal: str = ""  # a pattern: the number, its ending
     ordinal_sets: dict = field(default_factory=dict)  # ending -> ICU's rule set
     denominators: dict = field(default_factory=dict)  # -> one, many
@@ -68,6 +69,7 @@ class Words:
     queen_first: str = ""
     abbreviations: dict = field(default_factory=dict)
     before_number: dict = field(default_factory=dict)  # abbreviations only there
+    before_numeral: dict = field(default_factory=dict)  # and those only before a Roman one
     acronyms: dict = field(default_factory=dict)  # read wrongly by synthesisers
     decades: bool = False
     locale: str = "en"

@@ -54,6 +54,10 @@ WORDS = Words(
             "Million": ("Million", "Million"), "Millionen": ("Millionen", "Millionen"),
             "Milliarde": ("Milliarde", "Milliarde"), "Milliarden": ("Milliarden", "Milliarden"),
             "Bio.": ("Billion", "Billionen")},
+    weekdays={
+        "Mo": "Montag", "Di": "Dienstag", "Mi": "Mittwoch", "Do": "Donnerstag",
+        "Fr": "Freitag", "Sa": "Samstag", "So": "Sonntag",
+    },
     hour="{} Uhr",
     one_hour="ein Uhr",
     one_hour_and_minutes="ein Uhr {}",
@@ -79,6 +83,7 @@ WORDS = Words(
     queen="die {}",
     queen_set="%spellout-ordinal",
     abbreviations={
+        "ggü.": "gegenüber", "Std.": "Stunden", "MfG": "Mit freundlichen Grüßen", "p. a.": "pro Jahr",
         "z.B.": "zum Beispiel", "z. B.": "zum Beispiel", "Z.B.": "Zum Beispiel", "Z. B.": "Zum Beispiel",
         "d.h.": "das heißt", "d. h.": "das heißt", "u.a.": "unter anderem", "u. a.": "unter anderem",
         "usw.": "und so weiter",
@@ -102,7 +107,7 @@ WORDS = Words(
     before_number={
         "Nr.": "Nummer", "S.": "Seite", "Bd.": "Band", "Kap.": "Kapitel", "Abb.": "Abbildung", "Tab.": "Tabelle",
         "Art.": "Artikel", "Abs.": "Absatz", "Ziff.": "Ziffer", "Jg.": "Jahrgang", "Aufl.": "Auflage",
-        "Fn.": "Fußnote",
+        "Fn.": "Fußnote", "Tel.": "Telefon",
     },
     acronyms={
         "EU": "E U", "USA": "U S A", "ARD": "A R D", "CO2": "C O 2", "H2O": "H 2 O", "O2": "O 2", "UN": "U N",

@@ -62,6 +62,10 @@ WORDS = Words(
             "thousand": ("thousand", "thousand"), "million": ("million", "million"),
             "billion": ("billion", "billion"), "trillion": ("trillion", "trillion")},
     month_first=True,
+    weekdays={
+        "Mon": "Monday", "Tue": "Tuesday", "Wed": "Wednesday", "Thu": "Thursday",
+        "Fri": "Friday", "Sat": "Saturday", "Sun": "Sunday",
+    },
     hour="{} o'clock",
     hour_and_minutes="{} {}",
     minutes_below_ten="oh {}",
@@ -83,6 +87,8 @@ WORDS = Words(
     rulers_from=100,
     ruler_set="%spellout-ordinal",
     abbreviations={
+        "Mon.": "Monday", "Tue.": "Tuesday", "Tues.": "Tuesday", "Wed.": "Wednesday", "Thu.": "Thursday",
+        "Thurs.": "Thursday",
         "e.g.": "for example", "e. g.": "for example", "i.e.": "that is", "i. e.": "that is", "etc.": "et cetera",
         "vs.": "versus", "cf.": "compare",
         "et al.": "and others", "approx.": "approximately", "Dr.": "Doctor", "Mr.": "Mister", "Mrs.": "Missus",

@@ -57,6 +57,10 @@ WORDS = Words(
     },
     after_scale=" de ",
     of_date=" de ",
+    weekdays={
+        "lun": "lunes", "mar": "martes", "mié": "miércoles", "jue": "jueves",
+        "vie": "viernes", "sáb": "sábado", "dom": "domingo",
+    },
     hour="{} horas",
     one_hour="una",
     one_hour_and_minutes="una y {}",
@@ -92,6 +96,8 @@ WORDS = Words(
     queen="{}",
     queen_set="%spellout-ordinal-feminine",
     abbreviations={
+        "apdo.": "apartado", "ptas.": "pesetas", "Atte.": "Atentamente", "lun.": "lunes", "vie.": "viernes",
+        "sáb.": "sábado", "dom.": "domingo",
         "p. ej.": "por ejemplo", "p.ej.": "por ejemplo", "P. ej.": "Por ejemplo", "etc.": "etcétera",
         "Sr.": "Señor", "Sra.": "Señora", "Srta.": "Señorita", "Sres.": "Señores", "Dr.": "Doctor",
         "Dra.": "Doctora", "Prof.": "Profesor",
@@ -110,6 +116,7 @@ WORDS = Words(
         "fig.": "figura", "Fig.": "Figura", "cap.": "capítulo", "art.": "artículo", "Art.": "Artículo",
         "ca.": "hacia", "mín.": "mínimo", "máx.": "máximo",
     },
+    before_numeral={"s.": "siglo", "S.": "siglo", "ss.": "siglos"},
     acronyms={
         "UE": "U E", "CO2": "C O 2", "H2O": "H 2 O", "O2": "O 2", "ADN": "A D N", "IA": "I A", "PIB": "P I B",
         "IVA": "IVA", "USB": "U S B", "API": "A P I", "URL": "U R L", "ARN": "A R N", "DNI": "D N I",

@@ -4,6 +4,7 @@ import functools
 import re
 
 from tavin.text.spoken.patterns import any_of
+from tavin.text.spoken.rules.numerals import NUMERAL, value
 
 STREET = re.compile(r"(?<=[a-z\d] )St\.(?=,|(\s*$)| (?:[a-z]|[NSEW]\b))")
 WOMAN = re.compile(r"(?<!bis )(?<![\w.-])Fr\. (?=[A-ZÄÖÜ])")  # no Friday
@@ -25,10 +26,10 @@ def say(sentence, words):
 
 @functools.cache
 def patterns(everywhere, before_number):
-    begin = r"(?<![\w.’'-])"
+    begin = r"(?:(?<![\w.’'-])|(?<=\b[dl][’']))"  # French "l'art. 5"
     return (
         re.compile(rf"{begin}({any_of(everywhere)})(?!\w)(?=(\s*[\"”»’')]*\s*$)?)"),
-        re.compile(rf"{begin}({any_of(before_number)}) ?(?=\d|[IVX]+\b)"),
+        re.compile(rf"{begin}({any_of(before_number)}) ?(?:(?=\d|I\b)|({NUMERAL})\b)"),
     )
 
 
@@ -36,7 +37,7 @@ def counting(found, words):
     """Not "The answer is no." before a sentence that begins with a number."""
     if found[1] == "no." and ANSWER.search(found.string, max(0, found.start() - 10), found.start()):
         return found[0]
-    return f"{words.before_number[found[1]]} "
+    return f"{words.before_number[found[1]]} {value(found[2]) if found[2] else ''}"
 
 
 def spoken(found, words):

@@ -19,7 +19,7 @@ SHORT_POINTS = re.compile(
 SLASHES = re.compile(r"(?<![\w.,/-])(\d{1,2})([/-])(\d{1,2})\2(\d{4})(?![\w/-])")
 # In German before a month or where an article or the like says that it is one.
 GERMAN_DAY = re.compile(
-    r"(?:\b(am|vom|zum|im|dem|den|des|beim|Beim|ab|bis|seit|einem|einen|der|die|das|Der|Die|Das|Am|Im|Zum|Vom|Den|Ab"
+    r"(?:\b(am|vom|zum|im|dem|den|des|beim|Beim|ab|bis|spätestens|seit|einem|einen|der|die|das|Der|Die|Das|Am|Im|Zum|Vom|Den|Ab"
     r"|Bis|Seit) )?(?<![\w.,/])(\d{1,3})\. (?=("
     r"Januar|Jänner|Februar|März|April|Mai|Juni|Juli|August|September|Oktober|November|Dezember|Jan\.|Feb\."
     r"|Aug\.|Sept\.|Okt\.|Nov\.|Dez\.|Jahrhundert|Jh\.|Weltkrieg)|[a-zäöü]{3}|[A-ZÄÖÜ][a-zäöüß]{2}|[A-ZÄÖÜ]{2})"

@@ -68,15 +68,22 @@ def spoken(found, number, scale, currency, words):
     if scale:
         one, many = words.scales[scale]
         number = f"{number} {one if is_one(number) else many}"
-        joint = " " if many in ("mil", "mille", "mil millones") else words.after_scale
-        return f"{minus}{number}{' ' if attribute else joint}{name(code, '1' if attribute else '2', words)}"
+        currency = name(code, "1" if attribute else "2", words)
+        joint = " " if attribute or many in ("mil", "mille", "mil millones") else words.after_scale
+        if words.language == "fr" and joint == " de " and currency[0] in "aeiou":
+            joint = " d'"
+        return f"{minus}{number}{joint}{currency}"
     if code not in words.money:
         return minus + with_unit(number, icu.CurrencyUnit(code), words, attribute)
     whole, cents = PARTS.fullmatch(number).groups() if PARTS.fullmatch(number) else (number, "00")
     if whole == "0" and code in ("USD", "EUR") and cents != "00":
         return f"{minus}{cents.lstrip('0')} {name('CENT', cents.lstrip('0'), words)}"
     said = f"{whole} {name(code, '1' if attribute else whole, words)}"
-    return minus + (said if cents == "00" else words.with_cents.format(said, cents.lstrip("0")))
+    if cents == "00":
+        return minus + said
+    if cents[0] == "0" and words.language == "en" and code in ("USD", "EUR"):
+        return f"{minus}{said} and {cents[1]} {name('CENT', cents[1], words)}"
+    return minus + words.with_cents.format(said, cents.lstrip("0"))
 
 
 def name(code, number, words):

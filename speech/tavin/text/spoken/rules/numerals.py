@@ -32,6 +32,8 @@ FIRST_OF_NAME = re.compile(r",| (?:and|or|was|is|to|in|by|at|from|who|as|died|ru
 def say(sentence, words):
     if not words.numerals:
         return sentence
+    for short, word in words.before_numeral.items():
+        sentence = re.sub(rf"(?<![\w.’'-]){re.escape(short)} ?(?={NUMERAL}\b)", f"{word} ", sentence)
     counted, ruling = patterns(words.numerals, words.rulers, words.language == "de")
     sentence = YEAR.sub(lambda year: str(value(year[1])) if len(year[1]) > 4 else year[0], sentence)
     if words.language == "fr":

@@ -27,12 +27,25 @@ def spoken(found, scored, words):
         return f"{first} {words.score} {last}"
     if dash == "-" and ("." in first) != ("." in last):  # of a version
         return found[0]
+    if not sign and not unit and (said := years(first, last, words)):
+        return said
     if dash == "-" and (len(first) == 3 and len(last) == 4 or size(first) >= size(last) or first.startswith("0")):
         return found[0]
     if len(first) == 4 and len(last) == 2:  # years of one century
         last = first[:2] + last
     sign, other = (sign, other) if other else ("", sign)  # "$5–10 million" are five to ten million dollars
     return f"{sign}{first}{unit} {words.to} {other}{last}"
+
+
+def years(first, last, words):
+    """Those of one century, "1914-18", unless it may be a month of one; in French and Spanish a season, "2023-2024"."""
+    if not (first + last).isdigit() or len(first) != 4:
+        return None
+    if len(last) == 2 and first[0] in "12" and int(last) > max(12, int(first[2:])):
+        return f"{first} {words.to} {first[:2]}{last}"
+    if words.language in ("fr", "es") and int(last) == int(first) + 1:
+        return f"{first} {last}"
+    return None
 
 
 def size(number):

@@ -29,16 +29,20 @@ def say(sentence, words):
         sentence = pattern.sub(lambda found: power(found[found.lastindex], words), sentence)
     sentence = MINUS.sub(f" {words.minus} ", sentence)
     for pattern in (BETWEEN, BEFORE, ALONE):
-        sentence = pattern.sub(lambda found: f" {named(found, words)}{blank_after(found)}", sentence)
+        sentence = pattern.sub(lambda found: f"{blank_before(found)}{named(found, words)}{blank_after(found)}", sentence)
     sentence = HASH.sub(f"{words.number} ", TAG.sub(f"{words.hashtag} ", sentence))
     sentence = PERCENT.sub(f" {words.signs['%']}", sentence)
     return re.sub(r" {2,}", " ", sentence).strip(" ")
 
 
 def named(found, words):
-    """What stands before a number alone is no verb: "took <10 ms"."""
+    """What stands before a number alone is no verb: "took <10 ms", "(≈ 20 ms)"."""
     name = words.signs[found[0].strip()]
-    return name.removeprefix("is ") if found.re is BEFORE else name
+    return name.removeprefix("is ") if found.re is BEFORE or not blank_before(found) else name
+
+
+def blank_before(found):
+    return "" if found.string[: found.start()].endswith("(") else " "
 
 
 def blank_after(found):

@@ -10,6 +10,8 @@ TIME = re.compile(
 )
 FRENCH = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4]) ?h(?: ?([0-5]\d))?(?![\w/])")
 ENGLISH = re.compile(r"(?<![\w.,:/])(1[0-2]|[1-9]) ?([ap])\.?m\b(?:\.(?!\s*$))?", re.IGNORECASE)
+DURATIONS = ("hour", "minute")
+LASTED = re.compile(r"(?<![\w.,:/])(\d{1,3}) ?h ([0-5]?\d) ?m(?:in)?\b(?!/)")
 CLOCK = (
     r"(?:(?:[01]?\d|2[0-4]):[0-5]\d(?: ?[ap]\.?m\b\.?)?|(?:1[0-2]|[1-9]) ?[ap]\.?m\b\.?"
     r"|(?:[01]?\d|2[0-4]) ?h(?:[0-5]\d)?\b)"
@@ -31,6 +33,7 @@ def say(sentence, words):
     if words.language == "de":
         sentence = GERMAN.sub(lambda time: said(time[1], time[2], words), sentence)
     if words.language == "en":
+        sentence = LASTED.sub(lasted, sentence)
         sentence = ENGLISH.sub(lambda time: f"{time[1]} {time[2].upper()} M", sentence)
     return sentence
 
@@ -41,6 +44,11 @@ def spoken(time, words):
     if time[3] or time[1] == "0" and not time[4]:  # it may be a time taken as well
         return time[0]
     return said(time[1], time[2], words)
+
+
+def lasted(time):
+    """As long as that, and no time of the day."""
+    return " ".join(f"{number} {unit}{'' if number == '1' else 's'}" for number, unit in zip(time.groups(), DURATIONS))
 
 
 def said(hours, minutes, words):

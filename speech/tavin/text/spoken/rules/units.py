@@ -31,16 +31,25 @@ UNITS = {
 NEED_BLANK = {"s", "h", "K", "L", "V", "W", "m", "min"}
 LENGTH = re.compile(r"[.,;:)!?]|$| (?:long|high|tall|deep|away|wide|lang|hoch|tief|breit|weit)\b")  # no minutes or millions
 AFTER = any_of(unit for unit, name in UNITS.items() if name)
-AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER})(?![\w/²³^])")
+FRENCH = {"Ko": "kilobyte", "Mo": "megabyte", "Go": "gigabyte", "To": "terabyte"}
+NOTHING_MORE = r"(?![\w/²³^]|['’]\w)"
+AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}")
+FRENCH_AMOUNT = re.compile(rf"(?<![\w.,/])()({NUMBER})( ?)({any_of(FRENCH)}){NOTHING_MORE}")
 
 
 def say(sentence, words):
+    if words.language == "fr":
+        sentence = FRENCH_AMOUNT.sub(lambda amount: named(amount, FRENCH, words), sentence)
     return AMOUNT.sub(lambda amount: spoken(amount, words), sentence) if words.names_units else sentence
 
 
 def spoken(amount, words):
-    sign, number, blank, unit = amount.groups()
+    sign, _, blank, unit = amount.groups()
     if unit in NEED_BLANK and not blank and (unit != "m" or not LENGTH.match(amount.string, amount.end())):
         return amount[0]
     minus = f"{words.minus} " if sign and words.minus else sign
-    return minus + with_unit(number, icu.MeasureUnit.forIdentifier(UNITS[unit]), words, is_attribute(amount, words))
+    return minus + named(amount, UNITS, words)
+
+
+def named(amount, units, words):
+    return with_unit(amount[2], icu.MeasureUnit.forIdentifier(units[amount[4]]), words, is_attribute(amount, words))

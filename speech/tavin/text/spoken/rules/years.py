@@ -18,12 +18,17 @@ DECADE = re.compile(
     r"(?P<century>\d\d)?(?P<ten>\d0)(?P<plural>['’])?(?-i:s)\b(?! (?:timeout|delay|limit|pause|mark|interval)\b)",
     re.IGNORECASE,
 )
+# As in "the thirties and 40s": the first is said by then.
+ANOTHER = re.compile(r"\b((?:twen|thir|for|fif|six|seven|eigh|nine)ties)(,? (?:and|or|to)) '?(\d0)s\b")
 
 
 def say(sentence, words):
     if words.language == "de":
         return GERMAN.sub(lambda year: f"{year[1]} {spelled(int(year[2]), YEAR_SET, words)}", sentence)
-    return DECADE.sub(lambda years: decade(years, words), sentence) if words.decades else sentence
+    if not words.decades:
+        return sentence
+    sentence = DECADE.sub(lambda years: decade(years, words), sentence)
+    return ANOTHER.sub(lambda years: f"{years[1]}{years[2]} {tens(int(years[3]), words)}", sentence)
 
 
 def decade(years, words):
@@ -34,8 +39,12 @@ def decade(years, words):
     century, ten = years["century"], int(years["ten"])
     if not ten:
         return before + hundreds(int(century), words) if century else years[0]
-    plural = spelled(ten, "%spellout-numbering", words).removesuffix("y") + "ies" if ten > 10 else "tens"
+    plural = tens(ten, words)
     return before + (f"{spelled(int(century), '%spellout-numbering', words)} {plural}" if century else plural)
+
+
+def tens(ten, words):
+    return spelled(ten, "%spellout-numbering", words).removesuffix("y") + "ies" if ten > 10 else "tens"
 
 
 def hundreds(century, words):
