@@ -91,8 +91,9 @@ TEST_F(GlobalShortcutsTest, SaysWhoItIsFirstAndListsBeforeItAsksOnce) {
 TEST_F(GlobalShortcutsTest, ResultsOfAnotherTypeAreARefusal) {
   using Texts = QMap<QString, QString>;
   qDBusRegisterMetaType<Texts>();
-  for (const QVariant& odd : {QVariant::fromValue(Texts{{"session_handle", "/a"}}),
-                              QVariant(QStringList{"session_handle"}), QVariant("session_handle")}) {
+  for (const QVariant& odd :
+       {QVariant::fromValue(Texts{{"session_handle", "/a"}}),
+        QVariant(QStringList{"session_handle"}), QVariant("session_handle")}) {
     answers.clear();
     portal->session.clear();
     portal->oddResults = odd;
