@@ -12,7 +12,7 @@ MACHINES = /usr/bin/python3 -B -m pytest -v -p no:cacheprovider
 CXX_FILES = $(shell git ls-files '*.cpp' '*.h')
 
 .DEFAULT_GOAL := help
-.PHONY: help run test test-all test-packages test-machines test-groups desktops bench catalogues format lint build build-tests deb dist
+.PHONY: help run test test-all test-packages test-machines test-groups desktops bench fuzz catalogues format lint build build-tests deb dist
 
 help:
 	@echo "make run       build Tavin and start it (without a desktop: a demonstration)"
@@ -25,6 +25,7 @@ help:
 	@echo "make test-machines  try make run and make test on bare machines in folders (as root)"
 	@echo "make test-groups    install each group of packages alone on one, and use it (as root)"
 	@echo "make bench     build and print the measurements"
+	@echo "make fuzz      send Tavin what libFuzzer makes up, a minute for each kind of sender"
 	@echo "make catalogues  take new texts into the translations"
 	@echo "make format    format the C++ sources"
 	@echo "make lint      clang-format and clang-tidy, warnings as errors"
@@ -85,6 +86,13 @@ test-packages: build
 bench: build-tests
 	@tools/setup bench
 	cmake --build $(BUILD) -j$(JOBS) --target bench
+
+# FUZZ_SECONDS is how long each target runs.
+fuzz:
+	@tools/setup fuzz
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j$(JOBS)
+	@tests/fuzz/run build-fuzz
 
 catalogues: build
 	cmake --build $(BUILD) --target catalogues

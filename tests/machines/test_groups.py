@@ -32,6 +32,7 @@ GROUPS = {
               "ls build/bench", r"^result.json$"),
     "lint": ("clang-format-14 --dry-run --Werror $(git ls-files '*.cpp') && cmake --preset tidy && "
              "cmake --build --preset tidy --target tavin_logic", r"Linking CXX static library"),
+    "fuzz": ("FUZZ_SECONDS=5 make fuzz", r"^http: \d+ inputs"),
     "package": ("make deb", r"^Built .*[.]deb$"),
     "screenshots": (f"{BUILD} -DBUILD_TESTING=OFF && cmake --build build && tools/screenshots build menu",
                     r" xfce4-menu.png, 900 by 410"),

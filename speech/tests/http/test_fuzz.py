@@ -4,4 +4,4 @@ import fuzz
 
 
 def test_broken_requests_leave_it_answering(engine):
-    fuzz.assert_survives(engine, seed=1, count=1000)
+    fuzz.assert_survives(engine, fuzz.cases(seed=1, count=1000))

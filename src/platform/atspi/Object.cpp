@@ -2,6 +2,7 @@
 
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QRegularExpression>
 
 namespace tavin::atspi {
 namespace {
@@ -14,6 +15,14 @@ bool holds(const QDBusMessage& answer, const char* signature) {
   return isAnswer(answer) && !answer.arguments().isEmpty() &&
          answer.signature() == QLatin1String(signature) &&
          answer.arguments().first().canConvert<QDBusArgument>();
+}
+
+// Parts between dots, which begin with a digit only in the names that the bus itself gives.
+bool isBusName(const QString& name) {
+  static const QRegularExpression form(
+      QStringLiteral("\\A(:[\\w-]+(\\.[\\w-]+)+|(?!\\d)[\\w-]+(\\.(?!\\d)[\\w-]+)+)\\z"));
+  constexpr qsizetype longest = 255;
+  return name.size() <= longest && form.match(name).hasMatch();
 }
 
 }  // namespace
@@ -31,6 +40,9 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, ObjectRef& object
   argument >> object.service >> path;
   argument.endStructure();
   object.path = path.path();
+  // A message to anything else would end the process: the D-Bus library aborts.
+  if (!isBusName(object.service))
+    object.service.clear();
   return argument;
 }
 

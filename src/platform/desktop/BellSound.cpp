@@ -3,34 +3,36 @@
 #include <canberra.h>
 
 #include <QCoreApplication>
+#include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <future>
+#include <map>
 #include <memory>
+#include <mutex>
 
 namespace tavin::desktop {
 namespace {
 
 constexpr std::chrono::seconds longestSound{5};
 
-struct DestroyContext {
-  void operator()(ca_context* context) const { ca_context_destroy(context); }
-};
-using Context = std::unique_ptr<ca_context, DestroyContext>;
-
 struct DestroyProperties {
   void operator()(ca_proplist* properties) const { ca_proplist_destroy(properties); }
 };
 using Properties = std::unique_ptr<ca_proplist, DestroyProperties>;
 
-Context makeContext() {
-  ca_context* context = nullptr;
-  if (ca_context_create(&context) != CA_SUCCESS)
-    return nullptr;
-  Context owner(context);
-  ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Tavin", CA_PROP_APPLICATION_ID,
-                          "app.tavin.Tavin", CA_PROP_APPLICATION_ICON_NAME, "app.tavin.Tavin",
-                          nullptr);
-  return owner;
+// Made at the first bell and kept: with it the library would unload what plays sounds, while a
+// thread of that is still on its way out, which ends the process.
+ca_context* sharedContext() {
+  static ca_context* const context = [] {
+    ca_context* made = nullptr;
+    if (ca_context_create(&made) == CA_SUCCESS)
+      ca_context_change_props(made, CA_PROP_APPLICATION_NAME, "Tavin", CA_PROP_APPLICATION_ID,
+                              "app.tavin.Tavin", CA_PROP_APPLICATION_ICON_NAME, "app.tavin.Tavin",
+                              nullptr);
+    return made;
+  }();
+  return context;
 }
 
 Properties bellProperties() {
@@ -44,24 +46,47 @@ Properties bellProperties() {
   return Properties(properties);
 }
 
-void finished(ca_context*, uint32_t, int error, void* result) {
-  static_cast<std::promise<int>*>(result)->set_value(error);
+// How the sounds end that are waited for, by their numbers. The library tells one twice where the
+// sound server goes at that moment, and may tell it when nobody waits any more.
+class Endings {
+ public:
+  std::future<int> await(std::uint32_t sound) {
+    const std::lock_guard lock(mutex_);
+    return awaited_[sound].get_future();
+  }
+  void tell(std::uint32_t sound, int error) {
+    const std::lock_guard lock(mutex_);
+    if (const auto found = awaited_.find(sound); found != awaited_.end())
+      found->second.set_value(error);
+    awaited_.erase(sound);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::map<std::uint32_t, std::promise<int>> awaited_;
+};
+
+void finished(ca_context*, std::uint32_t sound, int error, void* endings) {
+  static_cast<Endings*>(endings)->tell(sound, error);
 }
 
 }  // namespace
 
 bool playBellSound() {
-  // Declared before the context: its destruction makes the last call of `finished`.
-  std::promise<int> result;
-  const Context context = makeContext();
+  static auto* const endings = new Endings;  // A sound may end when the process does.
+  static std::atomic<std::uint32_t> sounds = 0;
+  ca_context* const context = sharedContext();
   const Properties properties = bellProperties();
-  if (!context || !properties)
+  if (context == nullptr || !properties)
     return false;
-  auto outcome = result.get_future();
-  if (ca_context_play_full(context.get(), 0, properties.get(), finished, &result) != CA_SUCCESS)
+  const std::uint32_t sound = ++sounds;
+  auto ending = endings->await(sound);
+  if (ca_context_play_full(context, sound, properties.get(), finished, endings) != CA_SUCCESS) {
+    endings->tell(sound, CA_ERROR_NOTAVAILABLE);
     return false;
+  }
   // A sound that goes on for longer is heard all the same.
-  return outcome.wait_for(longestSound) != std::future_status::ready || outcome.get() == CA_SUCCESS;
+  return ending.wait_for(longestSound) != std::future_status::ready || ending.get() == CA_SUCCESS;
 }
 
 }  // namespace tavin::desktop

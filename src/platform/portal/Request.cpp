@@ -36,8 +36,11 @@ Request::Request(const QDBusConnection& bus, const QString& interface, const QSt
                              QStringLiteral("org.freedesktop.portal.Request"),
                              QStringLiteral("Response")},
       [this](const QDBusMessage& response) {
-        finish(response.arguments().value(0).toInt(),
-               qdbus_cast<QVariantMap>(response.arguments().value(1)));
+        // Results of another type would end the process: the D-Bus library reads on regardless.
+        if (response.signature() != QLatin1String("ua{sv}"))
+          return finish(callFailed, {});
+        finish(response.arguments().at(0).toInt(),
+               qdbus_cast<QVariantMap>(response.arguments().at(1)));
       });
   options.insert(QStringLiteral("handle_token"), token);
   QDBusMessage call = portalCall(interface, method);

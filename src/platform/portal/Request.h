@@ -11,7 +11,7 @@
 namespace tavin::portal {
 
 // How a portal answers: 0 done, 1 the user declined, 2 ended in another way; -1 where the portal
-// refused the call or is not there.
+// refused the call, is not there or answers with something else.
 constexpr int succeeded = 0;
 constexpr int declined = 1;
 constexpr int endedOtherwise = 2;

@@ -32,7 +32,7 @@ LayoutItem exported(const MenuNode& node, int depth, const QStringList& names) {
   LayoutItem item{node.id, named(node.properties, names), {}};
   if (depth != 0)
     for (const MenuNode& child : node.children)
-      item.children.append(exported(child, depth - 1, names));
+      item.children.append(exported(child, depth < 0 ? depth : depth - 1, names));
   return item;
 }
 

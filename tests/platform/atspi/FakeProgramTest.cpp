@@ -262,5 +262,25 @@ TEST_F(HostileProgramTest, SelectionsWithoutEndAreIncomplete) {
   EXPECT_LE(program.asked("GetSelection"), 20'100);  // The first one of each object in any case.
 }
 
+TEST(FakeProgramTest, ObjectsOfWhatIsNoBusNameAreLeftOut) {
+  int argumentCount = 0;
+  const QCoreApplication application(argumentCount, nullptr);
+  const QStringList odd{"no name", "nodot", ":1",     "1.2",
+                        "a..b",    "org.ä", ":1.5\n", QString(256, 'a') + ".b"};
+  FakeProgram program([&](const QString&, const QString& member, const QVariantList&) -> Values {
+    if (member != "GetChildren")
+      return kError;
+    QList<ObjectRef> children;
+    for (const auto& name : odd) children << ObjectRef{name, "/window"};
+    children << ObjectRef{"org.a11y.atspi.Registry", "/window"} << program.object("/window");
+    return QVariantList{QVariant::fromValue(children)};
+  });
+  EXPECT_TRUE(onWorkQueue([&] {
+    atspi::Bus bus(bus::sessionBus());
+    ASSERT_TRUE(bus.connect(Deadline::in(5)));
+    EXPECT_EQ(findFocus(bus, program.object("/root"), Deadline::in(5)).windows.size(), 2U);
+  }));
+}
+
 }  // namespace
 }  // namespace tavin::test

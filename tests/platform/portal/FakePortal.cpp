@@ -84,7 +84,7 @@ void FakePortal::answer(const QDBusMessage& call, const QVariantMap& options) {
 
 void FakePortal::respond(const QString& request, int code, const QVariantMap& results) {
   emitSignal(request, QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Response"),
-             {static_cast<uint>(code), results});
+             {static_cast<uint>(code), oddResults.isValid() ? oddResults : results});
 }
 
 void FakePortal::activate(const QString& id) {

@@ -23,6 +23,7 @@ class FakePortal : public QDBusVirtualObject {
   bool dialogStaysOpen = false;
 
   bool hasShortcuts = true;
+  QVariant oddResults;  // Where it is valid, what all requests are answered with, of any type.
 
   QStringList calls;                 // In order: the methods, Register with the id it was given.
   QList<portal::Shortcut> lastBind;  // What was asked for.

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QCoreApplication>
+#include <QDBusMetaType>
 
 #include "FakePortal.h"
 #include "platform/Eventually.h"
@@ -85,6 +86,22 @@ TEST_F(GlobalShortcutsTest, SaysWhoItIsFirstAndListsBeforeItAsksOnce) {
   EXPECT_EQ(portal->lastBind[0].id, speakId);
   EXPECT_EQ(portal->lastBind[0].properties["preferred_trigger"], "ALT+Escape");
   EXPECT_EQ(portal->lastBind[1].properties["preferred_trigger"], "ALT+SHIFT+Escape");
+}
+
+TEST_F(GlobalShortcutsTest, ResultsOfAnotherTypeAreARefusal) {
+  using Texts = QMap<QString, QString>;
+  qDBusRegisterMetaType<Texts>();
+  for (const QVariant& odd :
+       {QVariant::fromValue(Texts{{"session_handle", "/a"}}),
+        QVariant(QStringList{"session_handle"}), QVariant("session_handle")}) {
+    answers.clear();
+    portal->session.clear();
+    portal->oddResults = odd;
+    start();
+    add(optionKey, 1);
+    ASSERT_TRUE(answered(1)) << odd.typeName();
+    EXPECT_NE(answers.front(), 0);
+  }
 }
 
 TEST_F(GlobalShortcutsTest, WhatTheDesktopRemembersOpensNoDialog) {
