@@ -1,10 +1,12 @@
 """Alerts are shown by a program of their own: whatever becomes of it closes an alert and no more."""
 
 import os
+import shutil
 import signal
 
 import pytest
 from alerts import FAILED, shown, wait_for_alert
+from driver import Tavin
 from session import SessionError, wait_until
 from trays import Tray
 
@@ -170,6 +172,27 @@ def test_what_is_typed_stands_in_no_argument_and_no_variable(desktop, engine, ta
     assert_nowhere()
     assert not [name for name in os.listdir(f"/proc/{pid}/fd") if "deleted" in
                 os.readlink(f"/proc/{pid}/fd/{name}")]
+
+
+@pytest.fixture
+def own_tree(tmp_path, build):
+    for part in ("bin", "lib", "share"):
+        shutil.copytree(os.path.join(build, part), tmp_path / part, symlinks=True,
+                        ignore=lambda folder, names: [name for name in names if folder.endswith("bin")
+                                                      and name != "tavin"])
+    return tmp_path
+
+
+def test_an_upgrade_leaves_a_running_tavin_its_own(desktop, engine, own_tree):
+    tavin = Tavin(desktop, engine, own_tree)
+    program = own_tree / "lib/tavin/tavin-windows"
+    program.unlink()
+    program.write_text("#!/bin/sh\nexit 1\n")
+    program.chmod(0o755)
+    engine.status = {**engine.status, **FAILED}
+    desktop.key("alt+Escape")
+    wait_for_alert(desktop)
+    assert tavin.process.poll() is None
 
 
 def test_its_socket_is_nobody_elses(program, tavin):

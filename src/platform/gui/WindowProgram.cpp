@@ -1,9 +1,10 @@
 #include "platform/gui/WindowProgram.h"
 
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <QFileInfo>
+#include <QFile>
 #include <utility>
 
 #include "platform/ActivationToken.h"
@@ -34,7 +35,10 @@ SocketPair makeSocketPair() {
 }  // namespace
 
 WindowProgram::WindowProgram(ProcessLauncher& launcher, SystemLog& log, Place place)
-    : launcher_(launcher), log_(log), place_(std::move(place)) {
+    : launcher_(launcher),
+      log_(log),
+      place_(std::move(place)),
+      file_(::open(QFile::encodeName(place_.executable).constData(), O_PATH | O_CLOEXEC)) {
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, [this] { timeIsOver(); });
 }
@@ -98,9 +102,9 @@ void WindowProgram::send(const Request& request) {
 bool WindowProgram::start() {
   started_.start();
   SocketPair sockets = makeSocketPair();
-  if (!sockets.ours || !QFileInfo(place_.executable).isExecutable())
+  if (!sockets.ours || !file_)
     return false;
-  auto launched = launcher_.launch({.executable = place_.executable,
+  auto launched = launcher_.launch({.executable = QStringLiteral("/proc/self/fd/%1").arg(file_.get()),
                                     .arguments = {place_.qtPlatform},
                                     .workingDirectory = {},
                                     .environment = {},

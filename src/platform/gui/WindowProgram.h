@@ -72,6 +72,8 @@ class WindowProgram : private QObject {
   ProcessLauncher& launcher_;
   SystemLog& log_;
   const Place place_;
+  // Its file as it was when Tavin started: one that an upgrade brings may speak otherwise.
+  const posix::FileDescriptor file_;
   std::shared_ptr<ChildProcess> process_;
   std::unique_ptr<Channel> channel_;  // While the program runs.
   QTimer timer_;                      // To the end of patience, the next question, or the end.

@@ -76,6 +76,7 @@ int run(std::string qtPlatform) {
 int main(int argc, char** argv) {
   // Also where it is stopped when Tavin ends.
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  ::prctl(PR_SET_NAME, "tavin-windows");  // It is started by the number of a file.
   tavin::posix::keepMemoryPrivate();
   if (argc != 2 || !tavin::widgets::isSocket(STDIN_FILENO)) {
     std::fputs("tavin-windows: this is a part of Tavin, which starts it when it is needed\n", stderr);
