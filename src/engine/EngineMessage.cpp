@@ -1,9 +1,10 @@
 #include "engine/EngineMessage.h"
 
 #include <QCoreApplication>
-#include <QJsonObject>
 #include <QStringList>
 #include <algorithm>
+
+#include "engine/StrictJson.h"
 
 namespace tavin {
 namespace {
@@ -112,18 +113,19 @@ bool takes(const QString& pattern, std::size_t count) {
          (count == 0 || pattern.contains(QStringLiteral("%%1").arg(count)));
 }
 
-EngineMessage decodeValue(const QJsonValue& value) {
-  if (!value.isObject())
-    return {.text = value.toString(), .id = {}, .values = {}};
-  return EngineMessage::decode(value[u"text"].toString(), value[u"id"], value[u"values"]);
+EngineMessage decodeValue(const Json& value) {
+  if (!value.is_object())
+    return {.text = textIn(value), .id = {}, .values = {}};
+  return EngineMessage::decode(textIn(memberOf(value, "text")), memberOf(value, "id"),
+                               memberOf(value, "values"));
 }
 
 }  // namespace
 
-EngineMessage EngineMessage::decode(const QString& text, const QJsonValue& id,
-                                    const QJsonValue& values) {
-  EngineMessage message{.text = text, .id = id.toString(), .values = {}};
-  for (const auto& value : values.toArray()) message.values.push_back(decodeValue(value));
+EngineMessage EngineMessage::decode(const QString& text, const Json& id, const Json& values) {
+  EngineMessage message{.text = text, .id = textIn(id), .values = {}};
+  if (values.is_array())
+    for (const Json& value : values) message.values.push_back(decodeValue(value));
   return message;
 }
 

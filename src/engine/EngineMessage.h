@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QJsonArray>
 #include <QString>
+#include <nlohmann/json_fwd.hpp>
 #include <vector>
 
 #include "words/Words.h"
@@ -18,7 +18,8 @@ struct EngineMessage {
   bool operator==(const EngineMessage&) const = default;
 
   // What is not of the right type counts as not given: the text alone is the engine's to promise.
-  static EngineMessage decode(const QString& text, const QJsonValue& id, const QJsonValue& values);
+  static EngineMessage decode(const QString& text, const nlohmann::json& id,
+                              const nlohmann::json& values);
   // In the user's language where the program knows the message, else as the engine says it.
   Words words() const;
 };

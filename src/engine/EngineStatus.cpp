@@ -1,23 +1,20 @@
 #include "engine/EngineStatus.h"
 
-#include <QJsonDocument>
 #include <algorithm>
 #include <array>
 
-#include "engine/JsonLexis.h"
 #include "engine/StrictJson.h"
 #include "platform/Fatal.h"
 
 namespace tavin {
 namespace {
 
-// An element that is no object reads as an empty one, which lacks the required keys.
-EngineInfo decodeInfo(const QJsonValue& value, StrictObject& enclosing) {
-  StrictObject object(value.toObject());
+EngineInfo decodeInfo(const Json& value, StrictObject& enclosing) {
+  StrictObject object(value);
   EngineInfo info;
-  info.name = object.string(QStringLiteral("name"));
-  info.label = object.string(QStringLiteral("label"));
-  info.available = object.boolean(QStringLiteral("available"));
+  info.name = object.string("name");
+  info.label = object.string("label");
+  info.available = object.boolean("available");
   if (!object.valid())
     enclosing.invalidate();
   return info;
@@ -25,8 +22,7 @@ EngineInfo decodeInfo(const QJsonValue& value, StrictObject& enclosing) {
 
 std::vector<EngineInfo> decodeEngines(StrictObject& status) {
   std::vector<EngineInfo> engines;
-  for (const auto& value : status.array(QStringLiteral("engines")))
-    engines.push_back(decodeInfo(value, status));
+  for (const Json& value : status.array("engines")) engines.push_back(decodeInfo(value, status));
   return engines;
 }
 
@@ -46,41 +42,41 @@ std::int64_t EngineStatus::downloadPercent() const {
 }
 
 std::optional<EngineStatus> EngineStatus::decode(const QByteArray& json) {
-  const QJsonDocument document = QJsonDocument::fromJson(json);
-  if (!document.isObject() || !hasStrictJsonLexis(json))
+  const Json document = parsedStrictly(json);
+  if (!document.is_object())
     return std::nullopt;
-  StrictObject object(document.object());
-  const auto message = [&document](const std::optional<QString>& text, const QString& field) {
-    return text ? EngineMessage::decode(*text, document[field + QStringLiteral("_id")],
-                                        document[field + QStringLiteral("_values")])
-                : EngineMessage();
-  };
+  StrictObject object(document);
   EngineStatus status;
-  status.state = object.string(QStringLiteral("state"));
-  status.chars = object.integer(QStringLiteral("chars"));
-  status.error = object.optionalString(QStringLiteral("error"));
-  status.engine = object.string(QStringLiteral("engine"));
-  status.voice = object.string(QStringLiteral("voice"));
-  status.speed = object.number(QStringLiteral("speed"));
-  status.ready = object.boolean(QStringLiteral("ready"));
-  status.download = object.optionalNumber(QStringLiteral("download"));
-  status.setupError = object.optionalString(QStringLiteral("setup_error"));
+  status.state = object.string("state");
+  status.chars = object.integer("chars");
+  status.error = object.optionalString("error");
+  status.engine = object.string("engine");
+  status.voice = object.string("voice");
+  status.speed = object.number("speed");
+  status.ready = object.boolean("ready");
+  status.download = object.optionalNumber("download");
+  status.setupError = object.optionalString("setup_error");
   status.engines = decodeEngines(object);
-  status.errorMessage = message(status.error, QStringLiteral("error"));
-  status.setupErrorMessage = message(status.setupError, QStringLiteral("setup_error"));
+  if (status.error)
+    status.errorMessage = EngineMessage::decode(*status.error, memberOf(document, "error_id"),
+                                                memberOf(document, "error_values"));
+  if (status.setupError)
+    status.setupErrorMessage =
+        EngineMessage::decode(*status.setupError, memberOf(document, "setup_error_id"),
+                              memberOf(document, "setup_error_values"));
   if (!object.valid())
     return std::nullopt;
   return status;
 }
 
 std::optional<std::vector<Voice>> Voice::decodeList(const QByteArray& json) {
-  const QJsonDocument document = QJsonDocument::fromJson(json);
-  if (!document.isArray() || !hasStrictJsonLexis(json))
+  const Json document = parsedStrictly(json);
+  if (!document.is_array())
     return std::nullopt;
   std::vector<Voice> voices;
-  for (const auto& value : document.array()) {
-    StrictObject object(value.toObject());
-    voices.push_back({object.string(QStringLiteral("id")), object.string(QStringLiteral("name"))});
+  for (const Json& value : document) {
+    StrictObject object(value);
+    voices.push_back({object.string("id"), object.string("name")});
     if (!object.valid())
       return std::nullopt;
   }

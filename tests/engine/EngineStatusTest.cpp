@@ -175,7 +175,8 @@ TEST(EngineStatusTest, BytesThatAreNoStatusAreUndecodable) {
   for (const QByteArray& bytes :
        {QByteArray(), QByteArray("null"), QByteArray("[]"), QByteArray("\xff\xfe{}"),
         whole.left(whole.size() / 2), whole + "x", QByteArray("\0", 1) + whole,
-        QByteArray(100'000, '['), QByteArray("{\"a\":").repeated(100'000)})
+        whole + QByteArray("\0x", 2), QByteArray(100'000, '['),
+        QByteArray("{\"a\":").repeated(100'000)})
     EXPECT_FALSE(EngineStatus::decode(bytes));
   EXPECT_FALSE(decodeWith("speed", "NaN"));
   EXPECT_FALSE(decodeWith("speed", "Infinity"));
@@ -216,9 +217,18 @@ TEST(EngineStatusTest, EveryTruncationIsUndecodable) {
 }
 
 TEST(EngineStatusTest, HugeBodyIsDecodedOrRefusedWithoutACrash) {
-  const QByteArray huge(100'000'000, 'x');
+  const QByteArray huge(10'000'000, 'x');
   EXPECT_FALSE(EngineStatus::decode(huge));
   EXPECT_FALSE(EngineStatus::decode('"' + huge));
+}
+
+TEST(EngineStatusTest, MessagesInsideOneAnotherWithoutEndAreUndecodable) {
+  const auto nested = [](int levels) {
+    return QByteArray("[") + QByteArray("{\"values\":[").repeated(levels) +
+           QByteArray("]}").repeated(levels) + "]";
+  };
+  EXPECT_TRUE(decodeWith("error_values", nested(3)));
+  EXPECT_FALSE(decodeWith("error_values", nested(50'000)));
 }
 
 TEST(EngineStatusTest, OnlyTheThreeExactStatesAreActive) {

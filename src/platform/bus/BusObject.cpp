@@ -41,7 +41,7 @@ QDBusMessage BusObject::answer(const QDBusMessage& message) {
   if (method == methods_.cend())
     return message.createErrorReply(QDBusError::UnknownMethod, message.member());
   if (message.signature() != method->signature)
-    return message.createErrorReply(QDBusError::InvalidSignature, message.signature());
+    return message.createErrorReply(QDBusError::InvalidArgs, message.signature());
   const auto results = method->handler(message.arguments());
   if (!results)
     return message.createErrorReply(QDBusError::InvalidArgs, message.member());

@@ -1,6 +1,5 @@
 #include "platform/bus/SessionBusControl.h"
 
-#include <QDBusError>
 #include <QDBusMessage>
 #include <QTimer>
 #include <utility>
@@ -39,22 +38,13 @@ QDBusMessage callToBus(const QString& method) {
                                         QStringLiteral("org.freedesktop.DBus"), method);
 }
 
-// The signature that each method must be called with; empty where there is no such method.
-QString signatureOf(const QString& method) {
-  if (method == QLatin1String("Activate"))
-    return QStringLiteral("a{sv}");
-  if (method == QLatin1String("Open"))
-    return QStringLiteral("asa{sv}");
-  if (method == QLatin1String("ActivateAction"))
-    return QStringLiteral("sava{sv}");
-  return {};
-}
-
 // Older callers have only the name that it had before Wayland.
-QString activationToken(const QVariantMap& platformData) {
+void keepTokenOf(const QVariant& platformDataArgument) {
+  const auto platformData = qdbus_cast<QVariantMap>(platformDataArgument);
   const QString token = platformData.value(QStringLiteral("activation-token")).toString();
-  return token.isEmpty() ? platformData.value(QStringLiteral("desktop-startup-id")).toString()
-                         : token;
+  keepActivationToken(token.isEmpty()
+                          ? platformData.value(QStringLiteral("desktop-startup-id")).toString()
+                          : token);
 }
 
 void call(const std::function<void()>& action) {
@@ -64,26 +54,42 @@ void call(const std::function<void()>& action) {
 
 }  // namespace
 
-SessionBusControl::SessionBusControl(const QDBusConnection& bus) : bus_(bus) {
-  // Before the name is taken, so that whoever finds the name finds the object.
-  bus_.registerVirtualObject(objectPath, this);
+// The object is there before the name is taken, so that whoever finds the name finds the object.
+SessionBusControl::SessionBusControl(const QDBusConnection& bus)
+    : BusObject(bus, objectPath, applicationInterface, QLatin1String(introspection)) {
+  const QVariantList nothing;
+  addMethod("Activate", "a{sv}", [this, nothing](const QVariantList& arguments) {
+    keepTokenOf(arguments.constLast());
+    receive(&RemoteActions::activate);
+    return nothing;
+  });
+  // Nothing is read from files.
+  addMethod("Open", "asa{sv}", [nothing](const QVariantList&) { return nothing; });
+  addMethod("ActivateAction", "sava{sv}",
+            [this, nothing](const QVariantList& arguments) -> std::optional<QVariantList> {
+              const auto task = taskOf(arguments.at(0).toString());
+              if (!task)
+                return std::nullopt;
+              keepTokenOf(arguments.constLast());
+              task();
+              return nothing;
+            });
 }
 
 SessionBusControl::~SessionBusControl() {
-  bus_.unregisterObject(objectPath);
   if (holdsName_) {
     QDBusMessage release = callToBus(QStringLiteral("ReleaseName"));
     release.setArguments({serviceName});
-    bus_.send(release);
+    QDBusConnection(bus()).send(release);
   }
 }
 
 bool SessionBusControl::takeName() {
-  if (!bus_.isConnected())
+  if (!bus().isConnected())
     return true;
   QDBusMessage request = callToBus(QStringLiteral("RequestName"));
   request.setArguments({serviceName, doNotQueue});
-  const QDBusMessage reply = bus_.call(request, QDBus::Block, nameDeadline);
+  const QDBusMessage reply = bus().call(request, QDBus::Block, nameDeadline);
   const bool answered = reply.type() == QDBusMessage::ReplyMessage;
   if (answered && reply.arguments().value(0).toUInt() == nameIsElsewhere)
     return false;
@@ -95,7 +101,7 @@ void SessionBusControl::activateOther() {
   QDBusMessage activate = QDBusMessage::createMethodCall(
       serviceName, objectPath, applicationInterface, QStringLiteral("Activate"));
   activate.setArguments({QVariantMap()});
-  bus_.call(activate, QDBus::Block, activateDeadline);
+  bus().call(activate, QDBus::Block, activateDeadline);
 }
 
 void SessionBusControl::serve(RemoteActions actions) {
@@ -103,46 +109,10 @@ void SessionBusControl::serve(RemoteActions actions) {
   for (const Request request : std::exchange(early_, {})) carryOut(request);
 }
 
-QString SessionBusControl::introspect(const QString&) const { return QLatin1String(introspection); }
-
-bool SessionBusControl::handleMessage(const QDBusMessage& message,
-                                      const QDBusConnection& connection) {
-  // Callers may leave the interface out.
-  const QString signature = signatureOf(message.member());
-  const bool isOurs = message.interface() == applicationInterface ||
-                      (message.interface().isEmpty() && !signature.isEmpty());
-  if (!isOurs)
-    return false;
-  if (signature.isEmpty()) {
-    connection.send(message.createErrorReply(QDBusError::UnknownMethod,
-                                             QStringLiteral("There is no such method")));
-    return true;
-  }
-  const auto task = taskIn(message);
-  if (message.signature() != signature)
-    connection.send(message.createErrorReply(
-        QDBusError::InvalidArgs,
-        QStringLiteral("The arguments must be of type %1").arg(signature)));
-  else if (!task && message.member() == QLatin1String("ActivateAction"))
-    connection.send(message.createErrorReply(QDBusError::InvalidArgs,
-                                             QStringLiteral("There is no such action")));
-  else if (message.isReplyRequired())
-    connection.send(message.createReply());
-  if (task && message.signature() == signature) {
-    keepActivationToken(activationToken(qdbus_cast<QVariantMap>(message.arguments().constLast())));
-    task();
-  }
-  return true;
-}
-
-std::function<void()> SessionBusControl::taskIn(const QDBusMessage& message) {
-  const bool activates = message.member() == QLatin1String("Activate");
-  if (!activates && message.member() != QLatin1String("ActivateAction"))
-    return {};  // Nothing is read from files.
-  const QString action = message.arguments().value(0).toString();
-  if (const auto key = keys_.find(action); !activates && key != keys_.end())
+std::function<void()> SessionBusControl::taskOf(const QString& action) {
+  if (const auto key = keys_.find(action); key != keys_.end())
     return key->second;
-  const auto request = activates ? &RemoteActions::activate : requestNamed(action);
+  const auto request = requestNamed(action);
   return request ? [this, request] { receive(*request); } : std::function<void()>();
 }
 

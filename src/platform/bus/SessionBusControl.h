@@ -1,20 +1,19 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusVirtualObject>
 #include <functional>
 #include <map>
 #include <optional>
 #include <vector>
 
 #include "platform/RemoteActions.h"
+#include "platform/bus/BusObject.h"
 
 namespace tavin::bus {
 
 // The program as an org.freedesktop.Application on the session bus: Activate, and ActivateAction
 // with the actions that the desktop file lists. The well-known name is the lock that lets one Tavin
 // run in a session. Without a bus, or when it does not answer within a second, Tavin runs unseen.
-class SessionBusControl final : public RemoteControl, private QDBusVirtualObject {
+class SessionBusControl final : public RemoteControl, private BusObject {
  public:
   explicit SessionBusControl(const QDBusConnection& bus);
   ~SessionBusControl() override;
@@ -31,15 +30,13 @@ class SessionBusControl final : public RemoteControl, private QDBusVirtualObject
  private:
   using Request = std::function<void()> RemoteActions::*;
   static std::optional<Request> requestNamed(const QString& action);
-  // What the message asks for; empty where that is nothing.
-  std::function<void()> taskIn(const QDBusMessage& message);
+  // What an action does; empty where there is no such action.
+  std::function<void()> taskOf(const QString& action);
 
-  QString introspect(const QString& path) const override;
-  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+  QVariantMap properties() const override { return {}; }
   void receive(Request request);
   void carryOut(Request request);
 
-  QDBusConnection bus_;
   bool holdsName_ = false;
   std::optional<RemoteActions> actions_;
   std::vector<Request> early_;

@@ -20,8 +20,8 @@ class ChangeList {
     const std::lock_guard lock(mutex_);
     return std::exchange(changes_, {});
   }
-  // As in Input.
-  void explainBy(Input::Time arrival, Input::Time end) {
+  // As in UserInput.
+  void explainBy(UserInput::Time arrival, UserInput::Time end) {
     const std::lock_guard lock(mutex_);
     for (auto& change : changes_) change.input.explainBy(arrival, end);
   }

@@ -127,7 +127,7 @@ void GuardedPasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
     awaitFurtherAnswers();
 }
 
-void GuardedPasteboard::shortcutArrived(Input::Time time) {
+void GuardedPasteboard::shortcutArrived(UserInput::Time time) {
   if (!busy_)
     return;
   {
@@ -220,7 +220,7 @@ bool GuardedPasteboard::judge(Clock::time_point now, bool mayWait) {
     forget();
     return false;
   }
-  const Input& input = unjudged_.back().input;
+  const UserInput& input = unjudged_.back().input;
   if (input.first()) {
     if (!mayWait || !input.mayBeExplained(now))
       forget();

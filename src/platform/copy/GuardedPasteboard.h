@@ -55,7 +55,7 @@ class GuardedPasteboard final : public Pasteboard {
   void writeObjects(const std::vector<PasteboardItem>& items) override;
 
   // One of our shortcuts was pressed, and arrived then. Any thread, returns at once.
-  void shortcutArrived(Input::Time time = Clock::now());
+  void shortcutArrived(UserInput::Time time = Clock::now());
   // The user has asked for a selection. Work queue only.
   void captureBegins();
   // From now on no capture gets or changes anything; the contents are given back as soon as the

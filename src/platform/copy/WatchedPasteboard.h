@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/Pasteboard.h"
-#include "platform/copy/Input.h"
+#include "platform/copy/UserInput.h"
 
 namespace tavin::copy {
 
@@ -13,7 +13,7 @@ struct ClipboardChange {
   // Made by the program that had the keyboard when the watch began.
   bool fromTarget = false;
   // What the user had pressed before, since the watch began.
-  Input input;
+  UserInput input;
 };
 
 // A desktop's clipboard, which can tell whose a change is. One thread at a time, save string(),
@@ -29,7 +29,7 @@ class WatchedPasteboard : public Pasteboard {
   // order. None without a watch.
   virtual std::vector<ClipboardChange> takeChanges() = 0;
   // One of our shortcuts was pressed, which arrived then: its keys are no input.
-  virtual void shortcutArrived(Input::Time time) = 0;
+  virtual void shortcutArrived(UserInput::Time time) = 0;
 };
 
 }  // namespace tavin::copy

@@ -25,7 +25,7 @@ void ShortcutHold::pressed(Clock::time_point now) {
   released_.reset();
 }
 
-void ShortcutHold::refine(Clock::time_point press, Input input) {
+void ShortcutHold::refine(Clock::time_point press, InputTime input) {
   if (!press_ || press_->at != press)
     return;
   if (press - input.latest < slowestCommand)
@@ -38,7 +38,7 @@ bool ShortcutHold::mayBeHeld(Clock::time_point now) const {
   return press_ && now - press_->at < longestCapture;
 }
 
-bool ShortcutHold::isHeld(Clock::time_point now, Input input) {
+bool ShortcutHold::isHeld(Clock::time_point now, InputTime input) {
   if (!mayBeHeld(now))
     return false;
   if (!released_ && input.earliest > press_->key)
@@ -51,7 +51,7 @@ void HeldModifiers::pressed(Clock::time_point now) {
   hold_.pressed(now);
 }
 
-void HeldModifiers::refine(Clock::time_point press, Input input) {
+void HeldModifiers::refine(Clock::time_point press, InputTime input) {
   const std::lock_guard lock(mutex_);
   hold_.refine(press, input);
 }
@@ -76,7 +76,7 @@ std::uint64_t HeldModifiers::flags() {
   }
   QDBusPendingCall answer = askIdleTime(bus_, answerDeadline);
   answer.waitForFinished();
-  const Input input = lastInput(asked, answer);
+  const InputTime input = lastInput(asked, answer);
   const std::lock_guard lock(mutex_);
   return hold_.isHeld(Clock::now(), input) ? EventFlags::option : 0;
 }

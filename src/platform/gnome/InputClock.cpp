@@ -14,7 +14,7 @@ QDBusPendingCall askIdleTime(const QDBusConnection& bus, std::chrono::millisecon
   return bus.asyncCall(question, static_cast<int>(deadline.count()));
 }
 
-Input lastInput(Clock::time_point asked, const QDBusPendingCall& answer) {
+InputTime lastInput(Clock::time_point asked, const QDBusPendingCall& answer) {
   const auto now = Clock::now();
   const QDBusPendingReply<qulonglong> idle = answer;
   if (idle.isError())

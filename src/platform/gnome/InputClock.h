@@ -9,7 +9,7 @@ namespace tavin::gnome {
 using Clock = std::chrono::steady_clock;
 
 // When the user last pressed, released or moved anything, as nearly as is known.
-struct Input {
+struct InputTime {
   Clock::time_point earliest;
   Clock::time_point latest;
 };
@@ -19,6 +19,6 @@ QDBusPendingCall askIdleTime(const QDBusConnection& bus, std::chrono::millisecon
 
 // Its answer to a question that was `asked` then. Where the shell is too busy to answer it may have
 // been any time; where it has no such service, it counts as just now.
-Input lastInput(Clock::time_point asked, const QDBusPendingCall& answer);
+InputTime lastInput(Clock::time_point asked, const QDBusPendingCall& answer);
 
 }  // namespace tavin::gnome

@@ -7,8 +7,8 @@
 #include <QJsonObject>
 #include <QStandardPaths>
 
-#include "platform/gnome/CustomKeybindings.h"
 #include "platform/gnome/Settings.h"
+#include "platform/gnome/ShortcutSettings.h"
 #include "platform/posix/ForeignFile.h"
 
 namespace tavin::gnome {

@@ -22,12 +22,12 @@ bool PressFilter::isSurelyPress(Clock::time_point now) {
   return true;
 }
 
-void PressFilter::refine(Clock::time_point press, Input last) {
+void PressFilter::refine(Clock::time_point press, InputTime last) {
   if (press_ && press_->at == press)
     press_->input = last;
 }
 
-bool PressFilter::isPress(Clock::time_point now, Input last) {
+bool PressFilter::isPress(Clock::time_point now, InputTime last) {
   const bool sameInput = press_ && last.earliest <= press_->input.latest &&
                          now - repetition_.value_or(press_->at) < longestDelay;
   const bool straggles = repetition_ && now - *repetition_ < stragglers;

@@ -15,15 +15,15 @@ class PressFilter {
   // for longer than a keyboard waits before it repeats. Then it is noted as one, and its input is
   // told when it is known.
   bool isSurelyPress(Clock::time_point now);
-  void refine(Clock::time_point press, Input last);
+  void refine(Clock::time_point press, InputTime last);
   // Whether a run that was asked for at `now` is a press of its own: that takes new input, a
   // repetition takes none. In doubt it is a repetition.
-  bool isPress(Clock::time_point now, Input last);
+  bool isPress(Clock::time_point now, InputTime last);
 
  private:
   struct Press {
     Clock::time_point at;
-    Input input;
+    InputTime input;
   };
   std::optional<Press> press_;
   std::optional<Clock::time_point> repetition_;  // Since that press.

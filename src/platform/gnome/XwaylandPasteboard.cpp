@@ -96,7 +96,7 @@ std::vector<copy::ClipboardChange> XwaylandPasteboard::takeChanges() {
   return changes;
 }
 
-void XwaylandPasteboard::shortcutArrived(copy::Input::Time time) {
+void XwaylandPasteboard::shortcutArrived(copy::UserInput::Time time) {
   pressIsOver_ = std::max(pressIsOver_, time + copy::shortcutsEnd);
   if (pasteboard_)
     pasteboard_->shortcutArrived(time);

@@ -31,7 +31,7 @@ class XwaylandPasteboard final : public copy::WatchedPasteboard {
   void beginWatch(std::function<void()> onChange) override;
   void endWatch() override;
   std::vector<copy::ClipboardChange> takeChanges() override;
-  void shortcutArrived(copy::Input::Time time) override;
+  void shortcutArrived(copy::UserInput::Time time) override;
 
  private:
   // Of the clipboard in use; called from other threads, too.

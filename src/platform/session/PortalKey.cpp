@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "platform/gnome/HeldModifiers.h"
-#include "platform/gnome/XwaylandKeys.h"
+#include "platform/gnome/XwaylandModifiers.h"
 #include "platform/portal/PortalKeyboard.h"
-#include "platform/wayland/KeyStates.h"
 #include "platform/wayland/Keymap.h"
+#include "platform/wayland/KwinModifiers.h"
 
 namespace tavin::session {
 namespace {
@@ -19,7 +19,7 @@ std::optional<portal::ModifierHabits> habitsOf(
     const Survey& survey, SystemLog& log, const std::shared_ptr<gnome::HeldModifiers>& modifiers) {
   if (modifiers)
     return portal::ModifierHabits{.held = gnome::heldModifiersNow(modifiers)};
-  if (std::shared_ptr states = wayland::KeyStates::create(Deadline::in(secondsToConnect)))
+  if (std::shared_ptr states = wayland::KwinModifiers::create(Deadline::in(secondsToConnect)))
     return portal::ModifierHabits{.held = [states] { return states->modifiers(); }};
   if (!survey.isKwin())
     return portal::ModifierHabits{};

@@ -3,11 +3,11 @@
 #include <array>
 #include <utility>
 
-#include "platform/gnome/CustomBindings.h"
-#include "platform/gnome/CustomKeybindings.h"
+#include "platform/gnome/CommandShortcuts.h"
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/KeyHolders.h"
 #include "platform/gnome/ShellWatch.h"
+#include "platform/gnome/ShortcutSettings.h"
 #include "platform/kde/GlobalAccel.h"
 #include "platform/portal/GlobalShortcuts.h"
 #include "platform/session/Candidates.h"
@@ -101,7 +101,8 @@ const std::array<Row, 5> table{
         return !survey.gnomeShellVersion.isEmpty() && shellVersion(survey) < firstGnomeWithPortal;
       },
       [](const Survey&, const ShortcutNeeds& needs) -> Made {
-        return std::make_unique<gnome::CustomBindings>(needs.bus, needs.serveKey, needs.modifiers);
+        return std::make_unique<gnome::CommandShortcuts>(needs.bus, needs.serveKey,
+                                                         needs.modifiers);
       }},
      // GNOME's alone: other desktops' portals grant keys that never arrive.
      {"portal", [](const Survey& survey) { return !survey.gnomeShellVersion.isEmpty(); },

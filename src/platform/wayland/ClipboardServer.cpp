@@ -59,7 +59,7 @@ std::int64_t ClipboardServer::changeCount() {
       thread_.ask<std::int64_t>(Deadline::in(patienceSeconds), [this]() -> std::int64_t {
         clearIfDue(true);
         connection_.roundTrip(Deadline::in(patienceSeconds));
-        return control_.changes(Selection::clipboard);
+        return control_.changes(SelectionKind::clipboard);
       });
   lastKnownCount_ = count.value_or(lastKnownCount_);
   return lastKnownCount_;
@@ -77,7 +77,7 @@ void ClipboardServer::clear() {
     // What was put there before this moment is cleared, though we may not have heard of it yet.
     connection_.roundTrip(Deadline::in(patienceSeconds));
     clearAt_ = Deadline::in(secondsUntilCleared);
-    changesBeforeClear_ = control_.changes(Selection::clipboard);
+    changesBeforeClear_ = control_.changes(SelectionKind::clipboard);
     return true;
   });
 }
@@ -112,7 +112,7 @@ std::vector<copy::ClipboardChange> ClipboardServer::takeChanges() {
   return watch_.takeChanges();
 }
 
-void ClipboardServer::shortcutArrived(copy::Input::Time time) {
+void ClipboardServer::shortcutArrived(copy::UserInput::Time time) {
   thread_.ask<bool>(Deadline::in(patienceSeconds), [this, time] {
     const bool answered = connection_.roundTrip(Deadline::in(patienceSeconds));
     watch_.shortcutArrived(time);
@@ -152,12 +152,12 @@ void ClipboardServer::claim(PasteboardItem item) {
 // The compositor does not tell which change is our own: of those that it tells until it has
 // answered, one is.
 void ClipboardServer::change(zwlr_data_control_source_v1* source) {
-  const auto before = control_.changes(Selection::clipboard);
+  const auto before = control_.changes(SelectionKind::clipboard);
   changing_ = true;
   control_.setClipboard(source);
   connection_.roundTrip(Deadline::in(patienceSeconds));
   changing_ = false;
-  for (auto others = control_.changes(Selection::clipboard) - before; others > 1; --others)
+  for (auto others = control_.changes(SelectionKind::clipboard) - before; others > 1; --others)
     watch_.changed();
 }
 
@@ -165,7 +165,7 @@ void ClipboardServer::clearIfDue(bool now) {
   if (!clearAt_ || (!now && !clearAt_->passed()))
     return;
   clearAt_.reset();
-  if (control_.changes(Selection::clipboard) != changesBeforeClear_)
+  if (control_.changes(SelectionKind::clipboard) != changesBeforeClear_)
     return;  // A program has put something there meanwhile.
   change(nullptr);
   served_.reset();

@@ -38,7 +38,7 @@ class ClipboardServer final : public EventThread::Part {
   void beginWatch(std::function<void()> onChange);
   void endWatch();
   std::vector<copy::ClipboardChange> takeChanges();
-  void shortcutArrived(copy::Input::Time time);
+  void shortcutArrived(copy::UserInput::Time time);
 
   // To be called on the thread after each change.
   void noteChange();

@@ -16,7 +16,7 @@ void ClipboardWatch::end() {
   input_.end();
 }
 
-void ClipboardWatch::shortcutArrived(copy::Input::Time time) {
+void ClipboardWatch::shortcutArrived(copy::UserInput::Time time) {
   if (!on_)
     return;
   input_.shortcutArrived(time);

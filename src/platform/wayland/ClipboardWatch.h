@@ -24,7 +24,7 @@ class ClipboardWatch {
   void end();
   // Any thread.
   std::vector<copy::ClipboardChange> takeChanges() { return changes_.take(); }
-  void shortcutArrived(copy::Input::Time time);
+  void shortcutArrived(copy::UserInput::Time time);
 
   // To be called after each change of the clipboard that is not our own.
   void changed();

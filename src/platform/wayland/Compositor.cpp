@@ -47,9 +47,9 @@ std::unique_ptr<Compositor::Line> Compositor::Line::open(double transferIdleSeco
   if (!line->connection->roundTrip(deadline))
     return nullptr;
   line->connection->bindingIsDone();
-  line->control->changed = [self = line.get()](Selection selection) {
+  line->control->changed = [self = line.get()](SelectionKind selection) {
     self->reader.noteChange(selection);
-    if (selection == Selection::clipboard)
+    if (selection == SelectionKind::clipboard)
       self->clipboard.noteChange();
     else if (self->windows)
       self->windows->primaryChanged(self->control->offer(selection) != nullptr);

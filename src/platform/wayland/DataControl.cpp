@@ -42,10 +42,10 @@ struct DataControl::Events {
   }
   static void selection(void* self, zwlr_data_control_device_v1*,
                         zwlr_data_control_offer_v1* offer) {
-    static_cast<DataControl*>(self)->take(Selection::clipboard, offer);
+    static_cast<DataControl*>(self)->take(SelectionKind::clipboard, offer);
   }
   static void primary(void* self, zwlr_data_control_device_v1*, zwlr_data_control_offer_v1* offer) {
-    static_cast<DataControl*>(self)->take(Selection::primary, offer);
+    static_cast<DataControl*>(self)->take(SelectionKind::primary, offer);
   }
   static void finished(void* self, zwlr_data_control_device_v1*) {
     static_cast<DataControl*>(self)->finish();
@@ -84,7 +84,9 @@ DataControl::DataControl(Owned<zwlr_data_control_manager_v1> manager, wl_seat* s
   zwlr_data_control_device_v1_add_listener(device_.get(), &Events::listener, this);
 }
 
-const Offer* DataControl::offer(Selection selection) const { return state(selection).offer.get(); }
+const Offer* DataControl::offer(SelectionKind selection) const {
+  return state(selection).offer.get();
+}
 
 Owned<zwlr_data_control_source_v1> DataControl::createSource() {
   return Owned<zwlr_data_control_source_v1>(
@@ -103,8 +105,8 @@ void DataControl::announce(zwlr_data_control_offer_v1* proxy) {
   announced_.push_back(std::move(offer));
 }
 
-void DataControl::take(Selection selection, zwlr_data_control_offer_v1* proxy) {
-  State& current = selection == Selection::clipboard ? clipboard_ : primary_;
+void DataControl::take(SelectionKind selection, zwlr_data_control_offer_v1* proxy) {
+  State& current = selection == SelectionKind::clipboard ? clipboard_ : primary_;
   const auto found = std::find_if(announced_.begin(), announced_.end(), [proxy](const auto& offer) {
     return proxy && offer->proxy.get() == proxy;
   });

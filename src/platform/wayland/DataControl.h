@@ -8,7 +8,7 @@
 
 namespace tavin::wayland {
 
-enum class Selection { clipboard, primary };
+enum class SelectionKind { clipboard, primary };
 
 // What a program offers in a selection.
 struct Offer {
@@ -27,12 +27,12 @@ class DataControl {
   // The protocol and its version, for people.
   const std::string& name() const { return name_; }
   // Called after each change of a selection.
-  std::function<void(Selection)> changed;
+  std::function<void(SelectionKind)> changed;
 
   // Null where nobody offers anything, or nothing is known.
-  const Offer* offer(Selection selection) const;
+  const Offer* offer(SelectionKind selection) const;
   // How often the selection was taken, replaced or cleared, as far as the compositor has told.
-  std::int64_t changes(Selection selection) const { return state(selection).changes; }
+  std::int64_t changes(SelectionKind selection) const { return state(selection).changes; }
   // False after the compositor took the seat away: then nothing is known any more.
   bool isAlive() const { return device_ != nullptr; }
 
@@ -49,11 +49,11 @@ class DataControl {
   struct Events;
 
   DataControl(Owned<zwlr_data_control_manager_v1> manager, wl_seat* seat, std::string name);
-  const State& state(Selection selection) const {
-    return selection == Selection::clipboard ? clipboard_ : primary_;
+  const State& state(SelectionKind selection) const {
+    return selection == SelectionKind::clipboard ? clipboard_ : primary_;
   }
   void announce(zwlr_data_control_offer_v1* proxy);
-  void take(Selection selection, zwlr_data_control_offer_v1* proxy);
+  void take(SelectionKind selection, zwlr_data_control_offer_v1* proxy);
   void finish();
 
   const std::string name_;

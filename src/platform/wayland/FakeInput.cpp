@@ -29,7 +29,7 @@ std::unique_ptr<FakeInput::Line> FakeInput::connect() {
       connection->bind<org_kde_kwin_fake_input>(org_kde_kwin_fake_input_interface, versionWithKeys);
   org_kde_kwin_fake_input_authenticate(input.get(), "Tavin", "Copies the selected text");
   auto keymap = std::make_unique<Keymap>(*connection);
-  auto states = KeyStates::on(connection);
+  auto states = KwinModifiers::on(connection);
   if (!states && !kwinReleasesHeldKeys())
     return nullptr;
   if (!states)

@@ -8,8 +8,8 @@
 #include "platform/copy/CopyChord.h"
 #include "platform/copy/CopyKey.h"
 #include "platform/wayland/Connection.h"
-#include "platform/wayland/KeyStates.h"
 #include "platform/wayland/Keymap.h"
+#include "platform/wayland/KwinModifiers.h"
 
 namespace tavin::wayland {
 
@@ -24,7 +24,7 @@ class FakeInput final : public copy::CopyKey {
   static std::unique_ptr<FakeInput> create();
 
   // Asked before each command, so it is here that a KWin started again is connected to, beside the
-  // caller: bounded by a tenth of a second. Until that is done it says Alt, as KeyStates does.
+  // caller: bounded by a tenth of a second. Until that is done it says Alt, as KwinModifiers does.
   std::uint64_t heldModifiers() override;
   // Not where the user's layout lacks one of the keys either.
   bool prepare() override;
@@ -36,7 +36,7 @@ class FakeInput final : public copy::CopyKey {
     std::shared_ptr<Connection> connection;
     Owned<org_kde_kwin_fake_input> input;
     std::unique_ptr<Keymap> keymap;
-    std::unique_ptr<KeyStates> states;  // Null where KWin releases them.
+    std::unique_ptr<KwinModifiers> states;  // Null where KWin releases them.
   };
   explicit FakeInput(std::unique_ptr<Line> line) : line_(std::move(line)) {}
   // Null where it is not offered, or not in time.

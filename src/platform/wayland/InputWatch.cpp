@@ -49,15 +49,15 @@ void InputWatch::end() {
   kdeClock_.reset();
 }
 
-void InputWatch::shortcutArrived(copy::Input::Time time) {
+void InputWatch::shortcutArrived(copy::UserInput::Time time) {
   pressIsOver_ = std::max(pressIsOver_, time + copy::shortcutsEnd);
   input_.explainBy(time, pressIsOver_);
 }
 
-copy::Input InputWatch::input() const {
+copy::UserInput InputWatch::input() const {
   const bool tells = standardClock_ || kdeClock_;
   const bool settled = idle_ || Clock::now() < pressIsOver_;
-  return input_.first() || (tells && settled) ? input_ : copy::Input::unknown();
+  return input_.first() || (tells && settled) ? input_ : copy::UserInput::unknown();
 }
 
 // What no shortcut can explain any more is enough: a pointer that moves would wake this thread all

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/copy/Input.h"
+#include "platform/copy/UserInput.h"
 #include "platform/wayland/Connection.h"
 
 namespace tavin::wayland {
@@ -17,13 +17,13 @@ class InputWatch {
   void begin();
   void end();
   // A shortcut of ours was pressed.
-  void shortcutArrived(copy::Input::Time time);
+  void shortcutArrived(copy::UserInput::Time time);
   // What the user has done since. Unknown where the compositor has neither protocol, or a program
   // keeps it from counting the time, as for a film.
-  copy::Input input() const;
+  copy::UserInput input() const;
 
  private:
-  using Clock = copy::Input::Clock;
+  using Clock = copy::UserInput::Clock;
   struct Events;
   void becomesIdle() { idle_ = true; }
   void resumes();
@@ -33,9 +33,9 @@ class InputWatch {
   const Owned<org_kde_kwin_idle> kde_;
   Owned<ext_idle_notification_v1> standardClock_;
   Owned<org_kde_kwin_idle_timeout> kdeClock_;
-  copy::Input::Time pressIsOver_;
+  copy::UserInput::Time pressIsOver_;
   bool idle_ = false;  // Since the last thing that was done.
-  copy::Input input_;
+  copy::UserInput input_;
 };
 
 }  // namespace tavin::wayland

@@ -39,9 +39,9 @@ SelectionReader::SelectionReader(EventThread& thread, Connection& connection, Da
       clipboardChanged_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
       primaryChanged_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
-void SelectionReader::noteChange(Selection selection) { eventfd_write(changeOf(selection), 1); }
+void SelectionReader::noteChange(SelectionKind selection) { eventfd_write(changeOf(selection), 1); }
 
-std::optional<SelectionReader::Listing> SelectionReader::list(Selection selection,
+std::optional<SelectionReader::Listing> SelectionReader::list(SelectionKind selection,
                                                               Deadline deadline) {
   const auto listing =
       thread_.ask<std::optional<Listing>>(deadline, [=, this]() -> std::optional<Listing> {
@@ -57,7 +57,7 @@ std::optional<SelectionReader::Listing> SelectionReader::list(Selection selectio
 }
 
 // The end of the pipe that the program's bytes come out of; empty where the selection has changed.
-posix::FileDescriptor SelectionReader::request(Selection selection, const Listing& listing,
+posix::FileDescriptor SelectionReader::request(SelectionKind selection, const Listing& listing,
                                                const std::string& type, Deadline deadline) {
   auto pipe = thread_.ask<posix::FileDescriptor>(
       deadline, [this, selection, type, change = listing.change] {
@@ -75,7 +75,7 @@ posix::FileDescriptor SelectionReader::request(Selection selection, const Listin
   return pipe ? std::move(*pipe) : posix::FileDescriptor();
 }
 
-SelectionReader::Content SelectionReader::read(Selection selection, const Listing& listing,
+SelectionReader::Content SelectionReader::read(SelectionKind selection, const Listing& listing,
                                                const std::string& type, Deadline deadline,
                                                Deadline begin) {
   Content content;

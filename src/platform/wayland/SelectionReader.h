@@ -30,20 +30,20 @@ class SelectionReader {
   SelectionReader(EventThread& thread, Connection& connection, DataControl& control);
 
   // To be called on the thread after each change.
-  void noteChange(Selection selection);
+  void noteChange(SelectionKind selection);
 
   // None where the compositor does not answer.
-  std::optional<Listing> list(Selection selection, Deadline deadline);
+  std::optional<Listing> list(SelectionKind selection, Deadline deadline);
   // The bytes of one type, as many as its program writes by `deadline`; some of them must have come
   // by `begin`. Ends early when the selection is no longer the listed one.
-  Content read(Selection selection, const Listing& listing, const std::string& type,
+  Content read(SelectionKind selection, const Listing& listing, const std::string& type,
                Deadline deadline, Deadline begin);
 
  private:
-  posix::FileDescriptor request(Selection selection, const Listing& listing,
+  posix::FileDescriptor request(SelectionKind selection, const Listing& listing,
                                 const std::string& type, Deadline deadline);
-  int changeOf(Selection selection) const {
-    return (selection == Selection::clipboard ? clipboardChanged_ : primaryChanged_).get();
+  int changeOf(SelectionKind selection) const {
+    return (selection == SelectionKind::clipboard ? clipboardChanged_ : primaryChanged_).get();
   }
 
   EventThread& thread_;

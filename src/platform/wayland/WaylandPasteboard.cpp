@@ -3,7 +3,7 @@
 #include <set>
 #include <utility>
 
-#include "platform/wayland/ClipboardSnapshot.h"
+#include "platform/wayland/ReadClipboard.h"
 
 namespace tavin::wayland {
 namespace {
@@ -24,7 +24,7 @@ std::optional<std::vector<PasteboardItem>> WaylandPasteboard::pasteboardItems() 
 std::int64_t WaylandPasteboard::changeCount() { return compositor_->clipboard()->changeCount(); }
 
 std::optional<QString> WaylandPasteboard::string() {
-  return readText(*compositor_->reader(), Selection::clipboard, Deadline::in(secondsForString));
+  return readText(*compositor_->reader(), SelectionKind::clipboard, Deadline::in(secondsForString));
 }
 
 void WaylandPasteboard::clearContents() { compositor_->clipboard()->clear(); }
@@ -52,7 +52,7 @@ std::vector<copy::ClipboardChange> WaylandPasteboard::takeChanges() {
   return compositor_->clipboard()->takeChanges();
 }
 
-void WaylandPasteboard::shortcutArrived(copy::Input::Time time) {
+void WaylandPasteboard::shortcutArrived(copy::UserInput::Time time) {
   compositor_->clipboard()->shortcutArrived(time);
 }
 

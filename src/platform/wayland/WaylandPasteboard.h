@@ -20,7 +20,7 @@ class WaylandPasteboard final : public copy::WatchedPasteboard {
   void beginWatch(std::function<void()> onChange) override;
   void endWatch() override;
   std::vector<copy::ClipboardChange> takeChanges() override;
-  void shortcutArrived(copy::Input::Time time) override;
+  void shortcutArrived(copy::UserInput::Time time) override;
 
  private:
   const std::shared_ptr<Compositor> compositor_;

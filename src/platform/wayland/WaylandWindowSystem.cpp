@@ -4,7 +4,7 @@
 #include <cctype>
 #include <thread>
 
-#include "platform/wayland/ClipboardSnapshot.h"
+#include "platform/wayland/ReadClipboard.h"
 #include "platform/wayland/SwayTree.h"
 #include "platform/windows/ProgramKind.h"
 
@@ -94,7 +94,7 @@ std::optional<QString> WaylandWindowSystem::primaryText(const windows::FrontWind
       sameWindow || (!window.terminal && maker.window.appId == now->window.appId);
   if (proof == PrimaryProof::takenInFront ? !sameWindow || !maker.inFrontSince : !sameProgram)
     return std::nullopt;
-  return readText(*compositor_->reader(), Selection::primary, deadline);
+  return readText(*compositor_->reader(), SelectionKind::primary, deadline);
 }
 
 }  // namespace tavin::wayland

@@ -91,7 +91,7 @@ std::vector<copy::ClipboardChange> ClipboardServer::takeChanges() {
   return watch_.takeChanges();
 }
 
-void ClipboardServer::shortcutArrived(copy::Input::Time time) {
+void ClipboardServer::shortcutArrived(copy::UserInput::Time time) {
   perform(Deadline::in(patienceSeconds), [this, time] {
     synchronise();
     watch_.shortcutArrived(time);

@@ -37,7 +37,7 @@ class ClipboardServer {
   void beginWatch(std::function<void()> onChange);
   void endWatch();
   std::vector<copy::ClipboardChange> takeChanges();
-  void shortcutArrived(copy::Input::Time time);
+  void shortcutArrived(copy::UserInput::Time time);
   // Asks the session's clipboard manager to keep what we serve. False where there is none, or it
   // has not taken everything before the deadline; true also when there is nothing to keep.
   bool handOver(Deadline deadline);

@@ -31,11 +31,11 @@ void ClipboardWatch::begin(std::function<void()> onChange, xcb_timestamp_t serve
     tellsInput_ = input_.prepare();
   if (*tellsInput_)
     input_.select(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS);
-  on_ = State{
-      .onChange = std::move(onChange),
-      .sharesClock = std::chrono::abs(between(serverTime, copy::Input::Clock::now())) < sameClock,
-      .target = activeWindow_.keyTarget(),
-      .input = *tellsInput_ ? copy::Input() : copy::Input::unknown()};
+  on_ = State{.onChange = std::move(onChange),
+              .sharesClock =
+                  std::chrono::abs(between(serverTime, copy::UserInput::Clock::now())) < sameClock,
+              .target = activeWindow_.keyTarget(),
+              .input = *tellsInput_ ? copy::UserInput() : copy::UserInput::unknown()};
   changes_.take();
 }
 
@@ -104,7 +104,7 @@ bool ClipboardWatch::copiesNothing(std::uint32_t key) const {
 
 // By the display's clock, because this thread may hear of it later than others of the shortcut.
 ClipboardWatch::Time ClipboardWatch::timeOf(xcb_timestamp_t time) const {
-  const auto now = copy::Input::Clock::now();
+  const auto now = copy::UserInput::Clock::now();
   return on_->sharesClock ? std::chrono::floor<std::chrono::milliseconds>(now) - between(time, now)
                           : now;
 }

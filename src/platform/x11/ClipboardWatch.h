@@ -15,7 +15,7 @@ namespace tavin::x11 {
 // connection brings both in their true order. The thread of its connection alone.
 class ClipboardWatch {
  public:
-  using Time = copy::Input::Time;
+  using Time = copy::UserInput::Time;
 
   // `connection` must outlive it.
   explicit ClipboardWatch(const Connection& connection)
@@ -38,7 +38,7 @@ class ClipboardWatch {
     std::function<void()> onChange;
     bool sharesClock = false;  // With the display.
     xcb_window_t target = XCB_WINDOW_NONE;
-    copy::Input input;
+    copy::UserInput input;
   };
   bool isTargets(xcb_window_t owner) const;
   bool isForACopy(const xcb_input_raw_key_press_event_t& raw) const;

@@ -8,10 +8,10 @@
 
 #include "platform/shortcuts/Service.h"
 #include "platform/x11/Connection.h"
-#include "platform/x11/HeldKeys.h"
 #include "platform/x11/HotkeyMapping.h"
 #include "platform/x11/KeyGrab.h"
 #include "platform/x11/KeyboardExtension.h"
+#include "platform/x11/RepeatFilter.h"
 
 namespace tavin::x11 {
 
@@ -47,7 +47,7 @@ class HotkeyGrabs final : public shortcuts::Service {
 
   std::unique_ptr<Connection> connection_;
   KeyboardExtension keyboard_;
-  HeldKeys heldKeys_;
+  RepeatFilter heldKeys_;
   HotkeyMapping mapping_;
   std::map<shortcuts::KeyCombination, Grabbed> grabbed_;
   bool keyboardChanged_ = false;

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-#include "platform/x11/KeyState.h"
+#include "platform/x11/KeyboardSnapshot.h"
 
 namespace tavin::x11 {
 std::unique_ptr<X11Keyboard> X11Keyboard::create() {
@@ -18,10 +18,10 @@ std::unique_ptr<X11Keyboard> X11Keyboard::create() {
 X11Keyboard::X11Keyboard(std::unique_ptr<Connection> connection)
     : connection_(std::move(connection)), activeWindow_(*connection_) {}
 
-std::uint64_t X11Keyboard::heldModifiers() { return KeyState(*connection_).flags(); }
+std::uint64_t X11Keyboard::heldModifiers() { return KeyboardSnapshot(*connection_).flags(); }
 
 bool X11Keyboard::prepare() {
-  const KeyState state(*connection_);
+  const KeyboardSnapshot state(*connection_);
   control_ = state.keyFor(XKB_KEY_Control_L);
   insert_ = state.keyFor(XKB_KEY_Insert);
   // While a menu or a screen lock holds the keyboard, the keys would go there.
@@ -34,7 +34,7 @@ bool X11Keyboard::prepare() {
 void X11Keyboard::type() {
   // A modifier that is still held would make another key of it. It is not pressed again afterwards:
   // the user may have let go meanwhile, and then it would hang.
-  for (const xcb_keycode_t key : KeyState(*connection_).heldModifierKeys())
+  for (const xcb_keycode_t key : KeyboardSnapshot(*connection_).heldModifierKeys())
     fake(XCB_KEY_RELEASE, key);
   fake(XCB_KEY_PRESS, *control_);
   fake(XCB_KEY_PRESS, *insert_);

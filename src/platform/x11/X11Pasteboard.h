@@ -21,7 +21,7 @@ class X11Pasteboard final : public copy::WatchedPasteboard {
   void beginWatch(std::function<void()> onChange) override;
   void endWatch() override { server_->endWatch(); }
   std::vector<copy::ClipboardChange> takeChanges() override { return server_->takeChanges(); }
-  void shortcutArrived(copy::Input::Time time) override { server_->shortcutArrived(time); }
+  void shortcutArrived(copy::UserInput::Time time) override { server_->shortcutArrived(time); }
 
  private:
   const std::unique_ptr<SelectionReader> reader_;

@@ -42,7 +42,7 @@ class RecordingClipboard {
       onChange_();
   }
   // The user does something, as a watch that has begun sees it.
-  void act(copy::Input::Time time = copy::Input::Clock::now()) {
+  void act(copy::UserInput::Time time = copy::UserInput::Clock::now()) {
     const std::lock_guard lock(mutex_);
     input_.note(time);
   }
@@ -85,7 +85,7 @@ class RecordingClipboard {
     const std::lock_guard lock(mutex_);
     return std::exchange(seen_, {});
   }
-  void explain(copy::Input::Time arrival) {
+  void explain(copy::UserInput::Time arrival) {
     const std::lock_guard lock(mutex_);
     input_.explainBy(arrival, arrival);
     for (auto& change : seen_) change.input.explainBy(arrival, arrival);
@@ -111,7 +111,7 @@ class RecordingClipboard {
   std::int64_t changes_ = 7;
   std::function<void()> onChange_;
   std::vector<copy::ClipboardChange> seen_;
-  copy::Input input_;
+  copy::UserInput input_;
 };
 
 class FakePasteboard final : public copy::WatchedPasteboard {
@@ -129,7 +129,7 @@ class FakePasteboard final : public copy::WatchedPasteboard {
   }
   void endWatch() override { clipboard_.watch(nullptr); }
   std::vector<copy::ClipboardChange> takeChanges() override { return clipboard_.take(); }
-  void shortcutArrived(copy::Input::Time time) override { clipboard_.explain(time); }
+  void shortcutArrived(copy::UserInput::Time time) override { clipboard_.explain(time); }
 
  private:
   RecordingClipboard& clipboard_;

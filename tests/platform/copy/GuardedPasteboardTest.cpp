@@ -140,7 +140,7 @@ TEST_F(GuardedPasteboardTest, WhatTheUserCopiesBeforeTheNextCommandEndsNoLaterWa
   captureInVain();
   pasteboard_.pasteboardItems();
   pasteboard_.changeCount();
-  clipboard_.act(copy::Input::Clock::now() - copy::arrivalWait);
+  clipboard_.act(copy::UserInput::Clock::now() - copy::arrivalWait);
   clipboard_.copy();
   EXPECT_TRUE(isOver());
   clipboard_.set(kUsers);

@@ -61,7 +61,7 @@ TEST_F(LateCopyTest, WhatAnotherProgramPutsThereStays) {
 
 TEST_F(LateCopyTest, WhatTheUserPutsThereStays) {
   captureInVain();
-  clipboard_.act(copy::Input::Clock::now() - copy::arrivalWait);
+  clipboard_.act(copy::UserInput::Clock::now() - copy::arrivalWait);
   clipboard_.copy();
   EXPECT_TRUE(isOver());
   EXPECT_EQ(clipboard_.contents(), kCopied);
@@ -77,7 +77,7 @@ TEST_F(LateCopyTest, AKeyThatTurnsOutToBeNoShortcutsIsTheUsers) {
 
 TEST_F(LateCopyTest, AKeyThatTurnsOutToBeAShortcutsIsNot) {
   captureInVain();
-  const auto press = copy::Input::Clock::now() + kForEver;
+  const auto press = copy::UserInput::Clock::now() + kForEver;
   clipboard_.act(press);
   clipboard_.copy();
   pasteboard_.shortcutArrived(press);
@@ -86,7 +86,7 @@ TEST_F(LateCopyTest, AKeyThatTurnsOutToBeAShortcutsIsNot) {
 
 TEST_F(LateCopyTest, NothingIsDecidedWhileAShortcutMayBeOnItsWay) {
   captureInVain();
-  clipboard_.act(copy::Input::Clock::now() + kForEver);
+  clipboard_.act(copy::UserInput::Clock::now() + kForEver);
   clipboard_.copy();
   EXPECT_FALSE(eventually([this] { return clipboard_.contents() == kUsers; }, 50));
   EXPECT_TRUE(clipboard_.isWatched());
@@ -94,7 +94,7 @@ TEST_F(LateCopyTest, NothingIsDecidedWhileAShortcutMayBeOnItsWay) {
 
 TEST_F(LateCopyTest, ACaptureThatBeginsWithoutAShortcutDecides) {
   captureInVain();
-  clipboard_.act(copy::Input::Clock::now() + kForEver);
+  clipboard_.act(copy::UserInput::Clock::now() + kForEver);
   clipboard_.copy();
   pasteboard_.captureBegins();
   EXPECT_FALSE(clipboard_.isWatched());
@@ -103,7 +103,7 @@ TEST_F(LateCopyTest, ACaptureThatBeginsWithoutAShortcutDecides) {
 
 TEST_F(LateCopyTest, TheShortcutOfTheNextCaptureShowsNoCopyOfTheUsersOwn) {
   captureInVain();
-  const auto press = copy::Input::Clock::now() + kForEver;
+  const auto press = copy::UserInput::Clock::now() + kForEver;
   clipboard_.act(press);
   pasteboard_.shortcutArrived(press);
   pasteboard_.captureBegins();
@@ -113,7 +113,7 @@ TEST_F(LateCopyTest, TheShortcutOfTheNextCaptureShowsNoCopyOfTheUsersOwn) {
 
 TEST_F(LateCopyTest, WhatTheUserDidBeforeTheShortcutStillCounts) {
   captureInVain();
-  clipboard_.act(copy::Input::Clock::now() - 2 * copy::shortcutsWay);
+  clipboard_.act(copy::UserInput::Clock::now() - 2 * copy::shortcutsWay);
   pasteboard_.shortcutArrived();
   pasteboard_.captureBegins();
   clipboard_.copy();

@@ -10,7 +10,7 @@ using std::chrono::milliseconds;
 // Times are milliseconds from a start; an input's is known to a millisecond or two.
 class ShortcutHoldTest : public ::testing::Test {
  protected:
-  gnome::Input at(int input) const {
+  gnome::InputTime at(int input) const {
     return {start + milliseconds(input - 1), start + milliseconds(input + 1)};
   }
   void press(int now, int input) {

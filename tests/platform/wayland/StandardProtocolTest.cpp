@@ -45,7 +45,7 @@ TEST_F(StandardProtocolTest, WhereNobodyTellsOfInputAChangeMayBeTheUsers) {
   pasteboard_.beginWatch([&] { ++told; });
   EXPECT_TRUE(pasteboard_.takeChanges().empty());
   other.writeObjects(itemWith("copied"));
-  pasteboard_.shortcutArrived(copy::Input::Clock::now());
+  pasteboard_.shortcutArrived(copy::UserInput::Clock::now());
   const auto changes = pasteboard_.takeChanges();
   ASSERT_EQ(changes.size(), 1U);
   EXPECT_TRUE(changes.front().input.first());

@@ -286,7 +286,7 @@ TEST_F(WaylandPasteboardTest, AReaderThatTakesNothingKeepsNobodyWaiting) {
   WaylandPasteboard ours(compositor);
   const QByteArray large = picture(5'000'000);
   ours.writeObjects({{{{"x-large", large}}}});
-  const auto listing = compositor_->reader()->list(Selection::clipboard, Deadline::in(5));
+  const auto listing = compositor_->reader()->list(SelectionKind::clipboard, Deadline::in(5));
   ASSERT_TRUE(listing);
   // A program that asks, reads a little and then nothing for a while.
   QProcess lazy;

@@ -109,14 +109,14 @@ TEST_F(ClipboardWatchTest, TheKeysOfOurShortcutsAreNot) {
 TEST_F(ClipboardWatchTest, AShortcutThatArrivesExplainsItsKeys) {
   user_.type({test::key::leftAlt, test::key::t});
   EXPECT_TRUE(target_.command("clipboard text"));
-  server_->shortcutArrived(copy::Input::Clock::now());
+  server_->shortcutArrived(copy::UserInput::Clock::now());
   EXPECT_FALSE(server_->takeChanges().back().input.first()) << "nor of what was told already";
   EXPECT_FALSE(userActedBeforeCopy());
 }
 
 TEST_F(ClipboardWatchTest, AShortcutExplainsNoLaterKey) {
   user_.type({test::key::leftAlt, test::key::t});
-  const auto arrival = copy::Input::Clock::now();
+  const auto arrival = copy::UserInput::Clock::now();
   std::this_thread::sleep_for(std::chrono::milliseconds(100));
   user_.type({test::key::t});
   server_->shortcutArrived(arrival);
@@ -124,9 +124,9 @@ TEST_F(ClipboardWatchTest, AShortcutExplainsNoLaterKey) {
 }
 
 TEST_F(ClipboardWatchTest, KeysAreTimedByTheDisplay) {
-  const auto before = copy::Input::Clock::now();
+  const auto before = copy::UserInput::Clock::now();
   user_.type({test::key::t});
-  const auto after = copy::Input::Clock::now();
+  const auto after = copy::UserInput::Clock::now();
   const auto input = afterCopyBy(target_).input;
   ASSERT_TRUE(input.first());
   EXPECT_GT(*input.first(), before - std::chrono::milliseconds(500));

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/copy/CopyKeyboard.h"
-#include "platform/x11/KeyState.h"
+#include "platform/x11/KeyboardSnapshot.h"
 #include "platform/x11/TestKeyboard.h"
 #include "platform/x11/TestWindow.h"
 #include "platform/x11/X11Keyboard.h"
@@ -158,7 +158,7 @@ TEST_F(X11KeyboardTest, TheInsertKeyIsFoundWhereverTheLayoutHasIt) {
   xcb_connection_t* c = user_.connection().get();
   const xcb_keysym_t none = XCB_NO_SYMBOL;
   const xcb_keysym_t insert = kInsertSymbol;
-  const auto before = KeyState(user_.connection()).keyFor(kInsertSymbol);
+  const auto before = KeyboardSnapshot(user_.connection()).keyFor(kInsertSymbol);
   xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &none);
   xcb_change_keyboard_mapping(c, 1, other, 1, &insert);
   user_.sync();
@@ -167,7 +167,7 @@ TEST_F(X11KeyboardTest, TheInsertKeyIsFoundWhereverTheLayoutHasIt) {
   xcb_change_keyboard_mapping(c, 1, kInsertKey, 1, &insert);
   xcb_change_keyboard_mapping(c, 1, other, 1, &none);
   user_.sync();
-  EXPECT_EQ(KeyState(user_.connection()).keyFor(kInsertSymbol), before);
+  EXPECT_EQ(KeyboardSnapshot(user_.connection()).keyFor(kInsertSymbol), before);
 }
 
 }  // namespace

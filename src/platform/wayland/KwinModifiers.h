@@ -14,12 +14,12 @@ bool kwinReleasesHeldKeys();
 
 // Which modifiers the user holds down. KWin tells it in Plasma 6, where no program can release a
 // key that another keyboard holds. Work queue only, save its making.
-class KeyStates {
+class KwinModifiers {
  public:
   // Null where the compositor does not tell it. The one on a connection of its own is null also
   // where that is not answered in time; it connects anew where the compositor was started again.
-  static std::unique_ptr<KeyStates> create(Deadline deadline);
-  static std::unique_ptr<KeyStates> on(std::shared_ptr<Connection> connection);
+  static std::unique_ptr<KwinModifiers> create(Deadline deadline);
+  static std::unique_ptr<KwinModifiers> on(std::shared_ptr<Connection> connection);
 
   // Those held now, as EventFlags; bounded by a tenth of a second, and by half a one where it
   // connects anew. Where no answer came it says Alt: the key that the user pressed last may be down
@@ -27,7 +27,8 @@ class KeyStates {
   std::uint64_t modifiers();
 
  private:
-  explicit KeyStates(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
+  explicit KwinModifiers(std::shared_ptr<Connection> connection)
+      : connection_(std::move(connection)) {}
   static bool toldOn(const Connection& connection);
   void reconnect();
 

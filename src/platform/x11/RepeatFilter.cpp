@@ -1,13 +1,13 @@
-#include "platform/x11/HeldKeys.h"
+#include "platform/x11/RepeatFilter.h"
 
 namespace tavin::x11 {
-bool HeldKeys::press(xcb_keycode_t key) {
+bool RepeatFilter::press(xcb_keycode_t key) {
   if (held_.empty())
     watchRawEvents(true);
   return held_.insert(key).second;
 }
 
-void HeldKeys::observe(const xcb_generic_event_t& event) {
+void RepeatFilter::observe(const xcb_generic_event_t& event) {
   const int type = event.response_type & 0x7f;
   if (type == XCB_KEY_RELEASE)
     return lift(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
@@ -18,14 +18,14 @@ void HeldKeys::observe(const xcb_generic_event_t& event) {
     lift(static_cast<xcb_keycode_t>(raw->detail));
 }
 
-void HeldKeys::lift(xcb_keycode_t key) {
+void RepeatFilter::lift(xcb_keycode_t key) {
   if (held_.erase(key) == 0 || !held_.empty())
     return;
   watchRawEvents(false);
   xcb_flush(connection_.get());
 }
 
-void HeldKeys::watchRawEvents(bool on) {
+void RepeatFilter::watchRawEvents(bool on) {
   events_.select(
       on ? XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE : 0U);
 }

@@ -1,4 +1,4 @@
-#include "platform/x11/KeyState.h"
+#include "platform/x11/KeyboardSnapshot.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -42,28 +42,28 @@ Reply<xcb_query_keymap_reply_t> keysDown(const Connection& connection,
 
 }  // namespace
 
-KeyState::KeyState(const Connection& connection)
-    : KeyState(connection, xcb_query_keymap(connection.get())) {}
+KeyboardSnapshot::KeyboardSnapshot(const Connection& connection)
+    : KeyboardSnapshot(connection, xcb_query_keymap(connection.get())) {}
 
-KeyState::KeyState(const Connection& connection, xcb_query_keymap_cookie_t down)
+KeyboardSnapshot::KeyboardSnapshot(const Connection& connection, xcb_query_keymap_cookie_t down)
     : map_(connection), down_(keysDown(connection, down)) {}
 
-bool KeyState::isDown(int key) const {
+bool KeyboardSnapshot::isDown(int key) const {
   return down_ && (down_->keys[key / 8] >> (key % 8) & 1) != 0;
 }
 
-std::uint64_t KeyState::flagOf(int key) const {
+std::uint64_t KeyboardSnapshot::flagOf(int key) const {
   const auto symbols = map_.symbolsOf(key);
   return symbols.empty() ? 0 : flagOfSymbol(symbols.front());
 }
 
-std::uint64_t KeyState::flags() const {
+std::uint64_t KeyboardSnapshot::flags() const {
   std::uint64_t flags = 0;
   for (const xcb_keycode_t key : heldModifierKeys()) flags |= flagOf(key);
   return flags;
 }
 
-std::vector<xcb_keycode_t> KeyState::heldModifierKeys() const {
+std::vector<xcb_keycode_t> KeyboardSnapshot::heldModifierKeys() const {
   std::vector<xcb_keycode_t> held;
   for (int key = map_.firstKey(); key <= map_.lastKey(); ++key) {
     if (isDown(key) && flagOf(key) != 0)
@@ -72,7 +72,7 @@ std::vector<xcb_keycode_t> KeyState::heldModifierKeys() const {
   return held;
 }
 
-std::optional<xcb_keycode_t> KeyState::keyFor(std::uint32_t symbol) const {
+std::optional<xcb_keycode_t> KeyboardSnapshot::keyFor(std::uint32_t symbol) const {
   for (const std::size_t column : plainColumns) {
     for (int key = map_.firstKey(); key <= map_.lastKey(); ++key) {
       const auto symbols = map_.symbolsOf(key);

@@ -1,4 +1,4 @@
-#include "platform/wayland/ClipboardSnapshot.h"
+#include "platform/wayland/ReadClipboard.h"
 
 #include <algorithm>
 #include <set>
@@ -34,7 +34,7 @@ Outcome readListed(SelectionReader& reader, const SelectionReader::Listing& list
     if (!seen.insert(types[index]).second)
       continue;
     const bool needed = copy::isNeededClipboardType(types[index]);
-    auto content = reader.read(Selection::clipboard, listing, types[index], deadline,
+    auto content = reader.read(SelectionKind::clipboard, listing, types[index], deadline,
                                needed ? deadline : deadline.orIn(secondsForOptionalType));
     if (content.outcome == Outcome::read)
       values[index] = std::move(content.bytes);
@@ -54,7 +54,7 @@ Outcome readListed(SelectionReader& reader, const SelectionReader::Listing& list
 
 // A program that ended in the middle looks as if it had written all, until its offer is gone.
 bool isStillThere(SelectionReader& reader, const SelectionReader::Listing& listing,
-                  Selection selection) {
+                  SelectionKind selection) {
   const auto now = reader.list(selection, Deadline::in(secondsToCheck));
   return now && now->change == listing.change;
 }
@@ -64,7 +64,7 @@ bool isStillThere(SelectionReader& reader, const SelectionReader::Listing& listi
 std::optional<std::vector<PasteboardItem>> readClipboard(SelectionReader& reader,
                                                          Deadline deadline) {
   for (bool first = true; first || !deadline.passed(); first = false) {
-    const auto listing = reader.list(Selection::clipboard, deadline);
+    const auto listing = reader.list(SelectionKind::clipboard, deadline);
     if (!listing)
       return std::nullopt;
     if (!listing->offered) {
@@ -75,13 +75,14 @@ std::optional<std::vector<PasteboardItem>> readClipboard(SelectionReader& reader
     const Outcome outcome = readListed(reader, *listing, deadline, item);
     if (outcome == Outcome::late)
       return std::nullopt;
-    if (outcome == Outcome::read && isStillThere(reader, *listing, Selection::clipboard))
+    if (outcome == Outcome::read && isStillThere(reader, *listing, SelectionKind::clipboard))
       return std::vector{std::move(item)};
   }
   return std::nullopt;
 }
 
-std::optional<QString> readText(SelectionReader& reader, Selection selection, Deadline deadline) {
+std::optional<QString> readText(SelectionReader& reader, SelectionKind selection,
+                                Deadline deadline) {
   while (!deadline.passed()) {
     const auto listing = reader.list(selection, deadline);
     if (!listing || !listing->offered)

@@ -1,4 +1,4 @@
-#include "platform/gnome/CustomKeybindings.h"
+#include "platform/gnome/ShortcutSettings.h"
 
 #include "platform/gnome/Settings.h"
 #include "platform/shortcuts/ShortcutAction.h"

@@ -17,6 +17,7 @@ std::optional<std::vector<PasteboardItem>> readClipboard(SelectionReader& reader
                                                          Deadline deadline);
 
 // A selection as plain text, or none where it has no such form or its owner does not answer.
-std::optional<QString> readText(SelectionReader& reader, Selection selection, Deadline deadline);
+std::optional<QString> readText(SelectionReader& reader, SelectionKind selection,
+                                Deadline deadline);
 
 }  // namespace tavin::wayland

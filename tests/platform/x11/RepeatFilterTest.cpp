@@ -2,14 +2,14 @@
 #include <xcb/xinput.h>
 
 #include "platform/x11/Connection.h"
-#include "platform/x11/HeldKeys.h"
+#include "platform/x11/RepeatFilter.h"
 
 namespace tavin::x11 {
 namespace {
 
 constexpr xcb_keycode_t key = 27;
 
-class HeldKeysTest : public testing::Test {
+class RepeatFilterTest : public testing::Test {
  protected:
   void SetUp() override { ASSERT_TRUE(keys_.prepare()); }
 
@@ -26,22 +26,22 @@ class HeldKeysTest : public testing::Test {
   }
 
   std::unique_ptr<Connection> connection_ = Connection::open();
-  HeldKeys keys_{*connection_};
+  RepeatFilter keys_{*connection_};
 };
 
-TEST_F(HeldKeysTest, ARepeatIsNoPress) {
+TEST_F(RepeatFilterTest, ARepeatIsNoPress) {
   EXPECT_TRUE(keys_.press(key));
   EXPECT_FALSE(keys_.press(key));
   EXPECT_TRUE(keys_.press(key + 1));
 }
 
-TEST_F(HeldKeysTest, ARawReleaseEndsThePress) {
+TEST_F(RepeatFilterTest, ARawReleaseEndsThePress) {
   keys_.press(key);
   observeRaw(XCB_INPUT_RAW_KEY_RELEASE);
   EXPECT_TRUE(keys_.press(key));
 }
 
-TEST_F(HeldKeysTest, APressAfterAMissedReleaseCounts) {
+TEST_F(RepeatFilterTest, APressAfterAMissedReleaseCounts) {
   keys_.press(key);
   observeRaw(XCB_INPUT_RAW_KEY_PRESS);
   EXPECT_TRUE(keys_.press(key));

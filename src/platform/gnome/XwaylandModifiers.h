@@ -14,7 +14,7 @@ namespace tavin::gnome {
 // The modifiers that the user holds, as Xwayland's display knows them: it is told of every key, but
 // only while one of its windows has the keyboard. Finds the display again after it was restarted.
 // Work queue only.
-class XwaylandKeys {
+class XwaylandModifiers {
  public:
   // As EventFlags. None where no window of Xwayland's has the keyboard, or Xwayland hangs.
   std::optional<std::uint64_t> flags();

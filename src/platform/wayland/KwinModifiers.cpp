@@ -1,4 +1,4 @@
-#include "platform/wayland/KeyStates.h"
+#include "platform/wayland/KwinModifiers.h"
 
 #include <QtGlobal>
 
@@ -33,31 +33,31 @@ std::uint64_t flagOf(std::uint32_t key) {
 
 bool kwinReleasesHeldKeys() { return qEnvironmentVariableIntValue("KDE_SESSION_VERSION") == 5; }
 
-std::unique_ptr<KeyStates> KeyStates::create(Deadline deadline) {
+std::unique_ptr<KwinModifiers> KwinModifiers::create(Deadline deadline) {
   auto states = on(Connection::open(deadline));
   if (states)
     states->ownsConnection_ = true;
   return states;
 }
 
-std::unique_ptr<KeyStates> KeyStates::on(std::shared_ptr<Connection> connection) {
+std::unique_ptr<KwinModifiers> KwinModifiers::on(std::shared_ptr<Connection> connection) {
   return connection && toldOn(*connection)
-             ? std::unique_ptr<KeyStates>(new KeyStates(std::move(connection)))
+             ? std::unique_ptr<KwinModifiers>(new KwinModifiers(std::move(connection)))
              : nullptr;
 }
 
-bool KeyStates::toldOn(const Connection& connection) {
+bool KwinModifiers::toldOn(const Connection& connection) {
   return connection.offered(org_kde_kwin_keystate_interface.name) >= versionWithModifiers;
 }
 
-void KeyStates::reconnect() {
+void KwinModifiers::reconnect() {
   std::shared_ptr<Connection> anew = Connection::open(Deadline::in(secondsUntilConnected));
   if (anew && toldOn(*anew))
     connection_ = std::move(anew);
 }
 
 // The compositor would tell whoever stays bound of each press of a modifier.
-std::uint64_t KeyStates::modifiers() {
+std::uint64_t KwinModifiers::modifiers() {
   if (ownsConnection_ && connection_->isBroken())
     reconnect();
   const auto states = connection_->bind<org_kde_kwin_keystate>(org_kde_kwin_keystate_interface,

@@ -3,18 +3,18 @@
 #include "platform/Eventually.h"
 #include "platform/Keyboard.h"
 #include "platform/wayland/FakeCompositor.h"
-#include "platform/wayland/KeyStates.h"
+#include "platform/wayland/KwinModifiers.h"
 
 namespace tavin::wayland {
 namespace {
 
-class KeyStatesTest : public testing::Test {
+class KwinModifiersTest : public testing::Test {
  protected:
   test::FakeCompositor fake_{"nothing of interest"};
-  std::unique_ptr<KeyStates> states_ = KeyStates::create(Deadline::in(2));
+  std::unique_ptr<KwinModifiers> states_ = KwinModifiers::create(Deadline::in(2));
 };
 
-TEST_F(KeyStatesTest, TellsWhatIsHeldNow) {
+TEST_F(KwinModifiersTest, TellsWhatIsHeldNow) {
   // On a busy machine an answer may be late.
   EXPECT_TRUE(eventually([&] { return states_->modifiers() == 0; }));
   const std::pair<std::uint32_t, std::uint64_t> known[] = {{3, EventFlags::option},
@@ -28,13 +28,13 @@ TEST_F(KeyStatesTest, TellsWhatIsHeldNow) {
   }
 }
 
-TEST_F(KeyStatesTest, WithoutAnAnswerAltCountsAsHeld) {
+TEST_F(KwinModifiersTest, WithoutAnAnswerAltCountsAsHeld) {
   fake_.hang();
   // It may be about to give one still.
   EXPECT_TRUE(eventually([&] { return states_->modifiers() == EventFlags::option; }));
 }
 
-TEST_F(KeyStatesTest, AfterTheCompositorsEndAltCountsAsHeld) {
+TEST_F(KwinModifiersTest, AfterTheCompositorsEndAltCountsAsHeld) {
   fake_.end();
   EXPECT_EQ(states_->modifiers(), EventFlags::option);
 }

@@ -19,14 +19,14 @@ namespace tavin::gnome {
 // something in GNOME's settings holds; answers later where the settings daemon, which hears the
 // keys, does not run yet or has ended. What a killed Tavin left behind is overwritten, or removed
 // where its key is refused. Main thread only.
-class CustomBindings final : public shortcuts::Service {
+class CommandShortcuts final : public shortcuts::Service {
  public:
   // Has a D-Bus action call the function at each of its runs.
   using ServeKey = std::function<void(const QString& action, std::function<void()> ran)>;
 
   // Tells `modifiers`, which may be null, of each press that makes Tavin look for a selection.
-  CustomBindings(const QDBusConnection& bus, const ServeKey& serveKey,
-                 std::shared_ptr<HeldModifiers> modifiers);
+  CommandShortcuts(const QDBusConnection& bus, const ServeKey& serveKey,
+                   std::shared_ptr<HeldModifiers> modifiers);
 
   shortcuts::Answer add(const shortcuts::KeyCombination& combination) override;
   void remove(const shortcuts::KeyCombination& combination) override;

@@ -11,10 +11,11 @@ namespace tavin::x11 {
 // release of a key whose grab was given up goes to another window; so while one of the keys is
 // down, and only then, the display's raw key events are watched, which pass by every grab and know
 // no repeats.
-class HeldKeys {
+class RepeatFilter {
  public:
   // `connection` must outlive it.
-  explicit HeldKeys(const Connection& connection) : connection_(connection), events_(connection) {}
+  explicit RepeatFilter(const Connection& connection)
+      : connection_(connection), events_(connection) {}
 
   // Asks the display for what this needs. False where it has no XInput 2.1.
   bool prepare() { return events_.prepare(); }

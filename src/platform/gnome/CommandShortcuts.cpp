@@ -1,4 +1,4 @@
-#include "platform/gnome/CustomBindings.h"
+#include "platform/gnome/CommandShortcuts.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QPointer>
@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "platform/bus/SessionBus.h"
-#include "platform/gnome/CustomKeybindings.h"
 #include "platform/gnome/KeyHolders.h"
 #include "platform/gnome/Settings.h"
+#include "platform/gnome/ShortcutSettings.h"
 #include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::gnome {
@@ -41,8 +41,8 @@ void waitUntilStored() {
 
 }  // namespace
 
-CustomBindings::CustomBindings(const QDBusConnection& bus, const ServeKey& serveKey,
-                               std::shared_ptr<HeldModifiers> modifiers)
+CommandShortcuts::CommandShortcuts(const QDBusConnection& bus, const ServeKey& serveKey,
+                                   std::shared_ptr<HeldModifiers> modifiers)
     : bus_(bus), owners_(settingsDaemon, bus), modifiers_(std::move(modifiers)) {
   for (const QString& action : keyActions())
     serveKey(runActionOf(action), [this, alive = QPointer<QObject>(&owners_), action] {
@@ -55,7 +55,7 @@ CustomBindings::CustomBindings(const QDBusConnection& bus, const ServeKey& serve
                    [this] { daemonChanged(false); });
 }
 
-Answer CustomBindings::add(const KeyCombination& combination) {
+Answer CommandShortcuts::add(const KeyCombination& combination) {
   if (!Settings::open(mediaKeysSchema()))
     return Answer::refused(QStringLiteral("GNOME's settings daemon is not installed"));
   const BothAccelerators keys = BothAccelerators::of(combination);
@@ -71,7 +71,7 @@ Answer CustomBindings::add(const KeyCombination& combination) {
                 : Answer::pending(QStringLiteral("GNOME's settings daemon does not run yet"));
 }
 
-void CustomBindings::remove(const KeyCombination& combination) {
+void CommandShortcuts::remove(const KeyCombination& combination) {
   const auto found = std::ranges::find(hotKeys_, combination, &HotKey::combination);
   if (found == hotKeys_.end())
     return;
@@ -81,19 +81,19 @@ void CustomBindings::remove(const KeyCombination& combination) {
 
 // Where another key takes its place at once, that is one change for the settings daemon, which gets
 // confused by several in a row.
-void CustomBindings::removeLater(const QString& action) {
+void CommandShortcuts::removeLater(const QString& action) {
   QTimer::singleShot(0, &owners_, [this, action] {
     if (!keyOf(action))
       removeCustomBinding(action);
   });
 }
 
-const CustomBindings::HotKey* CustomBindings::keyOf(const QString& action) const {
+const CommandShortcuts::HotKey* CommandShortcuts::keyOf(const QString& action) const {
   const auto found = std::ranges::find(hotKeys_, action, &HotKey::action);
   return found == hotKeys_.end() ? nullptr : &*found;
 }
 
-void CustomBindings::commandRan(const QString& action) {
+void CommandShortcuts::commandRan(const QString& action) {
   const auto at = Clock::now();
   const bool surelyPress = filters_[action].isSurelyPress(at);
   if (surelyPress)
@@ -102,7 +102,7 @@ void CustomBindings::commandRan(const QString& action) {
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
                    [this, action, at, surelyPress](QDBusPendingCallWatcher* done) {
                      done->deleteLater();
-                     const Input last = lastInput(at, *done);
+                     const InputTime last = lastInput(at, *done);
                      if (surelyPress)
                        filters_[action].refine(at, last);
                      else if (filters_[action].isPress(at, last))
@@ -112,7 +112,7 @@ void CustomBindings::commandRan(const QString& action) {
                    });
 }
 
-void CustomBindings::press(const QString& action, Clock::time_point at) {
+void CommandShortcuts::press(const QString& action, Clock::time_point at) {
   const HotKey* hotKey = keyOf(action);
   if (!hotKey)
     return;
@@ -121,19 +121,19 @@ void CustomBindings::press(const QString& action, Clock::time_point at) {
   tellPress(KeyCombination(hotKey->combination));
 }
 
-void CustomBindings::release() {
+void CommandShortcuts::release() {
   hotKeys_.clear();
   removeCustomBindings();
   waitUntilStored();
 }
 
-bool CustomBindings::daemonRuns() {
+bool CommandShortcuts::daemonRuns() {
   return bus::askBusDaemon(bus_, QStringLiteral("NameHasOwner"), settingsDaemon,
                            Deadline::in(secondsToAsk))
       .toBool();
 }
 
-void CustomBindings::daemonChanged(bool runs) {
+void CommandShortcuts::daemonChanged(bool runs) {
   std::vector<KeyCombination> changed;
   for (HotKey& hotKey : hotKeys_) {
     if (std::exchange(hotKey.active, runs) != runs)

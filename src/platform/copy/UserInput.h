@@ -16,14 +16,14 @@ constexpr std::chrono::milliseconds arrivalWait{3000};
 constexpr std::chrono::milliseconds shortcutsEnd{500};
 
 // When the user pressed a key or a button that may have been for a copy.
-class Input {
+class UserInput {
  public:
   using Clock = std::chrono::steady_clock;
   using Time = Clock::time_point;
 
   // It is not known when there was any: no shortcut explains it.
-  static Input unknown() {
-    Input input;
+  static UserInput unknown() {
+    UserInput input;
     input.note(Time::min());
     return input;
   }

@@ -9,9 +9,9 @@
 namespace tavin::x11 {
 
 // The keyboard at one moment: which keys are down, and what the layout has put on them.
-class KeyState {
+class KeyboardSnapshot {
  public:
-  explicit KeyState(const Connection& connection);
+  explicit KeyboardSnapshot(const Connection& connection);
 
   // The modifiers held down, as EventFlags. Locks (CapsLock, NumLock) are none.
   std::uint64_t flags() const;
@@ -21,7 +21,7 @@ class KeyState {
   std::optional<xcb_keycode_t> keyFor(std::uint32_t symbol) const;
 
  private:
-  KeyState(const Connection& connection, xcb_query_keymap_cookie_t down);
+  KeyboardSnapshot(const Connection& connection, xcb_query_keymap_cookie_t down);
   bool isDown(int key) const;
   std::uint64_t flagOf(int key) const;
 
