@@ -10,7 +10,7 @@ namespace tavin {
 struct Bundle {
   std::optional<QString> resourcesDirectory;  // <prefix>/share/tavin of the running executable.
   QString windowProgram;  // Shows our windows: <prefix>/lib/tavin/tavin-windows.
-  QJsonObject info;                           // <resources>/info.json; empty when unreadable.
+  QJsonObject info;       // <resources>/info.json; empty when unreadable.
 
   // Found from the running executable, symbolic links resolved.
   static Bundle main();

@@ -16,8 +16,8 @@ struct ProcessDescription {
   std::map<QString, QString> environment;  // Added to, and overriding, this process's own.
   int output = -1;  // Open file for standard output and error; -1 gives the null device. Not owned.
   int input = -1;   // The same for standard input.
-  // Whether launch() waits until its program runs, half a second at most. Else a program that cannot
-  // be run is a child that ends at once.
+  // Whether launch() waits until its program runs, half a second at most. Else a program that
+  // cannot be run is a child that ends at once.
   bool awaited = true;
 };
 

@@ -8,7 +8,8 @@ namespace tavin::desktop {
 
 class SignalWatch;
 
-// The event loop on QCoreApplication, which it owns. Made on the main thread. A broken pipe ends a write, not the program.
+// The event loop on QCoreApplication, which it owns. Made on the main thread. A broken pipe ends a
+// write, not the program.
 class QtApplication final : public Application {
  public:
   // `program` is the name it was started by.

@@ -50,8 +50,8 @@ void Channel::send(QByteArray message) {
 
 void Channel::writeSome() {
   while (!out_.isEmpty()) {
-    const ssize_t sent = ::send(socket_.get(), out_.constData(), static_cast<std::size_t>(out_.size()),
-                                MSG_NOSIGNAL);
+    const ssize_t sent = ::send(socket_.get(), out_.constData(),
+                                static_cast<std::size_t>(out_.size()), MSG_NOSIGNAL);
     if (sent < 0)
       break;
     std::fill_n(out_.begin(), sent, '\0');

@@ -14,7 +14,9 @@ constexpr int deepest = 8;
 constexpr qsizetype usualSize = 8192;
 
 template <typename T>
-concept Structure = requires(T& value) { T::fields(value); };
+concept Structure = requires(T& value) {
+  T::fields(value);
+};
 
 class Writer {
  public:
@@ -131,8 +133,8 @@ class Reader {
     refuseUnless(byte <= static_cast<quint8>(last));
     value = static_cast<T>(byte);
   }
-  // Each thing that is counted takes a byte at least: no count makes us take memory that the message
-  // itself did not.
+  // Each thing that is counted takes a byte at least: no count makes us take memory that the
+  // message itself did not.
   quint32 readCount() {
     quint32 count = 0;
     stream_ >> count;

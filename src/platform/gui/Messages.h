@@ -45,8 +45,8 @@ struct ShowAlert {
   QString token;
 
   static auto fields(auto& self) {
-    return std::tie(self.id, self.alert.messageText, self.alert.informativeText,
-                    self.alert.buttons, self.alert.secureField, self.inFront, self.token);
+    return std::tie(self.id, self.alert.messageText, self.alert.informativeText, self.alert.buttons,
+                    self.alert.secureField, self.inFront, self.token);
   }
 };
 struct BringAlertToFront {

@@ -104,14 +104,15 @@ bool WindowProgram::start() {
   SocketPair sockets = makeSocketPair();
   if (!sockets.ours || !file_)
     return false;
-  auto launched = launcher_.launch({.executable = QStringLiteral("/proc/self/fd/%1").arg(file_.get()),
-                                    .arguments = {place_.qtPlatform},
-                                    .workingDirectory = {},
-                                    .environment = {},
-                                    .output = STDERR_FILENO,
-                                    .input = sockets.theirs.get(),
-                                    .awaited = false},
-                                   {});
+  auto launched =
+      launcher_.launch({.executable = QStringLiteral("/proc/self/fd/%1").arg(file_.get()),
+                        .arguments = {place_.qtPlatform},
+                        .workingDirectory = {},
+                        .environment = {},
+                        .output = STDERR_FILENO,
+                        .input = sockets.theirs.get(),
+                        .awaited = false},
+                       {});
   if (std::holds_alternative<LaunchError>(launched))
     return false;
   process_ = std::get<std::shared_ptr<ChildProcess>>(std::move(launched));
@@ -194,8 +195,9 @@ void WindowProgram::timeIsOver() {
 
 void WindowProgram::lose(const QString& how) {
   end();
-  log_.write(QStringLiteral("Tavin: the program that shows its windows: %1; what was open is closed")
-                 .arg(how));
+  log_.write(
+      QStringLiteral("Tavin: the program that shows its windows: %1; what was open is closed")
+          .arg(how));
   if (clicked_)
     timer_.start(place_.restartMs);
   const auto answered = std::exchange(answered_, {});

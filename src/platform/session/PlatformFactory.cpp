@@ -153,8 +153,7 @@ StartedPlatform startPlatform(int& argc, char** argv) {
   bus::decideSessionBus();
   auto platform = std::make_unique<Platform>();
   platform->log = std::make_unique<posix::PosixSystemLog>();
-  platform->application =
-      std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin");
+  platform->application = std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin");
 
   const QDBusConnection bus = bus::sessionBus();
   auto remoteControl = std::make_unique<bus::SessionBusControl>(bus);

@@ -9,8 +9,8 @@ namespace tavin::tray {
 
 enum class Shade { black, white };
 
-// A square picture in black and white on nothing, drawn with soft edges: enough for an icon, without
-// a library for pictures.
+// A square picture in black and white on nothing, drawn with soft edges: enough for an icon,
+// without a library for pictures.
 class Canvas {
  public:
   explicit Canvas(int size);

@@ -60,8 +60,7 @@ Fit activeFit(int size) {
   return centred({size, rimOf(size), width, width});
 }
 
-void drawBars(Canvas& canvas, const Fit& fit, const int (&heights)[bars], int margin,
-              Shade shade) {
+void drawBars(Canvas& canvas, const Fit& fit, const int (&heights)[bars], int margin, Shade shade) {
   for (int i = 0; i < bars; ++i) {
     const int left = (fit.size - widthOf(fit)) / 2 + i * (fit.width + fit.gap);
     int height = std::min(sixteenths(fit.size, heights[i]), fit.size - 2 * fit.rim);

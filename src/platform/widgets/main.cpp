@@ -79,7 +79,8 @@ int main(int argc, char** argv) {
   ::prctl(PR_SET_NAME, "tavin-windows");  // It is started by the number of a file.
   tavin::posix::keepMemoryPrivate();
   if (argc != 2 || !tavin::widgets::isSocket(STDIN_FILENO)) {
-    std::fputs("tavin-windows: this is a part of Tavin, which starts it when it is needed\n", stderr);
+    std::fputs("tavin-windows: this is a part of Tavin, which starts it when it is needed\n",
+               stderr);
     return 2;
   }
   // Neither the session manager nor the launcher that started Tavin knows of this process.

@@ -1,11 +1,10 @@
-#include "platform/gui/Channel.h"
-
 #include <gtest/gtest.h>
 
 #include <QtEndian>
 #include <optional>
 
 #include "SocketPair.h"
+#include "platform/gui/Channel.h"
 
 namespace tavin::gui {
 namespace {
@@ -21,7 +20,9 @@ class ChannelTest : public testing::Test, protected WithEventLoop {
     peer = std::move(pair.other);
     channel.emplace(
         std::move(pair.one), longest,
-        [this](const QByteArray& message) { messages.append(QByteArray(message.constData(), message.size())); },
+        [this](const QByteArray& message) {
+          messages.append(QByteArray(message.constData(), message.size()));
+        },
         [this] { ++ends; });
   }
 

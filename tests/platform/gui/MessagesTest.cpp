@@ -1,10 +1,10 @@
-#include "platform/gui/Messages.h"
-
 #include <gtest/gtest.h>
 
 #include <QDataStream>
 #include <QIODevice>
 #include <random>
+
+#include "platform/gui/Messages.h"
 
 namespace tavin::gui {
 namespace {
@@ -33,8 +33,12 @@ std::vector<Request> requests() {
 }
 
 std::vector<Event> events() {
-  return {Pong(), Finished(), AlertAnswered{7, {AlertResponse::firstButton, "typed \U0001F511"}},
-          MenuClosed{8, 3}, MenuClosed{8, std::nullopt}, IconClicked()};
+  return {Pong(),
+          Finished(),
+          AlertAnswered{7, {AlertResponse::firstButton, "typed \U0001F511"}},
+          MenuClosed{8, 3},
+          MenuClosed{8, std::nullopt},
+          IconClicked()};
 }
 
 TEST(MessagesTest, EachArrivesAsItWasSent) {

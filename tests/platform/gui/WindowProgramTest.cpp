@@ -1,11 +1,10 @@
-#include "platform/gui/WindowProgram.h"
-
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
 #include <QFile>
 
 #include "SocketPair.h"
+#include "platform/gui/WindowProgram.h"
 
 namespace tavin::gui {
 namespace {
@@ -80,9 +79,8 @@ class WindowProgramTest : public testing::Test, protected WithEventLoop {
                        [this](const AlertResponse& response) { answers.push_back(response); });
   }
   void openMenu() {
-    program->showMenu(std::nullopt, {}, [this](std::optional<quint32> chosen) {
-      closings.push_back(chosen);
-    });
+    program->showMenu(std::nullopt, {},
+                      [this](std::optional<quint32> chosen) { closings.push_back(chosen); });
   }
   void showIcon() {
     program->showIcon("waveform", "Tavin", [this] { ++clicks; });
@@ -195,8 +193,8 @@ TEST_F(WindowProgramTest, OneThatSaysMoreThanAnyoneTypesIsKilled) {
 }
 
 TEST_F(WindowProgramTest, AMissingProgramClosesWhatWasToBeShown) {
-  program = std::make_unique<WindowProgram>(launcher, log,
-                                            WindowProgram::Place{"/nonexistent", "xcb", patienceMs, 10});
+  program = std::make_unique<WindowProgram>(
+      launcher, log, WindowProgram::Place{"/nonexistent", "xcb", patienceMs, 10});
   show();
   EXPECT_TRUE(answers.empty()) << "not before the caller is done";
   ASSERT_TRUE(waitUntil([&] { return !answers.empty(); }));

@@ -1,10 +1,10 @@
-#include "platform/posix/ProcessFolder.h"
-
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
+
+#include "platform/posix/ProcessFolder.h"
 
 namespace tavin::posix {
 namespace {

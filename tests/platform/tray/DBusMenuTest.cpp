@@ -29,8 +29,8 @@ class DBusMenuTest : public ::testing::Test {
   FakePanel panel;
   QStringList order;  // What became of a choice.
   SampleMenu sample;
-  std::unique_ptr<StatusItem> item = createStatusItem(
-      [this] { order.append("chosen"); }, inProcessProgram(), nullptr);
+  std::unique_ptr<StatusItem> item =
+      createStatusItem([this] { order.append("chosen"); }, inProcessProgram(), nullptr);
   QString service;
 };
 

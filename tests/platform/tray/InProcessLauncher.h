@@ -41,8 +41,8 @@ inline std::shared_ptr<gui::WindowProgram> inProcessProgram() {
   };
   static NoLog log;
   static InProcessLauncher launcher;
-  return std::make_shared<gui::WindowProgram>(
-      launcher, log, gui::WindowProgram::Place{"/proc/self/exe", "xcb"});
+  return std::make_shared<gui::WindowProgram>(launcher, log,
+                                              gui::WindowProgram::Place{"/proc/self/exe", "xcb"});
 }
 
 }  // namespace tavin::test

@@ -1,5 +1,3 @@
-#include "platform/wayland/CompositorEnd.h"
-
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -12,6 +10,7 @@
 #include <vector>
 
 #include "platform/posix/FileDescriptor.h"
+#include "platform/wayland/CompositorEnd.h"
 
 namespace tavin::wayland {
 namespace {
@@ -33,7 +32,8 @@ class CompositorEndTest : public testing::Test {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     std::copy(path.begin(), path.end(), address.sun_path);
-    socket_ = posix::FileDescriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    socket_ =
+        posix::FileDescriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     ASSERT_EQ(::bind(socket_.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
     ASSERT_EQ(::listen(socket_.get(), 5), 0);
   }
