@@ -69,7 +69,6 @@ def test_the_folders_are_those_of_GNUInstallDirs(unpacked, tmp_path):
     assert (build / "lib/data/tavin/info.json").is_file()
     assert re.search(r'librariesFromProgram\[\] = "(.*)"', header)[1] == "../../programs"
     (build / "libexec/tavin/tavin").write_text("a program")  # in place of a build of minutes
-    (build / "programs/tavin").mkdir(parents=True)
     (build / "programs/tavin/tavin-windows").write_text("another")
     stage = tmp_path / "stage"
     subprocess.run(["cmake", "--install", build, "--prefix", "/opt/tavin"], check=True, timeout=60,
