@@ -18,7 +18,7 @@ namespace tavin::wayland {
 // Owns the clipboard for us and serves what we put there at any moment, whatever the rest of the
 // program is doing: on the thread of its connection. Any other thread may call the public
 // functions; each is bounded in time.
-class ClipboardServer final : public EventThread::Part {
+class ClipboardServer final : public EventThread::Server {
  public:
   // All must outlive it; `windows` is null where nothing is told of them. `transferIdleSeconds`:
   // when a program that takes no more of a transfer is given up.

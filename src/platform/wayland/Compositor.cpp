@@ -54,7 +54,7 @@ std::unique_ptr<Compositor::Line> Compositor::Line::open(double transferIdleSeco
     else if (self->windows)
       self->windows->primaryChanged(self->control->offer(selection) != nullptr);
   };
-  line->thread.start();
+  line->thread.start(line->clipboard);
   return line;
 }
 
@@ -65,9 +65,7 @@ Compositor::Line::Line(std::unique_ptr<Connection> opened, std::unique_ptr<DataC
       windows(WindowWatch::create(*connection)),
       thread(*connection),
       clipboard(thread, *connection, *control, windows.get(), transferIdleSeconds),
-      reader(thread, *connection, *control) {
-  thread.add(clipboard);
-}
+      reader(thread, *connection, *control) {}
 
 std::optional<Compositor::Front> Compositor::front(Deadline deadline) {
   if (!tellsWindows())

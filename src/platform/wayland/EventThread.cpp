@@ -1,6 +1,5 @@
 #include "platform/wayland/EventThread.h"
 
-#include <algorithm>
 #include <csignal>
 
 namespace tavin::wayland {
@@ -18,8 +17,8 @@ void blockBrokenPipes() {
 
 EventThread::EventThread(Connection& connection) : connection_(connection) {}
 
-void EventThread::start() {
-  thread_ = std::thread([this] { run(); });
+void EventThread::start(Server& server) {
+  thread_ = std::thread([this, &server] { run(server); });
 }
 
 void EventThread::stop() {
@@ -29,29 +28,23 @@ void EventThread::stop() {
   thread_.join();
 }
 
-void EventThread::run() {
+void EventThread::run(Server& server) {
   blockBrokenPipes();
   std::vector<pollfd> files;
   bool goesOn = true;
   do {
     goesOn = inbox_.run();
-    for (Part* part : parts_) part->proceed();
-  } while (goesOn && connection_.turn(files, prepare(files)));
+    server.proceed();
+  } while (goesOn && connection_.turn(files, prepare(server, files)));
   inbox_.close();
 }
 
 // Collects what to wait for; returns for how many milliseconds, -1 for ever.
-int EventThread::prepare(std::vector<pollfd>& files) {
+int EventThread::prepare(Server& server, std::vector<pollfd>& files) {
   files.assign(1, {inbox_.file(), POLLIN, 0});
-  int timeout = -1;
-  for (Part* part : parts_) {
-    part->addFiles(files);
-    if (const auto deadline = part->nextDeadline()) {
-      const int left = deadline->remainingMs();
-      timeout = timeout < 0 ? left : std::min(timeout, left);
-    }
-  }
-  return timeout;
+  server.addFiles(files);
+  const auto deadline = server.nextDeadline();
+  return deadline ? deadline->remainingMs() : -1;
 }
 
 }  // namespace tavin::wayland

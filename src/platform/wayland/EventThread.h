@@ -11,14 +11,14 @@
 namespace tavin::wayland {
 
 // The one thread that uses a connection once it runs: asleep in poll until the compositor tells
-// something, one of the files that its parts wait for is ready, or another thread asks it to do
+// something, one of the files that its server waits for is ready, or another thread asks it to do
 // something. Not a single wake-up besides.
 class EventThread {
  public:
-  // Something on the thread that waits for files or for a moment.
-  class Part {
+  // What waits on the thread for files or for a moment.
+  class Server {
    public:
-    virtual ~Part() = default;
+    virtual ~Server() = default;
     virtual void addFiles(std::vector<pollfd>& files) = 0;
     virtual std::optional<Deadline> nextDeadline() = 0;
     // Does what can be done now; waits for nobody but the compositor.
@@ -29,10 +29,9 @@ class EventThread {
   explicit EventThread(Connection& connection);
   ~EventThread() { stop(); }
 
-  // `part` must outlive the running thread. Before start().
-  void add(Part& part) { parts_.push_back(&part); }
-  void start();
-  // No part is called afterwards.
+  // `server` must outlive the running thread.
+  void start(Server& server);
+  // The server is not called afterwards.
   void stop();
   // Whether the connection has broken, or it was stopped: nothing happens on it any more. Any
   // thread.
@@ -45,11 +44,10 @@ class EventThread {
   }
 
  private:
-  void run();
-  int prepare(std::vector<pollfd>& files);
+  void run(Server& server);
+  int prepare(Server& server, std::vector<pollfd>& files);
 
   Connection& connection_;
-  std::vector<Part*> parts_;
   posix::TaskInbox inbox_;
   std::thread thread_;
 };

@@ -183,7 +183,8 @@ def test_a_key_of_another_custom_shortcut_is_refused(desktop, engine, build, ses
 def test_the_users_own_custom_shortcuts_stay(desktop, engine, build, session, panel, own_binding):
     before = listed(session)
     tavin = Tavin(desktop, engine, build)
-    assert "mine" in listed(session) and "tavin-speak" in listed(session)
+    wait_until(lambda: "tavin-speak" in listed(session), 10, "Tavin's shortcuts")
+    assert "mine" in listed(session)
     panel.click(LABELS["ctrl-opt-r"])
     wait_until(lambda: f"Shortcut: {LABELS['ctrl-opt-r']}" in panel.titles(), 10, "the shortcut")
     assert tavin.quit()[0] == 0
