@@ -7,7 +7,8 @@ import statistics
 import subprocess
 
 PACKAGES = ("libqt6core6", "at-spi2-core", "dbus", "xvfb", "openbox", "xfce4-panel", "mousepad",
-            "xterm", "sxhkd", "xsel", "curl", "xfce4-clipman", "copyq", "espeak-ng", "pulseaudio")
+            "xterm", "sxhkd", "xsel", "curl", "qt6-gtk-platformtheme",
+            "xfce4-clipman", "copyq", "espeak-ng", "pulseaudio")
 
 
 def median(values):

@@ -13,6 +13,8 @@ Bundle Bundle::main() {
   const QString executable = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
   QDir resources = QFileInfo(executable).dir();
   Bundle bundle;
+  bundle.windowProgram = QDir::cleanPath(resources.filePath(QLatin1String(librariesFromProgram)) +
+                                         QStringLiteral("/tavin/tavin-windows"));
   if (executable.isEmpty() || !resources.cd(QLatin1String(dataFromProgram)) ||
       !resources.cd(QStringLiteral("tavin")))
     return bundle;

@@ -15,6 +15,10 @@ struct ProcessDescription {
   QString workingDirectory;
   std::map<QString, QString> environment;  // Added to, and overriding, this process's own.
   int output = -1;  // Open file for standard output and error; -1 gives the null device. Not owned.
+  int input = -1;   // The same for standard input.
+  // Whether launch() waits until its program runs, half a second at most. Else a program that
+  // cannot be run is a child that ends at once.
+  bool awaited = true;
 };
 
 // A started child. Releasing the handle leaves the child alone.
@@ -23,14 +27,15 @@ class ChildProcess {
   virtual ~ChildProcess() = default;
   // Asks it politely to end; harmless when it has ended. Never waits. Main thread.
   virtual void terminate() = 0;
+  // Ends it at once, also where it is stopped. Never waits. Main thread.
+  virtual void kill() = 0;
 };
 
 struct LaunchError {
   QString description;
 };
 
-// Starts child processes. The child gets the null device as its input, and is asked to end too when
-// this process dies in any way.
+// Starts child processes. A child is asked to end too when this process dies in any way.
 class ProcessLauncher {
  public:
   virtual ~ProcessLauncher() = default;

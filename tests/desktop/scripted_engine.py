@@ -21,6 +21,7 @@ def make_tree(folder, build):
     os.symlink("/usr/bin/python3", os.path.join(engine, ".venv/bin/python"))
     os.makedirs(os.path.join(folder, "bin"))
     shutil.copy(os.path.join(build, "bin/tavin"), os.path.join(folder, "bin"))
+    shutil.copytree(os.path.join(build, "lib/tavin"), os.path.join(folder, "lib/tavin"))
     os.makedirs(os.path.join(folder, "share/tavin"))
     with open(os.path.join(folder, "share/tavin/info.json"), "w", encoding="utf-8") as f:
         json.dump({"TavinEngineDir": engine}, f)

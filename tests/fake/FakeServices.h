@@ -204,6 +204,7 @@ class FakeProcessLauncher final : public ProcessLauncher {
   struct Child final : ChildProcess {
     explicit Child(Journal& journalOf) : journal(journalOf) {}
     void terminate() override { journal.add(QStringLiteral("terminate engine")); }
+    void kill() override { journal.add(QStringLiteral("kill engine")); }
     Journal& journal;
   };
 

@@ -3,6 +3,7 @@
 import configparser
 import json
 import os
+import re
 import subprocess
 
 import pytest
@@ -49,6 +50,21 @@ def test_the_installed_program_brings_its_engine(prefix):
     version = subprocess.run([python, "--version"], capture_output=True, text=True, timeout=10)
     assert version.stdout.startswith("Python 3.")
     assert os.access(prefix / "bin/tavin", os.X_OK)
+
+
+def libraries(program):
+    """The file names of those that it is linked with."""
+    listed = subprocess.run(["readelf", "-d", program], capture_output=True, text=True, check=True, timeout=10)
+    return re.findall(r"\(NEEDED\).*\[(.+)\]", listed.stdout)
+
+
+def test_the_program_for_windows_alone_needs_libraries_for_windows(prefix):
+    shows, = (path for path in prefix.rglob("tavin-windows") if os.access(path, os.X_OK))
+    assert shows.parent.name == "tavin"
+    gui = {"libQt6Gui.so.6", "libQt6Widgets.so.6"}
+    assert gui <= set(libraries(shows))
+    assert "libQt6Core.so.6" in libraries(prefix / "bin/tavin")
+    assert not [name for name in libraries(prefix / "bin/tavin") if re.match("libQt6(?!Core|DBus)|libg[dt]k", name)]
 
 
 def test_the_installed_engine_carries_its_compiled_modules(prefix):

@@ -61,18 +61,21 @@ def test_configuring_writes_nothing_into_the_source(unpacked, tmp_path):
 def test_the_folders_are_those_of_GNUInstallDirs(unpacked, tmp_path):
     build = tmp_path / "build"
     answer = configure(unpacked, build, "-DCMAKE_INSTALL_BINDIR=libexec/tavin",
-                       "-DCMAKE_INSTALL_DATADIR=lib/data", "-DCMAKE_INSTALL_MANDIR=pages")
+                       "-DCMAKE_INSTALL_DATADIR=lib/data", "-DCMAKE_INSTALL_MANDIR=pages",
+                       "-DCMAKE_INSTALL_LIBDIR=programs")
     assert answer.returncode == 0, answer.stderr
     header = (build / "src/platform/Installation.h").read_text()
     assert re.search(r'dataFromProgram\[\] = "(.*)"', header)[1] == "../../lib/data"
     assert (build / "lib/data/tavin/info.json").is_file()
+    assert re.search(r'librariesFromProgram\[\] = "(.*)"', header)[1] == "../../programs"
     (build / "libexec/tavin/tavin").write_text("a program")  # in place of a build of minutes
+    (build / "programs/tavin/tavin-windows").write_text("another")
     stage = tmp_path / "stage"
     subprocess.run(["cmake", "--install", build, "--prefix", "/opt/tavin"], check=True, timeout=60,
                    env={**os.environ, "DESTDIR": str(stage)}, stdout=subprocess.DEVNULL)
     tree = stage / "opt/tavin"
     assert {path.parts[:2] for path in files(tree) if (tree / path).is_file()} == {
-        ("libexec", "tavin"), ("lib", "data"), ("pages", "man1")}
+        ("libexec", "tavin"), ("lib", "data"), ("pages", "man1"), ("programs", "tavin")}
     service = tree / "lib/data/dbus-1/services/app.tavin.Tavin.service"
     assert 'Exec="/opt/tavin/libexec/tavin/tavin"' in service.read_text()
 

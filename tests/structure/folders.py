@@ -55,6 +55,22 @@ def upward(drawn):
             if used in order and order.index(used) <= order.index(folder)]
 
 
+def gui_headers(qt):
+    """The names of Qt's headers for graphics and windows, below its folder of headers."""
+    return {path.name for module in ("QtGui", "QtWidgets") for path in (qt / module).iterdir()
+            if path.name.startswith("Q")}
+
+
+def shows_windows(src, headers):
+    """The folders with a file that includes one of these headers, by their last names."""
+    found = set()
+    for path in sources(src):
+        names = re.findall(r"^#include <(?:Qt\w+/)?(Q\w+)>", path.read_text(), re.MULTILINE)
+        if headers & set(names):
+            found.add(path.parent.name)
+    return found
+
+
 def drawing(document):
     """The lines 'folder -> folder, folder' of the document's block, in their order."""
     lines = re.findall(r"^(\S+) +-> (.+)$", document, re.MULTILINE)

@@ -1,4 +1,5 @@
 """The folders of src use each other as docs/architecture.md draws it."""
+import os
 import tempfile
 import unittest
 from pathlib import Path
@@ -25,6 +26,11 @@ class FoldersTest(unittest.TestCase):
     def test_a_folder_that_uses_one_above_it_is_found(self):
         self.assertEqual(folders.upward({"menu": {"engine"}, "engine": {"menu", "platform"}}),
                          [("engine", "menu")])
+
+    def test_one_folder_alone_uses_qts_libraries_for_windows(self):
+        headers = folders.gui_headers(Path(os.environ["TAVIN_QT_HEADERS"]))
+        self.assertLessEqual({"QImage", "QGuiApplication", "QWidget", "QMenu"}, headers)
+        self.assertEqual(folders.shows_windows(SRC, headers), {"widgets"})
 
     def test_the_table_describes_each_folder(self):
         self.assertEqual(sorted(folders.described(DOCUMENT)), folders.folders(SRC))

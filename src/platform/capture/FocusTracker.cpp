@@ -1,12 +1,11 @@
 #include "platform/capture/FocusTracker.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <thread>
 
 #include "platform/atspi/MatchRule.h"
 #include "platform/capture/ProgramFinder.h"
+#include "platform/posix/ProcessFolder.h"
 #include "platform/windows/ProgramKind.h"
 
 namespace tavin::capture {
@@ -44,7 +43,7 @@ Focus FocusTracker::waitForProgram(windows::FrontWindow window) {
 }
 
 bool FocusTracker::isOwn(const atspi::ObjectRef& program) {
-  return bus_.processIds({program}, Deadline::in(secondsToFind)).front() == getpid();
+  return posix::isOurs(bus_.processIds({program}, Deadline::in(secondsToFind)).front());
 }
 
 Focus FocusTracker::lookInto(const windows::FrontWindow& window) {

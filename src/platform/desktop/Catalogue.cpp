@@ -1,7 +1,6 @@
 #include "platform/desktop/Catalogue.h"
 
-#include <QGuiApplication>
-#include <QLibraryInfo>
+#include <QCoreApplication>
 #include <QLocale>
 #include <QTranslator>
 #include <memory>
@@ -12,24 +11,12 @@ namespace {
 const QString catalogues = QStringLiteral(":/translations");
 const QString otherwise = QStringLiteral("en");
 
+bool rightToLeftNow = false;
+
 // "de_AT.UTF-8@euro" is the language "de_AT"; empty for the C locale.
 QString languageOf(const QString& locale) {
   const QString name = locale.section(u'.', 0, 0).section(u'@', 0, 0);
   return name == QLatin1String("C") || name == QLatin1String("POSIX") ? QString() : name;
-}
-
-void install(std::unique_ptr<QTranslator> translator) {
-  QTranslator* installed = translator.release();
-  installed->setParent(qGuiApp);
-  QCoreApplication::installTranslator(installed);
-}
-
-// Of the texts that Qt's own widgets show, such as the menu of a text field.
-void installQtCatalogue(const QString& language) {
-  auto translator = std::make_unique<QTranslator>();
-  if (translator->load(QStringLiteral("qtbase_") + language,
-                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-    install(std::move(translator));
 }
 
 // QTranslator itself goes from "de_AT" to "de".
@@ -37,9 +24,10 @@ bool installFor(const QString& language) {
   auto translator = std::make_unique<QTranslator>();
   if (!translator->load(QStringLiteral("tavin_") + language, catalogues))
     return false;
-  QGuiApplication::setLayoutDirection(QLocale(translator->language()).textDirection());
-  installQtCatalogue(language);
-  install(std::move(translator));
+  setRightToLeft(QLocale(translator->language()).textDirection() == Qt::RightToLeft);
+  QTranslator* installed = translator.release();
+  installed->setParent(QCoreApplication::instance());
+  QCoreApplication::installTranslator(installed);
   return true;
 }
 
@@ -60,13 +48,17 @@ QStringList messageLanguages() {
   return languages << own;
 }
 
-void installCatalogue(const QStringList& languages) {
+QString installCatalogue(const QStringList& languages) {
   if (languages.isEmpty())
-    return;
+    return {};
   for (const QString& language : languages)
     if (installFor(language))
-      return;
+      return language;
   installFor(otherwise);
+  return otherwise;
 }
+
+bool isRightToLeft() { return rightToLeftNow; }
+void setRightToLeft(bool rightToLeft) { rightToLeftNow = rightToLeft; }
 
 }  // namespace tavin::desktop

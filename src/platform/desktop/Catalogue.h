@@ -10,8 +10,12 @@ namespace tavin::desktop {
 QStringList messageLanguages();
 
 // Installs the program's catalogue for the first of them that there is one for, English where there
-// is none, and Qt's own beside it; with it comes the direction of the layout. Once, on the main
-// thread, before any text is shown. Needs a QGuiApplication.
-void installCatalogue(const QStringList& languages);
+// is none; with it comes the direction of the lines. Returns its language, none in the C locale.
+// Once, on the main thread, before any text is shown. Needs a QCoreApplication.
+QString installCatalogue(const QStringList& languages);
+
+// Whether lines are read from right to left. Main thread.
+bool isRightToLeft();
+void setRightToLeft(bool rightToLeft);
 
 }  // namespace tavin::desktop

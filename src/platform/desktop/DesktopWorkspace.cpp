@@ -1,6 +1,5 @@
 #include "platform/desktop/DesktopWorkspace.h"
 
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
@@ -60,8 +59,12 @@ QByteArray DesktopWorkspace::desktop() {
 }
 
 void DesktopWorkspace::openFile(const QString& path) {
-  if (QFileInfo(path).isFile())
-    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+  if (!QFileInfo(path).isFile())
+    return;
+  const QString url = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded());
+  const QString home = QDir::homePath();
+  if (!QProcess::startDetached(QStringLiteral("xdg-open"), {url}, home))
+    QProcess::startDetached(QStringLiteral("gio"), {QStringLiteral("open"), url}, home);
 }
 
 bool DesktopWorkspace::hasAccessibilitySettings() {

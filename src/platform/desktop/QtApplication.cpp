@@ -1,8 +1,7 @@
 #include "platform/desktop/QtApplication.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QEvent>
-#include <QSessionManager>
 #include <array>
 #include <csignal>
 #include <functional>
@@ -15,51 +14,35 @@
 
 namespace tavin::desktop {
 
-// What QApplication reads its options from, which it does not own.
+// What QCoreApplication reads its options from, which it does not own.
 struct QtApplication::Arguments {
-  Arguments(const char* program, const char* qtPlatform)
-      : texts{program, "-platform", qtPlatform},
-        values{texts[0].data(), texts[1].data(), texts[2].data(), nullptr} {}
-  std::array<std::string, 3> texts;
-  std::array<char*, 4> values;
-  int count = 3;
+  explicit Arguments(const char* program) : text(program), values{text.data(), nullptr} {}
+  std::string text;
+  std::array<char*, 2> values;
+  int count = 1;
 };
 
-// Ends at once when asked to quit, where Qt would first ask every open window and let one refuse.
-class QtApplication::Instance final : private Arguments, public QApplication {
+// Ends at once when asked to quit, also in a nested event loop.
+class QtApplication::Instance final : private Arguments, public QCoreApplication {
  public:
-  Instance(const char* program, const char* qtPlatform)
-      : Arguments(program, qtPlatform), QApplication(count, values.data()) {}
+  explicit Instance(const char* program)
+      : Arguments(program), QCoreApplication(count, values.data()) {}
 
   std::function<void()> quitRequested;
 
   bool event(QEvent* event) override {
     if (event->type() != QEvent::Quit)
-      return QApplication::event(event);
+      return QCoreApplication::event(event);
     quitRequested();
     return true;
   }
 };
 
-QtApplication::QtApplication(const char* program, const char* qtPlatform)
-    : instance_(std::make_unique<Instance>(program, qtPlatform)) {
+QtApplication::QtApplication(const char* program) : instance_(std::make_unique<Instance>(program)) {
   instance_->quitRequested = [this] { terminate(); };
   installCatalogue(messageLanguages());
   QCoreApplication::setApplicationName(QStringLiteral("tavin"));
   QCoreApplication::setApplicationVersion(QLatin1String(version));
-  QGuiApplication::setApplicationDisplayName(QStringLiteral("Tavin"));
-  QGuiApplication::setDesktopFileName(QStringLiteral("app.tavin.Tavin"));
-  QGuiApplication::setQuitOnLastWindowClosed(false);
-  // KDE's tray icons hold such a lock: the end of one, when the panel comes, would end Tavin.
-  QCoreApplication::setQuitLockEnabled(false);
-  // The login item starts the program; a session manager that restored it would start a second.
-  const auto neverRestart = [](QSessionManager& session) {
-    session.setRestartHint(QSessionManager::RestartNever);
-  };
-  QObject::connect(instance_.get(), &QGuiApplication::commitDataRequest, instance_.get(),
-                   neverRestart, Qt::DirectConnection);
-  QObject::connect(instance_.get(), &QGuiApplication::saveStateRequest, instance_.get(),
-                   neverRestart, Qt::DirectConnection);
   signals_ = std::make_unique<SignalWatch>([this] { terminate(); });
 }
 

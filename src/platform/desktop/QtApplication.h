@@ -8,13 +8,12 @@ namespace tavin::desktop {
 
 class SignalWatch;
 
-// The event loop on QApplication, which it owns: everything else of Qt's user interface must be
-// gone before it. Made on the main thread. A broken pipe ends a write, not the program.
+// The event loop on QCoreApplication, which it owns. Made on the main thread. A broken pipe ends a
+// write, not the program.
 class QtApplication final : public Application {
  public:
-  // `program` is the name it was started by; `qtPlatform` names Qt's windowing plug-in. Neither the
-  // command line nor the environment changes what was chosen.
-  QtApplication(const char* program, const char* qtPlatform);
+  // `program` is the name it was started by.
+  explicit QtApplication(const char* program);
   ~QtApplication() override;
 
   void setDelegate(ApplicationDelegate* delegate) override;

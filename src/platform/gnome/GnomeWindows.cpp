@@ -1,6 +1,6 @@
 #include "platform/gnome/GnomeWindows.h"
 
-#include <unistd.h>
+#include "platform/posix/ProcessFolder.h"
 
 namespace tavin::gnome {
 namespace {
@@ -17,7 +17,7 @@ windows::FrontWindow GnomeWindows::frontWindow() {
   silent_ = display == x11::DisplayProbe::Display::silent;
   windows::FrontWindow front = answers() ? xwayland_->frontWindow() : windows::FrontWindow();
   // A menu of our own may be the active window still.
-  if (front.id == 0 || (afterMenu && front.processId == getpid())) {
+  if (front.id == 0 || (afterMenu && posix::isOurs(front.processId))) {
     front = {};
     front.id = nativeWindow;
     front.unknown = true;

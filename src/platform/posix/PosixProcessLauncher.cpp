@@ -29,7 +29,8 @@ QString errorText(int error) {
 class PosixChild final : public ChildProcess {
  public:
   explicit PosixChild(FileDescriptor pidfd) : pidfd_(std::move(pidfd)) {}
-  void terminate() override { syscall(SYS_pidfd_send_signal, pidfd_.get(), SIGTERM, nullptr, 0); }
+  void terminate() override { send(SIGTERM); }
+  void kill() override { send(SIGKILL); }
   // Sleeps until the child has ended, and takes it off the process table.
   void wait() const {
     siginfo_t info;
@@ -39,6 +40,8 @@ class PosixChild final : public ChildProcess {
   }
 
  private:
+  void send(int signal) { syscall(SYS_pidfd_send_signal, pidfd_.get(), signal, nullptr, 0); }
+
   FileDescriptor pidfd_;
 };
 
@@ -97,7 +100,7 @@ LaunchError describe(const ChildFailure& failure, const ProcessDescription& desc
 
 // A child that could not be watched or asked to end is none that we may keep.
 LaunchError abandon(pid_t pid, int error) {
-  kill(pid, SIGKILL);
+  ::kill(pid, SIGKILL);
   while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
   }
   return {errorText(error)};
@@ -109,7 +112,7 @@ std::variant<std::shared_ptr<ChildProcess>, LaunchError> PosixProcessLauncher::l
     const ProcessDescription& description, std::function<void()> onExit) {
   const ChildProgram program(description);
   const FileDescriptor null(open("/dev/null", O_RDWR | O_CLOEXEC));
-  const FileDescriptor input = above2(null.get());
+  const FileDescriptor input = above2(description.input >= 0 ? description.input : null.get());
   const FileDescriptor output = above2(description.output >= 0 ? description.output : null.get());
   Pipe failures = makePipe();
   if (!input || !output || !failures.read || !failures.write)
@@ -130,7 +133,7 @@ std::variant<std::shared_ptr<ChildProcess>, LaunchError> PosixProcessLauncher::l
     return abandon(pid, errno);
   auto child = std::make_shared<PosixChild>(std::move(pidfd));
   failures.write.reset();
-  if (const auto failure = awaitExec(failures.read)) {
+  if (const auto failure = description.awaited ? awaitExec(failures.read) : std::nullopt) {
     child->wait();
     return describe(*failure, description);
   }

@@ -129,6 +129,10 @@ bool ProcessFolder::holds(int descriptor, std::uint32_t socketInode) const {
          socketName(socketInode);
 }
 
+bool isOurs(std::int64_t pid) {
+  return pid == ::getpid() || (pid > 0 && ProcessFolder(static_cast<pid_t>(pid)).isOurChild());
+}
+
 std::vector<pid_t> allProcesses() { return numbersIn("/proc", mostProcesses); }
 
 std::vector<pid_t> childrenOf(pid_t pid) {

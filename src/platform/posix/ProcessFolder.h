@@ -35,6 +35,9 @@ class ProcessFolder {
   FileDescriptor folder_;
 };
 
+// Whether the process shows windows for this one: itself, or a child that does.
+bool isOurs(std::int64_t pid);
+
 // All that there are now, in the order of their numbers.
 std::vector<pid_t> allProcesses();
 std::vector<pid_t> childrenOf(pid_t pid);

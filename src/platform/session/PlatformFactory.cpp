@@ -15,6 +15,7 @@
 #include "platform/desktop/SettingsUserDefaults.h"
 #include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/HeldModifiers.h"
+#include "platform/gui/WindowProgram.h"
 #include "platform/http/CurlSession.h"
 #include "platform/posix/OwnProcess.h"
 #include "platform/posix/PosixProcessLauncher.h"
@@ -26,7 +27,9 @@
 #include "platform/shortcuts/RegisteredHotkeys.h"
 #include "platform/tray/ModalAlerts.h"
 #include "platform/tray/Tray.h"
+#include "platform/wayland/CompositorEnd.h"
 #include "platform/x11/DisplayBell.h"
+#include "platform/x11/DisplayWatch.h"
 
 namespace tavin::session {
 namespace {
@@ -60,7 +63,27 @@ void addCommonParts(Platform& platform) {
   platform.processLauncher = std::make_unique<posix::PosixProcessLauncher>();
   platform.loginItem =
       std::make_unique<desktop::AutostartLoginItem>(QCoreApplication::applicationFilePath());
-  platform.alerts = createAlertPresenter();
+}
+
+// The end of the display is the end of the session. Null where that is a compositor's.
+std::shared_ptr<x11::DisplayWatch> watchDisplay(Application& application, const Survey& survey) {
+  const auto ended = [&application] { application.terminate(); };
+  if (survey.showsOnX11())
+    return x11::DisplayWatch::create(ended);
+  wayland::whenCompositorEnds(ended);
+  return nullptr;
+}
+
+void addWindows(Platform& platform, const Survey& survey, std::function<void()> commandChosen) {
+  auto program = std::make_shared<gui::WindowProgram>(
+      *platform.processLauncher, *platform.log,
+      gui::WindowProgram::Place{.executable = platform.bundle.windowProgram,
+                                .qtPlatform = QLatin1String(survey.qtPlatform())});
+  platform.alerts = createAlertPresenter(program);
+  platform.makeStatusItem = [commandChosen = std::move(commandChosen), program,
+                             display = watchDisplay(*platform.application, survey)] {
+    return createStatusItem(commandChosen, program, display);
+  };
 }
 
 void addCapture(Platform& platform, capture::Capture capture) {
@@ -68,9 +91,6 @@ void addCapture(Platform& platform, capture::Capture capture) {
   platform.keyboard = std::move(capture.keyboard);
   platform.pasteboard = std::move(capture.pasteboard);
   platform.shutdownHooks.push_back(std::move(capture.handOver));
-  platform.makeStatusItem = [commandChosen = std::move(capture.menuCommandChosen)] {
-    return createStatusItem(commandChosen);
-  };
 }
 
 // Rings where no sound can be played.
@@ -90,6 +110,7 @@ StartedPlatform complete(std::unique_ptr<Platform> platform, Survey survey,
     return cannotStart("the clipboard of this session cannot be reached");
   addCommonParts(*platform);
   const auto arrived = chosen->capture.shortcutArrived;
+  addWindows(*platform, survey, chosen->capture.menuCommandChosen);
   addCapture(*platform, std::move(chosen->capture));
   platform->remoteControl =
       std::make_unique<NotingControl>(std::move(platform->remoteControl), arrived, [modifiers] {
@@ -131,8 +152,7 @@ StartedPlatform startPlatform(int& argc, char** argv) {
   bus::decideSessionBus();
   auto platform = std::make_unique<Platform>();
   platform->log = std::make_unique<posix::PosixSystemLog>();
-  platform->application =
-      std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin", survey.qtPlatform());
+  platform->application = std::make_unique<desktop::QtApplication>(argc > 0 ? argv[0] : "tavin");
 
   const QDBusConnection bus = bus::sessionBus();
   auto remoteControl = std::make_unique<bus::SessionBusControl>(bus);

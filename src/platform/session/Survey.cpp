@@ -67,7 +67,7 @@ bool Survey::isKwin() const {
          (compositor && compositor->windowsName() == wayland::plasmaWindowsName);
 }
 
-const char* Survey::qtPlatform() const { return wayland && qtSpeaksWayland ? "wayland" : "xcb"; }
+const char* Survey::qtPlatform() const { return showsOnX11() ? "xcb" : "wayland"; }
 
 QByteArray Survey::obstacle() const {
   if (display || (compositor && qtSpeaksWayland))

@@ -34,8 +34,9 @@ struct Survey {
 
   bool isWaylandSession() const { return compositor || xwayland; }
   bool isKwin() const;
-  // Qt's plug-in for this session.
+  // Qt's plug-in for windows in this session.
   const char* qtPlatform() const;
+  bool showsOnX11() const { return !wayland || !qtSpeaksWayland; }
   // Why nothing can be shown here, in one line; empty where it can.
   QByteArray obstacle() const;
 };

@@ -1,9 +1,9 @@
 #include "platform/tray/DBusMenu.h"
 
-#include <QGuiApplication>
 #include <algorithm>
 #include <chrono>
 
+#include "platform/desktop/Catalogue.h"
 #include "platform/tray/DBusMenuTypes.h"
 #include "platform/tray/Introspection.h"
 #include "platform/tray/MenuSource.h"
@@ -65,7 +65,7 @@ DBusMenu::DBusMenu(const QDBusConnection& bus, MenuSource& source)
 QVariantMap DBusMenu::properties() const {
   return {{"Version", 3U},
           {"Status", "normal"},
-          {"TextDirection", QGuiApplication::isRightToLeft() ? "rtl" : "ltr"},
+          {"TextDirection", desktop::isRightToLeft() ? "rtl" : "ltr"},
           {"IconThemePath", QStringList()}};
 }
 

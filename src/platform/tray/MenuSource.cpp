@@ -1,8 +1,9 @@
 #include "platform/tray/MenuSource.h"
 
-#include <QGuiApplication>
 #include <QTimer>
 #include <utility>
+
+#include "platform/desktop/Catalogue.h"
 
 namespace tavin::tray {
 
@@ -36,7 +37,7 @@ void MenuSource::choose(const MenuItem& item) {
 QString drawnTitle(const QString& title) {
   static const QString signs = QStringLiteral("⌥⌃⇧");
   const qsizetype begin = title.lastIndexOf(u'\t') + 1;
-  if (!QGuiApplication::isRightToLeft() || begin == title.size() || !signs.contains(title[begin]))
+  if (!desktop::isRightToLeft() || begin == title.size() || !signs.contains(title[begin]))
     return title;
   constexpr QChar leftToRight(0x2066);
   constexpr QChar end(0x2069);

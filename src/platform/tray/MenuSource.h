@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "platform/Menu.h"
+#include "platform/gui/Messages.h"
 
 namespace tavin::tray {
 
@@ -33,7 +34,7 @@ class MenuSource : private QObject {
 QString drawnTitle(const QString& title);
 
 // How an item shows its state.
-enum class Toggle { none, checkmark, radio };
+using gui::Toggle;
 Toggle toggleOf(const MenuItem& item);
 
 }  // namespace tavin::tray

@@ -1,18 +1,22 @@
 #include "platform/tray/ModalAlerts.h"
 
-#include <QTimer>
 #include <deque>
 #include <utility>
 
-#include "platform/tray/AlertDialog.h"
-#include "platform/tray/BringToFront.h"
+#include "platform/gui/WindowProgram.h"
 
 namespace tavin {
 
 namespace {
 
-class ModalAlerts final : public QObject, public AlertPresenter {
+class ModalAlerts final : public AlertPresenter {
  public:
+  explicit ModalAlerts(std::shared_ptr<gui::WindowProgram> program)
+      : program_(std::move(program)) {}
+  ~ModalAlerts() override { program_->closeAlert(); }
+  ModalAlerts(const ModalAlerts&) = delete;
+  ModalAlerts& operator=(const ModalAlerts&) = delete;
+
   void activateIgnoringOtherApps() override { nextInFront_ = true; }
 
   void runModal(const Alert& alert, std::function<void(AlertResponse)> completion) override {
@@ -20,8 +24,8 @@ class ModalAlerts final : public QObject, public AlertPresenter {
     waiting_.push_back({alert, inFront, std::move(completion)});
     if (!busy_)
       openNext();
-    else if (inFront && dialog_)  // What was asked for waits for it: the user must find it.
-      tray::bringToFront(*dialog_);
+    else if (inFront)  // What was asked for waits for it: the user must find it.
+      program_->bringAlertToFront();
   }
 
  private:
@@ -37,33 +41,24 @@ class ModalAlerts final : public QObject, public AlertPresenter {
       return;
     Request request = std::move(waiting_.front());
     waiting_.pop_front();
-    dialog_ = std::make_unique<tray::AlertDialog>(request.alert);
-    connect(dialog_.get(), &QDialog::finished, this,
-            [this, completion = std::move(request.completion)] { answered(completion); });
-    dialog_->show();
-    if (request.inFront)
-      tray::bringToFront(*dialog_);
+    program_->showAlert(request.alert, request.inFront,
+                        [this, completion = std::move(request.completion)](AlertResponse response) {
+                          if (completion)
+                            completion(std::move(response));
+                          openNext();
+                        });
   }
 
-  // From the event loop: the dialog is still in its own code when it says that it is finished.
-  void answered(const std::function<void(AlertResponse)>& completion) {
-    QTimer::singleShot(0, this, [this, completion] {
-      AlertResponse response = dialog_->takeResponse();
-      dialog_.reset();
-      if (completion)
-        completion(std::move(response));
-      openNext();
-    });
-  }
-
+  const std::shared_ptr<gui::WindowProgram> program_;
   std::deque<Request> waiting_;
-  std::unique_ptr<tray::AlertDialog> dialog_;
   bool nextInFront_ = false;
   bool busy_ = false;  // From the opening of an alert to the end of its completion.
 };
 
 }  // namespace
 
-std::unique_ptr<AlertPresenter> createAlertPresenter() { return std::make_unique<ModalAlerts>(); }
+std::unique_ptr<AlertPresenter> createAlertPresenter(std::shared_ptr<gui::WindowProgram> program) {
+  return std::make_unique<ModalAlerts>(std::move(program));
+}
 
 }  // namespace tavin

@@ -6,8 +6,12 @@
 
 namespace tavin {
 
-// Alerts as dialogs. Needs a QApplication. Destroying the presenter closes what is open and runs no
-// completion.
-std::unique_ptr<AlertPresenter> createAlertPresenter();
+namespace gui {
+class WindowProgram;
+}
+
+// Alerts one after the other, each shown by the program for windows; where that ends, the alert was
+// closed. Destroying the presenter closes what is open and runs no completion.
+std::unique_ptr<AlertPresenter> createAlertPresenter(std::shared_ptr<gui::WindowProgram> program);
 
 }  // namespace tavin

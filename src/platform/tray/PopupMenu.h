@@ -1,32 +1,41 @@
 #pragma once
 
-#include <QMenu>
-#include <QPointer>
+#include <QPoint>
+#include <memory>
+#include <optional>
+#include <vector>
 
 #include "platform/Menu.h"
+#include "platform/gui/Messages.h"
+
+namespace tavin::gui {
+class WindowProgram;
+}
 
 namespace tavin::tray {
 
 class MenuSource;
 
-// Draws the items into an empty `widget`. `source` must outlive it.
-void fillMenu(QMenu& widget, const Menu& menu, MenuSource& source);
+// The items as lines to draw; the command with number N is appended to `commands` as the Nth.
+std::vector<gui::MenuLine> linesOf(const Menu& menu, std::vector<MenuItem>& commands);
 
-// The menu drawn by ourselves, for where no panel does it. One is open at a time. Main thread only.
+// The menu shown by ourselves, for where no panel does it. One is open at a time. Main thread only.
 class PopupMenu {
  public:
   // `source` must outlive this object.
-  explicit PopupMenu(MenuSource& source) : source_(source) {}
+  PopupMenu(MenuSource& source, std::shared_ptr<gui::WindowProgram> program);
   ~PopupMenu();
+  PopupMenu(const PopupMenu&) = delete;
+  PopupMenu& operator=(const PopupMenu&) = delete;
 
-  // Fills the menu and opens it in front, with the keyboard. Returns at once; does nothing while it
-  // is open already.
-  void open(QPoint position);
-  void openAtPointer();
+  // Fills the menu and opens it in front, with the keyboard; without a position at the pointer.
+  // Returns at once; does nothing while it is open already.
+  void open(std::optional<QPoint> position);
 
  private:
   MenuSource& source_;
-  QPointer<QMenu> widget_;
+  const std::shared_ptr<gui::WindowProgram> program_;
+  bool isOpen_ = false;
 };
 
 }  // namespace tavin::tray

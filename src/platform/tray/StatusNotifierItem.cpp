@@ -64,8 +64,6 @@ void StatusNotifierItem::registerWith(const QString& watcher, bool recolours) {
 }
 
 QVariantMap StatusNotifierItem::properties() const {
-  QList<IconPixmap> pixmaps;
-  for (const QImage& image : image_.pixmaps) pixmaps.append(iconPixmap(image));
   const QVariant none = QVariant::fromValue(QList<IconPixmap>());
   return {
       {"Category", "ApplicationStatus"},
@@ -77,7 +75,7 @@ QVariantMap StatusNotifierItem::properties() const {
       {"Menu", QVariant::fromValue(QDBusObjectPath(DBusMenu::path))},
       {"ItemIsMenu", true},
       {"IconName", recolours_ ? image_.iconName : QString()},
-      {"IconPixmap", QVariant::fromValue(pixmaps)},
+      {"IconPixmap", QVariant::fromValue(image_.pixmaps)},
       {"IconAccessibleDesc", description_},
       {"OverlayIconName", ""},
       {"OverlayIconPixmap", none},

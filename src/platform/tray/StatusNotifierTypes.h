@@ -1,20 +1,14 @@
 #pragma once
 
-#include <QByteArray>
 #include <QDBusArgument>
-#include <QImage>
 #include <QList>
 #include <QString>
 
+#include "platform/tray/TrayImage.h"
+
 namespace tavin::tray {
 
-// The structures of org.kde.StatusNotifierItem, as they travel.
-
-struct IconPixmap {  // (iiay): ARGB, 32 bits, network byte order, rows from the top.
-  int width = 0;
-  int height = 0;
-  QByteArray pixels;
-};
+// The structures of org.kde.StatusNotifierItem, as they travel, beside the pixmaps.
 
 struct ToolTip {  // (sa(iiay)ss)
   QString iconName;
@@ -22,8 +16,6 @@ struct ToolTip {  // (sa(iiay)ss)
   QString title;
   QString text;
 };
-
-IconPixmap iconPixmap(const QImage& image);
 
 QDBusArgument& operator<<(QDBusArgument& argument, const IconPixmap& pixmap);
 const QDBusArgument& operator>>(const QDBusArgument& argument, IconPixmap& pixmap);

@@ -2,11 +2,10 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QLinearGradient>
-#include <QPainter>
 #include <algorithm>
 
 #include "platform/Installation.h"
+#include "platform/tray/Canvas.h"
 
 namespace tavin::tray {
 
@@ -61,44 +60,37 @@ Fit activeFit(int size) {
   return centred({size, rimOf(size), width, width});
 }
 
-void drawBars(QPainter& painter, const Fit& fit, const int (&heights)[bars], int margin) {
+void drawBars(Canvas& canvas, const Fit& fit, const int (&heights)[bars], int margin, Shade shade) {
   for (int i = 0; i < bars; ++i) {
     const int left = (fit.size - widthOf(fit)) / 2 + i * (fit.width + fit.gap);
     int height = std::min(sixteenths(fit.size, heights[i]), fit.size - 2 * fit.rim);
     height -= (fit.size - height) % 2;
-    const QRectF bar(left, (fit.size - height) / 2, fit.width, height);
     const double radius = fit.width / 2.0 + margin;
-    painter.drawRoundedRect(bar.adjusted(-margin, -margin, margin, margin), radius, radius);
+    canvas.drawRounded(QRect(left, (fit.size - height) / 2, fit.width, height)
+                           .adjusted(-margin, -margin, margin, margin),
+                       radius, shade);
   }
 }
 
-void drawIdle(QPainter& painter, int size) {
+void drawIdle(Canvas& canvas, int size) {
   const Fit fit = idleFit(size);
-  painter.setBrush(Qt::black);
-  drawBars(painter, fit, idleHeights, fit.rim);
-  painter.setBrush(Qt::white);
-  drawBars(painter, fit, idleHeights, 0);
+  drawBars(canvas, fit, idleHeights, fit.rim, Shade::black);
+  drawBars(canvas, fit, idleHeights, 0, Shade::white);
 }
 
-void drawActive(QPainter& painter, int size) {
+void drawActive(Canvas& canvas, int size) {
   const Fit fit = activeFit(size);
-  const QRect box(0, 0, fit.size, fit.size);
-  painter.setBrush(Qt::black);
-  painter.drawEllipse(box);
-  painter.setBrush(Qt::white);
-  painter.drawEllipse(box.adjusted(fit.rim, fit.rim, -fit.rim, -fit.rim));
-  painter.setBrush(Qt::black);
-  drawBars(painter, fit, activeHeights, 0);
+  const QRect disc(0, 0, fit.size, fit.size);
+  const int rim = fit.rim;
+  canvas.drawRounded(disc, fit.size / 2.0, Shade::black);
+  canvas.drawRounded(disc.adjusted(rim, rim, -rim, -rim), fit.size / 2.0 - rim, Shade::white);
+  drawBars(canvas, fit, activeHeights, 0, Shade::black);
 }
 
-QImage render(bool active, int size) {
-  QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
-  image.fill(Qt::transparent);
-  QPainter painter(&image);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  (active ? drawActive : drawIdle)(painter, size);
-  return image;
+IconPixmap render(bool active, int size) {
+  Canvas canvas(size);
+  (active ? drawActive : drawIdle)(canvas, size);
+  return canvas.picture();
 }
 
 }  // namespace
@@ -113,34 +105,7 @@ TrayImage trayImage(const QString& symbolName) {
   // The look stays while a reading is paused.
   image.state = active ? QCoreApplication::translate("StatusItem", "Reading or paused")
                        : QCoreApplication::translate("StatusItem", "Not reading");
-  for (const int size : pixmapSizes) image.pixmaps.push_back(render(active, size));
-  return image;
-}
-
-// The same drawing as packaging/icons/hicolor/scalable/apps, on a 128 by 128 grid.
-QImage programImage(int size) {
-  struct Bar {
-    double centre;
-    double halfHeight;
-  };
-  constexpr Bar bars[] = {{28, 7}, {46, 18}, {64, 30}, {82, 17}, {100, 7}};
-  constexpr double barWidth = 9;
-  QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
-  image.fill(Qt::transparent);
-  QPainter painter(&image);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.scale(size / 128.0, size / 128.0);
-  painter.setPen(Qt::NoPen);
-  QLinearGradient ground(0, 8, 0, 120);
-  ground.setColorAt(0, QColor(0x3f, 0x8f, 0xd6));
-  ground.setColorAt(1, QColor(0x1f, 0x4f, 0x9c));
-  painter.setBrush(ground);
-  painter.drawRoundedRect(QRectF(8, 8, 112, 112), 26, 26);
-  painter.setBrush(Qt::white);
-  for (const Bar& bar : bars)
-    painter.drawRoundedRect(
-        QRectF(bar.centre - barWidth / 2, 64 - bar.halfHeight, barWidth, 2 * bar.halfHeight),
-        barWidth / 2, barWidth / 2);
+  for (const int size : pixmapSizes) image.pixmaps.append(render(active, size));
   return image;
 }
 

@@ -1,9 +1,8 @@
 #include "platform/wayland/WindowWatch.h"
 
-#include <unistd.h>
-
 #include <atomic>
 
+#include "platform/posix/ProcessFolder.h"
 #include "platform/wayland/ForeignToplevels.h"
 #include "platform/wayland/PlasmaWindows.h"
 
@@ -36,7 +35,7 @@ std::uint64_t WindowWatch::newId() {
 }
 
 bool WindowWatch::isOwn(const Toplevel& window) {
-  return window.appId == ownAppId || window.processId == getpid();
+  return window.appId == ownAppId || posix::isOurs(window.processId);
 }
 
 std::set<std::int64_t> WindowWatch::processes() const {

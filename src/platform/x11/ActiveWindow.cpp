@@ -1,9 +1,8 @@
 #include "platform/x11/ActiveWindow.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 
+#include "platform/posix/ProcessFolder.h"
 #include "platform/x11/WindowProperties.h"
 
 namespace tavin::x11 {
@@ -100,7 +99,7 @@ bool ActiveWindow::isPassing(xcb_window_t window) const {
     return std::find(std::begin(passingTypes_), std::end(passingTypes_), type) !=
            std::end(passingTypes_);
   });
-  return passing || clientProcess(connection_, window) == getpid();
+  return passing || posix::isOurs(clientProcess(connection_, window));
 }
 
 bool ActiveWindow::keyboardIsGrabbed() const {

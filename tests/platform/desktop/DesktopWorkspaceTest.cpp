@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QUrl>
 #include <atomic>
 #include <chrono>
@@ -34,7 +34,7 @@ class DesktopWorkspaceTest : public testing::Test {
   int argumentCount_ = 1;
   char name_[6] = "tavin";
   char* arguments_[2] = {name_, nullptr};
-  QApplication application_{argumentCount_, arguments_};
+  QCoreApplication application_{argumentCount_, arguments_};
   QTemporaryDir folder_;
   QString calls_ = folder_.filePath(QStringLiteral("calls"));
   ScopedVariable path_{"PATH", folder_.path().toLocal8Bit()};

@@ -2,16 +2,12 @@
 //
 //   application_probe wait          runs until it is asked to end
 //   application_probe nested        ... inside an event loop in an event loop
-//   application_probe dialog        ... behind a dialog that refuses to close
-//   application_probe window        closes its last window and goes on
 //   application_probe launch        terminates while it is launching
 //   application_probe quit          is asked by the desktop's session
 
 #include <unistd.h>
 
-#include <QApplication>
-#include <QCloseEvent>
-#include <QDialog>
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
 #include <cstdio>
@@ -25,12 +21,6 @@ void say(const char* text) {
   std::puts(text);
   std::fflush(stdout);
 }
-
-class StubbornDialog : public QDialog {
- public:
-  void closeEvent(QCloseEvent* event) override { event->ignore(); }
-  void reject() override {}
-};
 
 class Probe final : public tavin::ApplicationDelegate {
  public:
@@ -52,19 +42,12 @@ class Probe final : public tavin::ApplicationDelegate {
 
  private:
   void behave() {
-    if (manner_ == "window") {
-      QWidget window;
-      window.show();
-      window.close();
-    }
     if (manner_ == "quit")
       QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit));
     // What runs next runs inside the loop below, where there is one.
     running_.start(50);
     if (manner_ == "nested")
       QEventLoop().exec();
-    if (manner_ == "dialog")
-      StubbornDialog().exec();
   }
 
   tavin::Application& application_;
@@ -77,7 +60,7 @@ class Probe final : public tavin::ApplicationDelegate {
 
 int main(int argc, char** argv) {
   alarm(60);  // No test leaves it behind.
-  tavin::desktop::QtApplication application("probe", "offscreen");
+  tavin::desktop::QtApplication application("probe");
   Probe probe(application, argc > 1 ? argv[1] : "wait");
   application.setDelegate(&probe);
   return application.run();

@@ -121,6 +121,32 @@ TEST_F(PosixProcessLauncherTest, ChildGetsThePythonpathGivenForItEvenWhereThePro
   unsetenv("PYTHONPATH");
 }
 
+TEST_F(PosixProcessLauncherTest, GivesTheInputThatIsGivenForIt) {
+  ProcessDescription description = child({"report"});
+  description.input = output_.get();
+  start(description);
+  ASSERT_TRUE(isWritten("end of the report"));
+  EXPECT_THAT(written(), AllOf(HasSubstr("input is null: 0\n"), Not(HasSubstr("file 3\n"))));
+}
+
+TEST_F(PosixProcessLauncherTest, AProgramThatIsNotAwaitedEndsAtOnceWhereItCannotBeRun) {
+  ProcessDescription description = child({"report"});
+  description.executable = "/nonexistent";
+  description.awaited = false;
+  start(description);
+  EXPECT_TRUE(hasExited());
+}
+
+TEST_F(PosixProcessLauncherTest, EndsAStoppedChildAtOnce) {
+  const auto process = start(child({"wait"}));
+  ASSERT_TRUE(isWritten("ready"));
+  ::kill(std::stoi(written().substr(6)), SIGSTOP);
+  process->terminate();
+  EXPECT_FALSE(hasExited(100ms)) << "being asked is not enough";
+  process->kill();
+  EXPECT_TRUE(hasExited());
+}
+
 TEST_F(PosixProcessLauncherTest, RunsInTheWorkingDirectory) {
   ProcessDescription description = child({"report"});
   description.workingDirectory = directory_.path();

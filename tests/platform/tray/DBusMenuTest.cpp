@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 
 #include "FakePanel.h"
+#include "InProcessLauncher.h"
 #include "SampleMenu.h"
 #include "TestApplication.h"
 #include "platform/tray/Tray.h"
@@ -28,7 +29,8 @@ class DBusMenuTest : public ::testing::Test {
   FakePanel panel;
   QStringList order;  // What became of a choice.
   SampleMenu sample;
-  std::unique_ptr<StatusItem> item = createStatusItem([this] { order.append("chosen"); });
+  std::unique_ptr<StatusItem> item =
+      createStatusItem([this] { order.append("chosen"); }, inProcessProgram(), nullptr);
   QString service;
 };
 

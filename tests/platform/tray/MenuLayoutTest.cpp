@@ -1,8 +1,7 @@
 #include <gmock/gmock.h>
 
-#include <QGuiApplication>
-
 #include "SampleMenu.h"
+#include "platform/desktop/Catalogue.h"
 #include "platform/tray/MenuLayout.h"
 
 namespace tavin::tray {
@@ -45,9 +44,9 @@ TEST(MenuLayout, FromRightToLeftTheSignsOfAShortcutKeepTheirOrder) {
   menu.items = {command("one\t⌥ Esc"), command("⌃⌥ R"), command("two")};
   layout.update(menu);
   EXPECT_EQ(labels(shown(layout)), QStringList({"one\t⌥ Esc", "⌃⌥ R", "two"}));
-  QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+  desktop::setRightToLeft(true);
   layout.update(menu);
-  QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+  desktop::setRightToLeft(false);
   EXPECT_EQ(labels(shown(layout)),
             QStringList({"one\t\u2066⌥ Esc\u2069", "\u2066⌃⌥ R\u2069", "two"}));
 }

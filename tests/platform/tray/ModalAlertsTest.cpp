@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "InProcessLauncher.h"
 #include "TestApplication.h"
 #include "platform/tray/ModalAlerts.h"
 
@@ -54,17 +55,18 @@ void press(QWidget* widget, int key) {
 
 class ModalAlertsTest : public ::testing::Test {
  protected:
-  // Asks for an alert in front, with an answer that is noted.
+  // Asks for an alert in front, with an answer that is noted. One is open then.
   void run(const Alert& alert) {
     alerts->activateIgnoringOtherApps();
     alerts->runModal(alert, [this](const AlertResponse& response) { answers.push_back(response); });
+    ASSERT_TRUE(waitFor([] { return openAlert() != nullptr; }));
   }
   bool answered(std::size_t count) {
     return waitFor([&] { return answers.size() == count; });
   }
 
   std::vector<AlertResponse> answers;
-  std::unique_ptr<AlertPresenter> alerts = createAlertPresenter();
+  std::unique_ptr<AlertPresenter> alerts = createAlertPresenter(inProcessProgram());
 };
 
 QString shownInAView() {
@@ -83,7 +85,8 @@ TEST_F(ModalAlertsTest, ALongParagraphIsBrokenBetweenCharactersAndShownInFull) {
   const QString family = QString::fromUtf8("👨‍👩‍👧");
   for (const QString& text : {QString(1'000'000, 'x'), "x" + family.repeated(20'000),
                               "e" + QString(50'000, QChar(0x301))}) {
-    alerts = createAlertPresenter();
+    alerts = createAlertPresenter(inProcessProgram());
+    ASSERT_TRUE(waitFor([] { return openAlert() == nullptr; }));
     run({"heading", text, {}, false});
     ASSERT_NE(openAlert(), nullptr);
     openAlert()->grab();
@@ -164,7 +167,7 @@ TEST_F(ModalAlertsTest, TheNextOpensAfterTheCompletionRan) {
   bool openWhenCompleted = true;
   alerts->runModal({"first", "", {}, false}, [&](const AlertResponse&) {
     openWhenCompleted = openAlert() != nullptr;
-    run({"asked for by the completion", "", {}, false});
+    alerts->runModal({"asked for by the completion", "", {}, false}, {});
   });
   run({"second", "", {}, false});
   buttons()[0]->click();
@@ -179,8 +182,7 @@ TEST_F(ModalAlertsTest, GoesAwayWithAnAlertOpenAndOthersWaiting) {
   run({"first", "", {}, true});
   run({"second", "", {}, false});
   alerts.reset();
-  runEvents();
-  EXPECT_EQ(openAlert(), nullptr);
+  EXPECT_TRUE(waitFor([] { return openAlert() == nullptr; }));
   EXPECT_TRUE(answers.empty());
 }
 

@@ -4,26 +4,29 @@
 
 #include "SampleMenu.h"
 #include "TestApplication.h"
-#include "platform/tray/Contrast.h"
-#include "platform/tray/MenuSource.h"
 #include "platform/tray/PopupMenu.h"
+#include "platform/widgets/Contrast.h"
+#include "platform/widgets/MenuWidget.h"
 
 namespace tavin::tray {
 namespace {
 
 using namespace tavin::test;
+using widgets::contrast;
+using widgets::fillMenu;
 
 class PopupMenuTest : public ::testing::Test {
  protected:
   QList<QAction*> fill(std::vector<MenuItem> items) {
     sample.menu.items = std::move(items);
-    fillMenu(widget, sample.menu, source);
+    const auto lines = linesOf(sample.menu, commands);
+    fillMenu(widget, lines, [this](quint32 number) { chosen.push_back(number); });
     return widget.actions();
   }
 
   SampleMenu sample;
-  QStringList order;
-  MenuSource source{[this] { order.append("chosen"); }};
+  std::vector<MenuItem> commands;
+  std::vector<quint32> chosen;
   QMenu widget;
 };
 
@@ -54,15 +57,15 @@ TEST_F(PopupMenuTest, DrawsEachKindOfLine) {
   EXPECT_FALSE(children[2]->isEnabled());
 }
 
-TEST_F(PopupMenuTest, CarriesOutTheItemThatWasDrawn) {
-  source.setMenu(&sample.menu);
-  const auto actions = fill({submenu("s", {choice("a", "id-a")})});
-  sample.menu.items.clear();
-  actions[0]->menu()->actions()[0]->trigger();
-  EXPECT_TRUE(sample.performed.empty()) << "the menu closes first";
-  ASSERT_TRUE(waitFor([&] { return !sample.performed.empty(); }));
-  EXPECT_EQ(std::get<QString>(sample.performed[0].representedObject), "id-a");
-  EXPECT_EQ(order, QStringList{"chosen"});
+TEST_F(PopupMenuTest, TellsTheNumberOfTheCommandThatWasDrawn) {
+  const auto actions =
+      fill({command("first"), separator(), submenu("s", {choice("a", "id-a"), choice("b", "id-b")}),
+            command("last", MenuAction::quit)});
+  actions[2]->menu()->actions()[1]->trigger();
+  actions[3]->trigger();
+  ASSERT_EQ(chosen.size(), 2U);
+  EXPECT_EQ(std::get<QString>(commands.at(chosen[0]).representedObject), "id-b");
+  EXPECT_EQ(commands.at(chosen[1]).action, MenuAction::quit);
 }
 
 // The clearest point of a line's text.
@@ -85,7 +88,7 @@ class PopupMenuLookTest : public PopupMenuTest {
     SampleMenu lines;
     lines.menu.items = {command("on"), disabled("MMMMMM off"), separator()};
     QMenu menu;
-    fillMenu(menu, lines.menu, source);
+    fillMenu(menu, linesOf(lines.menu, commands), {});
     menu.ensurePolished();
     menu.resize(menu.sizeHint());
     const QImage picture = menu.grab().toImage();

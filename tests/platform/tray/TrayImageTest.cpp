@@ -5,14 +5,24 @@
 #include <set>
 #include <vector>
 
-#include "platform/tray/Contrast.h"
 #include "platform/tray/TrayImage.h"
+#include "platform/widgets/Contrast.h"
+#include "platform/widgets/XEmbedIcon.h"
 
 namespace tavin::tray {
 namespace {
 
 const QString idle = QStringLiteral("waveform");
 const QString active = QStringLiteral("waveform.circle.fill");
+
+using widgets::contrast;
+
+std::vector<QImage> pictures(const QString& symbol) {
+  std::vector<QImage> all;
+  for (const IconPixmap& pixmap : trayImage(symbol).pixmaps)
+    all.push_back(widgets::pictureOf(pixmap));
+  return all;
+}
 
 QImage onPanel(const QImage& icon, const QColor& panel) {
   QImage picture(icon.size(), QImage::Format_RGB32);
@@ -46,7 +56,7 @@ TEST(TrayImageTest, IsSeenOnAPanelOfAnyColour) {
   std::vector<QColor> panels{Qt::red, Qt::green, Qt::blue, Qt::yellow, Qt::magenta, Qt::cyan};
   for (int value = 0; value <= 255; value += 3) panels.emplace_back(value, value, value);
   for (const QString& symbol : {idle, active})
-    for (const QImage& icon : trayImage(symbol).pixmaps)
+    for (const QImage& icon : pictures(symbol))
       for (const QColor& panel : panels)
         ASSERT_GT(partThatIsSeen(onPanel(icon, panel), panel, 4.5), 0.05)
             << qPrintable(symbol) << ' ' << icon.width() << ' ' << qPrintable(panel.name());
@@ -54,7 +64,7 @@ TEST(TrayImageTest, IsSeenOnAPanelOfAnyColour) {
 
 TEST(TrayImageTest, HasEachUsualSizeAtEachScale) {
   std::set<int> sizes;
-  for (const QImage& icon : trayImage(idle).pixmaps) {
+  for (const QImage& icon : pictures(idle)) {
     EXPECT_EQ(icon.width(), icon.height());
     sizes.insert(icon.width());
   }
@@ -65,14 +75,14 @@ TEST(TrayImageTest, HasEachUsualSizeAtEachScale) {
 
 TEST(TrayImageTest, FillsItsPictureAtEachSize) {
   for (const QString& symbol : {idle, active})
-    for (const QImage& icon : trayImage(symbol).pixmaps)
+    for (const QImage& icon : pictures(symbol))
       EXPECT_GE(widestDrawn(icon), 0.8 * icon.width()) << qPrintable(symbol) << icon.width();
 }
 
 // A bar's sides lie between two pixels.
 TEST(TrayImageTest, IsCrispAtEachSize) {
   for (const QString& symbol : {idle, active})
-    for (const QImage& icon : trayImage(symbol).pixmaps) {
+    for (const QImage& icon : pictures(symbol)) {
       const int middle = (icon.height() - 1) / 2;
       for (int x = icon.width() / 4; x < icon.width() * 3 / 4; ++x) {
         const QColor pixel = icon.pixelColor(x, middle);
@@ -85,7 +95,7 @@ TEST(TrayImageTest, IsCrispAtEachSize) {
 TEST(TrayImageTest, HasTwoLooksAndNoOther) {
   EXPECT_NE(trayImage(idle).pixmaps, trayImage(active).pixmaps);
   EXPECT_NE(trayImage(idle).iconName, trayImage(active).iconName);
-  EXPECT_TRUE(trayImage("no such symbol").pixmaps.empty());
+  EXPECT_TRUE(trayImage("no such symbol").pixmaps.isEmpty());
 }
 
 }  // namespace

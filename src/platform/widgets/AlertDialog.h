@@ -7,7 +7,7 @@
 class QHBoxLayout;
 class QLineEdit;
 
-namespace tavin::tray {
+namespace tavin::widgets {
 
 // One alert on the screen: its texts as they are, its buttons in their order from the left, the
 // first as the default. Main thread only.
@@ -25,4 +25,4 @@ class AlertDialog final : public QDialog {
   int button_ = 0;
 };
 
-}  // namespace tavin::tray
+}  // namespace tavin::widgets

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <QImage>
 #include <QSystemTrayIcon>
 #include <functional>
 
-#include "platform/tray/TrayImage.h"
-
 namespace tavin::tray {
+struct IconPixmap;
+}
+
+namespace tavin::widgets {
+
+QImage pictureOf(const tray::IconPixmap& pixmap);
 
 // The icon in an old-style tray, also one that starts later. Make it only while no
 // StatusNotifierWatcher exists: Qt would register with that one too, by itself. Main thread only.
@@ -14,10 +19,11 @@ class XEmbedIcon {
   // `openMenu` is called for a click with either button.
   explicit XEmbedIcon(std::function<void()> openMenu);
 
-  void setImage(const TrayImage& image, const QString& accessibilityDescription);
+  // A symbol of tray::trayImage(); another hides it.
+  void setImage(const QString& symbol, const QString& toolTip);
 
  private:
   QSystemTrayIcon icon_;
 };
 
-}  // namespace tavin::tray
+}  // namespace tavin::widgets

@@ -1,4 +1,4 @@
-#include "platform/tray/BringToFront.h"
+#include "platform/widgets/BringToFront.h"
 
 #include <xcb/xcb.h>
 
@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace tavin::tray {
+namespace tavin::widgets {
 
 namespace {
 
@@ -47,4 +47,4 @@ void bringToFront(QWidget& window) {
     activateAsPager(x11->connection(), static_cast<xcb_window_t>(window.winId()));
 }
 
-}  // namespace tavin::tray
+}  // namespace tavin::widgets

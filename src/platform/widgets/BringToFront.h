@@ -2,10 +2,10 @@
 
 class QWidget;
 
-namespace tavin::tray {
+namespace tavin::widgets {
 
 // Brings a window that has just been shown in front of whatever program is active and gives it the
 // keyboard. Main thread only.
 void bringToFront(QWidget& window);
 
-}  // namespace tavin::tray
+}  // namespace tavin::widgets

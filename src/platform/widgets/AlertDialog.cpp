@@ -1,4 +1,4 @@
-#include "platform/tray/AlertDialog.h"
+#include "platform/widgets/AlertDialog.h"
 
 #include <QBoxLayout>
 #include <QCoreApplication>
@@ -10,9 +10,9 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
-#include "platform/tray/TrayImage.h"
+#include "platform/widgets/ProgramImage.h"
 
-namespace tavin::tray {
+namespace tavin::widgets {
 
 namespace {
 
@@ -161,4 +161,4 @@ AlertResponse AlertDialog::takeResponse() {
   return {button_, field_ != nullptr ? wipe(*field_) : QString()};
 }
 
-}  // namespace tavin::tray
+}  // namespace tavin::widgets

@@ -1,11 +1,11 @@
-#include "platform/tray/PopupGrab.h"
+#include "platform/widgets/PopupGrab.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
 
-namespace tavin::tray {
+namespace tavin::widgets {
 
 namespace {
 constexpr int retryMs = 20;
@@ -30,4 +30,4 @@ void holdInput(QWidget& popup) {
   retry->start(retryMs);
 }
 
-}  // namespace tavin::tray
+}  // namespace tavin::widgets

@@ -1,9 +1,9 @@
-#include "platform/tray/Contrast.h"
+#include "platform/widgets/Contrast.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace tavin::tray {
+namespace tavin::widgets {
 
 namespace {
 
@@ -22,4 +22,4 @@ double contrast(const QColor& one, const QColor& other) {
   return (lighter + 0.05) / (darker + 0.05);
 }
 
-}  // namespace tavin::tray
+}  // namespace tavin::widgets

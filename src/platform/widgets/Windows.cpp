@@ -1,0 +1,105 @@
+#include "platform/widgets/Windows.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QTimer>
+#include <utility>
+
+#include "platform/ActivationToken.h"
+#include "platform/widgets/AlertDialog.h"
+#include "platform/widgets/BringToFront.h"
+#include "platform/widgets/MenuWidget.h"
+#include "platform/widgets/XEmbedIcon.h"
+
+namespace tavin::widgets {
+namespace {
+
+// Tavin is to be trusted; an alert's text may be a long one.
+constexpr quint32 longestRequest = 1U << 28;
+
+}  // namespace
+
+Windows::Windows(posix::FileDescriptor socket, std::function<void()> ended)
+    : ended_(std::move(ended)),
+      channel_(
+          std::move(socket), longestRequest,
+          [this](const QByteArray& message) { received(message); }, [this] { ended_(); }) {
+  connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
+          [this] { finishUnlessNeeded(); });
+}
+
+Windows::~Windows() { delete menu_; }
+
+void Windows::received(const QByteArray& message) {
+  const auto request = gui::decodeRequest(message);
+  if (!request)
+    return ended_();
+  finishing_ = false;
+  std::visit([this](const auto& kind) { obey(kind); }, *request);
+}
+
+void Windows::tell(const gui::Event& event) { channel_.send(gui::encode(event)); }
+
+void Windows::obey(const gui::Ping&) { tell(gui::Pong()); }
+
+void Windows::obey(const gui::Finish&) {
+  finishing_ = true;
+  finishUnlessNeeded();
+}
+
+// What the user copied from an alert would go with the program.
+void Windows::finishUnlessNeeded() {
+  if (finishing_ && !QGuiApplication::clipboard()->ownsClipboard())
+    tell(gui::Finished());
+}
+
+void Windows::obey(const gui::ShowAlert& request) {
+  keepActivationToken(request.token);
+  dialog_ = std::make_unique<AlertDialog>(request.alert);
+  connect(dialog_.get(), &QDialog::finished, this, [this, id = request.id] { answerAlert(id); });
+  dialog_->show();
+  if (request.inFront)
+    bringToFront(*dialog_);
+}
+
+// From the event loop: the dialog is still in its own code when it says that it is finished.
+void Windows::answerAlert(quint32 id) {
+  QTimer::singleShot(0, dialog_.get(), [this, id] {
+    const AlertResponse response = dialog_->takeResponse();
+    QTimer::singleShot(0, this, [dialog = dialog_.release()] { delete dialog; });
+    tell(gui::AlertAnswered{id, response});
+  });
+}
+
+void Windows::obey(const gui::BringAlertToFront& request) {
+  keepActivationToken(request.token);
+  if (dialog_)
+    bringToFront(*dialog_);
+}
+
+void Windows::obey(const gui::CloseAlert&) { dialog_.reset(); }
+
+void Windows::obey(const gui::ShowMenu& request) {
+  keepActivationToken(request.token);
+  delete menu_;
+  menu_ = new QMenu;
+  const auto chosen = std::make_shared<std::optional<quint32>>();
+  fillMenu(*menu_, request.lines, [chosen](quint32 number) { *chosen = number; });
+  // From the event loop: a menu closes before it says what was chosen.
+  connect(menu_, &QMenu::aboutToHide, this, [this, chosen, id = request.id] {
+    QTimer::singleShot(0, menu_, [this, chosen, id] { tell(gui::MenuClosed{id, *chosen}); });
+  });
+  popUp(*menu_, request.position);
+}
+
+void Windows::obey(const gui::CloseMenu&) { delete menu_; }
+
+void Windows::obey(const gui::ShowIcon& request) {
+  if (request.symbol.isEmpty())
+    return icon_.reset();
+  if (!icon_)
+    icon_ = std::make_unique<XEmbedIcon>([this] { tell(gui::IconClicked()); });
+  icon_->setImage(request.symbol, request.toolTip);
+}
+
+}  // namespace tavin::widgets
