@@ -13,7 +13,7 @@ LOOKED_AT = 16  # code points at a sentence's end
 # single capital before a stop is an initial.
 ABBREVIATION = re.compile(
     r"(?:\b(?:Dr|Mr|Mrs|Ms|Mme|Prof|Gen|Sen|Gov|St|Fig|Hr|Fr|vs|cf|e\. ?g|i\. ?e)"
-    r"|(?:^|[\s.])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
+    r"|(?:^|[\s.(])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
 )
 GERMAN = re.compile(r"(?:\b(?:bzw|bzgl|ggü|max|med|dent|jur|phil)|(?:^|[\s.])[a-zäöü])\. ?$")
 # Though in English a sentence seems to begin: "near Main St. He is", "in the U.S. The".
@@ -62,7 +62,7 @@ class Segmenter:
         self._german = language.split("-")[0] == "de"
         self._english = language.split("-")[0] == "en"
         self._counted = counted(language)
-        self._counted_in_roman = self._counted.union(words_of(language).before_numeral)
+        self._before_numeral = tuple(f" {text}" for text in words_of(language).before_numeral)
         self._parted = parted_abbreviations(language)
 
     def sentences(self, text):
@@ -94,10 +94,11 @@ class Segmenter:
             return True
         if after[0] == "(" and COMPANY.search(before):
             return True
-        if ROMAN.match(after) and word and word[1] in self._counted_in_roman:
+        is_counted = word and word[1] in self._counted
+        if ROMAN.match(after) and (is_counted or f" {before.rstrip()}".endswith(self._before_numeral)):
             return True
         if after[0].isdigit():
-            return bool(COUNTED.search(before) or word and word[1] in self._counted)
+            return bool(COUNTED.search(before) or is_counted)
         if after[0] in "/=":  # "3./4. Mai", "a != b"
             return True
         # The end of what was said; without the blank it may open in German.

@@ -33,6 +33,7 @@ class Words:
     to: str = ""  # of a range
     score: str = ""  # between what two sides have
     scored: str = ""  # a pattern for what makes "3-2" a score
+    numbered: str = ""  # a pattern for what has a number, in which a dash may be: "order 1887-93"
     squared: str = ""
     cubed: str = ""
     power: str = ""
@@ -69,7 +70,7 @@ class Words:
     queen_first: str = ""
     abbreviations: dict = field(default_factory=dict)
     before_number: dict = field(default_factory=dict)  # abbreviations only there
-    before_numeral: dict = field(default_factory=dict)  # and those only before a Roman one
+    before_numeral: dict = field(default_factory=dict)  # and those only before a Roman one, with what precedes them
     acronyms: dict = field(default_factory=dict)  # read wrongly by synthesisers
     decades: bool = False
     locale: str = "en"

@@ -41,6 +41,8 @@ WORDS = Words(
     score="zu",
     scored=r"\b(?:gewann|gewinnt|gewonnen|verlor|verliert|verloren|siegte?|besiegte?|schlug|führte?|endete|Sieg"
            r"|Niederlage|Spiel|Tore?|Endstand|unentschieden)\b",
+    numbered=r"(?:\w*(?:nummern?|rechnung(?:en)?|bestellung(?:en)?|formular|aktenzeichen)|nr|az|auftrag|aufträge|akte|fall|tel"
+             r"|telefon|fax|konto|vertrag|modell|artikel|raum|zimmer|flug|vorgang|beleg|ticket|antrag|police|code|id)",
     squared="Quadrat",
     cubed="hoch drei",
     power="hoch",

@@ -47,6 +47,8 @@ WORDS = Words(
     score="to",
     scored=r"\b(?:w[io]ns?|won|los[et]s?|beat|beaten|scored?|draws?|drew|leads?|led|victory|defeat|game|match"
            r"|final|goals?)\b",
+    numbered=r"(?:invoice|order|no|number|form|case|call|dial|phone|tel|fax|ext|extension|ticket|issue|claim|policy|account"
+             r"|file|flight|room|model|part|item|lot|batch|box|unit|ref|reference|receipt|contract|bill|code|id|serial)s?",
     squared="squared",
     cubed="cubed",
     power="to the power of",

@@ -2,6 +2,10 @@
 
 from tavin.text.spoken.languages import Words
 
+# A century's abbreviation is an initial and a unit as well, but not after these.
+BEFORE_CENTURY = ("el", "El", "del", "Del", "al", "Al", "los", "Los", "este", "pleno")
+CENTURY = {"s.": "siglo", "S.": "siglo", "ss.": "siglos"}
+
 WORDS = Words(
     locale="es",
     link="enlace a {}",
@@ -41,6 +45,8 @@ WORDS = Words(
     to="a",
     score="a",
     scored=r"\b(?:gan\w+|perdi\w+|venci\w+|derrot\w+|empat\w+|victoria|resultado|marcador|partido|goles?)\b",
+    numbered=r"(?:n\.?[º°]|núm|número|factura|pedido|expediente|formulario|caso|llame|llamada|tel|teléfono|fax|ticket|cuenta"
+             r"|contrato|póliza|artículo|modelo|ref|referencia|vuelo|habitación|sala|lote|recibo|albarán|código|id)s?",
     squared="al cuadrado",
     cubed="al cubo",
     power="elevado a",
@@ -97,7 +103,7 @@ WORDS = Words(
     queen_set="%spellout-ordinal-feminine",
     abbreviations={
         "apdo.": "apartado", "ptas.": "pesetas", "Atte.": "Atentamente", "lun.": "lunes", "vie.": "viernes",
-        "sáb.": "sábado", "dom.": "domingo",
+        "sáb.": "sábado", "dom.": "domingo", "mié.": "miércoles", "jue.": "jueves",
         "p. ej.": "por ejemplo", "p.ej.": "por ejemplo", "P. ej.": "Por ejemplo", "etc.": "etcétera",
         "Sr.": "Señor", "Sra.": "Señora", "Srta.": "Señorita", "Sres.": "Señores", "Dr.": "Doctor",
         "Dra.": "Doctora", "Prof.": "Profesor",
@@ -116,7 +122,10 @@ WORDS = Words(
         "fig.": "figura", "Fig.": "Figura", "cap.": "capítulo", "art.": "artículo", "Art.": "Artículo",
         "ca.": "hacia", "mín.": "mínimo", "máx.": "máximo",
     },
-    before_numeral={"s.": "siglo", "S.": "siglo", "ss.": "siglos"},
+    before_numeral={
+        "(s.": "(siglo", "(ss.": "(siglos",
+        **{f"{word} {short}": f"{word} {name}" for word in BEFORE_CENTURY for short, name in CENTURY.items()},
+    },
     acronyms={
         "UE": "U E", "CO2": "C O 2", "H2O": "H 2 O", "O2": "O 2", "ADN": "A D N", "IA": "I A", "PIB": "P I B",
         "IVA": "IVA", "USB": "U S B", "API": "A P I", "URL": "U R L", "ARN": "A R N", "DNI": "D N I",

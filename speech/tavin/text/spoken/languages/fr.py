@@ -41,6 +41,8 @@ WORDS = Words(
     to="à",
     score="à",
     scored=r"\b(?:gagn\w+|perd\w*|battu\w*|bat|victoire|défaite|score|match|buts?|s'impose|imposé\w*|incliné\w*|mène|menait)\b",
+    numbered=r"(?:n[o°º]|numéro|facture|commande|dossier|formulaire|affaire|cas|appel|appelez|tél|téléphone|fax|ticket|compte"
+             r"|contrat|police|article|modèle|réf|référence|vol|chambre|salle|lot|bon|devis|reçu|code|id)s?",
     squared="au carré",
     cubed="au cube",
     power="puissance",
@@ -103,7 +105,8 @@ WORDS = Words(
         "juil.": "juillet", "sept.": "septembre", "oct.": "octobre", "nov.": "novembre", "déc.": "décembre",
         "ndlr": "note de la rédaction",
         "svp": "s'il vous plaît", "SVP": "s'il vous plaît", "qqch.": "quelque chose", "qqn": "quelqu'un",
-        "cad": "c'est-à-dire", "Cdt": "Cordialement", "lun.": "lundi", "ven.": "vendredi", "sam.": "samedi",
+        "cad": "c'est-à-dire", "Cdt": "Commandant", "lun.": "lundi", "ven.": "vendredi", "sam.": "samedi",
+        "dim.": "dimanche",
     },
     before_number={
         "n°": "numéro", "N°": "numéro", "nº": "numéro", "p.": "page", "pp.": "pages", "vol.": "volume",

@@ -8,6 +8,8 @@ from tavin.text.spoken.rules.numerals import NUMERAL, value
 
 STREET = re.compile(r"(?<=[a-z\d] )St\.(?=,|(\s*$)| (?:[a-z]|[NSEW]\b))")
 WOMAN = re.compile(r"(?<!bis )(?<![\w.-])Fr\. (?=[A-ZÄÖÜ])")  # no Friday
+CORDIALLY = re.compile(r"(?:^|(?<=[Bb]ien )|(?<=[.!,] ))Cdt(?=,|[.!]?\s*$)", re.MULTILINE)  # no commander
+ONE_HOUR = re.compile(r"(?:(?<![\w.,:/½¼¾-])1|\b(?:[Ee]ine[nr]?|[Pp]ro|[Jj]ede[rn]?)) ?$")
 ANSWER = re.compile(r"\b(?:is|was|be|said|says?|answered) $")
 SAINT = re.compile(r"\bSt\. (?=[A-Z])")
 
@@ -20,6 +22,8 @@ def say(sentence, words):
         sentence = SAINT.sub("Saint ", STREET.sub(lambda found: "Street" if found[1] is None else "Street.", sentence))
     if words.language == "de":
         sentence = WOMAN.sub("Frau ", sentence)
+    if words.language == "fr":
+        sentence = CORDIALLY.sub("Cordialement", sentence)
     sentence = before_number.sub(lambda found: counting(found, words), sentence)
     return everywhere.sub(lambda found: spoken(found, words), sentence)
 
@@ -43,4 +47,5 @@ def counting(found, words):
 def spoken(found, words):
     """One that ends a sentence leaves its stop there."""
     ends = found[2] is not None and found[1].endswith(".")
-    return words.abbreviations[found[1]] + ("." if ends else "")
+    one = found[1] == "Std." and ONE_HOUR.search(found.string, max(0, found.start() - 10), found.start())
+    return ("Stunde" if one else words.abbreviations[found[1]]) + ("." if ends else "")

@@ -3,6 +3,7 @@
 import functools
 import re
 
+from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.numbers import spelled
 
 NUMERAL = r"(?=[IVX])X{0,3}(?:IX|IV|V?I{0,3})"
@@ -32,8 +33,10 @@ FIRST_OF_NAME = re.compile(r",| (?:and|or|was|is|to|in|by|at|from|who|as|died|ru
 def say(sentence, words):
     if not words.numerals:
         return sentence
-    for short, word in words.before_numeral.items():
-        sentence = re.sub(rf"(?<![\w.’'-]){re.escape(short)} ?(?={NUMERAL}\b)", f"{word} ", sentence)
+    if words.before_numeral:
+        sentence = shortened(tuple(words.before_numeral)).sub(
+            lambda found: f"{words.before_numeral[found[1]]} ", sentence
+        )
     counted, ruling = patterns(words.numerals, words.rulers, words.language == "de")
     sentence = YEAR.sub(lambda year: str(value(year[1])) if len(year[1]) > 4 else year[0], sentence)
     if words.language == "fr":
@@ -45,6 +48,12 @@ def say(sentence, words):
     for pattern in (ALONE, ANOTHER):
         sentence = pattern.sub(lambda found: f"{found[1]} {value(found[2])}" if len(found[2]) > 1 else found[0], sentence)
     return sentence
+
+
+@functools.cache
+def shortened(texts):
+    """Those before a numeral that is no initial."""
+    return re.compile(rf"(?<![\w.’'-])({any_of(texts)}) ?(?={NUMERAL}(?!\w|\.\s*\w))")
 
 
 @functools.cache

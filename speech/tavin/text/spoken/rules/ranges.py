@@ -8,6 +8,9 @@ RANGE = re.compile(
     r"(?<![\w.,:/+–-])([$€£]?)(\d{1,9}(?:[.,]\d{1,9})?) ?([%°]?)(–| – |-)([$€£]?)(\d{1,9}(?:[.,]\d{1,9})?)"
     r"(?![\w–-]*[\d–-]|[.,:/]\d)"
 )
+YEAR = re.compile(r"(?:1[5-9]|20)\d\d")
+LONGEST_WORD = 40
+FROM_YEAR = re.compile(r"\b(?:de|du|depuis|entre|desde) $", re.IGNORECASE)
 RATIO = re.compile(rf"(?<![\w.,:/-])(\d{{1,3}}):(\d{{1,3}})(?![\w:]*\d|[.,/-]\d| ?{DURATION})")
 SCALE = re.compile(rf"(?<![\w.,:/-])(1):(\d{{2,6}}(?:[.,]000)?)(?![\w:]*\d| ?{DURATION})")
 
@@ -27,7 +30,7 @@ def spoken(found, scored, words):
         return f"{first} {words.score} {last}"
     if dash == "-" and ("." in first) != ("." in last):  # of a version
         return found[0]
-    if not sign and not unit and (said := years(first, last, words)):
+    if not sign and not unit and (said := years(found, words)):
         return said
     if dash == "-" and (len(first) == 3 and len(last) == 4 or size(first) >= size(last) or first.startswith("0")):
         return found[0]
@@ -37,15 +40,21 @@ def spoken(found, scored, words):
     return f"{sign}{first}{unit} {words.to} {other}{last}"
 
 
-def years(first, last, words):
+def years(found, words):
     """Those of one century, "1914-18", unless it may be a month of one; in French and Spanish a season, "2023-2024"."""
-    if not (first + last).isdigit() or len(first) != 4:
+    first, dash, last = found.group(2, 4, 6)
+    before = found.string[max(0, found.start() - LONGEST_WORD) : found.start()]
+    if not YEAR.fullmatch(first) or not last.isdigit() or has_number(before, words):
         return None
-    if len(last) == 2 and first[0] in "12" and int(last) > max(12, int(first[2:])):
+    if len(last) == 2 and int(last) > max(12, int(first[2:])):
         return f"{first} {words.to} {first[:2]}{last}"
-    if words.language in ("fr", "es") and int(last) == int(first) + 1:
-        return f"{first} {last}"
-    return None
+    is_season = words.language in ("fr", "es") and int(last) == int(first) + 1 and " " not in dash
+    return f"{first} {last}" if is_season and not FROM_YEAR.search(before) else None
+
+
+def has_number(before, words):
+    """Whether it is one that things are told apart by."""
+    return bool(re.search(rf"(?:#|(?<!\w)(?:{words.numbered})[.:]? ?)$", before, re.IGNORECASE))
 
 
 def size(number):

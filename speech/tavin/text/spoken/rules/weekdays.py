@@ -1,27 +1,36 @@
-"""Days of the week from one to another, by their names: opening hours."""
+"""Days of the week from one to another, by their names: opening hours, and dates."""
 
 import functools
 import re
 
 from tavin.text.spoken.patterns import any_of
+from tavin.text.spoken.rules.dates import months
 
-# Words as well, which only a span makes days.
-ALSO_WORDS = {"So", "mar", "mer", "jeu"}
+# Words as well, which are days in a span, in a date, after the hours of another day, or after “on”.
+ALSO_WORDS = {"So", "mar", "mer", "jeu", "Sun", "Sat", "Wed"}
+HOUR = r"\d{1,2}(?:[:.]\d\d)?"
+SPAN = rf"{HOUR} ?[-–] ?{HOUR}"
+# Not "3-4 times", "10-15 years".
+OPEN = rf"(?=,? (?:(?:{SPAN}|{HOUR}) ?(?:Uhr|h|[ap]\.?m)\b|\d{{1,2}}:\d\d|{SPAN}(?=[,;)|\n]|\.?\s*$)))"
 
 
 def say(sentence, words):
     if not words.weekdays:
         return sentence
-    span, one = patterns(tuple(words.weekdays))
+    span, *others = patterns(tuple(words.weekdays), words.locale)
     sentence = span.sub(lambda found: f"{words.weekdays[found[1]]} {words.to} {words.weekdays[found[2]]}", sentence)
-    return one.sub(lambda found: words.weekdays[found[1]], sentence)
+    for one in others:
+        sentence = one.sub(lambda found: words.weekdays[found[1]], sentence)
+    return sentence
 
 
 @functools.cache
-def patterns(names):
-    """For two days with a dash between them, and for one before an hour: "Sa 9–13 Uhr", "sam. 9h"."""
-    day, alone = (rf"({any_of(some)})\b\.?" for some in (names, set(names) - ALSO_WORDS))
+def patterns(names, locale):
+    """For two days with a dash between them, one before an hour ("Sa 9–13 Uhr", "sam. 9h"), and one of a date."""
+    day, alone = (rf"({any_of(some)})\b" for some in (names, set(names) - ALSO_WORDS))
     return (
-        re.compile(rf"(?<![\w.-]){day} ?[-–] ?{day}(?![\w-])"),
-        re.compile(rf"(?<![\w.-]){alone},?(?= \d{{1,2}}(?:[:.]\d\d)?(?: ?[-–] ?\d{{1,2}}| ?(?:Uhr|h|[ap]m)\b))"),
+        re.compile(rf"(?<![\w.-]){day}\.? ?[-–] ?{day}\.?(?![\w-])"),
+        re.compile(rf"(?<![\w.-]){alone}\.?,?{OPEN}"),
+        re.compile(rf"(?:(?<=[\dhm][,;] )|(?<=Uhr[,;] )|(?<=\b[Oo]n )){day}\.?,?{OPEN}"),
+        re.compile(rf"(?<![\w.-]){day}\.(?= \d{{1,2}}(?:er)? (?:de )?(?:{any_of(months(locale))})\b)"),
     )

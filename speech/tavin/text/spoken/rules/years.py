@@ -19,7 +19,7 @@ DECADE = re.compile(
     re.IGNORECASE,
 )
 # As in "the thirties and 40s": the first is said by then.
-ANOTHER = re.compile(r"\b((?:twen|thir|for|fif|six|seven|eigh|nine)ties)(,? (?:and|or|to)) '?(\d0)s\b")
+ANOTHER = re.compile(r"\b((?:twen|thir|for|fif|six|seven|eigh|nine)ties)(,? (?:and|or|to)) '?([1-9]0)s\b")
 
 
 def say(sentence, words):
