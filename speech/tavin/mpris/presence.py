@@ -30,10 +30,13 @@ class Presence:
     def __init__(self, player):
         self._player = player
         self._task = None
+        self._left = 0  # connections for this text
         self._changed = asyncio.Event()
         self._trouble = None  # the last, which was told
 
     def show(self):
+        """For a text, also one that takes another's place."""
+        self._left = CONNECTIONS
         if not self._task or self._task.done():
             self._task = asyncio.get_running_loop().create_task(self._be_there())
 
@@ -47,8 +50,9 @@ class Presence:
         self._changed.set()
 
     async def _be_there(self):
-        for _ in range(CONNECTIONS):
-            if not await self._until_trouble():
+        while await self._until_trouble():
+            self._left -= 1
+            if not self._left:
                 return
             await asyncio.sleep(AGAIN)
 

@@ -125,3 +125,44 @@ def test_who_ends_every_connection_is_left_alone_for_this_text(monkeypatch):
         assert writer.sent == 2 * presence.CONNECTIONS
 
     served(monkeypatch, b"?" * 4096 * presence.CONNECTIONS, steps)
+
+
+def before_the_last(monkeypatch, writer, act):
+    """Have something happen before the last connection that a text has."""
+    connect = presence.connect
+
+    async def connected():
+        if writer.sent == 2 * (presence.CONNECTIONS - 1):
+            act()
+        return await connect()
+
+    monkeypatch.setattr(presence, "connect", connected)
+
+
+def test_a_text_that_begins_after_the_last_trouble_has_a_player_at_once(monkeypatch):
+    monkeypatch.setattr(presence, "AGAIN", 0)
+
+    async def steps(there, engine, writer):
+        before_the_last(monkeypatch, writer, lambda: monkeypatch.setattr(presence, "AGAIN", 3600))
+        async with asyncio.timeout(10):
+            while not there._task.done():
+                await asyncio.sleep(0)
+            there.show()
+            while writer.sent < 2 * (presence.CONNECTIONS + 1):
+                await asyncio.sleep(0)
+
+    served(monkeypatch, b"?" * 4096 * presence.CONNECTIONS, steps)
+
+
+def test_a_text_that_replaces_another_has_as_many_connections_again(monkeypatch):
+    monkeypatch.setattr(presence, "AGAIN", 0)
+    all_of_them = 2 * presence.CONNECTIONS - 1  # the fifth is the first of the new text
+
+    async def steps(there, engine, writer):
+        before_the_last(monkeypatch, writer, there.show)
+        async with asyncio.timeout(10):
+            while not there._task.done():
+                await asyncio.sleep(0)
+        assert writer.sent == 2 * all_of_them
+
+    served(monkeypatch, b"?" * 4096 * all_of_them, steps)
