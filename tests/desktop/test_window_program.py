@@ -1,5 +1,6 @@
 """Alerts are shown by a program of their own: whatever becomes of it closes an alert and no more."""
 
+import contextlib
 import os
 import shutil
 import signal
@@ -7,10 +8,14 @@ import signal
 import pytest
 from alerts import FAILED, shown, wait_for_alert
 from driver import Tavin
+from engine import IDLE
+from own_engine import engines, listening
+from scripted_engine import Pair, make_tree
 from session import SessionError, wait_until
-from trays import Tray
+from trays import Tray, rests
 
 PROGRAM = "tavin-windows"
+LOSS = "the program that shows its windows"
 TYPED = "sk-typed-by-hand-4711"
 
 
@@ -82,8 +87,7 @@ def test_without_a_window_there_is_no_such_program_and_no_library_for_windows(ta
 def test_its_end_closes_the_alert_and_the_next_one_appears(desktop, tavin, program, press, number):
     os.kill(program, number)
     wait_until(lambda: not shown(desktop), 5, "the alert's end")
-    wait_until(lambda: "the program that shows its windows: it ended by itself" in told(tavin), 5,
-               "the log's line")
+    wait_until(lambda: f"{LOSS}: it ended by itself" in told(tavin), 5, "the log's line")
     press()
     wait_for_alert(desktop)
     assert window_programs(tavin) != [program]
@@ -100,7 +104,7 @@ def test_one_that_is_stopped_is_closed_after_a_while_and_the_next_one_appears(de
                                                                              program, press):
     os.kill(program, signal.SIGSTOP)
     wait_until(lambda: is_gone(program), 30, "its end")
-    assert "the program that shows its windows: it does not answer" in told(tavin)
+    wait_until(lambda: f"{LOSS}: it does not answer" in told(tavin), 5, "the log's line")
     press()
     wait_for_alert(desktop)
 
@@ -127,23 +131,70 @@ def test_it_ends_after_the_last_alert(desktop, tavin, program, press):
     desktop.key("Escape")
     wait_until(lambda: not shown(desktop), 5, "the alert's end")
     wait_until(lambda: window_programs(tavin) == [], 10, "its end")
-    assert "the program that shows its windows" not in told(tavin)
+    assert LOSS not in told(tavin)
     press()
     wait_for_alert(desktop)
+
+
+@pytest.mark.parametrize("keys", [("Return", "Escape"), ("Escape", "Escape"), ("Return", "Return")],
+                         ids="-".join)
+def test_keys_that_come_all_at_once_answer_one_alert_once(desktop, tavin, program, press, keys):
+    # Now and then it reads the second key only after the answer to the first.
+    for _ in range(5):
+        pid, = window_programs(tavin)
+        os.kill(pid, signal.SIGSTOP)
+        desktop.key(*keys)
+        os.kill(pid, signal.SIGCONT)
+        wait_until(lambda: not shown(desktop), 5, "the alert's end")
+        press()
+        wait_for_alert(desktop)
+        assert LOSS not in told(tavin)
+
+
+def test_an_alert_sent_to_one_that_was_stopped_at_rest_is_shown_by_another(desktop, tavin, program,
+                                                                           press):
+    desktop.key("Escape")
+    wait_until(lambda: not shown(desktop), 5, "the alert's end")
+    wait_until(lambda: rests(program), 1, "the answer's way")
+    os.kill(program, signal.SIGSTOP)
+    press()
+    wait_until(lambda: shown(desktop), 25, "the alert")
+    wait_for_alert(desktop)
+    assert window_programs(tavin) != [program]
+
+
+def mark_text(desktop, window):
+    shape = desktop.session.run(["xdotool", "getwindowgeometry", "--shell", window])
+    sizes = dict(line.split("=") for line in shape.split())
+    # Across the text below the heading.
+    desktop.drag((int(sizes["X"]) + 15, int(sizes["Y"]) + 5),
+                 (int(sizes["X"]) + 300, int(sizes["Y"]) + 45))
+
+
+def test_what_was_marked_in_an_alert_stays_the_primary_selection(desktop, program):
+    desktop.own("primary", "before")
+    window, = shown(desktop)
+    mark_text(desktop, window)
+    marked = wait_until(lambda: desktop.primary() not in ("before", None) and desktop.primary(), 5,
+                        "what was marked")
+    desktop.focus(window)
+    desktop.key("Escape")
+    wait_until(lambda: not shown(desktop), 5, "the alert's end")
+    with pytest.raises(SessionError):
+        wait_until(lambda: desktop.primary() != marked, 5)
+    desktop.own("primary", "after")
+    wait_until(lambda: is_gone(program), 10, "its end")
 
 
 def test_what_was_copied_from_an_alert_stays_on_the_clipboard(desktop, tavin, program):
     desktop.key("Tab", "Tab")
     desktop.own("clipboard", "before")
     window, = shown(desktop)
-    shape = desktop.session.run(["xdotool", "getwindowgeometry", "--shell", window])
-    sizes = dict(line.split("=") for line in shape.split())
-    # Across the text below the heading.
-    desktop.drag((int(sizes["X"]) + 15, int(sizes["Y"]) + 5),
-                 (int(sizes["X"]) + 300, int(sizes["Y"]) + 45))
+    mark_text(desktop, window)
     desktop.key("ctrl+c")
     copied = wait_until(lambda: desktop.clipboard_text() not in ("before", None)
                         and desktop.clipboard_text(), 5, "a copy")
+    desktop.own("primary", "of another program")
     desktop.focus(window)
     desktop.key("Escape")
     wait_until(lambda: not shown(desktop), 5, "the alert's end")
@@ -155,6 +206,7 @@ def test_what_was_copied_from_an_alert_stays_on_the_clipboard(desktop, tavin, pr
 
 
 def test_what_is_typed_stands_in_no_argument_and_no_variable(desktop, engine, tavin):
+    # The icon in this tray keeps the program, so that it can be looked into after the alert.
     menu = Tray(desktop, "trayer").open_menu()
     menu.choose_with_keys("Set API Key")
     desktop.key("Return")
@@ -195,13 +247,51 @@ def test_an_upgrade_leaves_a_running_tavin_its_own(desktop, engine, own_tree):
     assert tavin.process.poll() is None
 
 
-def test_its_socket_is_nobody_elses(program, tavin):
-    """Neither has a name by which others could reach it, nor does a child inherit it."""
-    sockets = {os.readlink(f"/proc/{program}/fd/{name}") for name in os.listdir(f"/proc/{program}/fd")}
+def sockets(pid):
+    """By their inodes."""
+    links = []
+    for name in os.listdir(f"/proc/{pid}/fd"):
+        with contextlib.suppress(FileNotFoundError):
+            links.append(os.readlink(f"/proc/{pid}/fd/{name}"))
+    return {link[len("socket:["):-1] for link in links if link.startswith("socket:[")}
+
+
+def names_of_sockets():
+    with open("/proc/net/unix", encoding="utf-8", errors="replace") as f:
+        lines = [line.split(maxsplit=7) for line in f.readlines()[1:]]
+    return {line[6]: line[7].strip() if len(line) > 7 else "" for line in lines}
+
+
+def test_its_socket_has_no_name_by_which_others_could_reach_it(program, tavin):
+    names = names_of_sockets()
+    local = [names[inode] for pid in (program, tavin.process.pid) for inode in sockets(pid)
+             if inode in names]
+    assert len(local) >= 2
+    assert set(local) == {""}
+
+
+@pytest.fixture
+def pair(desktop, tmp_path, build):
+    yield Pair(desktop, make_tree(str(tmp_path / "tree"), build))
+    desktop.close()
+    wait_until(lambda: not listening(), 10, "end of the engine")
+
+
+def test_its_socket_is_no_other_childs(desktop, pair):
+    """Also not of an engine that is started while the program runs."""
+    engine, = engines(desktop.session)
+    pair.answer({**IDLE, **FAILED})
+    desktop.key("alt+Escape")
+    wait_for_alert(desktop)
+    program, = window_programs(pair.tavin)
+    os.kill(engine, signal.SIGKILL)
+    wait_until(lambda: listening() and engines(desktop.session) not in ([], [engine]), 20,
+               "another engine")
+    engine, = engines(desktop.session)
     assert os.readlink(f"/proc/{program}/fd/0") == "/dev/null"
-    shared = sockets & {os.readlink(f"/proc/{tavin.process.pid}/fd/{name}")
-                        for name in os.listdir(f"/proc/{tavin.process.pid}/fd")}
-    assert not [name for name in shared if name.startswith("socket:")]
+    held = [sockets(pid) for pid in (program, engine, pair.tavin.process.pid)]
+    assert all(held)
+    assert len(set.union(*held)) == sum(map(len, held))
 
 
 def test_it_lives_as_long_as_an_old_style_tray_has_the_icon(desktop, tavin):

@@ -39,12 +39,17 @@ bool BusObject::handleMessage(const QDBusMessage& message, const QDBusConnection
 QDBusMessage BusObject::answer(const QDBusMessage& message) {
   const auto method = methods_.constFind(message.member());
   if (method == methods_.cend())
-    return message.createErrorReply(QDBusError::UnknownMethod, message.member());
+    return message.createErrorReply(QDBusError::UnknownMethod,
+                                    QStringLiteral("There is no method ") + message.member());
   if (message.signature() != method->signature)
-    return message.createErrorReply(QDBusError::InvalidArgs, message.signature());
+    return message.createErrorReply(QDBusError::InvalidArgs,
+                                    QStringLiteral("%1 takes arguments of type \"%2\"")
+                                        .arg(message.member(), method->signature));
   const auto results = method->handler(message.arguments());
   if (!results)
-    return message.createErrorReply(QDBusError::InvalidArgs, message.member());
+    return message.createErrorReply(
+        QDBusError::InvalidArgs,
+        QStringLiteral("%1: there is nothing of this name or number").arg(message.member()));
   return message.createReply(*results);
 }
 

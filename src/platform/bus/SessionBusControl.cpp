@@ -142,7 +142,7 @@ void SessionBusControl::receive(Request request) {
     early_.push_back(request);
     return;
   }
-  // Not from inside the bus's dispatch: showing a menu may run an event loop of its own.
+  // Not from inside the bus's dispatch: the caller has its answer first.
   QTimer::singleShot(0, this, [this, request] { carryOut(request); });
 }
 

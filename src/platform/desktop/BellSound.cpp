@@ -1,6 +1,8 @@
 #include "platform/desktop/BellSound.h"
 
 #include <canberra.h>
+#include <dlfcn.h>
+#include <link.h>
 
 #include <QCoreApplication>
 #include <atomic>
@@ -10,29 +12,43 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <string_view>
 
 namespace tavin::desktop {
 namespace {
 
 constexpr std::chrono::seconds longestSound{5};
 
+struct DestroyContext {
+  void operator()(ca_context* context) const { ca_context_destroy(context); }
+};
+using Context = std::unique_ptr<ca_context, DestroyContext>;
+
 struct DestroyProperties {
   void operator()(ca_proplist* properties) const { ca_proplist_destroy(properties); }
 };
 using Properties = std::unique_ptr<ca_proplist, DestroyProperties>;
 
-// Made at the first bell and kept: with it the library would unload what plays sounds, while a
-// thread of that is still on its way out, which ends the process.
-ca_context* sharedContext() {
-  static ca_context* const context = [] {
-    ca_context* made = nullptr;
-    if (ca_context_create(&made) == CA_SUCCESS)
-      ca_context_change_props(made, CA_PROP_APPLICATION_NAME, "Tavin", CA_PROP_APPLICATION_ID,
-                              "app.tavin.Tavin", CA_PROP_APPLICATION_ICON_NAME, "app.tavin.Tavin",
-                              nullptr);
-    return made;
-  }();
-  return context;
+Context makeContext() {
+  ca_context* context = nullptr;
+  if (ca_context_create(&context) != CA_SUCCESS)
+    return nullptr;
+  Context owner(context);
+  ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Tavin", CA_PROP_APPLICATION_ID,
+                          "app.tavin.Tavin", CA_PROP_APPLICATION_ICON_NAME, "app.tavin.Tavin",
+                          nullptr);
+  return owner;
+}
+
+// With its context the library unloads the plug-in that plays, of which a thread may still be on
+// its way out where the sound server has gone: that would end this process.
+void keepPlugInsLoaded() {
+  const auto keep = [](dl_phdr_info* object, std::size_t, void*) {
+    if (std::string_view(object->dlpi_name).find("/libcanberra-") != std::string_view::npos)
+      dlopen(object->dlpi_name, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+    return 0;
+  };
+  dl_iterate_phdr(keep, nullptr);
 }
 
 Properties bellProperties() {
@@ -75,13 +91,16 @@ void finished(ca_context*, std::uint32_t sound, int error, void* endings) {
 bool playBellSound() {
   static auto* const endings = new Endings;  // A sound may end when the process does.
   static std::atomic<std::uint32_t> sounds = 0;
-  ca_context* const context = sharedContext();
+  const Context context = makeContext();
   const Properties properties = bellProperties();
-  if (context == nullptr || !properties)
+  if (!context || !properties)
     return false;
   const std::uint32_t sound = ++sounds;
   auto ending = endings->await(sound);
-  if (ca_context_play_full(context, sound, properties.get(), finished, endings) != CA_SUCCESS) {
+  const int played =
+      ca_context_play_full(context.get(), sound, properties.get(), finished, endings);
+  keepPlugInsLoaded();
+  if (played != CA_SUCCESS) {
     endings->tell(sound, CA_ERROR_NOTAVAILABLE);
     return false;
   }

@@ -22,7 +22,7 @@ struct QtApplication::Arguments {
   int count = 1;
 };
 
-// Ends at once when asked to quit, also in a nested event loop.
+// Has the delegate say what is done when it is asked to quit.
 class QtApplication::Instance final : private Arguments, public QCoreApplication {
  public:
   explicit Instance(const char* program)
@@ -62,7 +62,7 @@ int QtApplication::run() {
 
 void QtApplication::terminate() {
   terminated_ = true;
-  QCoreApplication::exit(0);  // Leaves nested event loops too.
+  QCoreApplication::exit(0);
 }
 
 }  // namespace tavin::desktop

@@ -13,6 +13,7 @@ namespace tavin::gui {
 namespace {
 
 constexpr int questionEveryMs = 5000;
+constexpr int menuQuestionEveryMs = 1000;
 // What is shown next does not have to wait for another start.
 constexpr int restMs = 2000;
 constexpr int mostRestarts = 5;
@@ -24,6 +25,11 @@ struct SocketPair {
   posix::FileDescriptor ours;
   posix::FileDescriptor theirs;
 };
+
+posix::FileDescriptor openToRun(const QString& executable) {
+  return posix::FileDescriptor(
+      ::open(QFile::encodeName(executable).constData(), O_PATH | O_CLOEXEC));
+}
 
 SocketPair makeSocketPair() {
   int ends[2] = {-1, -1};
@@ -38,7 +44,7 @@ WindowProgram::WindowProgram(ProcessLauncher& launcher, SystemLog& log, Place pl
     : launcher_(launcher),
       log_(log),
       place_(std::move(place)),
-      file_(::open(QFile::encodeName(place_.executable).constData(), O_PATH | O_CLOEXEC)) {
+      file_(openToRun(place_.executable)) {
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, [this] { timeIsOver(); });
 }
@@ -48,7 +54,8 @@ WindowProgram::~WindowProgram() { end(); }
 void WindowProgram::showAlert(const Alert& alert, bool inFront,
                               std::function<void(AlertResponse)> answered) {
   answered_ = std::move(answered);
-  send(ShowAlert{++alertId_, alert, inFront, takeActivationToken()});
+  unseen_ = ShowAlert{++alertId_, alert, inFront, takeActivationToken()};
+  send(*unseen_);
 }
 
 void WindowProgram::bringAlertToFront() {
@@ -57,6 +64,7 @@ void WindowProgram::bringAlertToFront() {
 }
 
 void WindowProgram::closeAlert() {
+  unseen_.reset();
   if (std::exchange(answered_, {}) && channel_)
     send(CloseAlert());
 }
@@ -88,22 +96,30 @@ void WindowProgram::hideIcon() {
 }
 
 void WindowProgram::send(const Request& request) {
-  if (!channel_ && !start()) {
-    QTimer::singleShot(0, this, [this] {
-      if (!channel_)
-        lose(place_.executable + QStringLiteral(" cannot be started"));
-    });
-    return;
-  }
+  if (!channel_)
+    if (const auto failure = start()) {
+      unsent_.push_back(request);
+      QTimer::singleShot(0, this, [this, failure] {
+        if (!channel_ && !unsent_.empty())
+          lose(place_.executable + QStringLiteral(" cannot be started: ") + *failure);
+      });
+      return;
+    }
+  finishing_ = false;
+  for (const Request& waiting : std::exchange(unsent_, {})) channel_->send(encode(waiting));
   channel_->send(encode(request));
   ping();
 }
 
-bool WindowProgram::start() {
+std::optional<QString> WindowProgram::start() {
   started_.start();
+  if (!file_)
+    file_ = openToRun(place_.executable);
+  if (!file_)
+    return qt_error_string(errno);
   SocketPair sockets = makeSocketPair();
-  if (!sockets.ours || !file_)
-    return false;
+  if (!sockets.ours)
+    return qt_error_string(errno);
   auto launched =
       launcher_.launch({.executable = QStringLiteral("/proc/self/fd/%1").arg(file_.get()),
                         .arguments = {place_.qtPlatform},
@@ -113,17 +129,17 @@ bool WindowProgram::start() {
                         .input = sockets.theirs.get(),
                         .awaited = false},
                        {});
-  if (std::holds_alternative<LaunchError>(launched))
-    return false;
+  if (const auto* const error = std::get_if<LaunchError>(&launched))
+    return error->description;
   process_ = std::get<std::shared_ptr<ChildProcess>>(std::move(launched));
   channel_ = std::make_unique<Channel>(
       std::move(sockets.ours), longestEvent,
       [this](const QByteArray& message) { received(message); },
       [this] { lose(QStringLiteral("it ended by itself")); });
-  asked_ = false;
+  asked_ = answers_ = false;
   if (clicked_)
     channel_->send(encode(Request(icon_)));
-  return true;
+  return std::nullopt;
 }
 
 void WindowProgram::received(const QByteArray& message) {
@@ -135,6 +151,8 @@ void WindowProgram::received(const QByteArray& message) {
 
 void WindowProgram::handle(const Pong&) {
   asked_ = false;
+  answers_ = true;
+  unseen_.reset();
   rest();
 }
 
@@ -147,6 +165,7 @@ void WindowProgram::handle(const AlertAnswered& answer) {
   if (!answered_ || answer.id != alertId_)
     return;
   const auto answered = std::exchange(answered_, {});
+  unseen_.reset();
   rest();
   answered(answer.response);
 }
@@ -168,7 +187,12 @@ void WindowProgram::ping() {
   if (std::exchange(asked_, true))
     return;
   channel_->send(encode(Request(Ping())));
-  timer_.start(place_.patienceMs);
+  timer_.start(patience());
+}
+
+// At its start it may have to read much from a slow disk.
+int WindowProgram::patience() const {
+  return closed_ && answers_ ? place_.menuPatienceMs : place_.patienceMs;
 }
 
 // Until the next question, where there is one.
@@ -176,8 +200,8 @@ void WindowProgram::rest() {
   if (asked_)
     return;
   if (isWatched())
-    timer_.start(questionEveryMs);
-  else if (!isNeeded())
+    timer_.start(closed_ ? menuQuestionEveryMs : questionEveryMs);
+  else if (!isNeeded() && !finishing_)
     timer_.start(restMs);
   else
     timer_.stop();
@@ -190,18 +214,23 @@ void WindowProgram::timeIsOver() {
     return lose(QStringLiteral("it does not answer"));
   if (isNeeded())
     return ping();
+  finishing_ = true;
+  ping();  // First: whatever comes after it takes the other back.
   channel_->send(encode(Request(Finish())));
 }
 
 void WindowProgram::lose(const QString& how) {
   end();
-  log_.write(
-      QStringLiteral("Tavin: the program that shows its windows: %1; what was open is closed")
-          .arg(how));
+  const auto unseen = std::exchange(unseen_, std::nullopt);
+  const bool showAgain = unseen && answered_;
+  const auto answered = showAgain ? nullptr : std::exchange(answered_, {});
+  const auto closed = std::exchange(closed_, {});
+  log_.write(QStringLiteral("Tavin: the program that shows its windows: ") + how +
+             (answered || closed ? QStringLiteral("; what was open is closed") : QString()));
   if (clicked_)
     timer_.start(place_.restartMs);
-  const auto answered = std::exchange(answered_, {});
-  const auto closed = std::exchange(closed_, {});
+  if (showAgain)
+    send(*unseen);
   if (answered)
     answered({});
   if (closed)
@@ -212,6 +241,7 @@ void WindowProgram::lose(const QString& how) {
 void WindowProgram::end() {
   timer_.stop();
   channel_.reset();
+  unsent_.clear();
   if (const auto process = std::exchange(process_, nullptr))
     process->kill();
 }

@@ -21,16 +21,18 @@ namespace tavin::gui {
 //
 // It may crash, be killed, hang or talk nonsense at any time. Then it is killed, what it showed
 // counts as closed by the user, a line in the log says so, and what is shown next starts another.
-// It is asked now and then whether it still answers while it has an alert or a menu open, and not
-// while it has the icon alone. Main thread only; waits for nothing. Callbacks run from the event
+// An alert that it got and never answered for is shown once more, by the next. It is asked now and
+// then whether it still answers while it has an alert or a menu open, and not while it has the icon
+// alone. Main thread only; waits for nothing. Callbacks run from the event
 // loop and may ask for the next thing.
 class WindowProgram : private QObject {
  public:
   struct Place {
     QString executable;
-    QString qtPlatform;       // Qt's windowing plug-in.
-    int patienceMs = 15'000;  // How long an answer may take.
-    int restartMs = 2000;     // From its end to the next start for the icon alone.
+    QString qtPlatform;         // Qt's windowing plug-in.
+    int patienceMs = 15'000;    // How long an answer may take.
+    int restartMs = 2000;       // From its end to the next start for the icon alone.
+    int menuPatienceMs = 3000;  // While it has the keyboard for a menu, an answer.
   };
 
   // `launcher` and `log` must outlive it. Destroying it ends the program and calls nothing.
@@ -55,7 +57,9 @@ class WindowProgram : private QObject {
   bool isNeeded() const { return isWatched() || clicked_; }
   bool isWatched() const { return answered_ || closed_; }
   void send(const Request& request);
-  bool start();
+  int patience() const;
+  // Why that failed, where it did.
+  std::optional<QString> start();
   void received(const QByteArray& message);
   void handle(const Pong&);
   void handle(const Finished&);
@@ -73,11 +77,15 @@ class WindowProgram : private QObject {
   SystemLog& log_;
   const Place place_;
   // Its file as it was when Tavin started: one that an upgrade brings may speak otherwise.
-  const posix::FileDescriptor file_;
+  posix::FileDescriptor file_;
   std::shared_ptr<ChildProcess> process_;
   std::unique_ptr<Channel> channel_;  // While the program runs.
   QTimer timer_;                      // To the end of patience, the next question, or the end.
   bool asked_ = false;                // And not answered.
+  bool answers_ = false;              // Has answered since its start.
+  bool finishing_ = false;            // Was told that nothing is to be shown any more.
+  std::vector<Request> unsent_;       // Where it could not be started.
+  std::optional<ShowAlert> unseen_;   // Sent, and nothing answered since.
   quint32 alertId_ = 0;
   quint32 menuId_ = 0;
   std::function<void(AlertResponse)> answered_;         // While an alert is open.

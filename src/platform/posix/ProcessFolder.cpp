@@ -129,7 +129,7 @@ bool ProcessFolder::holds(int descriptor, std::uint32_t socketInode) const {
          socketName(socketInode);
 }
 
-bool isOurs(std::int64_t pid) {
+bool isSelfOrChild(std::int64_t pid) {
   return pid == ::getpid() || (pid > 0 && ProcessFolder(static_cast<pid_t>(pid)).isOurChild());
 }
 

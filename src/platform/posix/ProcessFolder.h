@@ -35,8 +35,8 @@ class ProcessFolder {
   FileDescriptor folder_;
 };
 
-// Whether the process shows windows for this one: itself, or a child that does.
-bool isOurs(std::int64_t pid);
+// Whether it is this process or a child of it: Tavin's windows are a child's.
+bool isSelfOrChild(std::int64_t pid);
 
 // All that there are now, in the order of their numbers.
 std::vector<pid_t> allProcesses();

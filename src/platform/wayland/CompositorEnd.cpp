@@ -20,9 +20,7 @@ constexpr int tryEveryMs = 500;
 constexpr int mostTries = 10;
 
 QByteArray socketPath() {
-  QByteArray name = qgetenv("WAYLAND_DISPLAY");
-  if (name.isEmpty())
-    name = "wayland-0";
+  const QByteArray name = qgetenv("WAYLAND_DISPLAY");
   return name.startsWith('/') ? name : qgetenv("XDG_RUNTIME_DIR") + '/' + name;
 }
 
@@ -44,7 +42,8 @@ class CompositorEnd final : public QObject {
  public:
   CompositorEnd(QObject* parent, std::function<void()> ended)
       : QObject(parent), ended_(std::move(ended)) {
-    connectToIt();
+    if (!connectToIt())
+      tryAgain();
   }
 
  private:
@@ -72,6 +71,12 @@ class CompositorEnd final : public QObject {
       return ended_();
     if (!connectToIt())
       QTimer::singleShot(tryEveryMs, this, [this] { lookForAnother(); });
+  }
+
+  // It may be too busy to take the first connection.
+  void tryAgain() {
+    triesLeft_ = mostTries;
+    QTimer::singleShot(tryEveryMs, this, [this] { lookForAnother(); });
   }
 
   const std::function<void()> ended_;

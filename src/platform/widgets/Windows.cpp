@@ -24,8 +24,8 @@ Windows::Windows(posix::FileDescriptor socket, std::function<void()> ended)
       channel_(
           std::move(socket), longestRequest,
           [this](const QByteArray& message) { received(message); }, [this] { ended_(); }) {
-  connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
-          [this] { finishUnlessNeeded(); });
+  for (const auto changed : {&QClipboard::dataChanged, &QClipboard::selectionChanged})
+    connect(QGuiApplication::clipboard(), changed, this, [this] { finishUnlessNeeded(); });
 }
 
 Windows::~Windows() { delete menu_; }
@@ -47,16 +47,20 @@ void Windows::obey(const gui::Finish&) {
   finishUnlessNeeded();
 }
 
-// What the user copied from an alert would go with the program.
+// What the user copied or marked in an alert would go with the program.
 void Windows::finishUnlessNeeded() {
-  if (finishing_ && !QGuiApplication::clipboard()->ownsClipboard())
+  const QClipboard& clipboard = *QGuiApplication::clipboard();
+  if (finishing_ && !clipboard.ownsClipboard() && !clipboard.ownsSelection())
     tell(gui::Finished());
 }
 
 void Windows::obey(const gui::ShowAlert& request) {
   keepActivationToken(request.token);
   dialog_ = std::make_unique<AlertDialog>(request.alert);
-  connect(dialog_.get(), &QDialog::finished, this, [this, id = request.id] { answerAlert(id); });
+  connect(
+      dialog_.get(), &QDialog::finished, this, [this, id = request.id] { answerAlert(id); },
+      // Two keys at once may finish it twice.
+      Qt::SingleShotConnection);
   dialog_->show();
   if (request.inFront)
     bringToFront(*dialog_);

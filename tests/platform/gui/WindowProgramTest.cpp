@@ -139,6 +139,7 @@ TEST_F(WindowProgramTest, WhereItEndsWhatIsOpenIsClosedAndTheNextStartsAnother) 
   show();
   openMenu();
   hears<ShowMenu>();
+  last().tell(Pong());
   last().end();
   ASSERT_TRUE(waitUntil([&] { return answers.size() == 1 && closings.size() == 1; }));
   EXPECT_EQ(answers[0].button, 0);
@@ -148,6 +149,57 @@ TEST_F(WindowProgramTest, WhereItEndsWhatIsOpenIsClosedAndTheNextStartsAnother) 
   show("next");
   ASSERT_EQ(launcher.started.size(), 2U);
   EXPECT_EQ(hears<ShowAlert>().alert.messageText, "next");
+}
+
+TEST_F(WindowProgramTest, AnAlertThatItNeverAnsweredForIsShownOnceMore) {
+  show("shown late");
+  hears<ShowAlert>();
+  last().end();
+  ASSERT_TRUE(waitUntil([&] { return launcher.started.size() == 2; }));
+  EXPECT_EQ(hears<ShowAlert>().alert.messageText, "shown late");
+  EXPECT_TRUE(answers.empty());
+  EXPECT_FALSE(log.lines.value(0).contains("closed"));
+  last().end();
+  ASSERT_TRUE(waitUntil([&] { return answers.size() == 1; }));
+  EXPECT_EQ(launcher.started.size(), 2U);
+  EXPECT_TRUE(log.lines.value(1).contains("closed"));
+}
+
+TEST_F(WindowProgramTest, OneThatHangsWithNothingToShowIsKilled) {
+  show();
+  hears<Ping>();
+  last().tell(Pong());
+  last().tell(AlertAnswered{hears<ShowAlert>().id, {1000, ""}});
+  hears<Finish>();
+  ASSERT_TRUE(waitUntil([&] { return last().killed; }));
+  EXPECT_TRUE(log.lines.value(0).endsWith("does not answer"));
+}
+
+TEST_F(WindowProgramTest, OneThatStaysForTheClipboardIsAskedOnceAndLeftAlone) {
+  show();
+  hears<Ping>();
+  last().tell(Pong());
+  last().tell(AlertAnswered{hears<ShowAlert>().id, {1000, ""}});
+  hears<Finish>();
+  last().tell(Pong());
+  const auto told = last().messages.size();
+  QElapsedTimer waited;
+  waited.start();
+  waitUntil([&] { return waited.elapsed() > 2500; });
+  EXPECT_EQ(last().messages.size(), told);
+  EXPECT_FALSE(last().killed);
+  last().tell(Finished());
+  ASSERT_TRUE(waitUntil([&] { return last().closed; }));
+}
+
+TEST_F(WindowProgramTest, OneThatHangsWithAMenuOpenIsKilledSooner) {
+  program = std::make_unique<WindowProgram>(
+      launcher, log, WindowProgram::Place{"/proc/self/exe", "xcb", 60'000, 10, patienceMs});
+  openMenu();
+  hears<Ping>();
+  last().tell(Pong());
+  ASSERT_TRUE(waitUntil([&] { return closings.size() == 1; }));
+  EXPECT_TRUE(last().killed);
 }
 
 TEST_F(WindowProgramTest, OneThatDoesNotAnswerIsKilledAndWhatIsOpenIsClosed) {
@@ -176,6 +228,7 @@ TEST_F(WindowProgramTest, OneThatTalksNonsenseIsKilledAndWhatIsOpenIsClosed) {
     answers.clear();
     show();
     hears<ShowAlert>();
+    last().tell(Pong());
     last().channel->send(nonsense);
     ASSERT_TRUE(waitUntil([&] { return !answers.empty(); }));
     EXPECT_EQ(answers[0].button, 0);

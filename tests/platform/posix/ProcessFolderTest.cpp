@@ -15,14 +15,14 @@ TEST(ProcessFolderTest, ThisProcessAndItsChildrenAreOursAndNoOther) {
     ::pause();
     ::_exit(0);
   }
-  EXPECT_TRUE(isOurs(::getpid()));
-  EXPECT_TRUE(isOurs(child));
-  EXPECT_FALSE(isOurs(::getppid()));
-  EXPECT_FALSE(isOurs(0));
-  EXPECT_FALSE(isOurs(-1));
+  EXPECT_TRUE(isSelfOrChild(::getpid()));
+  EXPECT_TRUE(isSelfOrChild(child));
+  EXPECT_FALSE(isSelfOrChild(::getppid()));
+  EXPECT_FALSE(isSelfOrChild(0));
+  EXPECT_FALSE(isSelfOrChild(-1));
   ::kill(child, SIGKILL);
   ::waitpid(child, nullptr, 0);
-  EXPECT_FALSE(isOurs(child));
+  EXPECT_FALSE(isSelfOrChild(child));
 }
 
 }  // namespace

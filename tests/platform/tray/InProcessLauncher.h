@@ -34,7 +34,8 @@ class InProcessLauncher final : public ProcessLauncher {
   std::unique_ptr<widgets::Windows> windows_;
 };
 
-// The program as the tray and the alerts use it. Made once for all tests, as in Tavin.
+// The program as the tray and the alerts use it, anew for each caller. The launcher is one for all
+// and holds the windows of one program: those of the one before must be closed.
 inline std::shared_ptr<gui::WindowProgram> inProcessProgram() {
   class NoLog final : public SystemLog {
     void write(const QString& /*line*/) override {}
