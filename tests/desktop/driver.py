@@ -38,18 +38,18 @@ class Desktop:
         return program
 
     def open(self, command, name, seconds=30.0, **kwargs):
-        """Starts a program and returns its window, found by title or class, once it is shown
-        and has the keyboard."""
+        """Starts a program and returns its window, found by title or class, or by its process where
+        `name` is None, once it is shown and has the keyboard."""
         wid = self.show(command, name, seconds, **kwargs)
         self.focus(wid)
         return wid
 
-    def open_bare_field(self, build, text, busy=0.0, **environment):
+    def open_bare_field(self, build, text, busy=0.0, name="Qt 6 field", **environment):
         """A program that tells accessibility nothing and owns no selection, with `text` selected:
         only a copy gets anything out of it, `busy` seconds after it was asked for."""
         nowhere = {**self.session.env, "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
         return self.open([os.path.join(build, "bin/qt6_field"), text, "--bare",
-                          str(int(busy * 1000))], "Qt 6 field",
+                          str(int(busy * 1000))], name,
                          env={**nowhere, **environment})
 
     def show(self, command, name, seconds=30.0, **kwargs):
@@ -59,7 +59,7 @@ class Desktop:
         def window():
             if program.poll() not in (None, 0):
                 raise SessionError(f"{command[0]} ended with {program.returncode}")
-            found = self.windows(name)
+            found = self.windows(name) if name else self.windows_of(program.pid)
             return found[-1] if found else None
         return wait_until(window, seconds, f"window of {command[0]}")
 
@@ -68,6 +68,9 @@ class Desktop:
         out = out or self.session.run(["xdotool", "search", "--onlyvisible", "--class", name],
                                       check=False)
         return out.split()
+
+    def windows_of(self, pid):
+        return self.session.run(["xdotool", "search", "--onlyvisible", "--pid", str(pid)], check=False).split()
 
     def menus(self):
         """How many windows without a frame are shown, such as menus."""

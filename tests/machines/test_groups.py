@@ -34,8 +34,9 @@ GROUPS = {
              "cmake --build --preset tidy --target tavin_logic", r"Linking CXX static library"),
     "fuzz": ("FUZZ_SECONDS=5 make fuzz", r"^http: \d+ inputs"),
     "package": ("make deb", r"^Built .*[.]deb$"),
-    "screenshots": (f"{BUILD} -DBUILD_TESTING=OFF && cmake --build build && tools/screenshots build menu",
-                    r" xfce4-menu.png, 900 by 410"),
+    "screenshots": (f"{BUILD} -DBUILD_TESTING=OFF && cmake --build build && "
+                    "tools/screenshots build menu player",
+                    r" xfce4-menu.png, 900 by 410(.|\n)* xfce4-player.png, 420 by 200"),
     "debootstrap": ("sudo debootstrap --print-debs trixie /tmp/there \"$(bash -c "
                     "'. tools/debian-folder.sh; mirror')\"", r"\bcoreutils\b"),
     "debian13": (f"{BUILD} >/dev/null && cmake --build build >/dev/null && TAVIN_BUILD=$PWD/build "

@@ -1,4 +1,5 @@
-"""Ten thousand broken requests, or as many as there is time for in FUZZ_SECONDS, others each time."""
+"""Ten thousand broken requests, or as many as there is time for in FUZZ_SECONDS, others each time or
+those of FUZZ_SEED."""
 
 import itertools
 import os
@@ -11,7 +12,7 @@ import fuzz
 def requests():
     if "FUZZ_SECONDS" not in os.environ:
         return fuzz.cases(seed=2, count=10_000)
-    seed = random.SystemRandom().randrange(1 << 32)
+    seed = int(os.environ.get("FUZZ_SEED") or random.SystemRandom().randrange(1 << 32))
     print("seed", seed)
     end = time.monotonic() + float(os.environ["FUZZ_SECONDS"])
     return itertools.takewhile(lambda _: time.monotonic() < end, fuzz.endless_cases(seed))

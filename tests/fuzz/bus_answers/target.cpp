@@ -1,6 +1,6 @@
 // Desktops that answer anything to Tavin's requests on the session's bus, and send it any signal.
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QTemporaryDir>
 #include <array>
 
@@ -67,9 +67,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static int count = 1;
   static char name[] = "bus_answers";
   static char* arguments[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
   static auto& bus = fuzz::FakeBus::session();
-  static const QGuiApplication application(count, arguments);
+  static const QCoreApplication application(count, arguments);
   static const bus::OwnConnection connection("fuzz");
   FuzzedDataProvider input(data, size);
   bus.answerWith(&input, answers);

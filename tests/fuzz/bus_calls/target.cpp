@@ -1,7 +1,7 @@
 // Panels and other programs that call what Tavin offers on the session's bus: its menu, its icon
 // and itself.
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <array>
 
 #include "bus/FakeBus.h"
@@ -97,9 +97,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static int count = 1;
   static char name[] = "bus_calls";
   static char* arguments[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
   fuzz::FakeBus::session();
-  static const QGuiApplication application(count, arguments);
+  static const QCoreApplication application(count, arguments);
   static Offered offered;
   FuzzedDataProvider input(data, size);
   offered.sample.items = anyItems(input, 0);

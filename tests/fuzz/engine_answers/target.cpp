@@ -1,7 +1,7 @@
 // What answers on the engine's port: its status and its list of voices.
 
 #include <QByteArray>
-#include <QGuiApplication>
+#include <QCoreApplication>
 
 #include "Claim.h"
 #include "engine/EngineStatus.h"
@@ -12,12 +12,11 @@ using namespace tavin;
 namespace {
 
 // Its messages are shown in the user's language; the C locale shows them as they come.
-QGuiApplication& germanApplication() {
+QCoreApplication& germanApplication() {
   static int count = 1;
   static char name[] = "engine_answers";
   static char* arguments[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static QGuiApplication application(count, arguments);
+  static QCoreApplication application(count, arguments);
   static const bool installed = [] {
     desktop::installCatalogue({"de"});
     return true;

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QElapsedTimer>
+#include <limits>
 
 #include "FakePanel.h"
 #include "InProcessLauncher.h"
@@ -182,6 +183,23 @@ TEST_F(DBusMenuTest, AnswersForPropertiesByNameAndGroup) {
   ASSERT_EQ(group.size(), 1);
   EXPECT_EQ(group[0].properties, QVariantMap({{"label", "Speak Selection\t⌥ Esc"}}));
   EXPECT_THAT(panel.layout(service, 0, 0).children, ::testing::IsEmpty());
+}
+
+// How many lines below the root a depth gives, those of its submenus among them.
+int linesWithin(const QList<LayoutItem>& items) {
+  int count = 0;
+  for (const LayoutItem& item : items) count += 1 + linesWithin(item.children);
+  return count;
+}
+
+TEST_F(DBusMenuTest, AnyNegativeDepthIsEverythingBelow) {
+  const auto root = panel.layout(service).children;
+  const int all = linesWithin(root);
+  EXPECT_EQ(all, root.size() + 2) << "those of the submenu too";
+  for (const int depth : {-2, std::numeric_limits<int>::min() + 1, std::numeric_limits<int>::min()})
+    EXPECT_EQ(linesWithin(panel.layout(service, 0, depth).children), all) << depth;
+  EXPECT_EQ(linesWithin(panel.layout(service, 0, std::numeric_limits<int>::max()).children), all);
+  EXPECT_EQ(linesWithin(panel.layout(service, 0, 1).children), root.size());
 }
 
 TEST_F(DBusMenuTest, RefusesNonsense) {
