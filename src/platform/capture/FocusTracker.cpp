@@ -43,7 +43,7 @@ Focus FocusTracker::waitForProgram(windows::FrontWindow window) {
 }
 
 bool FocusTracker::isOwn(const atspi::ObjectRef& program) {
-  return posix::isSelfOrChild(bus_.processIds({program}, Deadline::in(secondsToFind)).front());
+  return posix::showsOurWindows(bus_.processIds({program}, Deadline::in(secondsToFind)).front());
 }
 
 Focus FocusTracker::lookInto(const windows::FrontWindow& window) {

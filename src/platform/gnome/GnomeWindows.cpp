@@ -17,7 +17,7 @@ windows::FrontWindow GnomeWindows::frontWindow() {
   silent_ = display == x11::DisplayProbe::Display::silent;
   windows::FrontWindow front = answers() ? xwayland_->frontWindow() : windows::FrontWindow();
   // A menu of our own may be the active window still.
-  if (front.id == 0 || (afterMenu && posix::isSelfOrChild(front.processId))) {
+  if (front.id == 0 || (afterMenu && posix::showsOurWindows(front.processId))) {
     front = {};
     front.id = nativeWindow;
     front.unknown = true;

@@ -129,8 +129,11 @@ bool ProcessFolder::holds(int descriptor, std::uint32_t socketInode) const {
          socketName(socketInode);
 }
 
-bool isSelfOrChild(std::int64_t pid) {
-  return pid == ::getpid() || (pid > 0 && ProcessFolder(static_cast<pid_t>(pid)).isOurChild());
+bool showsOurWindows(std::int64_t pid) {
+  if (pid <= 0 || pid == ::getpid())
+    return pid > 0;
+  const ProcessFolder process(static_cast<pid_t>(pid));
+  return process.isOurChild() && process.name() == windowProgramName;
 }
 
 std::vector<pid_t> allProcesses() { return numbersIn("/proc", mostProcesses); }

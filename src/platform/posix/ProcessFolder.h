@@ -35,8 +35,10 @@ class ProcessFolder {
   FileDescriptor folder_;
 };
 
-// Whether it is this process or a child of it: Tavin's windows are a child's.
-bool isSelfOrChild(std::int64_t pid);
+// What the program that shows Tavin's windows calls its process.
+inline constexpr char windowProgramName[] = "tavin-windows";
+// Whether it is this process, or its child of that name.
+bool showsOurWindows(std::int64_t pid);
 
 // All that there are now, in the order of their numbers.
 std::vector<pid_t> allProcesses();

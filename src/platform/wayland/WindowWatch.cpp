@@ -35,7 +35,7 @@ std::uint64_t WindowWatch::newId() {
 }
 
 bool WindowWatch::isOwn(const Toplevel& window) {
-  return window.appId == ownAppId || posix::isSelfOrChild(window.processId);
+  return window.appId == ownAppId || posix::showsOurWindows(window.processId);
 }
 
 std::set<std::int64_t> WindowWatch::processes() const {

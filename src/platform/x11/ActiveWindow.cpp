@@ -99,7 +99,7 @@ bool ActiveWindow::isPassing(xcb_window_t window) const {
     return std::find(std::begin(passingTypes_), std::end(passingTypes_), type) !=
            std::end(passingTypes_);
   });
-  return passing || posix::isSelfOrChild(clientProcess(connection_, window));
+  return passing || posix::showsOurWindows(clientProcess(connection_, window));
 }
 
 bool ActiveWindow::keyboardIsGrabbed() const {
