@@ -113,7 +113,8 @@ StartedPlatform complete(std::unique_ptr<Platform> platform, Survey survey,
   addWindows(*platform, survey, chosen->capture.menuCommandChosen);
   addCapture(*platform, std::move(chosen->capture));
   platform->remoteControl =
-      std::make_unique<NotingControl>(std::move(platform->remoteControl), arrived, [modifiers] {
+      std::make_unique<NotingControl>(std::move(platform->remoteControl), [arrived, modifiers] {
+        arrived();
         if (modifiers)
           gnome::HeldModifiers::noteIn(modifiers);
       });

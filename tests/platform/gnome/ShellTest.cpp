@@ -50,9 +50,8 @@ class Control final : public RemoteControl {
 TEST_F(ShellTest, AnActionThatLooksForASelectionCountsAsAPress) {
   shell.start();
   RemoteActions served;
-  session::NotingControl control(
-      std::make_unique<Control>(served), [] {},
-      [this] { gnome::HeldModifiers::noteIn(modifiers); });
+  session::NotingControl control(std::make_unique<Control>(served),
+                                 [this] { gnome::HeldModifiers::noteIn(modifiers); });
   bool heldWhileItRan = false;
   control.serve({.activate = {},
                  .speakOrStop = [&] { heldWhileItRan = heldForAllThatIsKnown(); },
