@@ -9,9 +9,7 @@
 #include <chrono>
 #include <cstdint>
 #include <future>
-#include <map>
 #include <memory>
-#include <mutex>
 #include <string_view>
 
 namespace tavin::desktop {
@@ -62,50 +60,40 @@ Properties bellProperties() {
   return Properties(properties);
 }
 
-// How the sounds end that are waited for, by their numbers. The library tells one twice where the
-// sound server goes at that moment, and may tell it when nobody waits any more.
-class Endings {
+// How a sound ends. The library tells it twice where the sound server goes at that moment.
+class Ending {
  public:
-  std::future<int> await(std::uint32_t sound) {
-    const std::lock_guard lock(mutex_);
-    return awaited_[sound].get_future();
-  }
-  void tell(std::uint32_t sound, int error) {
-    const std::lock_guard lock(mutex_);
-    if (const auto found = awaited_.find(sound); found != awaited_.end())
-      found->second.set_value(error);
-    awaited_.erase(sound);
+  std::future<int> future() { return promise_.get_future(); }
+  void tell(int error) {
+    if (!told_.test_and_set())
+      promise_.set_value(error);
   }
 
  private:
-  std::mutex mutex_;
-  std::map<std::uint32_t, std::promise<int>> awaited_;
+  std::promise<int> promise_;
+  std::atomic_flag told_;
 };
 
-void finished(ca_context*, std::uint32_t sound, int error, void* endings) {
-  static_cast<Endings*>(endings)->tell(sound, error);
+void finished(ca_context*, std::uint32_t, int error, void* ending) {
+  static_cast<Ending*>(ending)->tell(error);
 }
 
 }  // namespace
 
 bool playBellSound() {
-  static auto* const endings = new Endings;  // A sound may end when the process does.
-  static std::atomic<std::uint32_t> sounds = 0;
+  // Declared before the context, whose destruction makes the last call of `finished`.
+  Ending ending;
   const Context context = makeContext();
   const Properties properties = bellProperties();
   if (!context || !properties)
     return false;
-  const std::uint32_t sound = ++sounds;
-  auto ending = endings->await(sound);
-  const int played =
-      ca_context_play_full(context.get(), sound, properties.get(), finished, endings);
+  auto outcome = ending.future();
+  const int played = ca_context_play_full(context.get(), 0, properties.get(), finished, &ending);
   keepPlugInsLoaded();
-  if (played != CA_SUCCESS) {
-    endings->tell(sound, CA_ERROR_NOTAVAILABLE);
+  if (played != CA_SUCCESS)
     return false;
-  }
   // A sound that goes on for longer is heard all the same.
-  return ending.wait_for(longestSound) != std::future_status::ready || ending.get() == CA_SUCCESS;
+  return outcome.wait_for(longestSound) != std::future_status::ready || outcome.get() == CA_SUCCESS;
 }
 
 }  // namespace tavin::desktop
