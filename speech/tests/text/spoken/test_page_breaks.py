@@ -73,6 +73,28 @@ def test_many_pages_are_read_as_one_text():
     assert said.count("back to the house") == 39
 
 
+def test_pages_that_evince_glues_together_are_parted_again():
+    """It puts no line's end between them; the head is known from the first page."""
+    pages = [BEFORE, [AFTER[0], "had moved away. Nobody knew why, and nobody had in-"], ["quired."]]
+    said = [WHOLE.replace(" It", "It"), "Nobody knew why, and nobody had inquired."]
+    with_heads = "".join(f"A TALE OF HOUSES {number}\n" + "\n".join(page) for number, page in enumerate(pages, 9))
+    assert spoken(with_heads)[1:] == said
+    with_both = "".join("A TALE\n" + "\n".join(page) + f"\n- {number} -" for number, page in enumerate(pages, 9))
+    assert spoken(with_both)[1:] == [*said, "- 11 -"]
+
+
+def test_a_number_that_evince_glues_to_the_next_page_is_left_out_once_it_counts():
+    pages = [[*BEFORE], [AFTER[0], "and their friends who had lived at the end of the street"], [AFTER[0]]]
+    said = spoken("\n".join("\n".join(page) + f"\n{number}" for number, page in enumerate(pages, 9)).replace("\n9\n", "\n9").replace("\n10\n", "\n10"))
+    assert "9had" in said[0] and "10" not in said[0]
+
+
+@pytest.mark.parametrize("line", ["12jährige had stood there empty since their parents", "MetaTALE 12"])
+def test_what_only_looks_glued_is_read(line):
+    said = "".join(spoken("TALE 11\n\n" + broken(line))).replace(" ", "")
+    assert line.replace(" ", "") in said
+
+
 def read_whole(text, language="en-us"):
     """Whether each figure and each word of the text is read."""
     letters = "".join(spoken(text, language)).replace(" ", "")

@@ -19,6 +19,7 @@ NUMBER = re.compile(
 PART = r"\s(?:[|/·•–—-]\s)?"
 HEAD = re.compile(rf"{PAGE}{PART}[^\W\d_].*|[^\W\d_].*{PART}{PAGE}")
 DIVIDED = re.compile(rf".*\w[-\u2010{SOFT_HYPHEN}]")
+GLUED_NUMBER = re.compile(rf"{PAGE}(?=[^\W\d_])")
 DIGITS = re.compile(r"\d+")
 
 
@@ -26,11 +27,15 @@ class PageBreaks:
     def __init__(self):
         self._lines = ["", ""]  # the last two of the text
         self._held = []  # a page's foot and the next one's head, or not
-        self._heads = []  # that were seen, with each number as 0
+        self._heads = {}  # that were seen, with each number as 0 -> the pattern of one glued to a line
+        self._page = None  # the last number that was glued to a line, or left out
         self._begun = False
 
     def take(self, line):
         """The lines that are sure by now."""
+        return [sure for part in self._parted(line) for sure in self._take(part)]
+
+    def _take(self, line):
         text = line.strip()
         if len(self._held) < MOST_HELD and self._is_broken_off() and (not text or self._may_be_head(text)):
             self._held.append(line)
@@ -39,6 +44,19 @@ class PageBreaks:
         self._note([*told, line])
         self._held = []
         return [*told, line]
+
+    def _parted(self, line):
+        """Evince puts no line's end between pages: what the next one begins with is glued to the last line."""
+        head = next(filter(None, (glued.search(line) for glued in self._heads.values())), None)
+        rest = line[: head.start()].strip() if head else ""
+        if is_wrapped(rest) or NUMBER.fullmatch(rest):
+            return rest, head[0]
+        number = GLUED_NUMBER.match(line)
+        if number and self._is_broken_off() and self._goes_on(line[number.end() :]):
+            before, self._page = self._page, int(number[0])
+            if self._page - 1 == before:
+                return number[0], line[number.end() :]
+        return (line,)
 
     def end(self):
         return self._held
@@ -84,7 +102,10 @@ class PageBreaks:
 
     def _remember(self, line):
         if not (NUMBER.fullmatch(line) or line[0].islower() or is_wrapped(line) and not has_number(line)):
-            self._heads = [*self._heads, DIGITS.sub("0", line[: LONGEST_HEAD + 1])][-MOST_HEADS:]
+            head = DIGITS.sub("0", line[: LONGEST_HEAD + 1])
+            self._heads[head] = re.compile(rf"(?<=[\w,;-]){re.escape(head).replace('0', DIGITS.pattern)}$")
+            if len(self._heads) > MOST_HEADS:
+                del self._heads[next(iter(self._heads))]
 
 
 def is_wrapped(line):
