@@ -1,7 +1,7 @@
 """Makes documents for viewers."""
 
 
-def pdf(*pages):
+def pdf(*pages, height=842):
     """Each page's lines, from its top on, in 14 point Helvetica."""
     kids = range(4, 4 + 2 * len(pages), 2)
     objects = [
@@ -11,15 +11,15 @@ def pdf(*pages):
     ]
     for number, lines in zip(kids, pages):
         objects += [
-            f"<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents {number + 1} 0 R"
+            f"<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 {height}]/Contents {number + 1} 0 R"
             "/Resources<</Font<</F1 3 0 R>>>>>>",
-            _stream(lines),
+            _stream(lines, height - 62),
         ]
     return _file(objects)
 
 
-def _stream(lines):
-    drawn = "".join(f"1 0 0 1 60 {780 - 30 * n} Tm ({line}) Tj " for n, line in enumerate(lines))
+def _stream(lines, top):
+    drawn = "".join(f"1 0 0 1 60 {top - 30 * n} Tm ({line}) Tj " for n, line in enumerate(lines))
     content = f"BT /F1 14 Tf {drawn}ET"
     return f"<</Length {len(content)}>>stream\n{content}\nendstream"
 
