@@ -2,6 +2,10 @@
 
 import time
 
+from sound import RATE, until
+
+FINGERPRINT = 1000  # samples that tell a sentence's begin from all others
+MOVE_LIMIT = 0.06  # seconds
 SILENCE_LIMIT = 0.05  # seconds
 STATUS_LIMIT = 0.01
 ROUNDS = 10  # a loaded machine may spoil many
@@ -16,6 +20,28 @@ def silence_after(engine, recorder, request, state):
     recorder.quiet_for(0.5)
     print("silence after", recorder.last_loud - asked)
     return recorder.last_loud - asked
+
+
+def begin_after(engine, recorder, move):
+    """What a sentence begins with: moved to in a pause, in which nothing else is heard."""
+    engine.post("/toggle-pause")
+    recorder.quiet_for(0.3)
+    engine.post("/" + move)
+    begin = len(recorder.samples)
+    engine.post("/toggle-pause")
+    recorder.loud_for(0.3)
+    heard = recorder.samples[begin:]
+    loud = next(index for index, sample in enumerate(heard) if sample)
+    return heard[loud : loud + FINGERPRINT].tobytes()
+
+
+def time_of_move(engine, recorder, move, begin):
+    """From the request to the first sample of the sentence that was asked for, which begins so."""
+    at = len(recorder.samples)
+    engine.post("/" + move)
+    found = until(lambda: recorder.samples[at:].tobytes().find(begin) + 1, 10, "the sentence's begin")
+    recorder.loud_for(0.3)
+    return found / 2 / RATE
 
 
 def best_of(rounds, limit, measure):

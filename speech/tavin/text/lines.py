@@ -20,7 +20,7 @@ LIGATURES = str.maketrans(dict(zip("ﬀﬁﬂﬃﬄﬅﬆ", ("ff", "fi", "fl", "
 
 # The marks of a quoted mail, on two lines or more. On one alone, only before a word: elsewhere it is
 # a sign of its own, as in "> 50 %".
-QUOTED = re.compile(r"(?<=\n)>.*(?:\n>.*)+|(?<=\n)>[> ]*(?=[^\W\d_]|\n)")
+QUOTED = re.compile(r"(?<=\n)>.*(?:\n>.*)+|(?<=\n)>[> ]*(?=[^\W\d_]|[¿¡\"“„«‘(]|\n)")
 QUOTE_MARKS = re.compile(r"^>[> ]*", re.MULTILINE)
 
 LINE_END = re.compile(rf"(?:(?<=\w)([-\u2010{SOFT_HYPHEN}]))? ?\n\s*")
@@ -33,6 +33,8 @@ CLOSING = ")]}\"'”’»«"
 LIST_ITEM = re.compile(r"\(?\w{1,3}\)")  # "a)", "(12)"
 # Also the beginning of a line like "3. Mai", so only where the line before begins like that.
 NUMBERED = re.compile(r"\s*\d{1,3}\. ")
+LABELLED = re.compile(r"\s*[A-ZÀ-Þ][\w-]{1,14}: ")  # of a mail's head: "Subject: "
+LONGEST_BEGIN = 18
 WIDE = re.compile(
     "[\u2e80-\u303f\u3040-\u30ff\u31f0-\u31ff\u3400-\u9fff\uf900-\ufaff\uff01-\uff60\U00020000-\U0003ffff]"
 )
@@ -62,12 +64,13 @@ def joint(line_end):
     """What takes the place of a line's end, and of the hyphen before that."""
     text, hyphen = line_end.string, line_end[1]
     before = text[max(0, line_end.start() - FULL_LINE) : line_end.start()].rpartition("\n")[2]
-    after = text[line_end.end() : line_end.end() + 6]
+    after = text[line_end.end() : line_end.end() + LONGEST_BEGIN]
     if not before or not after:
         return line_end[0]
     if hyphen and after[0].isalnum():
         return mended(before, hyphen, after)
-    if NUMBERED.match(after) and NUMBERED.match(text, text.rfind("\n", 0, line_end.start()) + 1):
+    begin = text.rfind("\n", 0, line_end.start()) + 1
+    if any(kind.match(after) and kind.match(text, begin) for kind in (NUMBERED, LABELLED)):
         return line_end[0]
     wide = WIDE.match(before[-1]) and WIDE.match(after)
     return ("" if wide else " ") if goes_on(before, after, wide) else line_end[0]

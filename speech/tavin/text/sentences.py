@@ -15,6 +15,8 @@ ABBREVIATION = re.compile(
     r"(?:\b(?:Dr|Mr|Mrs|Ms|Mme|Prof|Gen|Sen|Gov|St|Fig|Hr|Fr|vs|cf|e\. ?g|i\. ?e)"
     r"|(?:^|[\s.(])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
 )
+TITLE = re.compile(r"(?:^|[,|;(] )Sr\. ?$")  # "Sr. Engineer"; behind a name it may end a sentence
+AGAINST = re.compile(r"[^\W\d_]\.? v\. ?$")
 GERMAN = re.compile(r"(?:\b(?:bzw|bzgl|ggü|max|med|dent|jur|phil)|(?:^|[\s.])[a-zäöü])\. ?$")
 # Though in English a sentence seems to begin: "near Main St. He is", "in the U.S. The".
 NAME_END = re.compile(r"(?:[A-Z][a-z]+ St|\b[A-Z]\.[A-Z])\. ?$")
@@ -37,7 +39,7 @@ WORD = re.compile(r"(?:^|\s)[(\[\"'“„«]*(\S+) ?$")
 ORDINAL = re.compile(r"\b(?:\d{1,2}|[IVX]{1,6})\. ?$")
 GERMAN_MONTH = re.compile(
     r"(?:Jan(?:uar|\.)|Jänner|Feb(?:ruar|\.)|März|April|Apr\.|Mai|Juni?|Juli?|Aug(?:ust|\.)|Sept?(?:ember|\.)"
-    r"|Okt(?:ober|\.)|Nov(?:ember|\.)|Dez(?:ember|\.)|Jahrhundert|Jh\.|Weltkrieg)"
+    r"|Okt(?:ober|\.)|Nov(?:ember|\.)|Dez(?:ember|\.)|Jahrhundert|Jh\.|Weltkrieg|[EODU]G\b|Stock|Etage|Auflage|Quartal)"
 )
 # Of a noun after an article or the like, unless a sentence seems to begin: "im 3. Stock", but "am 3. Es regnete".
 GERMAN_ORDINAL = re.compile(
@@ -64,6 +66,8 @@ class Segmenter:
         self._counted = counted(language)
         self._before_numeral = tuple(f" {text}" for text in words_of(language).before_numeral)
         self._parted = parted_abbreviations(language)
+        self._compounds = tuple(words_of(language).compounds)
+        self._going_on = words_of(language).going_on
 
     def sentences(self, text):
         """All of `text` in sentences; the last may be unfinished."""
@@ -86,7 +90,9 @@ class Segmenter:
         if self._english and after[0].isupper() and HOUR.search(before):
             return bool(DAY.match(after))
         word = WORD.search(before)
-        if word and word[1] in self._abbreviations:
+        if word and (word[1] in self._abbreviations or word[1] in self._going_on):
+            return True
+        if self._english and after[0].isupper() and (TITLE.search(before) or AGAINST.search(before)):
             return True
         if ABBREVIATION.search(before) or self._german and GERMAN.search(before):
             return True
@@ -97,12 +103,12 @@ class Segmenter:
         is_counted = word and word[1] in self._counted
         if ROMAN.match(after) and (is_counted or f" {before.rstrip()}".endswith(self._before_numeral)):
             return True
-        if after[0].isdigit():
-            return bool(COUNTED.search(before) or is_counted)
-        if after[0] in "/=":  # "3./4. Mai", "a != b"
+        if after[0].isdigit() or after[0] == "(" and after[1:2].isdigit() and is_counted:
+            return bool(COUNTED.search(before) or is_counted or word and word[1].endswith(self._compounds))
+        if after[0] in "/=;" or after[0] == "+" and before[-1] == ".":  # "3./4. Mai", "a != b", "3 p.m.; then", "45.+2"
             return True
         # The end of what was said; without the blank it may open in German.
-        if after.startswith("» ") or after.strip() == "»":
+        if after[0] == "»" and after[1:2] in (*" .,;:!?", ""):
             return True
         if after[0].islower():
             return bool(STOPPED.search(before))
@@ -124,7 +130,8 @@ def parted_abbreviations(language):
 
 @functools.cache
 def counted(language):
-    return frozenset(words_of(language).before_number)
+    words = words_of(language)
+    return frozenset({*words.before_number, *words.before_year})
 
 
 @functools.cache

@@ -51,6 +51,22 @@ class Desktop:
             process.kill()
             process.wait()
 
+    @contextlib.contextmanager
+    def running(self, *command):
+        process = subprocess.Popen([*WITH_US, *command], env=self._environment, stdout=subprocess.DEVNULL)
+        try:
+            yield
+        finally:
+            process.kill()
+            process.wait()
+
+    def active(self, *command):
+        """What a media key does: it is for the player that was active last."""
+        done = subprocess.run(
+            ["playerctl", "--player=playerctld", *command], env=self._environment, capture_output=True, text=True, timeout=10
+        )
+        return done.stdout.strip()
+
     def title(self):
         return self.playerctl("metadata", "xesam:title")
 
@@ -209,6 +225,25 @@ def test_without_the_library_there_is_no_player_and_a_line_in_the_log(monkeypatc
     nowhere.tell()
     nowhere.hide()
     assert "python3-jeepney" in caplog.text
+
+
+def test_it_does_not_answer_where_another_player_is_the_active_one_unless_it_is_asked(desktop, reading, tmp_path):
+    asked = tmp_path / "asked"
+    asked.touch()
+    with desktop.running("playerctld"):
+        until(lambda: desktop.active("metadata", "xesam:title").startswith("The first"), 10, "who knows the active one")
+        desktop.playerctl("pause")
+        reading.wait_for("paused")
+        with desktop.running(sys.executable, "-B", str(Path(__file__).with_name("other_player.py")), str(asked)):
+            until(lambda: desktop.active("metadata", "xesam:title") == "A song", 10, "the other player to be the active one")
+            for command in ("play-pause", "next", "stop"):
+                desktop.active(command)
+            until(lambda: asked.read_text().split() == ["PlayPause", "Next", "Stop"], 10, "what the other was asked for")
+            assert reading.status()["state"] == "paused"
+            assert desktop.title().startswith("The first")
+            assert desktop.active("metadata", "xesam:title") == "A song", "a paused reading tells nothing"
+            desktop.playerctl("play")
+            reading.wait_for("speaking")
 
 
 def test_a_new_text_keeps_the_player(desktop, reading):

@@ -4,7 +4,17 @@ import os
 import signal
 import time
 
-from measures import ROUNDS, SILENCE_LIMIT, STATUS_LIMIT, best_of, silence_after, usual_status
+from measures import (
+    MOVE_LIMIT,
+    ROUNDS,
+    SILENCE_LIMIT,
+    STATUS_LIMIT,
+    begin_after,
+    best_of,
+    silence_after,
+    time_of_move,
+    usual_status,
+)
 from sound import RATE, until
 from spoken import difference_in_speech, expected, trimmed, without_silence
 
@@ -123,6 +133,21 @@ def test_what_was_heard_is_heard_again_sample_by_sample(engine, recorder):
     wanted = expected("The first sentence is this one, and it is not short. The second one is the last.")
     assert heard.endswith(without_silence(wanted).tobytes())
     assert engine.status()["error"] is None
+
+
+def test_a_move_is_heard_within_60_ms(engine, recorder, sound_server):
+    text = "The first sentence is this one, which is long enough. " + "Another one that is as long as that follows it. " * 40
+    engine.speak(text)
+    recorder.loud_for(0.3)
+    first, second = (begin_after(engine, recorder, move) for move in ("repeat", "next"))
+
+    def slowest():
+        """Of a move to what was just heard, one back and one on to what was made ahead."""
+        moves = (("repeat", second), ("previous", first), ("next", second))
+        return max(time_of_move(engine, recorder, move, begin) for move, begin in moves)
+
+    with sound_server.prompt():
+        assert best_of(ROUNDS, MOVE_LIMIT, slowest) < MOVE_LIMIT
 
 
 def test_a_move_while_paused_is_heard_after_the_pause(engine, recorder):

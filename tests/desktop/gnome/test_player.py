@@ -7,7 +7,10 @@ pytest.register_assert_rewrite("player_tests")
 from player_tests import *  # noqa: E402,F401,F403
 
 CLOCK = "Main.panel.statusArea.dateMenu"
-MESSAGE = CLOCK + "._messageList._mediaSection._list.get_children()[0]?.child"
+# As GNOME 43 has it, and 48.
+MESSAGE = (f"({CLOCK}._messageList._mediaSection?._list.get_children()[0]?.child"
+           f" ?? [...{CLOCK}._messageList._messageView?._playerToMessage.values() ?? []][0])")
+TITLE = f"({MESSAGE}?.titleLabel ?? {MESSAGE}?._titleLabel)"
 BUTTONS = {"previous": "_prevButton", "play": "_playPauseButton", "pause": "_playPauseButton",
            "next": "_nextButton"}
 
@@ -28,7 +31,7 @@ class Player:
         self._desktop = desktop
 
     def shows(self, begin):
-        return (self._desktop.look(MESSAGE + "?.titleLabel.text") or "").startswith(begin)
+        return (self._desktop.look(TITLE + "?.text") or "").startswith(begin)
 
     def is_there(self):
         return self._desktop.look(MESSAGE + "?.visible") is not None

@@ -1,6 +1,7 @@
 """Selections in big editors, an office suite and document viewers."""
 
 import pytest
+from pdf import pdf
 from session import wait_until
 from trays import rests
 
@@ -15,27 +16,6 @@ EDITORS = {
 
 def words(text):
     return " ".join(text.split())
-
-
-def pdf(lines):
-    """A one-page document with each line in 18 point Helvetica."""
-    drawn = "".join(f"1 0 0 1 60 {700 - 40 * n} Tm ({line}) Tj " for n, line in enumerate(lines))
-    stream = f"BT /F1 18 Tf {drawn}ET"
-    objects = [
-        "<</Type/Catalog/Pages 2 0 R>>",
-        "<</Type/Pages/Kids[3 0 R]/Count 1>>",
-        "<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 842]/Contents 4 0 R"
-        "/Resources<</Font<</F1 5 0 R>>>>>>",
-        f"<</Length {len(stream)}>>stream\n{stream}\nendstream",
-        "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>",
-    ]
-    out, offsets = "%PDF-1.4\n", []
-    for number, content in enumerate(objects, 1):
-        offsets.append(len(out))
-        out += f"{number} 0 obj{content}endobj\n"
-    table = "".join(f"{offset:010} 00000 n \n" for offset in offsets)
-    return (f"{out}xref\n0 6\n0000000000 65535 f \n{table}trailer<</Size 6/Root 1 0 R>>\n"
-            f"startxref\n{len(out)}\n%%EOF\n").encode("latin-1")
 
 
 @pytest.mark.parametrize("editor", sorted(EDITORS))

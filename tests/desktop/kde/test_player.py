@@ -44,7 +44,8 @@ class Player:
 
     def shows(self, begin):
         self._open()
-        return any(name.startswith(begin) for name, _ in self._tree.shown("label"))
+        # Plasma 5 has it in a label, Plasma 6 in a heading.
+        return any(name.startswith(begin) for role in ("label", "heading") for name, _ in self._tree.shown(role))
 
     def is_there(self):
         return self._tree.box(*ICON) is not None
@@ -65,6 +66,6 @@ class Player:
             if icon := self._tree.box(*ICON):
                 self._click(icon)
             with contextlib.suppress(SessionError):
-                return wait_until(lambda: self._tree.box("push button", "Next Track"), 3)
+                return wait_until(lambda: self._tree.box("push button", "Next Track"), 8)
             return False
-        wait_until(is_open, 30, "the player's window")
+        wait_until(is_open, 60, "the player's window")

@@ -16,6 +16,7 @@ from tavin.text.spoken.blocks import (
     links,
 )
 from tavin.text.spoken.blocks.fences import Fences
+from tavin.text.spoken.blocks.page_breaks import PageBreaks
 from tavin.text.spoken.blocks.pages import Pages
 from tavin.text.spoken.blocks.tables import Tables
 
@@ -35,6 +36,7 @@ class Blocks:
         self._rest = ""
         self._within = False  # whether a part of this line was handed on
         self._pages = Pages()
+        self._page_breaks = PageBreaks()
         self._fences = Fences(words)
         self._tables = Tables()
 
@@ -49,15 +51,19 @@ class Blocks:
         return "".join(told)
 
     def end(self):
-        last = [self._line(self._rest, ""), *map(self._marked, self._pages.end()), self._held_row()]
-        return "\n".join(filter(None, last))
+        last = [self._line(self._rest, "")]
+        last += map(self._marked, [*self._unbroken(self._pages.end()), *self._page_breaks.end()])
+        return "\n".join(filter(None, [*last, self._held_row()]))
 
     def _line(self, line, end):
         if self._within:
             self._within = False
             return self._held_row() + inline(line, self._words) + end
-        lines = self._pages.take(line)
+        lines = self._unbroken(self._pages.take(line))
         return "\n".join(map(self._marked, lines)) + (end if lines else "")
+
+    def _unbroken(self, lines):
+        return [sure for line in lines for sure in self._page_breaks.take(line)]
 
     def _held_row(self):
         return inline(self._tables.end(), self._words)

@@ -9,7 +9,9 @@ CLOSE = re.compile(
     rf"(?:(?<=\w\w)|(?<=[^(]\))|(?<=[^\s\[\]][.,;!?\"”»’'…%])|(?<=[\w)]:)|(?<=[\w.,;:!?)]\*\*))"
     rf"(?:(?:{NUMBERS}|\[[a-h]\])(?:[–-](?=\[\d))?)+(?!\(|\w|\.\w|\[\d| ?=)"
 )
+SERIES = re.compile(rf"({NUMBERS})(?:, ?{NUMBERS})+")
 APART = re.compile(rf"(?<=[\w\"”»’')%]) (?:{NUMBERS})+(?=[.,;)]|$)")
+MISSING = re.compile(r" ?\[(?:citation needed|réf\. (?:nécessaire|souhaitée)|cita requerida|Beleg fehlt)\]")
 NAME = re.compile(r"[._\d]|[a-z][A-Z]")  # of a program's variable
 WORD = re.compile(r"[\w.]*\w$")
 LONGEST_WORD = 40
@@ -26,8 +28,15 @@ DAGGER = re.compile(r"(?<=[\w.,;:!?)\"”])[†‡]+")
 
 def say(line, _words):
     if "[" in line:
+        line = SERIES.sub(series, MISSING.sub("", line))
         line = APART.sub(apart, CLOSE.sub(close, line))
     return DAGGER.sub("", RAISED.sub("", line))
+
+
+def series(found):
+    """What stands behind a word, as one: "[12], [13]"."""
+    before = found.string[: found.start()]
+    return found[1] if before.endswith(" ") and before[-2:-1].isalnum() or before[-1:].isalpha() else found[0]
 
 
 def close(found):
@@ -37,7 +46,7 @@ def close(found):
 
 def apart(found):
     word = word_before(found).lower()
-    return found[0] if word in NEED_ONE or word.isdigit() else ""
+    return found[0] if word in NEED_ONE or word.isdigit() and not found.string[: found.start() - len(word)].endswith("-") else ""
 
 
 def word_before(found):

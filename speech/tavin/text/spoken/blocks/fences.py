@@ -2,6 +2,7 @@
 
 import re
 
+from tavin.text.spoken.blocks import addresses
 from tavin.text.spoken.marks import CODE, PARAGRAPH
 from tavin.text.spoken.rules.code import in_words
 
@@ -10,6 +11,7 @@ FENCE = re.compile(rf"{QUOTE}\s*(`{{3,}}|~{{3,}})\s*([\w+#.-]*)\s*(\{{[^`\n]*\}}
 QUOTED = re.compile(r">[> ]?")
 PROSE = re.compile(r"[\"“(]?[A-Z][a-z]*[ '’][^;{}=<>$\[\]_]*")
 FEWEST_WORDS = 4
+ADDRESS = re.compile(r"((?<!\w)(?:https?|ftp|ssh|git)://[^\s\"'`<>;)]+)")
 
 
 class Fences:
@@ -31,7 +33,7 @@ class Fences:
                 self._fence = ""
                 return PARAGRAPH
             self._known = True
-            said = in_words(QUOTED.sub("", line) if self._quoted else line, self._words)
+            said = with_addresses(QUOTED.sub("", line) if self._quoted else line, self._words)
             return (self._begin("") if doubted else "") + (PARAGRAPH + CODE + said if said else "")
         return self._open(fence) if fence else None
 
@@ -43,6 +45,12 @@ class Fences:
 
     def _begin(self, language):
         return f"{PARAGRAPH}{self._words.code} {language}{PARAGRAPH}"
+
+
+def with_addresses(code, words):
+    """In words, but for the addresses in it."""
+    parts = enumerate(ADDRESS.split(code))
+    return " ".join(filter(None, (addresses.say(part, words) if place % 2 else in_words(part, words) for place, part in parts)))
 
 
 def is_prose(line):

@@ -57,6 +57,7 @@ class Words:
     one: str = ""  # of a fraction
     half: str = ""
     and_a_half: str = ""  # 3½
+    with_fractions: dict = field(default_factory=dict)  # unit -> half of it, how it stands behind "3/4"
     mixed: str = ""  # 3¾
     numerals: str = ""  # words that a Roman numeral counts
     rulers: str = ""  # names that one follows
@@ -69,7 +70,16 @@ class Words:
     queen_set: str = ""
     queen_first: str = ""
     abbreviations: dict = field(default_factory=dict)
+    going_on: frozenset = frozenset()  # abbreviations that end no sentence
     before_number: dict = field(default_factory=dict)  # abbreviations only there
+    after_number: dict = field(default_factory=dict)  # and those only behind one -> one, many
+    before_year: dict = field(default_factory=dict)
+    compounds: dict = field(default_factory=dict)  # endings of words: "Hauptstr."
+    born: tuple = ()  # for "* 28. August 1749", and where no day follows
+    died: tuple = ()  # for "†"
+    by: str = ""  # for the sign in "1920×1080", where that is another word
+    out_of: str = ""  # for the stroke in "8/10"
+    short_months: dict = field(default_factory=dict)  # without their stop, beside a day
     before_numeral: dict = field(default_factory=dict)  # and those only before a Roman one, with what precedes them
     acronyms: dict = field(default_factory=dict)  # read wrongly by synthesisers
     decades: bool = False

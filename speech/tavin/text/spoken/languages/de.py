@@ -85,6 +85,15 @@ WORDS = Words(
     queen="die {}",
     queen_set="%spellout-ordinal",
     abbreviations={
+        "u. v. m.": "und vieles mehr", "u.v.m.": "und vieles mehr", "a. a. O.": "am angegebenen Ort", "a.a.O.": "am angegebenen Ort",
+        "m. W.": "meines Wissens", "m.W.": "meines Wissens", "s. a.": "siehe auch", "i. V. m.": "in Verbindung mit",
+        "i.V.m.": "in Verbindung mit", "z. Hd.": "zu Händen", "z.Hd.": "zu Händen", "n. V.": "nach Verlängerung",
+        "i. E.": "im Elfmeterschießen", "i. V.": "in Vertretung", "o. g.": "oben genannte", "u.": "und", "od.": "oder",
+        "zw.": "zwischen", "wg.": "wegen", "einschl.": "einschließlich", "exkl.": "exklusive", "abzgl.": "abzüglich",
+        "Lt.": "Laut", "Ca.": "Circa", "Ggf.": "Gegebenenfalls", "Hrsg.": "Herausgeber", "Verf.": "Verfasser",
+        "ff.": "folgende", "bspw.": "beispielsweise", "Fa.": "Firma", "Pck.": "Päckchen", "Pkg.": "Packung",
+        "Hbf": "Hauptbahnhof", "MwSt.": "Mehrwertsteuer", "MwSt": "Mehrwertsteuer", "Whg.": "Wohnung",
+        "verh.": "verheiratet", "geschl.": "geschlossen", "Einw.": "Einwohner", "Apr.": "April", "med.": "med", "Kd.-Nr.": "Kundennummer", "Pkt.": "Punkte", "Pers.": "Personen", "Versch.": "Verschiedenes",
         "ggü.": "gegenüber", "Std.": "Stunden", "MfG": "Mit freundlichen Grüßen", "p. a.": "pro Jahr",
         "z.B.": "zum Beispiel", "z. B.": "zum Beispiel", "Z.B.": "Zum Beispiel", "Z. B.": "Zum Beispiel",
         "d.h.": "das heißt", "d. h.": "das heißt", "u.a.": "unter anderem", "u. a.": "unter anderem",
@@ -107,9 +116,29 @@ WORDS = Words(
         "GmbH": "G m b H",
     },
     before_number={
+        "Rn.": "Randnummer", "Anm.": "Anmerkung", "Gl.": "Gleis", "lit.": "Buchstabe", "Nrn.": "Nummern", "Pos.": "Position",
+        "v.": "vom",
         "Nr.": "Nummer", "S.": "Seite", "Bd.": "Band", "Kap.": "Kapitel", "Abb.": "Abbildung", "Tab.": "Tabelle",
         "Art.": "Artikel", "Abs.": "Absatz", "Ziff.": "Ziffer", "Jg.": "Jahrgang", "Aufl.": "Auflage",
         "Fn.": "Fußnote", "Tel.": "Telefon",
+    },
+    after_number={
+        "EL": ("Esslöffel", "Esslöffel"), "TL": ("Teelöffel", "Teelöffel"), "f.": ("folgende", "folgende"),
+        "OG": ("Obergeschoss", "Obergeschoss"), "UG": ("Untergeschoss", "Untergeschoss"), "J.": ("Jahr", "Jahre"),
+        "Min": ("Minute", "Minuten"), "Min.": ("Minute", "Minuten"), "Sek.": ("Sekunde", "Sekunden"),
+    },
+    compounds={"str.": "straße", "nr.": "nummer"},
+    going_on=frozenset(
+        "Lt. lt. ca. Ca. zw. wg. inkl. exkl. zzgl. abzgl. einschl. mind. max. od. u. d. Anm. Pck. Pkg. Gl. Hrsg. Rn. Fa. evtl."
+        " ggf. ff. sog. gem. bspw.".split()
+    ),
+    born=("geboren am", "geboren"),
+    died=("gestorben am", "gestorben"),
+    with_fractions={"l": ("einen halben Liter", "Liter"), "kg": ("ein halbes Kilogramm", "Kilogramm")},
+    out_of="von",
+    short_months={
+        "Jan": "Januar", "Feb": "Februar", "Apr": "April", "Jun": "Juni", "Jul": "Juli", "Aug": "August", "Sep": "September",
+        "Okt": "Oktober", "Nov": "November", "Dez": "Dezember",
     },
     acronyms={
         "EU": "E U", "USA": "U S A", "ARD": "A R D", "CO2": "C O 2", "H2O": "H 2 O", "O2": "O 2", "UN": "U N",

@@ -57,7 +57,7 @@ WORDS = Words(
     with_cents="{} con {}",
     per="por",
     scales={
-        "M": ("millón", "millones"), "mill.": ("millón", "millones"), "millón": ("millón", "millón"),
+        "M": ("millón", "millones"), "mill. de": ("millón", "millones"), "mill.": ("millón", "millones"), "millón": ("millón", "millón"),
         "millones": ("millones", "millones"), "mil": ("mil", "mil"), "K": ("mil", "mil"), "k": ("mil", "mil"),
         "mil millones": ("mil millones", "mil millones"),
     },
@@ -102,6 +102,14 @@ WORDS = Words(
     queen="{}",
     queen_set="%spellout-ordinal-feminine",
     abbreviations={
+        "RR. HH.": "recursos humanos", "RR.HH.": "recursos humanos", "FF. AA.": "Fuerzas Armadas", "FF.AA.": "Fuerzas Armadas",
+        "CC. OO.": "Comisiones Obreras", "CC.OO.": "Comisiones Obreras", "s/n": "sin número", "Pza.": "Plaza", "pza.": "plaza",
+        "P. D.": "Posdata", "P.D.": "Posdata", "izda.": "izquierda", "dcha.": "derecha", "izq.": "izquierda",
+        "incl.": "incluido", "disp.": "disponible", "cda.": "cucharada", "cdas.": "cucharadas", "cdta.": "cucharadita",
+        "cdtas.": "cucharaditas", "S. M.": "Su Majestad", "Excmo.": "Excelentísimo", "Excma.": "Excelentísima",
+        "pers.": "personas", "y ss.": "y siguientes", "ene.": "enero", "feb.": "febrero", "abr.": "abril", "ago.": "agosto",
+        "sept.": "septiembre", "oct.": "octubre", "nov.": "noviembre", "dic.": "diciembre", "Aprox.": "Aproximadamente",
+        "hs.": "horas", "ibíd.": "ibídem",
         "apdo.": "apartado", "ptas.": "pesetas", "Atte.": "Atentamente", "lun.": "lunes", "vie.": "viernes",
         "sáb.": "sábado", "dom.": "domingo", "mié.": "miércoles", "jue.": "jueves",
         "p. ej.": "por ejemplo", "p.ej.": "por ejemplo", "P. ej.": "Por ejemplo", "etc.": "etcétera",
@@ -117,6 +125,8 @@ WORDS = Words(
         "dpto.": "departamento",
     },
     before_number={
+        "arts.": "artículos", "Arts.": "Artículos", "ec.": "ecuación", "ed.": "edición", "min.": "minuto", "hab.": "habitación",
+        "t.": "tomo",
         "n.º": "número", "N.º": "número", "nº": "número", "Nº": "número", "núm.": "número", "Núm.": "Número",
         "pág.": "página", "págs.": "páginas", "p.": "página", "pp.": "páginas", "vol.": "volumen",
         "fig.": "figura", "Fig.": "Figura", "cap.": "capítulo", "art.": "artículo", "Art.": "Artículo",
@@ -125,6 +135,16 @@ WORDS = Words(
     before_numeral={
         "(s.": "(siglo", "(ss.": "(siglos",
         **{f"{word} {short}": f"{word} {name}" for word in BEFORE_CENTURY for short, name in CENTURY.items()},
+    },
+    after_number={"hab.": ("habitación", "habitaciones")},
+    before_year={"h.": "hacia"},
+    going_on=frozenset("Pza. pza. incl. RR. FF. CC. Excmo. Excma. ec. arts. Arts. aprox. t.".split()),
+    died=("fallecido el", "fallecido en"),
+    with_fractions={"l": ("medio litro", "de litro"), "kg": ("medio kilogramo", "de kilogramo")},
+    out_of="sobre",
+    short_months={
+        "ene": "enero", "feb": "febrero", "abr": "abril", "jun": "junio", "jul": "julio", "ago": "agosto", "sept": "septiembre",
+        "oct": "octubre", "nov": "noviembre", "dic": "diciembre",
     },
     acronyms={
         "UE": "U E", "CO2": "C O 2", "H2O": "H 2 O", "O2": "O 2", "ADN": "A D N", "IA": "I A", "PIB": "P I B",

@@ -3,6 +3,7 @@
 import functools
 import re
 
+from tavin.text.spoken.languages import words_of
 from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.numerals import NUMERAL, value
 
@@ -11,6 +12,9 @@ WOMAN = re.compile(r"(?<!bis )(?<![\w.-])Fr\. (?=[A-ZÄÖÜ])")  # no Friday
 CORDIALLY = re.compile(r"(?:^|(?<=[Bb]ien )|(?<=[.!,] ))Cdt(?=,|[.!]?\s*$)", re.MULTILINE)  # no commander
 ONE_HOUR = re.compile(r"(?:(?<![\w.,:/½¼¾-])1|\b(?:[Ee]ine[nr]?|[Pp]ro|[Jj]ede[rn]?)) ?$")
 ANSWER = re.compile(r"\b(?:is|was|be|said|says?|answered) $")
+AGAINST = re.compile(r"(?<=[^\W\d_][\w.] )v\. (?=[A-Z][\w.])")  # of a case in court
+CLAUSE = re.compile(r"(?<=Abs\. )(\d+[a-z]?) S\. (?=\d)")
+LABELLED = re.compile(r"(?<![\w.-])(?:n°|nº|n\.º|N°|Nº|N\.º) ?(?=[A-Z]-?\d)")
 SAINT = re.compile(r"\bSt\. (?=[A-Z])")
 
 
@@ -19,11 +23,16 @@ def say(sentence, words):
         return sentence
     everywhere, before_number = patterns(tuple(words.abbreviations), tuple(words.before_number))
     if words.language == "en":
+        sentence = AGAINST.sub("versus ", sentence)
         sentence = SAINT.sub("Saint ", STREET.sub(lambda found: "Street" if found[1] is None else "Street.", sentence))
     if words.language == "de":
-        sentence = WOMAN.sub("Frau ", sentence)
+        sentence = CLAUSE.sub(r"\1 Satz ", WOMAN.sub("Frau ", sentence))
     if words.language == "fr":
         sentence = CORDIALLY.sub("Cordialement", sentence)
+    if words.number:
+        sentence = LABELLED.sub(f"{words.number} ", sentence)
+    for pattern, said in beside_numbers(words.locale):
+        sentence = pattern.sub(said, sentence)
     sentence = before_number.sub(lambda found: counting(found, words), sentence)
     return everywhere.sub(lambda found: spoken(found, words), sentence)
 
@@ -33,7 +42,23 @@ def patterns(everywhere, before_number):
     begin = r"(?:(?<![\w.’'-])|(?<=\b[dl][’']))"  # French "l'art. 5"
     return (
         re.compile(rf"{begin}({any_of(everywhere)})(?!\w)(?=(\s*[\"”»’')]*\s*$)?)"),
-        re.compile(rf"{begin}({any_of(before_number)}) ?(?:(?=\d|I\b)|({NUMERAL})\b)"),
+        re.compile(rf"{begin}({any_of(before_number)}) ?(?:(?=\d|\(\d{{1,3}}\)|I\b)|({NUMERAL})\b)"),
+    )
+
+
+@functools.cache
+def beside_numbers(locale):
+    """What is one of a number alone, as it is said of that."""
+    words = words_of(locale.replace("_", "-").lower())
+    year = any_of(words.before_year)
+    behind, ends = any_of(words.after_number), any_of(words.compounds)
+    return (
+        (re.compile(rf"(?<![\w.])({year}) (?=(?:c\. |ca\. )?\d{{3,4}}\b)"), lambda found: f"{words.before_year[found[1]]} "),
+        (
+            re.compile(rf"(?<![\w.,])(\d[\d.,/]{{0,9}}|einhalb) ?({behind})(?![\w.])"),
+            lambda found: f"{found[1]} {words.after_number[found[2]][found[1] != '1']}",
+        ),
+        (re.compile(rf"(?<=[a-zäöüß])({ends})(?!\w)"), lambda found: words.compounds[found[1]]),
     )
 
 

@@ -6,7 +6,8 @@ from tavin.text.spoken.bounds import fits
 
 # But for an apostrophe: "don't", not "f'text'".
 SILENT = re.compile(r"(?:(?!(?<=[^\W\d_])(?<!\b[bfruBFRU])'(?=[^\W\d_]))[(){}\[\];\"'`])+")
-COMMENT = re.compile(r"^\s*(?://+|#+!?|/\*+|\*+/|\*+|--)\s*|\s*\*/\s*$|(?<=\s)(?:#|//)(?=\s)")
+PROMPT = r"^\s*\$ (?=\w)"  # of a shell
+COMMENT = re.compile(PROMPT + r"|^\s*(?://+|#+!?|/\*+|\*+/|\*+|--)\s*|\s*\*/\s*$|(?<=\s)(?:#|//)(?=\s)")
 HUMP = re.compile(r"(?<=[a-zß-öø-ÿ])(?=[A-ZÀ-Þ])")
 POINT = re.compile(r"(?<=\w)\.(?=[^\W\d])|(?<![\w.])\.(?=[^\W\d])")
 OPERATOR = re.compile(r"[=!]==?|[<>]=|[-=]>|&&|\|\||[-+]=|::|--(?=\w)|(?<!\w)-(?=\s|$)|[=<>+*%/&|!@$\\^~]")

@@ -5,6 +5,9 @@ import unicodedata
 
 SIGNS = "½⅓⅔¼¾⅕⅖⅗⅘⅙⅚⅛⅜⅝⅞"
 SIGN = re.compile(rf"(?:(\d{{1,4}}) ?)?([{SIGNS}])")
+# A mark, as in "8/10", is no part of something.
+MARK = re.compile(r"(?<![\w.,/:+-])(\d{1,2}(?:[.,]\d{1,2})?)/(10|20|100)(?![\w/]|[.,:/-]\d| (?:of|der|des|de|del|d')\b)")
+OF_UNIT = re.compile(r"(?<![\w.,/:+-])([1-3])/([234]) (l|kg|lb)\b")
 UNIT = r"(?:l|L|ml|cl|dl|g|kg|mg|m|km|cm|mm|h|lbs?|oz)\b"  # "ein halb l" is said by nobody
 FIGURES = re.compile(rf"(?<![\w.,/:+-])(?:(\d{{1,3}}) )?([1-9])/([234568]|10)(?![\w/]|[.,:/]\d| ?{UNIT})")
 
@@ -13,7 +16,22 @@ def say(sentence, words):
     if not words.denominators:
         return sentence
     sentence = SIGN.sub(lambda found: spoken(found[1], *parts(found[2]), words), sentence)
+    if words.with_fractions:
+        sentence = OF_UNIT.sub(lambda found: of_unit(found, words), sentence)
+    sentence = MARK.sub(lambda found: marked(found, words), sentence)
     return FIGURES.sub(lambda found: from_figures(found, words), sentence)
+
+
+def of_unit(found, words):
+    above, below, unit = int(found[1]), int(found[2]), found[3]
+    if above >= below or unit not in words.with_fractions:
+        return found[0]
+    half, behind = words.with_fractions[unit]
+    return half if (above, below) == (1, 2) else f"{spoken(None, above, below, words)} {behind}"
+
+
+def marked(found, words):
+    return found[0] if found[1] in ("1", found[2]) else f"{found[1]} {words.out_of} {found[2]}"
 
 
 def parts(sign):

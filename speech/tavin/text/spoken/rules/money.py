@@ -46,7 +46,21 @@ def amounts(sentence, words):
     sentence = after.sub(lambda found: behind(found, opening, words), sentence)
     if not words.money:
         return sentence
+    if words.scales:
+        sentence = unnumbered(tuple(words.scales)).sub(lambda found: counted(found, words), sentence)
     return CENTS.sub(lambda found: f"{found[1]} {name('CENT', found[1], words)}", sentence)
+
+
+@functools.cache
+def unnumbered(scales):
+    """What the amounts of a table are in: "(M€)", "in Mio. EUR"."""
+    return re.compile(rf"(?:(?<=\()|(?<=\b[ie]n ))({any_of(scales)}) ?({SIGN}|{CODES})(?!\w)")
+
+
+def counted(found, words):
+    joint = words.after_scale if words.scales[found[1]][1] != "mil" else " "
+    said = f"{words.scales[found[1]][1]}{joint}{name(SIGNS.get(found[2], found[2]), '2', words)}"
+    return said.replace(" de e", " d'e") if words.language == "fr" else said
 
 
 def behind(found, opening, words):

@@ -23,7 +23,8 @@ ALONE = re.compile(
 ANOTHER = re.compile(
     rf"(?<=\d )((?:and|or|to|und|oder|bis|et|ou|à|y|o|a)(?: (?:the|el|la|le))?) ({NUMERAL}){NUMBERED}"
 )
-FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re)(s?)\b")
+FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re)(s?)\b(?:( s)\.(?=(\s*$)?))?")
+SPANISH_ORDINAL = re.compile(rf"\b({NUMERAL}) (?=Guerra Mundial|República|Internacional)")
 GERMAN_CENTURY = re.compile(rf"\b({NUMERAL})\. (?=Jahrhundert|Jh|Weltkrieg)")
 # What shows that an English "I" is no pronoun: "part I.", not "the part I like"; "Mary I was", not "the book I was".
 FIRST = re.compile(r"[.;:)!?\]\"”–—]|$| [A-Z(–—]| (?:of|(?:and|or|to) [IVX]+|errors?|diabetes)\b")
@@ -41,6 +42,10 @@ def say(sentence, words):
     sentence = YEAR.sub(lambda year: str(value(year[1])) if len(year[1]) > 4 else year[0], sentence)
     if words.language == "fr":
         sentence = FRENCH_CENTURY.sub(lambda found: french(found, words), sentence)
+    if words.language == "es":
+        sentence = SPANISH_ORDINAL.sub(
+            lambda found: f"{spelled(value(found[1]), '%spellout-ordinal-feminine', words)} ", sentence
+        )
     if words.language == "de":
         sentence = GERMAN_CENTURY.sub(lambda found: f"{value(found[1])}. ", sentence)
     for pattern, number in ((ruling, ruler), (counted, counted_as)):
@@ -60,8 +65,8 @@ def shortened(texts):
 def patterns(counting, ruling, german):
     """For what is counted and for rulers; a German ordinal has a point."""
     point = r"(\.)?" if german else "()"
-    numbered = rf"({LONG_NUMERAL})(?![\w'’-])"
-    return re.compile(rf"\b({counting}) {numbered}"), re.compile(rf"\b({ruling}) {numbered}{point}(?=(.)?)")
+    numbered = rf"({LONG_NUMERAL})(?![\w'’]|-(?![A-Z]\b))"
+    return re.compile(rf"\b({counting}|{counting.upper()}) {numbered}"), re.compile(rf"\b({ruling}) {numbered}{point}(?=(.)?)")
 
 
 def spoken(found, number, words):
@@ -73,7 +78,7 @@ def counted_as(found, _words):
 
 
 def is_pronoun(found, words):
-    if found[2] != "I" or words.language != "en" or found[1] == "World War":
+    if found[2] != "I" or words.language != "en" or found[1].lower() == "world war":
         return False
     after = found.string, found.end(2)
     return not (FIRST.match(*after) or found[1][0].isupper() and FIRST_OF_NAME.match(*after))
@@ -92,7 +97,8 @@ def ruler(found, words):
 
 def french(found, words):
     kind = "feminine" if found[2] == "re" else "masculine"
-    return spelled(value(found[1]), f"%spellout-ordinal-{kind}", words) + found[3]
+    century = f" siècle{'.' if found[5] is not None else ''}" if found[4] else ""
+    return spelled(value(found[1]), f"%spellout-ordinal-{kind}", words) + found[3] + century
 
 
 def value(numeral):

@@ -8,6 +8,7 @@ POSIX = re.compile(
 )
 RELATIVE = re.compile(rf"{PLACE}[\w.+-]{{1,255}}(?:/[\w.+-]{{1,255}}){{1,50}}(?:/|\.[a-z]\w{{0,4}})(?![\w/])")
 WINDOWS = re.compile(r"(?<!\w)[A-Za-z]:\\(?:[\w.+@-]{1,255}\\?){1,50}")
+PHONETIC = re.compile("[ˈˌːəɪʊɛɔæɑʃʒθðŋɡʁɲœøɐ]")
 SIGN = re.compile(r"[~/\\_]|\.(?=\w)|(?<=/)\.")
 
 
@@ -21,7 +22,9 @@ def say(sentence, words):
 
 
 def spoken(path, words):
-    """The stop that ends the sentence stays one."""
+    """The stop that ends the sentence stays one. How a word is pronounced stands between such strokes as well."""
+    if PHONETIC.search(path):
+        return path
     end = "." if path.endswith(".") and len(path) > 3 else ""
     names = {"/": words.slash, "\\": words.backslash, "_": " ", ".": words.dot, "~": words.operators.get("~", "~")}
     return " ".join(SIGN.sub(lambda sign: names[sign[0]], path.removesuffix(end)).split()) + end

@@ -16,8 +16,9 @@ BETWEEN = re.compile(
 BEFORE = re.compile(r"(?<!\w)([≈≤≥<>±√∞~∑]|<=|>=)(?= ?[\d(])|(§§?)(?= ?\d)")
 ALONE = re.compile(r"([∞‰π✓✔✗✘☐☑∑])|(?<=[\w)] )(→)|(?<=\d)(°)(?![\w])")
 MINUS = re.compile(r"(?<![^\s(=≈<>≤≥×÷])[-−–](?=\d)|(?<=\d) ?− ?(?=\d)")
-HASH = re.compile(r"(?<!\S)#(?=\d)")
-TAG = re.compile(r"(?<![\w&])#(?=[^\W\d])(?!(?:[0-9a-fA-F]{3}){1,2}\b)")
+HASH = re.compile(r"(?<![^\s(])#(?=[A-Z]{0,4}-?\d)(?![0-9A-F]{6}\b|[0-9A-F]{3}\b(?<=[A-F].)|\d*[A-Fa-f])")
+TAG = re.compile(r"(?<![\w&])#(?=[^\W\d])(?!(?:[0-9a-fA-F]{3}){1,2}\b)(?![A-Z]{1,4}-?\d)")
+SIZE = re.compile(r"(?<![\w.,])(\d{3,5})[×x](\d{3,5})(?![\w.,]*\d)")  # of a picture
 PERCENT = re.compile(r"(?<=\d) ?%(?!\w)")
 
 
@@ -25,9 +26,10 @@ def say(sentence, words):
     sentence = FORMULA.sub(formula, sentence)
     if not words.signs:
         return sentence
+    sentence = SIZE.sub(rf"\1 {words.by or words.signs['×']} \2", sentence)
     for pattern in (POWER, CARET):
         sentence = pattern.sub(lambda found: power(found[found.lastindex], words), sentence)
-    sentence = MINUS.sub(f" {words.minus} ", sentence)
+    sentence = MINUS.sub(lambda found: f"{blank_before(found)}{words.minus} ", sentence)
     for pattern in (BETWEEN, BEFORE, ALONE):
         sentence = pattern.sub(lambda found: f"{blank_before(found)}{named(found, words)}{blank_after(found)}", sentence)
     sentence = HASH.sub(f"{words.number} ", TAG.sub(f"{words.hashtag} ", sentence))

@@ -5,11 +5,12 @@ import re
 DURATION = r"(?:Std|Stunden|[Mm]in|Minuten|Sek|mark|hours?|minutes?|seconds?|minutos|minutes)\b"
 TIME = re.compile(
     rf"(?<![\w.,:/-])([01]?\d|2[0-4]):([0-5]\d)(?::([0-5]\d))?(?![\w:]*\d|[.,]\d| ?{DURATION})(?: ?(Uhr|h|heures|horas?"
-    r"|hrs)\b| ?([ap])\.?m\b(?:\.(?!\s*$))?)?",
+    r"|hrs)\b| ?([ap])\.?m\b(?:\.(?!\s*$))?|([ap])\b)?",
     re.IGNORECASE,
 )
 FRENCH = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4]) ?h(?: ?([0-5]\d))?(?![\w/])")
 ENGLISH = re.compile(r"(?<![\w.,:/])(1[0-2]|[1-9]) ?([ap])\.?m\b(?:\.(?!\s*$))?", re.IGNORECASE)
+DAY_AND_NIGHT = re.compile(r"(?<![\w.,:/])(24) ?h ?/ ?24\b")
 DURATIONS = ("hour", "minute")
 LASTED = re.compile(r"(?<![\w.,:/])(\d{1,3}) ?h ([0-5]?\d) ?m(?:in)?\b(?!/)")
 CLOCK = (
@@ -17,7 +18,8 @@ CLOCK = (
     r"|(?:[01]?\d|2[0-4]) ?h(?:[0-5]\d)?\b)"
 )
 FROM = re.compile(rf"(?<![\w.,:/-])({CLOCK}) ?[-–] ?(?={CLOCK}(?![\w:]))", re.IGNORECASE)
-GERMAN_FROM = re.compile(r"(?<![\w.,:/])(\d{1,2}\.[0-5]\d) ?[-–] ?(?=\d{1,2}\.[0-5]\d Uhr)")
+GERMAN_FROM = re.compile(r"(?<![\w.,:/-])(\d{1,2}\.[0-5]\d)(?: ?[-–] ?| bis )(?=\d{1,2}\.[0-5]\d Uhr)")
+GERMAN_HOURS = re.compile(r"(?<![\w.,:/-])(\d{1,2}) - (?=\d{1,2} Uhr)")
 GERMAN = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4])\.([0-5]\d) Uhr\b")
 
 
@@ -26,9 +28,11 @@ def say(sentence, words):
         return sentence
     sentence = FROM.sub(lambda time: f"{time[1]} {words.to} ", sentence)
     if words.language == "de":
+        sentence = GERMAN_HOURS.sub(lambda time: f"{time[1]} {words.to} ", sentence)
         sentence = GERMAN_FROM.sub(lambda time: f"{time[1]} Uhr {words.to} ", sentence)
     sentence = TIME.sub(lambda time: spoken(time, words), sentence)
     if words.language == "fr":
+        sentence = DAY_AND_NIGHT.sub(r"\1 heures sur \1", sentence)
         sentence = FRENCH.sub(lambda time: said(time[1], time[2] or "00", words), sentence)
     if words.language == "de":
         sentence = GERMAN.sub(lambda time: said(time[1], time[2], words), sentence)
@@ -39,8 +43,10 @@ def say(sentence, words):
 
 
 def spoken(time, words):
-    if time[5]:
-        return f"{time[1] if time[2] == '00' else said(time[1], time[2], words)} {time[5].upper()} M"
+    if half := time[5] or words.language == "en" and time[6]:
+        return f"{time[1].lstrip('0') if time[2] == '00' else said(time[1], time[2], words)} {half.upper()} M"
+    if time[6]:
+        return time[0]
     if time[3] or time[1] == "0" and not time[4]:  # it may be a time taken as well
         return time[0]
     return said(time[1], time[2], words)

@@ -1,5 +1,6 @@
 """A number's unit is said by its name, which ICU knows in each language."""
 
+import functools
 import re
 
 import icu
@@ -30,17 +31,49 @@ UNITS = {
 # Alone they are words or plurals: "1990s", "5 K".
 NEED_BLANK = {"s", "h", "K", "L", "V", "W", "m", "min"}
 LENGTH = re.compile(r"[.,;:)!?]|$| (?:long|high|tall|deep|away|wide|lang|hoch|tief|breit|weit)\b")  # no minutes or millions
+AFTER_SCALE = any_of("km km² km2 m² m2 m³ m3 kg g l ha kWh kW MW GW GB TB".split())
 AFTER = any_of(unit for unit, name in UNITS.items() if name)
+ENGLISH = {
+    "mi": "mile", "sq mi": "square-mile", "sq ft": "square-foot", "gal": "gallon", "tsp": "teaspoon", "tsps": "teaspoon",
+    "tbsp": "tablespoon", "Tbsp": "tablespoon", "hr": "hour", "hrs": "hour", "mins": "minute", "sec": "second", "secs": "second",
+    "yr": "year", "yrs": "year", "wk": "week", "wks": "week", "mos": "month",
+}
 FRENCH = {"ko": "kilobyte", "Ko": "kilobyte", "Mo": "megabyte", "Go": "gigabyte", "To": "terabyte"}
-NOTHING_MORE = r"(?![\w/²³^]|['’]\w)"
-AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}")
+NOTHING_MORE = r"(?![\w²³^]|/(?!\d)|['’]\w)"
+PER = {"km²": "square-kilometer", "km2": "square-kilometer", "m²": "square-meter", "m³": "cubic-meter", "sq mi": "square-mile",
+       "kg": "kilogram", "km": "kilometer", "kWh": "kilowatt-hour", "h": "hour", "min": "minute", "l": "liter", "ha": "hectare"}
+SHORT_PER = {"mo": "month", "yr": "year", "hr": "hour", "wk": "week"}
+AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}(?:(?<=min)\.(?= [a-zà-ÿ]))?")
+ENGLISH_AMOUNT = re.compile(rf"(?<![\w.,/])()({NUMBER})( ?)({any_of(ENGLISH)}){NOTHING_MORE}(?:\.(?!\s*$))?")
+# As in "a 14-oz. can".
+WITH_HYPHEN = re.compile(r"(?<![\w.,/-])(\d{1,4})-(oz|lb|in|ft|mi|km|kg|cm|mm|yr|hr|min|sec)\b\.?(?= [a-z]|\))")
+NAMES = {"in": "inch", "sec": "second", "min": "minute"}
+# Behind "million" or "Mio.", and what goes on there in French and Spanish.
+MANY = re.compile(
+    r"(?<=\d )((?:m|b|tr)illion|M(?:io|rd)\.?|Milli(?:onen|arden?)|milli(?:ons?|ards?) de|millones de)"
+    rf" ({AFTER_SCALE}){NOTHING_MORE}"
+)
+MILLION = re.compile(r"(?<=\d )M(?= d[e’'])")
+MILLIONS = {"fr": "millions", "es": "millones"}
 FRENCH_AMOUNT = re.compile(rf"(?<![\w.,/])()({NUMBER})( ?)({any_of(FRENCH)}){NOTHING_MORE}")
 
 
 def say(sentence, words):
     if words.language == "fr":
         sentence = FRENCH_AMOUNT.sub(lambda amount: named(amount, FRENCH, words), sentence)
-    return AMOUNT.sub(lambda amount: spoken(amount, words), sentence) if words.names_units else sentence
+    if words.language == "en":
+        sentence = WITH_HYPHEN.sub(lambda amount: f"{amount[1]}-{one_of(unit_named(amount[2]), words)}", sentence)
+        sentence = ENGLISH_AMOUNT.sub(lambda amount: named(amount, ENGLISH, words), sentence)
+    if not words.names_units:
+        return sentence
+    if words.language in MILLIONS:
+        sentence = MILLION.sub(MILLIONS[words.language], sentence)
+    sentence = MANY.sub(lambda found: f"{found[1]} {many_of(UNITS[found[2]], words)}", sentence)
+    sentence = AMOUNT.sub(lambda amount: spoken(amount, words), sentence)
+    if not words.per:
+        return sentence
+    known = {**PER, **SHORT_PER} if words.language == "en" else PER
+    return strokes(words.per, tuple(known)).sub(lambda unit: f" {words.per} {one_of(known[unit[1]], words)}", sentence)
 
 
 def spoken(amount, words):
@@ -53,3 +86,24 @@ def spoken(amount, words):
 
 def named(amount, units, words):
     return with_unit(amount[2], icu.MeasureUnit.forIdentifier(units[amount[4]]), words, is_attribute(amount, words))
+
+
+def unit_named(short):
+    return NAMES.get(short) or UNITS.get(short) or ENGLISH[short]
+
+
+def one_of(unit, words):
+    """Its name without a number."""
+    return with_unit("1", icu.MeasureUnit.forIdentifier(unit), words).removeprefix("1").strip()
+
+
+def many_of(unit, words):
+    return with_unit("2", icu.MeasureUnit.forIdentifier(unit), words).removeprefix("2").strip()
+
+
+@functools.cache
+def strokes(per, units):
+    """A stroke before a unit, or what an amount of money has made of it."""
+    return re.compile(
+        rf"(?:(?:(?<=[^\W\d_]{{3}})|(?<=[^\W\d_]{{3}}\.)|(?<=\d)(?=/(?:k?m²|km2|sq mi|kWh)))/| {per} )({any_of(units)})(?![\w/²³^])"
+    )

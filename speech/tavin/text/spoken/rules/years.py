@@ -11,6 +11,7 @@ GERMAN = re.compile(
     r"|Dezember|Sommer|Winter|Herbst|Frühjahr|Frühling) (1[1-9]\d\d)\b"
     r"(?![.,:/–-]?\d| ?[€%$°]| (?:Euro|Mark|Menschen|Personen|Meter|Kilometer|Kilo|Stück|Tonnen)\b)"
 )
+GERMAN_FIRST = re.compile(r"(?<![\w.,/])(1[1-9]\d\d)(?= bis (?:1[1-9]|20)\d\d\b(?! ?[€%$°]| (?:Euro|Mark|Meter|Personen)))")
 YEAR_SET = "%spellout-numbering-year"
 # Two figures alone may be seconds: "30s".
 DECADE = re.compile(
@@ -24,6 +25,7 @@ ANOTHER = re.compile(r"\b((?:twen|thir|for|fif|six|seven|eigh|nine)ties)(,? (?:a
 
 def say(sentence, words):
     if words.language == "de":
+        sentence = GERMAN_FIRST.sub(lambda year: spelled(int(year[1]), YEAR_SET, words), sentence)
         return GERMAN.sub(lambda year: f"{year[1]} {spelled(int(year[2]), YEAR_SET, words)}", sentence)
     if not words.decades:
         return sentence
