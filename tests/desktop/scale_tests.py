@@ -8,38 +8,9 @@ Where TAVIN_PICTURES names a folder, the pictures are left there.
 import os
 
 import pytest
-from alerts import FAILED, wait_for_alert
-from driver import Tavin
-from engine import RecordingEngine
 from pixels import luminance
-from session import wait_until
 
 SCALES = [1.25, 1.5, 2]
-ERROR = "The sound output was disconnected."
-
-
-def show_alert(desktop, build, **settings):
-    """Returns its window once it has the keyboard."""
-    engine = RecordingEngine()
-    try:
-        engine.status = {**engine.status, **FAILED, "setup_error": ERROR}
-        tavin = Tavin(desktop, engine, build, settings={"LANG": "en_US.UTF-8", **settings})
-        tavin.action("speak")
-        return wait_for_alert(desktop)
-    finally:
-        engine.close()
-
-
-def once_drawn(take):
-    """The picture that `take` takes, when what it shows is there."""
-    picture = None
-
-    def drawn():
-        nonlocal picture
-        picture = take()
-        return picture.is_drawn()
-    wait_until(drawn, 10, "an alert that is drawn", interval=0.2)
-    return picture
 
 
 @pytest.fixture(params=[False, True], ids=["light", "dark"])

@@ -1,16 +1,14 @@
 """Windows on GNOME, at the scale of its screen."""
 
 import contextlib
-import os
 
 import pytest
 
 pytest.register_assert_rewrite("scale_tests")
 from gi.repository import GLib  # noqa: E402
 from gnome_desktop import NativeGnome, WillingDesktop  # noqa: E402
-from pixels import Picture  # noqa: E402
+from photographs import on_gnome  # noqa: E402
 from scale_tests import *  # noqa: E402,F401,F403
-from scale_tests import once_drawn, show_alert  # noqa: E402
 from session import wait_until  # noqa: E402
 
 NAME = "gnome"
@@ -47,13 +45,5 @@ def photograph(tmp_path, build):
             exact = set_scale(session, scale)
             session.set("org.gnome.desktop.interface", "color-scheme",
                         "prefer-dark" if dark else "default")
-            window = show_alert(desktop, build)
-            # The shell's own words about such a session.
-            session.evaluate("Main.messageTray.getSources().forEach(s => s.destroy()); 0")
-            session.evaluate("Main.messageTray.visible = false")
-            desktop.wait_for_calm()
-            rect = desktop.window(window)["rect"]
-            path = os.path.join(session.folder, "screen.png")
-            return once_drawn(lambda: session.picture(path) or Picture(path).part(
-                *(round(exact * side) for side in rect)))
+            return on_gnome(desktop, build, exact)
     return take

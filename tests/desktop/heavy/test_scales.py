@@ -7,9 +7,8 @@ import pytest
 pytest.register_assert_rewrite("scale_tests")
 from driver import Desktop  # noqa: E402
 from looks import DARK, set_plasma_look  # noqa: E402
-from pixels import on_screen  # noqa: E402
+from photographs import on_x11  # noqa: E402
 from scale_tests import *  # noqa: E402,F401,F403
-from scale_tests import once_drawn, show_alert  # noqa: E402
 from session import Session  # noqa: E402
 
 NAME = "x11"
@@ -23,9 +22,5 @@ def photograph(tmp_path, build):
         with Session(str(folder)) as session, contextlib.closing(Desktop(session)) as desktop:
             session.run(["xrdb", "-nocpp", "-merge"], stdin=None, input=f"Xft.dpi: {96 * scale}\n")
             look = set_plasma_look(session, DARK) if dark else {}
-            window = show_alert(desktop, build, **look)
-            told = session.run(["xwininfo", "-id", window]).splitlines()
-            place = [int(next(line for line in told if label in line).split(":")[1]) for label in (
-                "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
-            return once_drawn(lambda: on_screen(desktop, *place))
+            return on_x11(desktop, build, **look)
     return take

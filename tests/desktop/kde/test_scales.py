@@ -9,9 +9,9 @@ pytest.register_assert_rewrite("scale_tests")
 from kwin_desktop import KwinDesktop  # noqa: E402
 from kwin_session import KwinSession  # noqa: E402
 from looks import DARK, set_plasma_look  # noqa: E402
+from photographs import once_drawn, show_alert  # noqa: E402
 from pixels import Picture  # noqa: E402
 from scale_tests import *  # noqa: E402,F401,F403
-from scale_tests import once_drawn, show_alert  # noqa: E402
 
 NAME = "plasma"
 

@@ -7,9 +7,9 @@ import pytest
 
 pytest.register_assert_rewrite("scale_tests")
 from looks import DARK, set_plasma_look  # noqa: E402
+from photographs import once_drawn, show_alert  # noqa: E402
 from pixels import Picture  # noqa: E402
 from scale_tests import *  # noqa: E402,F401,F403
-from scale_tests import once_drawn, show_alert  # noqa: E402
 from sway_desktop import SwayDesktop  # noqa: E402
 from sway_session import SwaySession  # noqa: E402
 
