@@ -272,6 +272,78 @@
         <source>The sound output was disconnected.</source>
         <translation>فُصل خرج الصوت.</translation>
     </message>
+    <message>
+        <source>The sound output could not be started (%1).</source>
+        <translation>تعذّر بدء خرج الصوت (%1).</translation>
+    </message>
+    <message>
+        <source>The sound output stopped unexpectedly (%1).</source>
+        <translation>توقف خرج الصوت على نحو غير متوقع (%1).</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>تعذّر بدء %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2).</source>
+        <translation>تعذّر بدء %1 (%2).</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly (%2) and was started again.</source>
+        <translation>توقف %1 على نحو غير متوقع (%2) ثم بدأ من جديد.</translation>
+    </message>
+    <message>
+        <source>%1 sent an answer that makes no sense.</source>
+        <translation>أرسل %1 إجابة لا معنى لها.</translation>
+    </message>
+    <message>
+        <source>%1 sent something other than sound.</source>
+        <translation>أرسل %1 شيئًا غير الصوت.</translation>
+    </message>
+    <message>
+        <source>%1 sent more sound than the text can have.</source>
+        <translation>أرسل %1 صوتًا أكثر مما يمكن أن يكون للنص.</translation>
+    </message>
+    <message>
+        <source>%1 offers no voice to this account.</source>
+        <translation>لا يقدم %1 أي صوت لهذا الحساب.</translation>
+    </message>
+    <message>
+        <source>%1 sent other files than expected. Choose %2 again, or update Tavin.</source>
+        <translation>أرسل %1 ملفات غير المتوقعة. اختر %2 من جديد أو حدّث Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 offers another file than expected. Choose %2 again, or update Tavin.</source>
+        <translation>يعرض %1 ملفًا غير المتوقع. اختر %2 من جديد أو حدّث Tavin.</translation>
+    </message>
+    <message>
+        <source>Choose this voice of Piper again: it cannot be loaded (%1).</source>
+        <translation>اختر صوت Piper هذا من جديد: لا يمكن تحميله (%1).</translation>
+    </message>
+    <message>
+        <source>Choose Kokoro again: its files cannot be loaded (%1).</source>
+        <translation>اختر Kokoro من جديد: لا يمكن تحميل ملفاته (%1).</translation>
+    </message>
+    <message>
+        <source>Package python3-secretstorage is not installed.</source>
+        <translation>الحزمة python3-secretstorage غير مثبتة.</translation>
+    </message>
+    <message>
+        <source>There is no session bus for a keyring.</source>
+        <translation>لا توجد ناقلة جلسة لحلقة مفاتيح.</translation>
+    </message>
+    <message>
+        <source>The keyring could not be asked.</source>
+        <translation>تعذّر سؤال حلقة المفاتيح.</translation>
+    </message>
+    <message>
+        <source>What is stored there is no key.</source>
+        <translation>المحفوظ هناك ليس مفتاحًا.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>
+        <translation>بيانات eSpeak NG مفقودة (الحزمة espeak-ng-data).</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

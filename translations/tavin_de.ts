@@ -272,6 +272,78 @@
         <source>The sound output was disconnected.</source>
         <translation>Die Tonausgabe wurde getrennt.</translation>
     </message>
+    <message>
+        <source>The sound output could not be started (%1).</source>
+        <translation>Die Tonausgabe konnte nicht gestartet werden (%1).</translation>
+    </message>
+    <message>
+        <source>The sound output stopped unexpectedly (%1).</source>
+        <translation>Die Tonausgabe wurde unerwartet beendet (%1).</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>%1 konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2).</source>
+        <translation>%1 konnte nicht gestartet werden (%2).</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly (%2) and was started again.</source>
+        <translation>%1 wurde unerwartet beendet (%2) und neu gestartet.</translation>
+    </message>
+    <message>
+        <source>%1 sent an answer that makes no sense.</source>
+        <translation>%1 hat eine Antwort geschickt, die keinen Sinn ergibt.</translation>
+    </message>
+    <message>
+        <source>%1 sent something other than sound.</source>
+        <translation>%1 hat etwas anderes als Ton geschickt.</translation>
+    </message>
+    <message>
+        <source>%1 sent more sound than the text can have.</source>
+        <translation>%1 hat mehr Ton geschickt, als der Text haben kann.</translation>
+    </message>
+    <message>
+        <source>%1 offers no voice to this account.</source>
+        <translation>%1 bietet diesem Konto keine Stimme an.</translation>
+    </message>
+    <message>
+        <source>%1 sent other files than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 hat andere Dateien geschickt als erwartet. Wählen Sie %2 erneut oder aktualisieren Sie Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 offers another file than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 bietet eine andere Datei an als erwartet. Wählen Sie %2 erneut oder aktualisieren Sie Tavin.</translation>
+    </message>
+    <message>
+        <source>Choose this voice of Piper again: it cannot be loaded (%1).</source>
+        <translation>Wählen Sie diese Stimme von Piper erneut: Sie kann nicht geladen werden (%1).</translation>
+    </message>
+    <message>
+        <source>Choose Kokoro again: its files cannot be loaded (%1).</source>
+        <translation>Wählen Sie Kokoro erneut: Seine Dateien können nicht geladen werden (%1).</translation>
+    </message>
+    <message>
+        <source>Package python3-secretstorage is not installed.</source>
+        <translation>Das Paket python3-secretstorage ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>There is no session bus for a keyring.</source>
+        <translation>Es gibt keinen Sitzungsbus für einen Schlüsselbund.</translation>
+    </message>
+    <message>
+        <source>The keyring could not be asked.</source>
+        <translation>Der Schlüsselbund konnte nicht gefragt werden.</translation>
+    </message>
+    <message>
+        <source>What is stored there is no key.</source>
+        <translation>Was dort gespeichert ist, ist kein Schlüssel.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>
+        <translation>Die Daten von eSpeak NG fehlen (Paket espeak-ng-data).</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

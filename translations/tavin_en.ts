@@ -272,6 +272,78 @@
         <source>The sound output was disconnected.</source>
         <translation>The sound output was disconnected.</translation>
     </message>
+    <message>
+        <source>The sound output could not be started (%1).</source>
+        <translation>The sound output could not be started (%1).</translation>
+    </message>
+    <message>
+        <source>The sound output stopped unexpectedly (%1).</source>
+        <translation>The sound output stopped unexpectedly (%1).</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>%1 could not be started.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2).</source>
+        <translation>%1 could not be started (%2).</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly (%2) and was started again.</source>
+        <translation>%1 stopped unexpectedly (%2) and was started again.</translation>
+    </message>
+    <message>
+        <source>%1 sent an answer that makes no sense.</source>
+        <translation>%1 sent an answer that makes no sense.</translation>
+    </message>
+    <message>
+        <source>%1 sent something other than sound.</source>
+        <translation>%1 sent something other than sound.</translation>
+    </message>
+    <message>
+        <source>%1 sent more sound than the text can have.</source>
+        <translation>%1 sent more sound than the text can have.</translation>
+    </message>
+    <message>
+        <source>%1 offers no voice to this account.</source>
+        <translation>%1 offers no voice to this account.</translation>
+    </message>
+    <message>
+        <source>%1 sent other files than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 sent other files than expected. Choose %2 again, or update Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 offers another file than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 offers another file than expected. Choose %2 again, or update Tavin.</translation>
+    </message>
+    <message>
+        <source>Choose this voice of Piper again: it cannot be loaded (%1).</source>
+        <translation>Choose this voice of Piper again: it cannot be loaded (%1).</translation>
+    </message>
+    <message>
+        <source>Choose Kokoro again: its files cannot be loaded (%1).</source>
+        <translation>Choose Kokoro again: its files cannot be loaded (%1).</translation>
+    </message>
+    <message>
+        <source>Package python3-secretstorage is not installed.</source>
+        <translation>Package python3-secretstorage is not installed.</translation>
+    </message>
+    <message>
+        <source>There is no session bus for a keyring.</source>
+        <translation>There is no session bus for a keyring.</translation>
+    </message>
+    <message>
+        <source>The keyring could not be asked.</source>
+        <translation>The keyring could not be asked.</translation>
+    </message>
+    <message>
+        <source>What is stored there is no key.</source>
+        <translation>What is stored there is no key.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>
+        <translation>eSpeak NG&apos;s data is missing (package espeak-ng-data).</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

@@ -272,6 +272,78 @@
         <source>The sound output was disconnected.</source>
         <translation>Se ha desconectado la salida de sonido.</translation>
     </message>
+    <message>
+        <source>The sound output could not be started (%1).</source>
+        <translation>No se ha podido iniciar la salida de sonido (%1).</translation>
+    </message>
+    <message>
+        <source>The sound output stopped unexpectedly (%1).</source>
+        <translation>La salida de sonido se ha detenido de forma inesperada (%1).</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>No se ha podido iniciar %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2).</source>
+        <translation>No se ha podido iniciar %1 (%2).</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly (%2) and was started again.</source>
+        <translation>%1 se ha detenido de forma inesperada (%2) y se ha vuelto a iniciar.</translation>
+    </message>
+    <message>
+        <source>%1 sent an answer that makes no sense.</source>
+        <translation>%1 ha enviado una respuesta sin sentido.</translation>
+    </message>
+    <message>
+        <source>%1 sent something other than sound.</source>
+        <translation>%1 ha enviado algo que no es sonido.</translation>
+    </message>
+    <message>
+        <source>%1 sent more sound than the text can have.</source>
+        <translation>%1 ha enviado más sonido del que puede tener el texto.</translation>
+    </message>
+    <message>
+        <source>%1 offers no voice to this account.</source>
+        <translation>%1 no ofrece ninguna voz a esta cuenta.</translation>
+    </message>
+    <message>
+        <source>%1 sent other files than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 ha enviado archivos distintos de los esperados. Elija de nuevo %2 o actualice Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 offers another file than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 ofrece un archivo distinto del esperado. Elija de nuevo %2 o actualice Tavin.</translation>
+    </message>
+    <message>
+        <source>Choose this voice of Piper again: it cannot be loaded (%1).</source>
+        <translation>Elija de nuevo esta voz de Piper: no se puede cargar (%1).</translation>
+    </message>
+    <message>
+        <source>Choose Kokoro again: its files cannot be loaded (%1).</source>
+        <translation>Elija de nuevo Kokoro: no se pueden cargar sus archivos (%1).</translation>
+    </message>
+    <message>
+        <source>Package python3-secretstorage is not installed.</source>
+        <translation>El paquete python3-secretstorage no está instalado.</translation>
+    </message>
+    <message>
+        <source>There is no session bus for a keyring.</source>
+        <translation>No hay un bus de sesión para un depósito de claves.</translation>
+    </message>
+    <message>
+        <source>The keyring could not be asked.</source>
+        <translation>No se ha podido consultar el depósito de claves.</translation>
+    </message>
+    <message>
+        <source>What is stored there is no key.</source>
+        <translation>Lo que hay guardado allí no es una clave.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>
+        <translation>Faltan los datos de eSpeak NG (paquete espeak-ng-data).</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

@@ -272,6 +272,78 @@
         <source>The sound output was disconnected.</source>
         <translation>La sortie audio a été déconnectée.</translation>
     </message>
+    <message>
+        <source>The sound output could not be started (%1).</source>
+        <translation>La sortie audio n’a pas pu être démarrée (%1).</translation>
+    </message>
+    <message>
+        <source>The sound output stopped unexpectedly (%1).</source>
+        <translation>La sortie audio s’est arrêtée de façon inattendue (%1).</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>%1 n’a pas pu être démarré.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2).</source>
+        <translation>%1 n’a pas pu être démarré (%2).</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly (%2) and was started again.</source>
+        <translation>%1 s’est arrêté de façon inattendue (%2) et a été redémarré.</translation>
+    </message>
+    <message>
+        <source>%1 sent an answer that makes no sense.</source>
+        <translation>%1 a envoyé une réponse qui n’a pas de sens.</translation>
+    </message>
+    <message>
+        <source>%1 sent something other than sound.</source>
+        <translation>%1 a envoyé autre chose que du son.</translation>
+    </message>
+    <message>
+        <source>%1 sent more sound than the text can have.</source>
+        <translation>%1 a envoyé plus de son que le texte ne peut en avoir.</translation>
+    </message>
+    <message>
+        <source>%1 offers no voice to this account.</source>
+        <translation>%1 n’offre aucune voix à ce compte.</translation>
+    </message>
+    <message>
+        <source>%1 sent other files than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 a envoyé d’autres fichiers que prévu. Choisissez à nouveau %2 ou mettez Tavin à jour.</translation>
+    </message>
+    <message>
+        <source>%1 offers another file than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 propose un autre fichier que prévu. Choisissez à nouveau %2 ou mettez Tavin à jour.</translation>
+    </message>
+    <message>
+        <source>Choose this voice of Piper again: it cannot be loaded (%1).</source>
+        <translation>Choisissez à nouveau cette voix de Piper : elle ne peut pas être chargée (%1).</translation>
+    </message>
+    <message>
+        <source>Choose Kokoro again: its files cannot be loaded (%1).</source>
+        <translation>Choisissez à nouveau Kokoro : ses fichiers ne peuvent pas être chargés (%1).</translation>
+    </message>
+    <message>
+        <source>Package python3-secretstorage is not installed.</source>
+        <translation>Le paquet python3-secretstorage n’est pas installé.</translation>
+    </message>
+    <message>
+        <source>There is no session bus for a keyring.</source>
+        <translation>Il n’y a pas de bus de session pour un trousseau.</translation>
+    </message>
+    <message>
+        <source>The keyring could not be asked.</source>
+        <translation>Le trousseau n’a pas pu être interrogé.</translation>
+    </message>
+    <message>
+        <source>What is stored there is no key.</source>
+        <translation>Ce qui y est enregistré n’est pas une clé.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>
+        <translation>Les données d’eSpeak NG manquent (paquet espeak-ng-data).</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

@@ -272,6 +272,78 @@
         <source>The sound output was disconnected.</source>
         <translation>L’uscita audio è stata scollegata.</translation>
     </message>
+    <message>
+        <source>The sound output could not be started (%1).</source>
+        <translation>Impossibile avviare l&apos;uscita audio (%1).</translation>
+    </message>
+    <message>
+        <source>The sound output stopped unexpectedly (%1).</source>
+        <translation>L&apos;uscita audio si è fermata in modo imprevisto (%1).</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>Impossibile avviare %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2).</source>
+        <translation>Impossibile avviare %1 (%2).</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly (%2) and was started again.</source>
+        <translation>%1 si è fermato in modo imprevisto (%2) ed è stato riavviato.</translation>
+    </message>
+    <message>
+        <source>%1 sent an answer that makes no sense.</source>
+        <translation>%1 ha inviato una risposta priva di senso.</translation>
+    </message>
+    <message>
+        <source>%1 sent something other than sound.</source>
+        <translation>%1 ha inviato qualcosa che non è audio.</translation>
+    </message>
+    <message>
+        <source>%1 sent more sound than the text can have.</source>
+        <translation>%1 ha inviato più audio di quanto il testo possa averne.</translation>
+    </message>
+    <message>
+        <source>%1 offers no voice to this account.</source>
+        <translation>%1 non offre alcuna voce a questo account.</translation>
+    </message>
+    <message>
+        <source>%1 sent other files than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 ha inviato file diversi dal previsto. Scegliere di nuovo %2 o aggiornare Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 offers another file than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 offre un file diverso dal previsto. Scegliere di nuovo %2 o aggiornare Tavin.</translation>
+    </message>
+    <message>
+        <source>Choose this voice of Piper again: it cannot be loaded (%1).</source>
+        <translation>Scegliere di nuovo questa voce di Piper: non si può caricare (%1).</translation>
+    </message>
+    <message>
+        <source>Choose Kokoro again: its files cannot be loaded (%1).</source>
+        <translation>Scegliere di nuovo Kokoro: i suoi file non si possono caricare (%1).</translation>
+    </message>
+    <message>
+        <source>Package python3-secretstorage is not installed.</source>
+        <translation>Il pacchetto python3-secretstorage non è installato.</translation>
+    </message>
+    <message>
+        <source>There is no session bus for a keyring.</source>
+        <translation>Non c&apos;è un bus di sessione per un portachiavi.</translation>
+    </message>
+    <message>
+        <source>The keyring could not be asked.</source>
+        <translation>Impossibile interrogare il portachiavi.</translation>
+    </message>
+    <message>
+        <source>What is stored there is no key.</source>
+        <translation>Ciò che vi è salvato non è una chiave.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>
+        <translation>Mancano i dati di eSpeak NG (pacchetto espeak-ng-data).</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

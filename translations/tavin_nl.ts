@@ -272,6 +272,78 @@
         <source>The sound output was disconnected.</source>
         <translation>De geluidsuitvoer is losgekoppeld.</translation>
     </message>
+    <message>
+        <source>The sound output could not be started (%1).</source>
+        <translation>De geluidsuitvoer kon niet worden gestart (%1).</translation>
+    </message>
+    <message>
+        <source>The sound output stopped unexpectedly (%1).</source>
+        <translation>De geluidsuitvoer is onverwacht gestopt (%1).</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>%1 kon niet worden gestart.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2).</source>
+        <translation>%1 kon niet worden gestart (%2).</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly (%2) and was started again.</source>
+        <translation>%1 is onverwacht gestopt (%2) en opnieuw gestart.</translation>
+    </message>
+    <message>
+        <source>%1 sent an answer that makes no sense.</source>
+        <translation>%1 stuurde een antwoord dat nergens op slaat.</translation>
+    </message>
+    <message>
+        <source>%1 sent something other than sound.</source>
+        <translation>%1 stuurde iets anders dan geluid.</translation>
+    </message>
+    <message>
+        <source>%1 sent more sound than the text can have.</source>
+        <translation>%1 stuurde meer geluid dan de tekst kan hebben.</translation>
+    </message>
+    <message>
+        <source>%1 offers no voice to this account.</source>
+        <translation>%1 biedt dit account geen stem.</translation>
+    </message>
+    <message>
+        <source>%1 sent other files than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 stuurde andere bestanden dan verwacht. Kies %2 opnieuw of werk Tavin bij.</translation>
+    </message>
+    <message>
+        <source>%1 offers another file than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 biedt een ander bestand dan verwacht. Kies %2 opnieuw of werk Tavin bij.</translation>
+    </message>
+    <message>
+        <source>Choose this voice of Piper again: it cannot be loaded (%1).</source>
+        <translation>Kies deze stem van Piper opnieuw: hij kan niet worden geladen (%1).</translation>
+    </message>
+    <message>
+        <source>Choose Kokoro again: its files cannot be loaded (%1).</source>
+        <translation>Kies Kokoro opnieuw: de bestanden kunnen niet worden geladen (%1).</translation>
+    </message>
+    <message>
+        <source>Package python3-secretstorage is not installed.</source>
+        <translation>Het pakket python3-secretstorage is niet geïnstalleerd.</translation>
+    </message>
+    <message>
+        <source>There is no session bus for a keyring.</source>
+        <translation>Er is geen sessiebus voor een sleutelbos.</translation>
+    </message>
+    <message>
+        <source>The keyring could not be asked.</source>
+        <translation>De sleutelbos kon niet worden geraadpleegd.</translation>
+    </message>
+    <message>
+        <source>What is stored there is no key.</source>
+        <translation>Wat daar is opgeslagen, is geen sleutel.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>
+        <translation>De gegevens van eSpeak NG ontbreken (pakket espeak-ng-data).</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

@@ -272,6 +272,78 @@
         <source>The sound output was disconnected.</source>
         <translation>Wyjście dźwięku zostało odłączone.</translation>
     </message>
+    <message>
+        <source>The sound output could not be started (%1).</source>
+        <translation>Nie udało się uruchomić wyjścia dźwięku (%1).</translation>
+    </message>
+    <message>
+        <source>The sound output stopped unexpectedly (%1).</source>
+        <translation>Wyjście dźwięku nieoczekiwanie się zatrzymało (%1).</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>Nie udało się uruchomić: %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2).</source>
+        <translation>Nie udało się uruchomić: %1 (%2).</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly (%2) and was started again.</source>
+        <translation>%1: nieoczekiwane zatrzymanie (%2) i ponowne uruchomienie.</translation>
+    </message>
+    <message>
+        <source>%1 sent an answer that makes no sense.</source>
+        <translation>%1: otrzymano odpowiedź, która nie ma sensu.</translation>
+    </message>
+    <message>
+        <source>%1 sent something other than sound.</source>
+        <translation>%1: otrzymano coś innego niż dźwięk.</translation>
+    </message>
+    <message>
+        <source>%1 sent more sound than the text can have.</source>
+        <translation>%1: otrzymano więcej dźwięku, niż może mieć ten tekst.</translation>
+    </message>
+    <message>
+        <source>%1 offers no voice to this account.</source>
+        <translation>%1 nie udostępnia temu kontu żadnego głosu.</translation>
+    </message>
+    <message>
+        <source>%1 sent other files than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1: otrzymano inne pliki niż oczekiwano. Wybierz ponownie %2 lub zaktualizuj Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 offers another file than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1: dostępny jest inny plik niż oczekiwano. Wybierz ponownie %2 lub zaktualizuj Tavin.</translation>
+    </message>
+    <message>
+        <source>Choose this voice of Piper again: it cannot be loaded (%1).</source>
+        <translation>Wybierz ponownie ten głos Pipera: nie można go wczytać (%1).</translation>
+    </message>
+    <message>
+        <source>Choose Kokoro again: its files cannot be loaded (%1).</source>
+        <translation>Wybierz ponownie Kokoro: nie można wczytać jego plików (%1).</translation>
+    </message>
+    <message>
+        <source>Package python3-secretstorage is not installed.</source>
+        <translation>Pakiet python3-secretstorage nie jest zainstalowany.</translation>
+    </message>
+    <message>
+        <source>There is no session bus for a keyring.</source>
+        <translation>Nie ma magistrali sesji dla bazy kluczy.</translation>
+    </message>
+    <message>
+        <source>The keyring could not be asked.</source>
+        <translation>Nie udało się odpytać bazy kluczy.</translation>
+    </message>
+    <message>
+        <source>What is stored there is no key.</source>
+        <translation>To, co tam zapisano, nie jest kluczem.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>
+        <translation>Brak danych eSpeak NG (pakiet espeak-ng-data).</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

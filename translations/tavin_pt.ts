@@ -272,6 +272,78 @@
         <source>The sound output was disconnected.</source>
         <translation>A saída de som foi desligada.</translation>
     </message>
+    <message>
+        <source>The sound output could not be started (%1).</source>
+        <translation>Não foi possível iniciar a saída de som (%1).</translation>
+    </message>
+    <message>
+        <source>The sound output stopped unexpectedly (%1).</source>
+        <translation>A saída de som parou inesperadamente (%1).</translation>
+    </message>
+    <message>
+        <source>%1 could not be started.</source>
+        <translation>Não foi possível iniciar o %1.</translation>
+    </message>
+    <message>
+        <source>%1 could not be started (%2).</source>
+        <translation>Não foi possível iniciar o %1 (%2).</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly (%2) and was started again.</source>
+        <translation>O %1 parou inesperadamente (%2) e foi reiniciado.</translation>
+    </message>
+    <message>
+        <source>%1 sent an answer that makes no sense.</source>
+        <translation>O %1 enviou uma resposta sem sentido.</translation>
+    </message>
+    <message>
+        <source>%1 sent something other than sound.</source>
+        <translation>O %1 enviou algo que não é som.</translation>
+    </message>
+    <message>
+        <source>%1 sent more sound than the text can have.</source>
+        <translation>O %1 enviou mais som do que o texto pode ter.</translation>
+    </message>
+    <message>
+        <source>%1 offers no voice to this account.</source>
+        <translation>O %1 não oferece nenhuma voz a esta conta.</translation>
+    </message>
+    <message>
+        <source>%1 sent other files than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 enviou ficheiros diferentes dos esperados. Escolha de novo o %2 ou atualize o Tavin.</translation>
+    </message>
+    <message>
+        <source>%1 offers another file than expected. Choose %2 again, or update Tavin.</source>
+        <translation>%1 oferece um ficheiro diferente do esperado. Escolha de novo o %2 ou atualize o Tavin.</translation>
+    </message>
+    <message>
+        <source>Choose this voice of Piper again: it cannot be loaded (%1).</source>
+        <translation>Escolha de novo esta voz do Piper: não é possível carregá-la (%1).</translation>
+    </message>
+    <message>
+        <source>Choose Kokoro again: its files cannot be loaded (%1).</source>
+        <translation>Escolha de novo o Kokoro: não é possível carregar os seus ficheiros (%1).</translation>
+    </message>
+    <message>
+        <source>Package python3-secretstorage is not installed.</source>
+        <translation>O pacote python3-secretstorage não está instalado.</translation>
+    </message>
+    <message>
+        <source>There is no session bus for a keyring.</source>
+        <translation>Não há um bus de sessão para um chaveiro.</translation>
+    </message>
+    <message>
+        <source>The keyring could not be asked.</source>
+        <translation>Não foi possível consultar o chaveiro.</translation>
+    </message>
+    <message>
+        <source>What is stored there is no key.</source>
+        <translation>O que lá está guardado não é uma chave.</translation>
+    </message>
+    <message>
+        <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>
+        <translation>Faltam os dados do eSpeak NG (pacote espeak-ng-data).</translation>
+    </message>
 </context>
 <context>
     <name>Login</name>

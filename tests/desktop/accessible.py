@@ -7,7 +7,9 @@ from gi.repository import Gio, GLib
 from session import SessionError, wait_until
 
 ACCESSIBLE = "org.a11y.atspi.Accessible"
-ACTIVE, CHECKED, ENABLED, SHOWING = 1, 4, 8, 25  # of AT-SPI's states
+# Of AT-SPI's states.
+ACTIVE, CHECKED, EDITABLE, ENABLED, FOCUSED, SHOWING, DEFAULT = 1, 4, 7, 8, 12, 25, 39
+PASSWORD_TEXT = 40  # of its roles
 REGISTRY_ROOT = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 
 
@@ -19,6 +21,16 @@ class Entry:
     checked: bool = False
     below: list = field(default_factory=list)
     box: tuple = field(default=None, compare=False)
+
+
+@dataclass
+class Thing:
+    """A window or something in it."""
+    role: str
+    name: str
+    description: str
+    states: set
+    node: tuple
 
 
 def bus_connection(address):
@@ -73,11 +85,37 @@ class Tree:
         """Whether a window of the program says that it is the active one. A compositor says so a
         moment before the program does."""
         with contextlib.suppress(GLib.Error):  # It may leave meanwhile.
-            return any(ACTIVE in self._states(window)
-                       for node in self._call(REGISTRY_ROOT, ACCESSIBLE, "GetChildren")
-                       if self._get(node, "Name") == program
-                       for window in self._call(node, ACCESSIBLE, "GetChildren"))
+            return any(ACTIVE in self._states(window) for window in self._windows(program))
         return False
+
+    def things(self, program):
+        """The windows of a program and all that is shown in them, from the outside in."""
+        below, found = self._windows(program), []
+        while below:
+            node = below.pop(0)
+            with contextlib.suppress(GLib.Error):  # It may leave meanwhile.
+                states = self._states(node)
+                if SHOWING in states:
+                    found.append(Thing(self._role(node), self._get(node, "Name"),
+                                       self._get(node, "Description"), states, node))
+                below = self._call(node, ACCESSIBLE, "GetChildren") + below
+        return found
+
+    def text(self, thing):
+        """What it says that stands in it, and of how many characters."""
+        text = "org.a11y.atspi.Text"
+        return (self._call(thing.node, text, "GetText", GLib.Variant("(ii)", (0, -1))),
+                self._call(thing.node, "org.freedesktop.DBus.Properties", "Get",
+                           GLib.Variant("(ss)", (text, "CharacterCount"))))
+
+    def is_secret(self, thing):
+        """Qt gives it the number of such a role, and the name of a role for any text."""
+        return self._call(thing.node, ACCESSIBLE, "GetRole") == PASSWORD_TEXT
+
+    def _windows(self, program):
+        return [window for node in self._call(REGISTRY_ROOT, ACCESSIBLE, "GetChildren")
+                if self._get(node, "Name") == program
+                for window in self._call(node, ACCESSIBLE, "GetChildren")]
 
     def _call(self, node, interface, method, arguments=None):
         answer = self._bus.call_sync(*node, interface, method, arguments, None, 0, 3000, None)
@@ -128,6 +166,12 @@ class Focus(Tree):
                 if "menu item" in self._role(self._focused) or self._is_submenu(self._focused):
                     return self._focused
         return None
+
+    def name_of(self, item):
+        return self._get(item, "Name")
+
+    def name_of_menu(self, item):
+        return self._get(self._get(item, "Parent"), "Name")
 
     def menu_of(self, item):
         """The lines that are shown in the menu which holds `item`."""

@@ -32,12 +32,13 @@ class KwinSession(WaylandSession):
     """`build` is the build tree with Tavin and with the program that works the keyboard. With
     `native`, programs speak Wayland. As for every user, KWin looks for a desktop file before it lets
     a program type or see the windows; Tavin's is there unless `linked` is off. `layout` is the
-    keyboard's and its variant."""
+    keyboard's and its variant, `scale` the screen's."""
 
     DESKTOP = "KDE"
 
-    def __init__(self, folder, build, native=False, linked=True, layout=None, **kwargs):
+    def __init__(self, folder, build, native=False, linked=True, layout=None, scale=1, **kwargs):
         super().__init__(folder, **kwargs)
+        self._scale = scale
         self._layout = layout
         self._linked_entry = linked and os.path.join(build, "share/applications", TAVIN_ENTRY)
         if native:
@@ -115,7 +116,8 @@ class KwinSession(WaylandSession):
         options = [word for file in files for word in ("--wayland-fd", str(file))]
         self.compositor = self._start_service(
             [self._program, "--virtual", "--no-lockscreen", "--xwayland", "--socket", SOCKET,
-             *options, "--width", str(width), "--height", str(height), self._tell_display],
+             *options, "--width", str(width), "--height", str(height), "--scale", str(self._scale),
+             self._tell_display],
             env=env, pass_fds=files)
         self.wait_for_socket(SOCKET)
         wait_until(lambda: self.owner("org.kde.kglobalaccel") == self.compositor.pid, 30,
@@ -169,7 +171,9 @@ class KwinSession(WaylandSession):
 
     def picture(self, path):
         """Writes what the screen shows to a PNG file."""
-        shape, pixels = self._capture("CaptureWorkspace", GLib.Variant("(a{sv}h)", ({}, 0)))
+        in_its_points = {"native-resolution": GLib.Variant("b", True)}
+        shape, pixels = self._capture("CaptureWorkspace",
+                                      GLib.Variant("(a{sv}h)", (in_its_points, 0)))
         pixels[0::4], pixels[2::4] = pixels[2::4], pixels[0::4]  # From blue first to red first.
         GdkPixbuf.Pixbuf.new_from_bytes(
             GLib.Bytes.new(pixels), GdkPixbuf.Colorspace.RGB, True, 8, shape["width"],

@@ -12,7 +12,16 @@ class Picture:
     """A picture from a file, its colours as red, green, blue."""
 
     def __init__(self, path):
-        picture = GdkPixbuf.Pixbuf.new_from_file(path)
+        self._take(GdkPixbuf.Pixbuf.new_from_file(path))
+
+    @classmethod
+    def of(cls, pixbuf):
+        picture = cls.__new__(cls)
+        picture._take(pixbuf)
+        return picture
+
+    def _take(self, picture):
+        self._pixbuf = picture
         self.size = picture.get_width(), picture.get_height()
         self._data = picture.get_pixels()
         self._line, self._count = picture.get_rowstride(), picture.get_n_channels()
@@ -20,6 +29,37 @@ class Picture:
     def colour(self, x, y):
         at = y * self._line + x * self._count
         return tuple(self._data[at:at + 3])
+
+    def part(self, x, y, width, height):
+        return Picture.of(self._pixbuf.new_subpixbuf(x, y, width, height).copy())
+
+    def stretched(self, factor):
+        """As what is drawn without regard to the screen's scale gets onto it."""
+        return Picture.of(self._pixbuf.scale_simple(
+            *(round(factor * side) for side in self.size), GdkPixbuf.InterpType.BILINEAR))
+
+    def save(self, path):
+        self._pixbuf.savev(path, "png", ["compression"], ["9"])
+
+    def sharpness(self):
+        """How far two neighbouring points differ at the sharpest of its edges, of all that there is
+        between dark and light: near 1 in a drawing in the screen's own points."""
+        width, height = self.size
+        rows = [[luminance(self.colour(x, y)) for x in range(width)] for y in range(height)]
+        steps = sorted(abs(one - next_) for row in rows for one, next_ in zip(row, row[1:]))
+        shades = [shade for row in rows for shade in row]
+        return steps[-len(steps) // 500] / (max(shades) - min(shades))
+
+    def is_drawn(self):
+        """Unlike a window that has only been opened."""
+        width, height = self.size
+        return len({self.colour(x, y) for y in range(height) for x in range(0, width, 3)}) > 8
+
+    def is_made_of_blocks(self, side):
+        """Whether it is a smaller picture, each of its points repeated."""
+        width, height = (length - length % side for length in self.size)
+        return all(self.colour(x, y) == self.colour(x - x % side, y - y % side)
+                   for y in range(height) for x in range(width))
 
 
 def luminance(colour):

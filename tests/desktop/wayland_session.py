@@ -14,7 +14,7 @@ from session import Session, wait_until
 # Kernel key codes; those of letters stand for the key in that place of an ANSI keyboard.
 KEYS = {"Escape": 1, "BackSpace": 14, "Tab": 15, "ctrl": 29, "shift": 42, "alt": 56, "super": 125,
         "Caps_Lock": 58, "Num_Lock": 69, "Return": 28, "Home": 102, "Up": 103, "Left": 105,
-        "Right": 106, "End": 107, "Down": 108, "Insert": 110,
+        "Right": 106, "End": 107, "Down": 108, "Insert": 110, "space": 57,
         **dict(zip("qwertyuiop", range(16, 26))), **dict(zip("asdfghjkl", range(30, 39))),
         **dict(zip("zxcvbnm", range(44, 51))), "XF86AudioNext": 163, "XF86AudioPlay": 164,
         "XF86AudioPrev": 165, "XF86AudioStop": 166}

@@ -10,7 +10,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 CATALOGUES = sorted((ROOT / "translations").glob("tavin_*.ts"))
-LANGUAGES = ["ar", "de", "en", "es", "fr", "it", "nl", "pl", "pt"]
+LANGUAGES = ["ar", "de", "en", "es", "fr", "it", "nl", "pl", "pt", "pt_BR"]
 PLACE = re.compile(r"%\d")
 MNEMONIC = re.compile(r"&(?=\S)")
 SIGNS = "⌥⌃⇧"

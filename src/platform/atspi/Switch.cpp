@@ -10,12 +10,13 @@ namespace tavin::atspi {
 namespace {
 
 const QString switchName = QStringLiteral("org.a11y.Bus");
+constexpr const char* enabled = "IsEnabled";
 
-QDBusMessage askProperties(const QDBusConnection& bus, const char* member, QVariantList arguments,
-                           Deadline deadline) {
+QDBusMessage askProperties(const QDBusConnection& bus, const char* member, const char* property,
+                           QVariantList arguments, Deadline deadline) {
   auto message = QDBusMessage::createMethodCall(switchName, "/org/a11y/bus",
                                                 "org.freedesktop.DBus.Properties", member);
-  arguments.prepend(QString("IsEnabled"));
+  arguments.prepend(QString::fromLatin1(property));
   arguments.prepend(QString("org.a11y.Status"));
   message.setArguments(arguments);
   return bus.call(message, QDBus::Block, deadline.remainingMs());
@@ -32,7 +33,7 @@ bool isLateAnswer(const QDBusMessage& answer) {
 SwitchState readSwitch(const QDBusConnection& bus, Deadline deadline) {
   if (!bus.isConnected())
     return SwitchState::missing;
-  const auto answer = askProperties(bus, "Get", {}, deadline);
+  const auto answer = askProperties(bus, "Get", enabled, {}, deadline);
   if (!isAnswer(answer))
     return isLateAnswer(answer) ? SwitchState::late : SwitchState::missing;
   return valueIn(answer).toBool() ? SwitchState::on : SwitchState::off;
@@ -43,8 +44,13 @@ QString switchOwner(const QDBusConnection& bus, Deadline deadline) {
 }
 
 bool turnSwitchOn(const QDBusConnection& bus, Deadline deadline) {
-  askProperties(bus, "Set", {QVariant::fromValue(QDBusVariant(true))}, deadline);
+  askProperties(bus, "Set", enabled, {QVariant::fromValue(QDBusVariant(true))}, deadline);
   return readSwitch(bus, deadline) == SwitchState::on;
+}
+
+bool screenReaderRuns(const QDBusConnection& bus, Deadline deadline) {
+  const auto answer = askProperties(bus, "Get", "ScreenReaderEnabled", {}, deadline);
+  return isAnswer(answer) && valueIn(answer).toBool();
 }
 
 }  // namespace tavin::atspi

@@ -22,5 +22,7 @@ QString switchOwner(const QDBusConnection& bus, Deadline deadline);
 // Whether it is on afterwards. A service that is late gets the request once it wakes up. The screen
 // reader's own switch is another one and stays as it is.
 bool turnSwitchOn(const QDBusConnection& bus, Deadline deadline);
+// Whether the session has a screen reader switched on; false where nobody tells in time.
+bool screenReaderRuns(const QDBusConnection& bus, Deadline deadline);
 
 }  // namespace tavin::atspi

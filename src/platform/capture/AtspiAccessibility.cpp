@@ -75,6 +75,7 @@ bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   else if (!on && wasOn_ && mayTurnOnAgain(deadline))
     on = turnOn("Tavin: accessibility was off; switched it on again");
   wasOn_ = on;
+  tellOfScreenReader(deadline);
   if (on)
     tracker_->bus().connect(deadline);  // From now on a listener is registered, which keeps it on.
   return on;
@@ -102,6 +103,15 @@ bool AtspiAccessibility::turnOn(const char* reason) {
     return false;
   log_.write(reason);
   return true;
+}
+
+void AtspiAccessibility::tellOfScreenReader(Deadline deadline) {
+  if (toldOfScreenReader_ || !screenReaderRuns(bus_, deadline) ||
+      toldOfScreenReader_.exchange(true))
+    return;
+  log_.write(
+      "Tavin: a screen reader runs, and both will speak at once; Orca's key with S silences Orca "
+      "(man tavin, SCREEN READERS)");
 }
 
 std::shared_ptr<UIElement> AtspiAccessibility::createSystemWideElement() {

@@ -28,6 +28,8 @@ class AtspiAccessibility final : public Accessibility {
   // Whoever turns it off twice means it.
   bool mayTurnOnAgain(Deadline deadline);
   bool turnOn(const char* reason);
+  // Once, what to do against two voices at the same time.
+  void tellOfScreenReader(Deadline deadline);
 
   const std::shared_ptr<FocusTracker> tracker_;
   const QDBusConnection bus_;  // The session's, where the switch is.
@@ -35,6 +37,7 @@ class AtspiAccessibility final : public Accessibility {
   const bool canCopy_;
   const std::function<void()> captureBegins_;
   std::atomic<bool> wasOn_ = false;  // When the service last told.
+  std::atomic<bool> toldOfScreenReader_ = false;
   std::mutex mutex_;
   QString turnedOnAgain_ = QStringLiteral("never");  // Whose; the next service starts with it off.
 };

@@ -1,15 +1,18 @@
 #include "platform/widgets/AlertDialog.h"
 
+#include <QApplication>
 #include <QBoxLayout>
-#include <QCoreApplication>
 #include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTextBoundaryFinder>
+#include <QWindow>
 #include <algorithm>
 
+#include "platform/desktop/DesktopName.h"
 #include "platform/widgets/ProgramImage.h"
 
 namespace tavin::widgets {
@@ -22,9 +25,16 @@ constexpr int fieldWidth = 320;
 // screen.
 constexpr int longText = 600;
 constexpr int manyLines = 12;
-constexpr int longWord = 40;  // A label cannot wrap inside a word.
+constexpr int longWord = 40;     // A label cannot wrap inside a word.
+constexpr int usualLetter = 10;  // The widest that letters of usual size are in the middle.
 // Paragraphs are laid out whole, when they come into view: a megabyte in one takes minutes.
 constexpr qsizetype longestParagraph = 2000;
+
+// Large letters get as many to a line.
+int forLetters(int width) {
+  return width * std::max(usualLetter, QFontMetrics(QApplication::font()).averageCharWidth()) /
+         usualLetter;
+}
 
 QLabel* makeLabel(const QString& text, int width) {
   auto* label = new QLabel;
@@ -73,10 +83,11 @@ QString inShortParagraphs(const QString& text) {
   return paragraphs.join('\n');
 }
 
-QWidget* makeText(const QString& text, int width) {
+QWidget* makeText(const QString& text, const QString& heading, int width) {
   if (fitsALabel(text))
     return makeLabel(text, width);
   auto* view = new QPlainTextEdit(inShortParagraphs(text));
+  view->setAccessibleName(heading);
   view->setReadOnly(true);
   view->setTabChangesFocus(true);
   view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -87,7 +98,7 @@ QWidget* makeText(const QString& text, int width) {
 QLineEdit* makeSecureField() {
   auto* field = new QLineEdit;
   field->setEchoMode(QLineEdit::Password);
-  field->setFixedSize(fieldWidth, std::max(24, field->sizeHint().height()));
+  field->setFixedSize(forLetters(fieldWidth), std::max(24, field->sizeHint().height()));
   return field;
 }
 
@@ -96,6 +107,16 @@ QIcon programIcon() {
   for (const int size : {16, 24, 32, 48, 64, 128})
     icon.addPixmap(QPixmap::fromImage(programImage(size)));
   return icon;
+}
+
+// A dialog's buttons only: it can be closed, and no more. GNOME leaves the frame of a window on
+// Wayland to its program, and Qt's has buttons to minimise and maximise whatever it is told.
+// GNOME's own alerts have no frame either.
+Qt::WindowFlags frame() {
+  if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")) &&
+      desktop::currentDesktops().contains(QLatin1String("GNOME"), Qt::CaseInsensitive))
+    return Qt::FramelessWindowHint;
+  return Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
 }
 
 // Takes the text and leaves zeros where the field had it.
@@ -112,17 +133,15 @@ QString wipe(QLineEdit& field) {
 AlertDialog::AlertDialog(const Alert& alert) {
   setWindowTitle("Tavin");
   setWindowIcon(programIcon());
-  // A dialog's buttons only: it can be closed, and no more.
-  setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                 Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
+  setWindowFlags(Qt::Dialog | Qt::WindowStaysOnTopHint | frame());
   setAttribute(Qt::WA_QuitOnClose, false);
   setAccessibleName(alert.messageText);
   setAccessibleDescription(alert.informativeText);
   auto* layout = new QVBoxLayout(this);
   layout->setSizeConstraint(QLayout::SetFixedSize);
-  const int width = alert.secureField ? fieldWidth : textWidth;
+  const int width = forLetters(alert.secureField ? fieldWidth : textWidth);
   layout->addWidget(makeHeading(alert.messageText, width));
-  layout->addWidget(makeText(alert.informativeText, width));
+  layout->addWidget(makeText(alert.informativeText, alert.messageText, width));
   if (alert.secureField) {
     field_ = makeSecureField();
     field_->setAccessibleName(alert.messageText);
@@ -133,6 +152,8 @@ AlertDialog::AlertDialog(const Alert& alert) {
                                     : alert.buttons));
   if (field_ != nullptr)
     field_->setFocus();
+  else
+    findChild<QPushButton*>()->setFocus();
 }
 
 // No button box: those take the order of the buttons from the desktop's theme.
@@ -148,13 +169,25 @@ QHBoxLayout* AlertDialog::makeButtons(const QStringList& titles) {
       button_ = AlertResponse::firstButton + i;
       accept();
     });
+    button->setDefault(i == 0);
     row->addWidget(button);
-    if (i != 0)
-      continue;
-    button->setDefault(true);
-    button->setFocus();
   }
   return row;
+}
+
+// Where there is no frame, the window's edge.
+void AlertDialog::paintEvent(QPaintEvent*) {
+  if (!windowFlags().testFlag(Qt::FramelessWindowHint))
+    return;
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::Mid));
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+// And what it would be moved by.
+void AlertDialog::mousePressEvent(QMouseEvent*) {
+  if (windowFlags().testFlag(Qt::FramelessWindowHint))
+    windowHandle()->startSystemMove();
 }
 
 AlertResponse AlertDialog::takeResponse() {

@@ -18,6 +18,10 @@ class AlertDialog final : public QDialog {
   // The user's answer, once finished. The field is wiped, so ask once.
   AlertResponse takeResponse();
 
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+
  private:
   QHBoxLayout* makeButtons(const QStringList& titles);
 

@@ -65,9 +65,10 @@ void makeDisabledLinesReadable(QMenu& menu) {
 }
 
 // Other display servers let no program place a menu that hangs from no window of its own, or hold
-// the pointer for it: then it is a small window. Its size is fixed so that no compositor tiles it.
+// the pointer for it: then it is a small window, which looks like a menu. Its size is fixed so that
+// no compositor tiles it.
 void makeWindow(QMenu& menu) {
-  menu.setWindowFlags(Qt::Dialog);
+  menu.setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
   menu.setFixedSize(menu.sizeHint());
   // In place of a click beside a menu.
   QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &menu, [&menu](QWindow* focus) {
@@ -88,6 +89,7 @@ void fillMenu(QMenu& widget, const std::vector<MenuLine>& lines,
       widget.addSeparator();
     } else if (line.kind == MenuLine::Kind::submenu) {
       QMenu* submenu = widget.addMenu(escaped(line.title));
+      submenu->setAccessibleName(line.title);
       submenu->setEnabled(line.enabled);
       fillMenu(*submenu, line.lines, chosen);
     } else {

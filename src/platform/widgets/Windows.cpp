@@ -87,6 +87,8 @@ void Windows::obey(const gui::ShowMenu& request) {
   keepActivationToken(request.token);
   delete menu_;
   menu_ = new QMenu;
+  menu_->setWindowTitle(QStringLiteral("Tavin"));
+  menu_->setAccessibleName(QStringLiteral("Tavin"));
   const auto chosen = std::make_shared<std::optional<quint32>>();
   fillMenu(*menu_, request.lines, [chosen](quint32 number) { *chosen = number; });
   // From the event loop: a menu closes before it says what was chosen.

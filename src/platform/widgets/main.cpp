@@ -18,6 +18,7 @@
 #include "platform/desktop/Catalogue.h"
 #include "platform/posix/OwnProcess.h"
 #include "platform/posix/ProcessFolder.h"
+#include "platform/widgets/GnomeLook.h"
 #include "platform/widgets/Windows.h"
 
 namespace tavin::widgets {
@@ -57,6 +58,7 @@ void setUp() {
   if (desktop::isRightToLeft())
     QGuiApplication::setLayoutDirection(Qt::RightToLeft);
   installQtCatalogue(language);
+  followGnomeLook();
 }
 
 int run(std::string qtPlatform) {

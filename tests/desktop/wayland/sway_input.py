@@ -6,7 +6,7 @@ WIDTH, HEIGHT = 1280, 800  # Of the screen.
 # The kernel's numbers of the keys, by the names that xdotool gives them.
 KEYS = {"Escape": 1, "BackSpace": 14, "Tab": 15, "Return": 28, "ctrl": 29, "shift": 42, "alt": 56,
         "Home": 102, "Up": 103, "Left": 105, "Right": 106, "End": 107, "Down": 108, "Insert": 110,
-        "super": 125,
+        "super": 125, "space": 57,
         **dict(zip("qwertyuiop", range(16, 26))), **dict(zip("asdfghjkl", range(30, 39))),
         **dict(zip("zxcvbnm", range(44, 51)))}
 LEFT, RIGHT = 0x110, 0x111

@@ -21,12 +21,14 @@ using atspi::SwitchState;
 class SwitchTest : public CaptureTest {
  protected:
   static SwitchState state() { return atspi::readSwitch(bus::sessionBus(), Deadline::in(5)); }
-  static void turnOff() {
+  static void set(const QString& property, bool value) {
     auto message = QDBusMessage::createMethodCall("org.a11y.Bus", "/org/a11y/bus",
                                                   "org.freedesktop.DBus.Properties", "Set");
-    message << "org.a11y.Status"
-            << "IsEnabled" << QVariant::fromValue(QDBusVariant(false));
+    message << "org.a11y.Status" << property << QVariant::fromValue(QDBusVariant(value));
     QDBusConnection::sessionBus().call(message);
+  }
+  static void turnOff() {
+    set("IsEnabled", false);
     ASSERT_EQ(state(), SwitchState::off);
   }
   bool trusted(bool prompt = false) { return capture_->accessibility->isProcessTrusted(prompt); }
@@ -56,6 +58,19 @@ TEST_F(SwitchTest, TurnedOffUnderUsItIsTurnedOnAgainOnce) {
   turnOff();
   EXPECT_FALSE(trusted()) << "whoever turns it off twice means it";
   EXPECT_TRUE(trusted(true));
+}
+
+TEST_F(SwitchTest, WhoHasAScreenReaderIsToldOnceHowToSilenceIt) {
+  EXPECT_TRUE(trusted());
+  EXPECT_EQ(log_.lines(), QStringList());
+  set("ScreenReaderEnabled", true);
+  EXPECT_TRUE(
+      eventually([] { return atspi::screenReaderRuns(bus::sessionBus(), Deadline::in(5)); }));
+  EXPECT_TRUE(trusted());
+  EXPECT_TRUE(trusted());
+  ASSERT_EQ(log_.lines().size(), 1);
+  EXPECT_TRUE(log_.lines()[0].contains("silences Orca"));
+  set("ScreenReaderEnabled", false);
 }
 
 // The process that serves the switch stands still as long as this lives.

@@ -64,6 +64,13 @@ TEST_F(CatalogueTest, TheFirstLanguageWithACatalogueIsTaken) {
   EXPECT_FALSE(isRightToLeft());
 }
 
+TEST_F(CatalogueTest, ABrazilianGetsTheirOwnPortuguese) {
+  installCatalogue({"pt_BR"});
+  EXPECT_EQ(shown("Loading…"), QStringLiteral("Carregando…"));
+  installCatalogue({"pt_PT"});
+  EXPECT_EQ(shown("Loading…"), QStringLiteral("A carregar…"));
+}
+
 TEST_F(CatalogueTest, EnglishIsThatOfLinuxDesktopsAndServesWhereThereIsNoOther) {
   installCatalogue({"ja_JP"});
   EXPECT_EQ(shown("⚠︎ %1 is taken by another app"),

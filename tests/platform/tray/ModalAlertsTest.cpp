@@ -8,10 +8,12 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QTranslator>
 #include <algorithm>
 
 #include "InProcessLauncher.h"
 #include "TestApplication.h"
+#include "platform/desktop/Catalogue.h"
 #include "platform/tray/ModalAlerts.h"
 
 namespace tavin {
@@ -97,6 +99,96 @@ TEST_F(ModalAlertsTest, ALongParagraphIsBrokenBetweenCharactersAndShownInFull) {
     }
     EXPECT_EQ(shown.remove('\n'), text);
   }
+}
+
+// A language and a size of letters, until the end.
+class Look {
+ public:
+  Look(const QString& language, int points) : before_(QApplication::font()) {
+    desktop::installCatalogue({language});
+    QFont font = before_;
+    font.setPointSize(points);
+    QApplication::setFont(font);
+  }
+  ~Look() {
+    qDeleteAll(qApp->findChildren<QTranslator*>());
+    desktop::setRightToLeft(false);
+    QApplication::setFont(before_);
+  }
+  Look(const Look&) = delete;
+  Look& operator=(const Look&) = delete;
+
+  QString text(const char* source, const char* situation = nullptr) const {
+    return QCoreApplication::translate("Alert", source, situation);
+  }
+
+ private:
+  const QFont before_;
+};
+
+void expectWhole() {
+  for (const QLabel* label : openAlert()->findChildren<QLabel*>()) {
+    const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 1 << 16),
+                                                           Qt::TextWordWrap, label->text());
+    EXPECT_LE(needed.width(), label->width()) << qPrintable(label->text());
+    EXPECT_LE(needed.height(), label->height()) << qPrintable(label->text());
+  }
+  for (const QPushButton* button : buttons()) {
+    EXPECT_GE(button->width(), button->sizeHint().width()) << qPrintable(button->text());
+    EXPECT_GE(button->height(), button->sizeHint().height()) << qPrintable(button->text());
+  }
+  const QSize screen = openAlert()->screen()->availableSize();
+  EXPECT_LE(openAlert()->width(), screen.width());
+  EXPECT_LE(openAlert()->height(), screen.height());
+}
+
+Alert longestAlert(const Look& look, const char* desktop) {
+  return {
+      look.text("Tavin needs Accessibility access"),
+      look.text("To read selected text in other apps, turn on Tavin in System Settings > Privacy "
+                "& Security > Accessibility. If Tavin is already listed, remove it with the minus "
+                "button and add it again (this happens after a rebuild).",
+                desktop),
+      {look.text("Open Settings"), look.text("Cancel")},
+      false};
+}
+
+Alert keyDialog(const Look& look) {
+  return {look.text("%1 API key").arg("ElevenLabs"),
+          look.text("Stored in your macOS Keychain. Leave empty to remove the key."),
+          {look.text("Save"), look.text("Cancel")},
+          true};
+}
+
+TEST_F(ModalAlertsTest, NoLanguageAndNoSizeOfLettersCutsAText) {
+  std::size_t count = 0;
+  for (const int points : {10, 16, 30}) {
+    for (const char* language : {"ar", "de", "en", "es", "fr", "it", "nl", "pl", "pt", "pt_BR"}) {
+      const Look look(language, points);
+      for (const Alert& alert :
+           {longestAlert(look, ""), longestAlert(look, "Plasma"), keyDialog(look)}) {
+        ASSERT_NE(alert.informativeText, QString());
+        run(alert);
+        ASSERT_NE(openAlert(), nullptr);
+        expectWhole();
+        openAlert()->reject();
+        ASSERT_TRUE(answered(++count));
+      }
+    }
+  }
+}
+
+TEST_F(ModalAlertsTest, AWindowGrowsWithItsLetters) {
+  const auto widthOf = [this](int points, std::size_t count) {
+    const Look look("en", points);
+    run(keyDialog(look));
+    const int width = openAlert()->findChild<QLineEdit*>()->width();
+    openAlert()->reject();
+    EXPECT_TRUE(answered(count));
+    return width;
+  };
+  EXPECT_EQ(widthOf(10, 1), 320);
+  EXPECT_GT(widthOf(30, 2), 2 * 320);
 }
 
 TEST_F(ModalAlertsTest, ShowsTextsAsTheyAreWithASingleButton) {
