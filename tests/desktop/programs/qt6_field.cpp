@@ -1,8 +1,8 @@
 // A window with an editable text, given as the first argument. With "--bare" as the second, a
 // widget that accessibility does not see into, that never owns the selection and copies on
 // Ctrl+Insert alone, after having been busy for as many milliseconds as the third says; it prints
-// "asked" before, "copied at" and when on the system's monotonic clock after, and its title tells how often
-// it has copied: "Qt 6 field, copied 1". With
+// "asked" before, "copied at" and when on the system's monotonic clock after, and its title tells
+// how often it has copied: "Qt 6 field, copied 1". With
 // "--password", a password field; the title is "Password field", and "Password field, all selected"
 // while the whole password is, which nothing else tells.
 #include <QApplication>
