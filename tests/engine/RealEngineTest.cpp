@@ -6,7 +6,7 @@
 #include "engine/EngineClient.h"
 #include "fake/FakePlatform.h"
 #include "platform/Bundle.h"
-#include "platform/http/CurlSession.h"
+#include "platform/http/LoopbackSession.h"
 #include "platform/posix/PosixProcessLauncher.h"
 
 namespace tavin::test {
@@ -55,7 +55,7 @@ class RealEngineTest : public ::testing::Test {
  private:
   struct Parts {
     FakePlatform fakes;
-    http::CurlSession session{fakes.log};
+    http::LoopbackSession session{fakes.log};
     posix::PosixProcessLauncher launcher;
     const Bundle bundle{.resourcesDirectory = std::nullopt,
                         .info = {{"TavinEngineDir", QStringLiteral(TAVIN_SPEECH_FOLDER)}}};

@@ -102,7 +102,7 @@ def group(name):
 
 
 # What the package's build does without, and what a program that was built needs when it runs.
-NOT_FOR_THE_BUILD = {"ccache", "g++", "libcurl4-nss-dev", "qt6-wayland", "libqt6svg6"}
+NOT_FOR_THE_BUILD = {"ccache", "g++", "qt6-wayland", "libqt6svg6"}
 
 
 def test_the_recipe_names_what_a_checkout_needs():

@@ -64,7 +64,7 @@ class TrespassTest(unittest.TestCase):
                          [("platform/Platform.h", "engine")])
 
     def test_logic_must_not_include_a_back_end(self):
-        self.assertEqual(self.trespasses("engine/EngineClient.cpp", "platform/http/CurlSession.h"),
+        self.assertEqual(self.trespasses("engine/EngineClient.cpp", "platform/http/LoopbackSession.h"),
                          [("engine/EngineClient.cpp", "platform/http")])
 
     def test_logic_may_include_contracts_and_other_logic(self):

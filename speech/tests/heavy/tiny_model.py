@@ -10,7 +10,7 @@ import zipfile
 
 SAMPLES = 1200
 LOUDNESS = 0.3
-VOICES = ["af_heart", "am_adam", "bf_emma", "ff_siwis"]
+VOICES = ["af_heart", "am_adam", "bf_emma", "ff_siwis", "jf_alpha", "zf_xiaobei"]
 FLOAT, INT64 = 1, 7
 INT_ATTRIBUTE = 2
 

@@ -54,7 +54,7 @@ def test_words_stay_apart():
     assert all_three == f"{one}, {one} {one}"
 
 
-@pytest.mark.parametrize("language", ["en-us", "en-gb", "es", "fr-fr", "hi", "it", "ja", "pt-br", "cmn", "xx"])
+@pytest.mark.parametrize("language", ["en-us", "en-gb", "es", "fr-fr", "hi", "it", "pt-br", "xx"])
 def test_every_language_of_the_voices_can_be_the_first(language):
     assert phonemes(("Taxi", language))[0]
 

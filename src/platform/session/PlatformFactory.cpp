@@ -16,7 +16,7 @@
 #include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gui/WindowProgram.h"
-#include "platform/http/CurlSession.h"
+#include "platform/http/LoopbackSession.h"
 #include "platform/posix/OwnProcess.h"
 #include "platform/posix/PosixProcessLauncher.h"
 #include "platform/posix/PosixSystemLog.h"
@@ -59,7 +59,7 @@ void addCommonParts(Platform& platform) {
   platform.globalQueue = std::make_unique<ThreadQueue>(globalQueueThreads);
   platform.makeSerialQueue = [] { return std::make_unique<ThreadQueue>(1); };
   platform.userDefaults = std::make_unique<desktop::SettingsUserDefaults>();
-  platform.urlSession = std::make_unique<http::CurlSession>(*platform.log);
+  platform.urlSession = std::make_unique<http::LoopbackSession>(*platform.log);
   platform.processLauncher = std::make_unique<posix::PosixProcessLauncher>();
   platform.loginItem =
       std::make_unique<desktop::AutostartLoginItem>(QCoreApplication::applicationFilePath());

@@ -35,7 +35,7 @@ TEST_F(SocketHoldersTest, ProgramInOtherNamespacesIsAStrangerWithNameAndNumber) 
   const auto stranger = holders.strangerAt(listener(process.port()));
   ASSERT_TRUE(stranger);
   EXPECT_EQ(stranger->pid, process.pid());
-  EXPECT_EQ(stranger->name, "curl_session_te");
+  EXPECT_EQ(stranger->name, "http_session_te");
 }
 
 TEST_F(SocketHoldersTest, ProgramThatHidesItsFilesIsAStranger) {

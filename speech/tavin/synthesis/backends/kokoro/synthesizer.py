@@ -12,7 +12,8 @@ try:
     import espeakng_loader
     import kokoro_onnx
     import numpy
-    import onnxruntime
+
+    from tavin.synthesis.backends.onnx import Session, run_options
 except ImportError as failure:
     raise RuntimeError(f"Kokoro's libraries cannot be loaded ({failure}). Choose Kokoro again.") from None
 
@@ -32,48 +33,16 @@ PAUSE_AT_END = 0.2  # a heading or the like
 PAUSE_WITHIN = 0.02  # between words that were too many to be said at once
 
 
-def session(path):
-    options = onnxruntime.SessionOptions()
-    # One core stays free for the sound, the status and everybody else.
-    options.intra_op_num_threads = max(1, len(os.sched_getaffinity(0)) - 1)
-    options.inter_op_num_threads = 1
-    options.add_session_config_entry("session.intra_op.allow_spinning", "0")
-    return onnxruntime.InferenceSession(str(path), options, providers=["CPUExecutionProvider"])
-
-
-class Session:
-    """The model, for a run that can be ended in its midst."""
-
-    def __init__(self, path):
-        self._session = session(path)
-        self._options = onnxruntime.RunOptions()
-        # Each text has a length of its own: what one needed is of little use to the next.
-        self._options.add_run_config_entry("memory.enable_memory_arena_shrinkage", "cpu:0")
-
-    def __getattr__(self, name):
-        return getattr(self._session, name)
-
-    def run(self, outputs, inputs):
-        return self._session.run(outputs, inputs, self._options)
-
-    @property
-    def abandoned(self):
-        return self._options.terminate
-
-    @abandoned.setter
-    def abandoned(self, now):
-        self._options.terminate = now
-
-
 class Synthesizer:
     rate = 24000
 
     def __init__(self):
         model_file, voice_file = needs.files()
         self._voice_file = voice_file.path
+        self._options = run_options()
         try:
-            self._session = Session(model_file.path)
-            self._kokoro = kokoro_onnx.Kokoro.from_session(self._session, str(voice_file.path))
+            session = Session(model_file.path, self._options)
+            self._kokoro = kokoro_onnx.Kokoro.from_session(session, str(voice_file.path))
             self._sound(TRIAL, self.voices()[0]["id"], 1.0)
         except Exception as failure:
             raise RuntimeError(f"Choose Kokoro again: its files cannot be loaded ({failure}).") from None
@@ -84,7 +53,7 @@ class Synthesizer:
 
     def abandon(self, now):
         """On another thread: have `say` return."""
-        self._session.abandoned = now
+        self._options.terminate = now
 
     def say(self, text, voice, speed, emit):
         most = int(MOST_PHONEMES * min(speed, 1.0))
@@ -95,7 +64,7 @@ class Synthesizer:
                 if any(letter.isalpha() for letter in self._kokoro.tokenizer.known(part)):
                     emit(self._sound(part, voice, speed, pause))
         except Exception:
-            if not self._session.abandoned:
+            if not self._options.terminate:
                 raise
 
     def _sound(self, phonemes, voice, speed, unmarked_pause=PAUSE_AT_END):

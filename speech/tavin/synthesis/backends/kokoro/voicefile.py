@@ -4,9 +4,11 @@ A voice's name tells its language and sex by two letters: "bf_emma" is a British
 woman. Only the archive's table of contents is read.
 """
 
+import re
 import zipfile
 
-# The languages by the name's first letter, for eSpeak NG, which makes the phonemes.
+# The languages by the name's first letter, for eSpeak NG, which makes the phonemes. Not Japanese and Chinese, whose
+# voices the file has as well: eSpeak NG names their signs ("Chinese letter") or drops their tones.
 LANGUAGES = {
     "a": "en-us",
     "b": "en-gb",
@@ -14,38 +16,35 @@ LANGUAGES = {
     "f": "fr-fr",
     "h": "hi",
     "i": "it",
-    "j": "ja",
     "p": "pt-br",
-    "z": "cmn",
 }
 # Those with the best grades of their makers.
-BEST = {"af_heart", "bf_emma", "ef_dora", "ff_siwis", "hf_alpha", "if_sara", "jf_alpha", "pf_dora", "zf_xiaobei"}
+BEST = {"af_heart", "bf_emma", "ef_dora", "ff_siwis", "hf_alpha", "if_sara", "pf_dora"}
 SEXES = {"f": "female", "m": "male"}
-OTHER = "en-us"
+NAME = re.compile(f"([{''.join(LANGUAGES)}])([{''.join(SEXES)}])_(.+)")
 
 
 def language_of(voice):
-    return LANGUAGES.get(voice[:1] if "_" in voice else "", OTHER)
+    return LANGUAGES[voice[0]]
 
 
 def voices_in(path):
     """The voices as `Synthesizer.voices` tells them; none when the file cannot be read."""
     try:
         with zipfile.ZipFile(path) as archive:
-            names = [name.removesuffix(".npy") for name in archive.namelist() if name.endswith(".npy")]
+            names = [NAME.fullmatch(name.removesuffix(".npy")) for name in archive.namelist()]
     except (OSError, zipfile.BadZipFile):
         return []
-    return [voice_of(name) for name in names]
+    return [voice_of(name) for name in names if name]
 
 
-def voice_of(voice):
+def voice_of(match):
     """ "bf_emma" is Emma, a woman who speaks British English."""
-    kind, _, name = voice.partition("_")
-    known = name and kind[:1] in LANGUAGES and kind[1:] in SEXES
+    language, sex, name = match.groups()
     return {
-        "id": voice,
-        "name": (name if known else voice).replace("_", " ").title(),
-        "language": language_of(voice),
-        "traits": SEXES[kind[1:]] if known else "",
-        "best": voice in BEST,
+        "id": match[0],
+        "name": name.replace("_", " ").title(),
+        "language": LANGUAGES[language],
+        "traits": SEXES[sex],
+        "best": match[0] in BEST,
     }

@@ -10,9 +10,10 @@ os.environ.setdefault("OPENBLAS_NUM_THREADS", "1")  # numpy's threads would only
 
 try:
     import numpy
-    import onnxruntime
     from piper.config import PiperConfig, SynthesisConfig
     from piper.voice import PiperVoice
+
+    from tavin.synthesis.backends.onnx import Session, run_options
 except ImportError as failure:
     raise RuntimeError(f"Piper's libraries cannot be loaded ({failure}). Choose Piper again.") from None
 
@@ -34,8 +35,7 @@ class Synthesizer:
     def __init__(self):
         self._name = None
         self._voice = None
-        self._options = onnxruntime.RunOptions()
-        self._options.add_run_config_entry("memory.enable_memory_arena_shrinkage", "cpu:0")
+        self._options = run_options()
 
     def voices(self):
         return needs.voices()
@@ -67,22 +67,6 @@ class Synthesizer:
         except Exception as failure:
             raise Failure(f"Choose this voice of Piper again: it cannot be loaded ({failure}).") from None
         self._name = name
-
-
-class Session:
-    """The model, for a run that can be ended in its midst."""
-
-    def __init__(self, path, run_options):
-        options = onnxruntime.SessionOptions()
-        # One core stays free for the sound, the status and everybody else.
-        options.intra_op_num_threads = max(1, len(os.sched_getaffinity(0)) - 1)
-        options.inter_op_num_threads = 1
-        options.add_session_config_entry("session.intra_op.allow_spinning", "0")
-        self._session = onnxruntime.InferenceSession(str(path), options, providers=["CPUExecutionProvider"])
-        self._run_options = run_options
-
-    def run(self, outputs, inputs):
-        return self._session.run(outputs, inputs, self._run_options)
 
 
 def sound(samples, rate, pause):

@@ -7,7 +7,7 @@
 #include <future>
 
 #include "fake/FakeServices.h"
-#include "platform/http/CurlSession.h"
+#include "platform/http/LoopbackSession.h"
 #include "platform/http/RawServer.h"
 #include "platform/http/Stranger.h"
 
@@ -15,7 +15,7 @@ namespace tavin::test {
 namespace {
 
 using namespace std::chrono_literals;
-using http::CurlSession;
+using http::LoopbackSession;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -24,7 +24,7 @@ using ::testing::SizeIs;
 using Clock = std::chrono::steady_clock;
 using Result = std::variant<UrlResponse, UrlError>;
 
-class CurlSessionTest : public ::testing::Test {
+class LoopbackSessionTest : public ::testing::Test {
  protected:
   static bool failed(const Result& result) { return std::holds_alternative<UrlError>(result); }
   static QByteArray body(const Result& result) {
@@ -45,24 +45,24 @@ class CurlSessionTest : public ::testing::Test {
   }
 
   FakeLog log;
-  CurlSession session{log};
+  LoopbackSession session{log};
 };
 
-TEST_F(CurlSessionTest, AnswersComeBackWithTheirStatusAndBody) {
+TEST_F(LoopbackSessionTest, AnswersComeBackWithTheirStatusAndBody) {
   RawServer server([](const auto& peer) { peer.answer(R"({"a":1})"); });
   const Result result = session.dataTask(get(server));
   EXPECT_EQ(std::get<UrlResponse>(result).statusCode, 200);
   EXPECT_EQ(body(result), R"({"a":1})");
 }
 
-TEST_F(CurlSessionTest, EmptyBodyCountsAsPresent) {
+TEST_F(LoopbackSessionTest, EmptyBodyCountsAsPresent) {
   RawServer server([](const auto& peer) { peer.answer("", "204 No Content"); });
   const Result result = session.dataTask(get(server));
   EXPECT_EQ(std::get<UrlResponse>(result).statusCode, 204);
   EXPECT_EQ(body(result), "");
 }
 
-TEST_F(CurlSessionTest, GetsCarryNoHeaderOfOurOwnAndPostsBoth) {
+TEST_F(LoopbackSessionTest, GetsCarryNoHeaderOfOurOwnAndPostsBoth) {
   RawServer server([](const auto& peer) { peer.answer("{}"); });
   session.dataTask(get(server));
   session.dataTask(post(server, R"({"text":"x"})"));
@@ -76,7 +76,7 @@ TEST_F(CurlSessionTest, GetsCarryNoHeaderOfOurOwnAndPostsBoth) {
   EXPECT_TRUE(requests[1].endsWith("\r\n\r\n{\"text\":\"x\"}"));
 }
 
-TEST_F(CurlSessionTest, LongBodyArrivesWhole) {
+TEST_F(LoopbackSessionTest, LongBodyArrivesWhole) {
   const QByteArray text = R"({"text":")" + QByteArray(10'000'000, 'x') + R"("})";
   RawServer server([](const auto& peer) { peer.answer("{}"); });
   EXPECT_EQ(body(session.dataTask(post(server, text))), "{}");
@@ -84,7 +84,7 @@ TEST_F(CurlSessionTest, LongBodyArrivesWhole) {
   EXPECT_FALSE(server.requests()[0].left(1000).contains("Expect"));
 }
 
-TEST_F(CurlSessionTest, PostIsSentWithoutABodyWhereItHasNone) {
+TEST_F(LoopbackSessionTest, PostIsSentWithoutABodyWhereItHasNone) {
   RawServer server([](const auto& peer) { peer.answer("{}"); });
   UrlRequest request = post(server, "");
   request.body.reset();
@@ -92,7 +92,7 @@ TEST_F(CurlSessionTest, PostIsSentWithoutABodyWhereItHasNone) {
   EXPECT_TRUE(server.requests()[0].endsWith("\r\n\r\n"));
 }
 
-TEST_F(CurlSessionTest, PostThatIsTakenAndNotAnsweredIsNotSentAgain) {
+TEST_F(LoopbackSessionTest, PostThatIsTakenAndNotAnsweredIsNotSentAgain) {
   std::atomic<int> connections = 0;
   RawServer server([&](const auto& peer) {
     // The first one is answered and offers to stay open.
@@ -109,7 +109,7 @@ TEST_F(CurlSessionTest, PostThatIsTakenAndNotAnsweredIsNotSentAgain) {
   EXPECT_TRUE(requests[2].startsWith("GET"));
 }
 
-TEST_F(CurlSessionTest, NothingListeningFailsAtOnce) {
+TEST_F(LoopbackSessionTest, NothingListeningFailsAtOnce) {
   UrlRequest request;
   {
     RawServer server([](const auto&) {});
@@ -120,7 +120,7 @@ TEST_F(CurlSessionTest, NothingListeningFailsAtOnce) {
   EXPECT_LT(Clock::now() - start, 2s);
 }
 
-TEST_F(CurlSessionTest, SilentPeerFailsAfterTheTimeout) {
+TEST_F(LoopbackSessionTest, SilentPeerFailsAfterTheTimeout) {
   RawServer server([](const auto& peer) { peer.waitForClose(); });
   const auto start = Clock::now();
   EXPECT_EQ(std::get<UrlError>(session.dataTask(get(server, 0.3))).code, UrlError::timedOut);
@@ -134,12 +134,12 @@ void trickle(const RawServer::Peer& peer) {
   for (int i = 0; i < 12 && peer.send("x"); ++i) std::this_thread::sleep_for(50ms);
 }
 
-TEST_F(CurlSessionTest, TrickledAnswerArrivesUnderAnIdleLimit) {
+TEST_F(LoopbackSessionTest, TrickledAnswerArrivesUnderAnIdleLimit) {
   RawServer server(trickle);
   EXPECT_EQ(body(session.dataTask(get(server, 0.5))), QByteArray(12, 'x'));
 }
 
-TEST_F(CurlSessionTest, TrickledAnswerFailsAtItsDeadline) {
+TEST_F(LoopbackSessionTest, TrickledAnswerFailsAtItsDeadline) {
   RawServer server(trickle);
   UrlRequest request = get(server, 0.3);
   request.deadline = 0.3;
@@ -149,7 +149,7 @@ TEST_F(CurlSessionTest, TrickledAnswerFailsAtItsDeadline) {
   EXPECT_LT(Clock::now() - start, 550ms);
 }
 
-TEST_F(CurlSessionTest, AnswerBeyondTheCapFails) {
+TEST_F(LoopbackSessionTest, AnswerBeyondTheCapFails) {
   RawServer server([](const auto& peer) {
     peer.send("HTTP/1.1 200 OK\r\nContent-Length: 100000000\r\n\r\n");
     const QByteArray block(1'000'000, 'x');
@@ -159,19 +159,41 @@ TEST_F(CurlSessionTest, AnswerBeyondTheCapFails) {
   EXPECT_TRUE(failed(session.dataTask(get(server))));
 }
 
-TEST_F(CurlSessionTest, AnswerThatBreaksOffFails) {
+TEST_F(LoopbackSessionTest, AnswerInChunksIsPutTogether) {
+  RawServer server([](const auto& peer) {
+    peer.send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n");
+    peer.send("1\r\n!\r\n0\r\n\r\n");
+  });
+  EXPECT_EQ(body(session.dataTask(get(server))), "hello!");
+}
+
+TEST_F(LoopbackSessionTest, AnswerWithoutALengthEndsWithItsConnection) {
+  RawServer server([](const auto& peer) { peer.send("HTTP/1.1 200 OK\r\n\r\nhello"); });
+  EXPECT_EQ(body(session.dataTask(get(server))), "hello");
+}
+
+TEST_F(LoopbackSessionTest, AnswerWithAHeadWithoutEndFails) {
+  RawServer server([](const auto& peer) {
+    peer.send("HTTP/1.1 200 OK\r\n");
+    while (peer.send("X-Filler: " + QByteArray(1000, 'x') + "\r\n")) {
+    }
+  });
+  EXPECT_TRUE(failed(session.dataTask(get(server))));
+}
+
+TEST_F(LoopbackSessionTest, AnswerThatBreaksOffFails) {
   RawServer server([](const auto& peer) {
     peer.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nonly this");
   });
   EXPECT_TRUE(failed(session.dataTask(get(server))));
 }
 
-TEST_F(CurlSessionTest, AnswerThatIsNoHttpFails) {
+TEST_F(LoopbackSessionTest, AnswerThatIsNoHttpFails) {
   RawServer server([](const auto& peer) { peer.send("hello\r\n\r\n"); });
   EXPECT_TRUE(failed(session.dataTask(get(server))));
 }
 
-TEST_F(CurlSessionTest, RedirectIsNotFollowed) {
+TEST_F(LoopbackSessionTest, RedirectIsNotFollowed) {
   RawServer server([](const auto& peer) {
     peer.send("HTTP/1.1 302 Found\r\nLocation: /other\r\nContent-Length: 0\r\n\r\n");
   });
@@ -179,7 +201,7 @@ TEST_F(CurlSessionTest, RedirectIsNotFollowed) {
   EXPECT_THAT(server.requests(), SizeIs(1));
 }
 
-TEST_F(CurlSessionTest, ProxyOfTheEnvironmentIsNotAsked) {
+TEST_F(LoopbackSessionTest, ProxyOfTheEnvironmentIsNotAsked) {
   RawServer server([](const auto& peer) { peer.answer("direct"); });
   RawServer proxy([](const auto& peer) { peer.answer("through the proxy"); });
   const QByteArray address = proxy.url(QString()).toUtf8();
@@ -189,9 +211,9 @@ TEST_F(CurlSessionTest, ProxyOfTheEnvironmentIsNotAsked) {
   EXPECT_THAT(proxy.requests(), IsEmpty());
 }
 
-TEST_F(CurlSessionTest, ListenerOfAnotherUserGetsNoByteAndOneLogLine) {
+TEST_F(LoopbackSessionTest, ListenerOfAnotherUserGetsNoByteAndOneLogLine) {
   RawServer server([](const auto& peer) { peer.answer("{}"); });
-  CurlSession ofSomebodyElse(log, ::geteuid() + 1);
+  LoopbackSession ofSomebodyElse(log, ::geteuid() + 1);
   EXPECT_TRUE(failed(ofSomebodyElse.dataTask(post(server, R"({"key":"secret"})"))));
   EXPECT_TRUE(failed(ofSomebodyElse.dataTask(get(server))));
   EXPECT_THAT(log.lines, ElementsAre("Tavin: the engine's port is held by another user's program: "
@@ -200,7 +222,7 @@ TEST_F(CurlSessionTest, ListenerOfAnotherUserGetsNoByteAndOneLogLine) {
   EXPECT_THAT(server.requests(), ElementsAre(HasSubstr("GET /status")));
 }
 
-TEST_F(CurlSessionTest, SandboxedListenerIsNotConnectedToAndToldOnce) {
+TEST_F(LoopbackSessionTest, SandboxedListenerIsNotConnectedToAndToldOnce) {
   const Stranger stranger(Stranger::Place::otherNamespaces);
   UrlRequest request;
   request.url = QStringLiteral("http://127.0.0.1:%1/status").arg(stranger.port());
@@ -208,12 +230,12 @@ TEST_F(CurlSessionTest, SandboxedListenerIsNotConnectedToAndToldOnce) {
   EXPECT_TRUE(failed(session.dataTask(request)));
   EXPECT_FALSE(stranger.wasConnectedTo());
   EXPECT_THAT(log.lines,
-              ElementsAre(HasSubstr("is held by a sandboxed program, “curl_session_te” "
+              ElementsAre(HasSubstr("is held by a sandboxed program, “http_session_te” "
                                     "(process " +
                                     std::to_string(stranger.pid()) + "): nothing is sent there")));
 }
 
-TEST_F(CurlSessionTest, ListenerThatWaitsToAcceptIsTrustedLikeOneThatAccepted) {
+TEST_F(LoopbackSessionTest, ListenerThatWaitsToAcceptIsTrustedLikeOneThatAccepted) {
   // The kernel has made the connection when nobody has accepted it yet.
   const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   ::listen(listener, 1);

@@ -17,18 +17,17 @@ class SystemLog;
 
 namespace tavin::http {
 
-// The session on libcurl. Each request has a connection of its own, because a library may send a
-// POST again on a reused one; no proxy, redirect, cookie or cache takes part. A listener that is
-// not ours (SocketHolders) is no engine: it is not even connected to, and one log line tells who it
-// is.
-class CurlSession final : public UrlSession {
+// The session over the loopback interface. Each request has a connection of its own, so that none
+// is sent twice; no proxy, redirect, cookie or cache takes part. A listener that is not ours
+// (SocketHolders) is no engine: it is not even connected to, and one log line tells who it is.
+class LoopbackSession final : public UrlSession {
  public:
   // What an answer may hold; the engine's are a few kilobytes. A larger one would take too long to
   // decode for the main thread, which waits for it.
   static constexpr std::size_t maxAnswerSize = std::size_t{1024} * 1024;
 
   // `log` is not owned. `user` is whose listeners count as an engine; none means ours.
-  explicit CurlSession(SystemLog& log, std::optional<uid_t> user = std::nullopt);
+  explicit LoopbackSession(SystemLog& log, std::optional<uid_t> user = std::nullopt);
 
   std::variant<UrlResponse, UrlError> dataTask(const UrlRequest& request) override;
 

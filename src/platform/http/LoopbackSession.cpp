@@ -1,12 +1,11 @@
-#include "platform/http/CurlSession.h"
+#include "platform/http/LoopbackSession.h"
 
-#include <curl/curl.h>
 #include <unistd.h>
 
 #include <QUrl>
 
 #include "platform/SystemLog.h"
-#include "platform/http/CurlTransfer.h"
+#include "platform/http/HttpTransfer.h"
 
 namespace tavin::http {
 namespace {
@@ -17,17 +16,13 @@ std::uint16_t portOf(const UrlRequest& request) {
 
 }  // namespace
 
-CurlSession::CurlSession(SystemLog& log, std::optional<uid_t> user)
-    : log_(log), user_(user.value_or(::geteuid())), holders_(user_) {
-  curl_global_init(CURL_GLOBAL_DEFAULT);
-}
+LoopbackSession::LoopbackSession(SystemLog& log, std::optional<uid_t> user)
+    : log_(log), user_(user.value_or(::geteuid())), holders_(user_) {}
 
-std::variant<UrlResponse, UrlError> CurlSession::dataTask(const UrlRequest& request) {
+std::variant<UrlResponse, UrlError> LoopbackSession::dataTask(const UrlRequest& request) {
   const std::uint16_t port = portOf(request);
-  // Made first: its clock runs while the listener is looked at.
-  CurlTransfer transfer(request, maxAnswerSize, [this, port](std::uint16_t ownPort) {
-    return isConnectedToEngine(port, ownPort);
-  });
+  // The clock runs while the listener is looked at.
+  const TransferLimits limits{std::chrono::steady_clock::now(), maxAnswerSize};
   const SocketAnswer listener = socketAt(port);
   if (!listener.told) {
     if (!toldSilence_.exchange(true))
@@ -40,18 +35,20 @@ std::variant<UrlResponse, UrlError> CurlSession::dataTask(const UrlRequest& requ
     return UrlError{UrlError::cannotConnectToHost};
   if (!isEngine(*listener.socket))
     return UrlError{};
-  return transfer.run();
+  return transfer(request, port, limits, [this, port](std::uint16_t ownPort) {
+    return isConnectedToEngine(port, ownPort);
+  });
 }
 
 // Another program may have taken the port since we looked.
-bool CurlSession::isConnectedToEngine(std::uint16_t port, std::uint16_t ownPort) {
+bool LoopbackSession::isConnectedToEngine(std::uint16_t port, std::uint16_t ownPort) {
   SocketAnswer peer = socketAt(port, ownPort);
   if (peer.socket && peer.socket->inode == 0)  // It waits in the queue of the listener.
     peer = socketAt(port);
   return peer.socket && isEngine(*peer.socket);
 }
 
-bool CurlSession::isEngine(const LoopbackSocket& socket) {
+bool LoopbackSession::isEngine(const LoopbackSocket& socket) {
   const auto stranger = holders_.strangerAt(socket);
   if (stranger && toldSocket_.exchange(socket.inode) != socket.inode)
     log_.write(QStringLiteral("Tavin: the engine's port is held by %1: nothing is sent there")
@@ -59,8 +56,8 @@ bool CurlSession::isEngine(const LoopbackSocket& socket) {
   return !stranger;
 }
 
-QString CurlSession::describe(const SocketHolders::Stranger& stranger,
-                              const LoopbackSocket& socket) const {
+QString LoopbackSession::describe(const SocketHolders::Stranger& stranger,
+                                  const LoopbackSocket& socket) const {
   if (socket.user != user_)
     return QStringLiteral("another user's program");
   if (stranger.pid == 0)

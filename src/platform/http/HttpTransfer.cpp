@@ -1,0 +1,147 @@
+#include "platform/http/HttpTransfer.h"
+
+#include <QUrl>
+#include <algorithm>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/http/message.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/read.hpp>
+#include <boost/beast/http/serializer.hpp>
+#include <boost/beast/http/span_body.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <boost/beast/http/write.hpp>
+#include <string>
+
+namespace tavin::http {
+namespace {
+
+namespace asio = boost::asio;
+namespace beast = boost::beast;
+using beast::error_code;
+using Clock = std::chrono::steady_clock;
+using Body = beast::http::span_body<const char>;
+using Result = std::variant<UrlResponse, UrlError>;
+
+constexpr unsigned http11 = 11;
+
+beast::string_view view(const QByteArray& bytes) {
+  return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+Clock::duration seconds(double value) {
+  return std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(value));
+}
+
+beast::http::request<Body> messageOf(const UrlRequest& request) {
+  const QUrl url(request.url);
+  beast::http::request<Body> message;
+  message.version(http11);
+  message.method_string(view(request.method));
+  message.target(view(url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority)));
+  message.set(beast::http::field::host, view(url.authority().toLatin1()));
+  message.set(beast::http::field::connection, "close");
+  for (const auto& [name, value] : request.headers) message.set(view(name), view(value));
+  if (request.body)
+    message.body() = {request.body->constData(), static_cast<std::size_t>(request.body->size())};
+  message.prepare_payload();
+  return message;
+}
+
+class Transfer {
+ public:
+  Transfer(const UrlRequest& request, const TransferLimits& limits)
+      : idle_(seconds(request.timeout)),
+        end_(request.deadline ? limits.start + seconds(*request.deadline)
+                              : Clock::time_point::max()) {
+    parser_.body_limit(limits.answerSize);
+  }
+
+  error_code connect(std::uint16_t port) {
+    const asio::ip::tcp::endpoint engine(asio::ip::address_v4::loopback(), port);
+    return await([&](auto done) { stream_.async_connect(engine, done); });
+  }
+
+  std::uint16_t ownPort() {
+    error_code error;
+    return stream_.socket().local_endpoint(error).port();
+  }
+
+  error_code send(const UrlRequest& request) {
+    auto message = messageOf(request);
+    beast::http::request_serializer<Body> serializer(message);
+    error_code error;
+    while (!error && !serializer.is_done())
+      error = await(
+          [&](auto done) { beast::http::async_write_some(stream_, serializer, std::move(done)); });
+    return error;
+  }
+
+  error_code receive() {
+    error_code error;
+    while (!error && !parser_.is_done())
+      error = await([&](auto done) {
+        beast::http::async_read_some(stream_, buffer_, parser_, std::move(done));
+      });
+    return error;
+  }
+
+  UrlResponse response() const {
+    const auto& answer = parser_.get();
+    return {static_cast<int>(answer.result_int()), QByteArray::fromStdString(answer.body())};
+  }
+
+ private:
+  // Has one operation move some bytes. It fails when none move within the idle limit, and at the
+  // deadline.
+  template <typename Start>
+  error_code await(Start start) {
+    error_code outcome;
+    stream_.expires_at(end_ - Clock::now() < idle_ ? end_ : Clock::now() + idle_);
+    start([&outcome](error_code error, auto&&...) { outcome = error; });
+    context_.restart();
+    context_.run();
+    return outcome;
+  }
+
+  const Clock::duration idle_;
+  const Clock::time_point end_;
+  asio::io_context context_{BOOST_ASIO_CONCURRENCY_HINT_UNSAFE};
+  beast::tcp_stream stream_{context_};
+  beast::flat_buffer buffer_;
+  beast::http::response_parser<beast::http::string_body> parser_;
+};
+
+UrlError failure(const error_code& error, int otherwise = UrlError::unknown) {
+  return {error == beast::error::timeout ? UrlError::timedOut : otherwise};
+}
+
+Result carry(const UrlRequest& request, std::uint16_t port, const TransferLimits& limits,
+             const std::function<bool(std::uint16_t)>& mayProceed) {
+  Transfer transfer(request, limits);
+  if (const error_code error = transfer.connect(port))
+    return failure(error, UrlError::cannotConnectToHost);
+  if (!mayProceed(transfer.ownPort()))
+    return UrlError{};
+  // Who refuses a long body answers before all of it was sent: other errors show in the answer.
+  if (const error_code error = transfer.send(request); error == beast::error::timeout)
+    return failure(error);
+  if (const error_code error = transfer.receive())
+    return failure(error);
+  return transfer.response();
+}
+
+}  // namespace
+
+Result transfer(const UrlRequest& request, std::uint16_t port, const TransferLimits& limits,
+                const std::function<bool(std::uint16_t)>& mayProceed) {
+  try {
+    return carry(request, port, limits, mayProceed);
+  } catch (const boost::system::system_error&) {
+    return UrlError{};  // No descriptors are left, for one.
+  }
+}
+
+}  // namespace tavin::http
