@@ -185,8 +185,8 @@ TEST_F(HotkeyGrabsTest, OneCombinationForTwoCommandsRunsTheFirstAndTheCenterKnow
   Lines log;
   HotkeyCenter center(*service_, queue, log);
   std::vector<std::string> ran;
-  EXPECT_TRUE(center.registerHotkey(mac::r, controlOption, [&] { ran.push_back("speak"); }));
-  EXPECT_FALSE(center.registerHotkey(mac::r, controlOption, [&] { ran.push_back("pause"); }));
+  EXPECT_TRUE(center.registerHotkey(mac::r, controlOption, [&] { ran.emplace_back("speak"); }));
+  EXPECT_FALSE(center.registerHotkey(mac::r, controlOption, [&] { ran.emplace_back("pause"); }));
   EXPECT_FALSE(center.allActive());
   EXPECT_THAT(log.lines, SizeIs(testing::Ge(1)));
   keyboard_.type({key::leftControl, key::leftAlt, key::r});
@@ -194,7 +194,7 @@ TEST_F(HotkeyGrabsTest, OneCombinationForTwoCommandsRunsTheFirstAndTheCenterKnow
   EXPECT_THAT(ran, ElementsAre("speak"));
 
   center.unregisterAll();
-  EXPECT_TRUE(center.registerHotkey(mac::r, controlOption, [&] { ran.push_back("anew"); }));
+  EXPECT_TRUE(center.registerHotkey(mac::r, controlOption, [&] { ran.emplace_back("anew"); }));
   EXPECT_TRUE(center.allActive());
   keyboard_.type({key::leftControl, key::leftAlt, key::r});
   EXPECT_TRUE(eventually([&] { return ran.size() > 1; }));
