@@ -34,6 +34,12 @@ def memory(pid):
             "anonymous": sums["Pss_Anon"] / MB, "processes": len(processes_of(pid))}
 
 
+def own_memory(pid):
+    """Megabytes of the process alone that are no file's."""
+    with open(f"/proc/{pid}/smaps_rollup", encoding="ascii") as f:
+        return next(int(line.split()[1]) for line in f if line.startswith("Pss_Anon:")) / 1024
+
+
 def _switches(pid):
     """For each thread: how often it went to sleep of itself, and how often it was put aside."""
     counts = {}

@@ -10,6 +10,8 @@ from panel import start_xfce4_panel
 from session import stop, wait_until
 
 ENGINE, WORKER, PLAYER = "tavin.server", "tavin.synthesis.worker", "tavin.sound.player"
+# Runs only while it shows something.
+WINDOWS = "windows' program"
 # A session whose own bus has gone is over.
 NEVER_KILLED = ("session bus",)
 # An engine that ended five times is not started again.
@@ -26,15 +28,25 @@ def engine_processes(session, module):
     return [pid for pid in engines(session) if module in arguments_of(pid)]
 
 
-def processes_with(session, *words):
-    """Those of the session whose command lines hold all of these."""
+def processes(session, is_wanted):
+    """Those of the session that are."""
     home = f"HOME={session.env['HOME']}".encode()
     found = []
     for pid in map(int, filter(str.isdigit, os.listdir("/proc"))):
         with contextlib.suppress(OSError), open(f"/proc/{pid}/environ", "rb") as f:
-            if all(word in " ".join(arguments_of(pid)) for word in words) and home in f.read().split(b"\0"):
+            if is_wanted(pid) and home in f.read().split(b"\0"):
                 found.append(pid)
     return found
+
+
+def processes_with(session, *words):
+    """Whose command lines hold all of these."""
+    return processes(session, lambda pid: all(word in " ".join(arguments_of(pid)) for word in words))
+
+
+def window_programs(session):
+    """By their executable, which Tavin starts by a descriptor."""
+    return processes(session, lambda pid: os.path.basename(os.readlink(f"/proc/{pid}/exe")) == "tavin-windows")
 
 
 class Victims:
@@ -54,6 +66,7 @@ class Victims:
             "session bus": lambda: processes_with(session, "dbus-daemon", "--session"),
             "accessibility bus": lambda: processes_with(session, "dbus-daemon", "accessibility.conf"),
             "selected program": lambda: [fields.front.pid],
+            WINDOWS: lambda: window_programs(session),
         }
 
     def new_tavin(self):

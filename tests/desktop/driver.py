@@ -14,6 +14,16 @@ SPEAK = "alt+Escape"
 PAUSE = "alt+shift+Escape"
 
 
+CLIENT_MESSAGE = 33
+
+
+class ClientMessage(ctypes.Structure):
+    """Xlib's event of that kind, as long as the longest of them."""
+    _fields_ = [("type", ctypes.c_int), ("serial", ctypes.c_ulong), ("sent", ctypes.c_int),
+                ("display", ctypes.c_void_p), ("window", ctypes.c_ulong), ("kind", ctypes.c_ulong),
+                ("format", ctypes.c_int), ("data", ctypes.c_long * 20)]
+
+
 class Desktop:
     """The programs that a test starts in `session`; `close` ends them."""
 
@@ -162,15 +172,31 @@ class Desktop:
     def selection_owner(self, name):
         """The window that owns an X selection, 0 where none does. Of the clipboard it tells, unlike
         the contents, that it was taken over and given back."""
+        with self._xlib() as (x11, display):
+            return x11.XGetSelectionOwner(display, self._atom(x11, display, name))
+
+    def ask_to_close(self, wid):
+        """As the button in its frame does: without a key, which a user would have pressed."""
+        with self._xlib() as (x11, display):
+            protocols, deletion = (self._atom(x11, display, name) for name in ("WM_PROTOCOLS", "WM_DELETE_WINDOW"))
+            message = ClientMessage(CLIENT_MESSAGE, 0, 1, display, int(wid), protocols.value, 32,
+                                    (ctypes.c_long * 20)(deletion.value))
+            x11.XSendEvent(display, ctypes.c_ulong(int(wid)), 0, ctypes.c_long(0), ctypes.byref(message))
+
+    @contextlib.contextmanager
+    def _xlib(self):
         x11 = ctypes.CDLL("libX11.so.6")
         x11.XOpenDisplay.restype = ctypes.c_void_p
         x11.XInternAtom.restype = x11.XGetSelectionOwner.restype = ctypes.c_ulong
         display = ctypes.c_void_p(x11.XOpenDisplay(self.session.env["DISPLAY"].encode()))
         try:
-            atom = ctypes.c_ulong(x11.XInternAtom(display, name.encode(), 0))
-            return x11.XGetSelectionOwner(display, atom)
+            yield x11, display
         finally:
             x11.XCloseDisplay(display)
+
+    @staticmethod
+    def _atom(x11, display, name):
+        return ctypes.c_ulong(x11.XInternAtom(display, name.encode(), 0))
 
     def clipboard(self):
         """The clipboard's targets in order with their bytes; None where it is empty."""

@@ -1,9 +1,11 @@
 """A program that copies long after it was asked to leaves the clipboard to its user all the same."""
 
+import random
+import signal
 import time
 
 import pytest
-from driver import SPEAK
+from driver import SPEAK, Tavin
 from session import wait_until
 
 TEXT = "copied too late"
@@ -131,3 +133,43 @@ def test_quitting_waits_half_a_second_at_most(tavin, desktop, build):
     assert code == 0
     assert 0.4 < seconds < 1
     assert desktop.clipboard_text() == COPIED
+
+
+def end_at_random(tavin, desktop, build, number, chance):
+    """A copy that lands at any moment and an end of Tavin's at any other: by how many seconds the copy
+    came before it, less than 0 where it came after."""
+    busy, after = chance.uniform(0, 3), chance.uniform(0, 3)
+    press_and_let_it_copy(desktop, build, busy)
+    time.sleep(after)
+    tavin.quit(number)
+    ended = time.monotonic()
+    has_copied(desktop)
+    copied = desktop.session.log("qt6_field.log").rpartition("copied at ")[2]
+    return ended - float(copied)
+
+
+# What Tavin does in a moment may take longer on a busy machine; what happens just then is either's.
+MOMENT = 0.3
+
+
+# Other moments for each number, the same each time.
+@pytest.mark.parametrize("seed", range(8))
+@pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGKILL])
+def test_whenever_tavin_ends_only_a_copy_that_comes_later_stays(tavin, desktop, build, number, seed):
+    before = end_at_random(tavin, desktop, build, number, random.Random(seed))
+    if before > MOMENT:
+        # What Tavin gave back has ended with it.
+        assert desktop.clipboard_text() != TEXT
+    elif before < -MOMENT:
+        assert desktop.clipboard_text() == TEXT
+
+
+def test_after_a_kill_the_next_start_leaves_the_clipboard_to_its_user(tavin, desktop, engine, build):
+    press_and_let_it_copy(desktop, build, 0.6)
+    tavin.quit(signal.SIGKILL)
+    has_copied(desktop)
+    desktop.own("clipboard", "copied since")
+    Tavin(desktop, engine, build)
+    press_until_asked(desktop)
+    has_copied(desktop, 2)
+    wait_until(lambda: desktop.clipboard_text() == "copied since", 5, "the user's clipboard")

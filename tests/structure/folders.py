@@ -40,6 +40,13 @@ def trespasses(src):
             and (is_logic(used) if not is_logic(folder) else is_back_end(used))]
 
 
+def locks(src):
+    """Files of the logic that name a lock of the standard library or of Qt."""
+    return [path.relative_to(src).as_posix() for path in sources(src)
+            if is_logic(path.relative_to(src).parent.as_posix())
+            and re.search(r"\b(\w*mutex|\w+_lock|lock_guard|QMutex\w*|QReadWriteLock)\b", path.read_text())]
+
+
 def uses(src):
     """By the folders' last names: 'x11' is platform/x11."""
     found = defaultdict(set)

@@ -32,17 +32,28 @@ class FoldersTest(unittest.TestCase):
         self.assertLessEqual({"QImage", "QGuiApplication", "QWidget", "QMenu"}, headers)
         self.assertEqual(folders.shows_windows(SRC, headers), {"widgets"})
 
+    def test_the_logic_has_no_lock(self):
+        self.assertEqual(folders.locks(SRC), [])
+
     def test_the_table_describes_each_folder(self):
         self.assertEqual(sorted(folders.described(DOCUMENT)), folders.folders(SRC))
 
 
 class TrespassTest(unittest.TestCase):
-    def trespasses(self, file, include):
+    def found(self, look, file, text):
         with tempfile.TemporaryDirectory() as folder:
             path = Path(folder, file)
             path.parent.mkdir(parents=True)
-            path.write_text(f'#include <string>\n#include "{include}"\n')
-            return folders.trespasses(Path(folder))
+            path.write_text(text)
+            return look(Path(folder))
+
+    def trespasses(self, file, include):
+        return self.found(folders.trespasses, file, f'#include <string>\n#include "{include}"\n')
+
+    def test_a_lock_of_the_logic_is_found(self):
+        text = "const std::lock_guard lock(mutex_);\n"
+        self.assertEqual(self.found(folders.locks, "menu/Menu.cpp", text), ["menu/Menu.cpp"])
+        self.assertEqual(self.found(folders.locks, "platform/x11/Key.cpp", text), [])
 
     def test_back_end_must_not_include_the_logic(self):
         self.assertEqual(self.trespasses("platform/x11/Key.cpp", "hotkeys/HotkeyCenter.h"),

@@ -27,7 +27,7 @@ Rank rankOf(const std::string& type) {
 bool isQuestionToOwner(const std::string& type) {
   static const std::set<std::string> questions{"TARGETS",         "TIMESTAMP", "MULTIPLE",
                                                "SAVE_TARGETS",    "DELETE",    "INSERT_SELECTION",
-                                               "INSERT_PROPERTY", ""};
+                                               "INSERT_PROPERTY", "INCR",      ""};
   return questions.contains(type);
 }
 

@@ -113,6 +113,9 @@ Conversion SelectionReader::readIncrementally(xcb_window_t window, Deadline dead
     Conversion piece = takeProperty(window);
     if (piece.outcome != Conversion::Outcome::converted)
       return piece;
+    // Given back as that type they would announce pieces that never come.
+    if (piece.type == incr_)
+      return {Conversion::Outcome::refused, XCB_ATOM_NONE, 8, {}};
     if (whole.type == XCB_ATOM_NONE) {
       whole.type = piece.type;
       whole.format = piece.format;

@@ -1,7 +1,8 @@
 // A window with an editable text, given as the first argument. With "--bare" as the second, a
 // widget that accessibility does not see into, that never owns the selection and copies on
 // Ctrl+Insert alone, after having been busy for as many milliseconds as the third says; it prints
-// "asked" before, and its title tells how often it has copied: "Qt 6 field, copied 1". With
+// "asked" before, "copied at" and when on the system's monotonic clock after, and its title tells
+// how often it has copied: "Qt 6 field, copied 1". With
 // "--password", a password field; the title is "Password field", and "Password field, all selected"
 // while the whole password is, which nothing else tells.
 #include <QApplication>
@@ -11,9 +12,16 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QThread>
+#include <chrono>
+#include <iomanip>
 #include <iostream>
 
 namespace {
+
+double secondsNow() {
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration<double>(now).count();
+}
 
 class BareText : public QWidget {
  public:
@@ -29,6 +37,7 @@ class BareText : public QWidget {
     std::cout << "asked" << std::endl;
     QThread::msleep(busyMs_);
     QGuiApplication::clipboard()->setText(text_);
+    std::cout << "copied at " << std::fixed << secondsNow() << std::endl;
     setWindowTitle(QStringLiteral("Qt 6 field, copied %1").arg(++copies_));
   }
 

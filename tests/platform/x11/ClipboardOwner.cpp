@@ -135,7 +135,9 @@ bool ClipboardOwner::put(const xcb_selection_request_event_t& request, const std
     xcb_change_window_attributes(c, request.requestor, XCB_CW_EVENT_MASK, &mask);
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
                         connection_->atom("INCR"), 32, 1, &size);
-    sending_.push_back({request.requestor, request.property, type, bytes, 0});
+    const std::string& pieceType = manners_.pieceType;
+    sending_.push_back({request.requestor, request.property,
+                        pieceType.empty() ? type : connection_->atom(pieceType), bytes, 0});
     return true;
   }
   xcb_change_property(c, XCB_PROP_MODE_REPLACE, request.requestor, request.property, type, 8,

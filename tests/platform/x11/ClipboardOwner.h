@@ -25,6 +25,7 @@ struct OwnerManners {
   Targets changesTo = {};                   // namely this, before it has answered.
   std::string diesOn = {};                  // Ends when this is asked for.
   std::chrono::milliseconds pieceTakes{0};  // Each piece of large data.
+  std::string pieceType = {};               // Of large data, if not its target's.
   bool knowsOnlyText = false;               // Answers its first text, whatever it is asked for.
   std::uint32_t listsMore = 0;              // So many targets that nobody has heard of.
   std::string selection = "CLIPBOARD";

@@ -3,6 +3,9 @@
 #include <QProcess>
 #include <thread>
 
+#include "hotkeys/HotkeyCenter.h"
+#include "platform/SystemLog.h"
+#include "platform/desktop/QtMainQueue.h"
 #include "platform/x11/HotkeyGrabs.h"
 #include "platform/x11/HotkeyTest.h"
 
@@ -14,6 +17,7 @@ using namespace std::chrono_literals;
 using test::HotkeyTest;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 namespace key = test::key;
 namespace mac = test::mac;
 
@@ -168,6 +172,33 @@ TEST_F(HotkeyGrabsTest, RefusesACombinationThatItHoldsAlready) {
   EXPECT_EQ(second.ref, nullptr);
   keyboard_.type({key::leftControl, key::leftAlt, key::r});
   EXPECT_THAT(presses(), ElementsAre(1));
+}
+
+struct Lines final : SystemLog {
+  void write(const QString& line) override { lines.push_back(line); }
+  std::vector<QString> lines;
+};
+
+// As of a preset that contains Shift: then its pause shortcut is its speak shortcut.
+TEST_F(HotkeyGrabsTest, OneCombinationForTwoCommandsRunsTheFirstAndTheCenterKnowsThatOneIsRefused) {
+  desktop::QtMainQueue queue;
+  Lines log;
+  HotkeyCenter center(*service_, queue, log);
+  std::vector<std::string> ran;
+  EXPECT_TRUE(center.registerHotkey(mac::r, controlOption, [&] { ran.emplace_back("speak"); }));
+  EXPECT_FALSE(center.registerHotkey(mac::r, controlOption, [&] { ran.emplace_back("pause"); }));
+  EXPECT_FALSE(center.allActive());
+  EXPECT_THAT(log.lines, SizeIs(testing::Ge(1)));
+  keyboard_.type({key::leftControl, key::leftAlt, key::r});
+  EXPECT_TRUE(eventually([&] { return !ran.empty(); }));
+  EXPECT_THAT(ran, ElementsAre("speak"));
+
+  center.unregisterAll();
+  EXPECT_TRUE(center.registerHotkey(mac::r, controlOption, [&] { ran.emplace_back("anew"); }));
+  EXPECT_TRUE(center.allActive());
+  keyboard_.type({key::leftControl, key::leftAlt, key::r});
+  EXPECT_TRUE(eventually([&] { return ran.size() > 1; }));
+  EXPECT_THAT(ran, ElementsAre("speak", "anew"));
 }
 
 TEST_F(HotkeyGrabsTest, ChangedShortcutsAreDeadAndAliveAtOnce) {

@@ -164,6 +164,12 @@ TEST_F(X11PasteboardTest, AnOwnerThatIsLateWithAllThatItOffersIsUnknown) {
   EXPECT_EQ(pasteboard_->pasteboardItems(), std::nullopt);
 }
 
+TEST_F(X11PasteboardTest, PiecesOfTheTypeThatAnnouncesPiecesAreARefusal) {
+  const ClipboardOwner owner({{"UTF8_STRING", "a"}, {"x-large", test::picture(150'000)}},
+                             {.pieceType = "INCR"});
+  EXPECT_EQ(read(), (Targets{{"UTF8_STRING", "a"}}));
+}
+
 TEST_F(X11PasteboardTest, APrivateTypeThatComesSlowlyComesWhole) {
   const Targets large{{"x-large", test::picture(150'000)}};
   const ClipboardOwner owner(large, {.pieceTakes = std::chrono::milliseconds(180)});

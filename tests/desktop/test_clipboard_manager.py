@@ -1,0 +1,33 @@
+"""A program that keeps what was copied, beside Tavin: what the user copied last stays in both."""
+
+import random
+import signal
+
+import pytest
+from session import wait_until
+from test_late_copy import COPIED, MOMENT, TEXT, end_at_random, has_copied, press_and_let_it_copy
+
+
+@pytest.fixture(autouse=True)
+def manager(desktop):
+    program = desktop.start(["xfce4-clipman"])
+    wait_until(lambda: desktop.selection_owner("CLIPBOARD_MANAGER"), 20, "the clipboard manager")
+    yield program
+    assert program.poll() is None
+
+
+@pytest.mark.parametrize("busy", [0, 0.2, 0.45, 0.7, 1.5, 3])
+def test_what_was_there_comes_back_however_late_the_copy_is(tavin, desktop, build, busy):
+    press_and_let_it_copy(desktop, build, busy)
+    has_copied(desktop)
+    wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+
+
+@pytest.mark.parametrize("seed", range(8))
+@pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGKILL])
+def test_what_came_back_outlives_tavin(tavin, desktop, build, number, seed):
+    before = end_at_random(tavin, desktop, build, number, random.Random(seed))
+    if before > MOMENT:
+        wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+    elif before < -MOMENT:
+        assert desktop.clipboard_text() == TEXT
