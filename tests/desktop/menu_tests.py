@@ -58,14 +58,16 @@ STATES = {
 }
 
 
-def assert_whole(menu):
-    """All of it stands on the screen, one line below the other."""
+def is_whole(menu):
     boxes = [entry.box for entry in menu.entries()]
-    for (_, y, _, height), (_, below, _, _) in zip(boxes, boxes[1:]):
-        assert height > 0
-        assert below >= y + height
-    assert boxes[0][1] >= 0
-    assert boxes[-1][1] + boxes[-1][3] <= 1200
+    apart = all(height > 0 and below >= y + height
+                for (_, y, _, height), (_, below, _, _) in zip(boxes, boxes[1:]))
+    return apart and boxes[0][1] >= 0 and boxes[-1][1] + boxes[-1][3] <= 1200
+
+
+def assert_whole(menu):
+    """All of it stands on the screen, one line below the other, once the panel has put it there."""
+    wait_until(lambda: is_whole(menu), 5, "all of the menu on the screen")
 
 
 @pytest.mark.parametrize("button", ["1", "3"], ids=["left", "right"])
