@@ -1,6 +1,7 @@
 """Documents of several pages in their viewers: what is selected across pages, and what of it is said."""
 
 import os
+import re
 import sys
 
 import pytest
@@ -13,12 +14,13 @@ from tavin.text.pieces import pieces  # noqa: E402
 from tavin.text.spoken.speaker import say  # noqa: E402
 
 HEAD = "A Tale of Two Houses"
+AGAIN = ["in all that time, as each of those who lived in the town used", "to say whenever a stranger came along and wanted to know it,"] * 6
 PAGES = [
-    ["It was late in the year when the two of them went at last", "back to the house at the end of the long street, which"],
-    ["had stood there empty since the day on which their parents", "had moved away, and in which nobody had ever found any in-"],
+    ["It was late in the year when the two of them went at last", *AGAIN, "back to the house at the end of the long street, which"],
+    ["had stood there empty since the day on which their parents", *AGAIN, "had moved away, and in which nobody had ever found any in-"],
     ["habitant since then, as the people of that town used to say", "to everyone who came along."],
 ]
-SAID = " ".join(" ".join(lines) for lines in PAGES).replace("in- habitant", "inhabitant")
+FIRST, REST = " ".join(PAGES[0]), " ".join(PAGES[1] + PAGES[2]).replace("in- habitant", "inhabitant")
 HEIGHT = 250  # All pages are in sight: Evince has no text of the others.
 LAYOUTS = {
     "head": lambda number, lines: [f"{HEAD} {number}", *lines],
@@ -41,7 +43,7 @@ def spoken(text):
 def test_a_sentence_goes_on_over_the_ends_of_pages(tavin, desktop, tmp_path, viewer, layout):
     name = f"{layout}-{viewer.__name__}.pdf"  # An older window may still be about to close.
     path = tmp_path / name
-    path.write_bytes(pdf(*(LAYOUTS[layout](number, lines) for number, lines in enumerate(PAGES, 11)), height=HEIGHT))
+    path.write_bytes(pdf(*(LAYOUTS[layout](number, lines) for number, lines in enumerate(PAGES, 11)), height=HEIGHT, leading=14))
     profile = tmp_path / "profile"
     profile.mkdir()
     desktop.open([*viewer(str(profile)), str(path)], name, seconds=90)
@@ -51,9 +53,10 @@ def test_a_sentence_goes_on_over_the_ends_of_pages(tavin, desktop, tmp_path, vie
         texts = tavin.press()
         return texts if texts and "came along" in texts[0] else None
     text, = wait_until(read, 60, "the whole document")
-    print(repr(text))
-    # What the first page begins with is read, what the last one ends with interrupts nothing.
-    wanted = SAID
-    if (viewer, layout) == (evince, "foot"):  # It glues pages together, and one number alone may be a word's: "12th".
-        wanted = SAID.replace("which had", "which 11had")
-    assert wanted in spoken(text), text
+    said = spoken(text)
+    if (viewer, layout) == (evince, "foot"):  # It glues the number to the next page's first word, and "12th" is a word.
+        said = re.sub(r"-?\b1[12](?=had|habitant)", "", said)
+        assert f"{FIRST} {REST}" in said, text
+    else:
+        assert FIRST in said and REST in said, text
+        assert said.count("11") == 1, said

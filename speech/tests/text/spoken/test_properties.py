@@ -1,5 +1,6 @@
 """What holds for every text: no word is lost, nothing grows without bounds, nothing takes long."""
 
+import collections
 import itertools
 import random
 import re
@@ -7,6 +8,7 @@ import time
 
 import pytest
 from tavin.text.pieces import pieces
+from tavin.text.spoken.blocks.page_breaks import PAGE_LENGTH
 from tavin.text.spoken.bounds import GROWTH, size
 from tavin.text.spoken.speaker import say
 from test_corpus import LANGUAGES, SNIPPETS
@@ -56,6 +58,33 @@ def test_no_plain_word_is_lost(language, seed):
         text, words = mixed(chance)
         found = iter(re.findall(r"[^\W\d_]+", said(text, language)))
         assert all(word in found for word in words), text
+
+
+def wrapped(chance):
+    """Prose of a page's width with numbers in its lines and between them, most of which count up."""
+    lines, number = [], 0
+    for _ in range(chance.randrange(40, 120)):
+        words = chance.choices(PLAIN, k=8)
+        if chance.random() < 0.1:
+            number += chance.choice([1, 1, 1, 0, 2])
+            words = chance.choice([[], ["The", "Winter", "Story"], words])
+            words.insert(chance.randrange(len(words) + 1), str(number))
+        lines.append(" ".join(words))
+    return "\n".join(lines)
+
+
+def test_no_number_of_wrapped_prose_is_lost_unless_it_counts_up_at_the_distance_of_pages():
+    chance, lost = random.Random(3), 0
+    for _ in range(300):
+        text = wrapped(chance)
+        numbers = [(int(number[0]), number.start()) for number in re.finditer(r"\d+", text)]
+        counts_up = [number for number, place in numbers for before, other in numbers
+                     if number == before + 1 and place - other >= PAGE_LENGTH]
+        found = map(int, re.findall(r"\d+", said(text, "en-us")))
+        missing = collections.Counter(number for number, _ in numbers) - collections.Counter(found)
+        assert not missing - collections.Counter(counts_up), text
+        lost += sum(missing.values())
+    assert lost
 
 
 @pytest.mark.parametrize("language", [*LANGUAGES.values(), "pl"])

@@ -52,18 +52,21 @@ class Blocks:
 
     def end(self):
         last = [self._line(self._rest, "")]
-        last += map(self._marked, [*self._unbroken(self._pages.end()), *self._page_breaks.end()])
+        last += map(self._marked, self._unbroken(self._pages.end()))
+        last += map(self._marked, self._page_breaks.end())
         return "\n".join(filter(None, [*last, self._held_row()]))
 
     def _line(self, line, end):
         if self._within:
             self._within = False
             return self._held_row() + inline(line, self._words) + end
-        lines = self._unbroken(self._pages.take(line))
-        return "\n".join(map(self._marked, lines)) + (end if lines else "")
+        told = [self._marked(line) for line in self._unbroken(self._pages.take(line))]
+        return "\n".join(told) + (end if told else "")
 
     def _unbroken(self, lines):
-        return [sure for line in lines for sure in self._page_breaks.take(line)]
+        """Lazy: whether code has begun is known once the lines before are marked."""
+        for line in lines:
+            yield from self._page_breaks.take(line, self._fences.is_open())
 
     def _held_row(self):
         return inline(self._tables.end(), self._words)

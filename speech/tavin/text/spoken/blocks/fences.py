@@ -22,6 +22,9 @@ class Fences:
         self._known = False  # a text may begin within a block, whose end looks like a beginning
         self._doubted = False
 
+    def is_open(self):
+        return bool(self._fence)
+
     def take(self, line):
         """What is said of a line of code; None of another line."""
         fence = FENCE.fullmatch(line)
