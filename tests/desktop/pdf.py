@@ -1,8 +1,8 @@
 """Makes documents for viewers."""
 
 
-def pdf(*pages, height=842, leading=30):
-    """Each page's lines, from its top on, in 14 point Helvetica."""
+def pdf(*pages, height=842, size=14, leading=30):
+    """Each page's lines, from its top on, in Helvetica."""
     kids = range(4, 4 + 2 * len(pages), 2)
     objects = [
         "<</Type/Catalog/Pages 2 0 R>>",
@@ -13,14 +13,14 @@ def pdf(*pages, height=842, leading=30):
         objects += [
             f"<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 {height}]/Contents {number + 1} 0 R"
             "/Resources<</Font<</F1 3 0 R>>>>>>",
-            _stream(lines, height - 62, leading),
+            _stream(lines, height - 62, size, leading),
         ]
     return _file(objects)
 
 
-def _stream(lines, top, leading):
+def _stream(lines, top, size, leading):
     drawn = "".join(f"1 0 0 1 60 {top - leading * n} Tm ({line}) Tj " for n, line in enumerate(lines))
-    content = f"BT /F1 14 Tf {drawn}ET"
+    content = f"BT /F1 {size} Tf {drawn}ET"
     return f"<</Length {len(content)}>>stream\n{content}\nendstream"
 
 

@@ -14,7 +14,7 @@ from tavin.text.pieces import pieces  # noqa: E402
 from tavin.text.spoken.speaker import say  # noqa: E402
 
 HEAD = "A Tale of Two Houses"
-AGAIN = ["in all that time, as each of those who lived in the town used", "to say whenever a stranger came along and wanted to know it,"] * 6
+AGAIN = ["in all that time, as each of those who lived in the town used", "to say whenever a stranger came along and wanted to know it,"] * 7
 PAGES = [
     ["It was late in the year when the two of them went at last", *AGAIN, "back to the house at the end of the long street, which"],
     ["had stood there empty since the day on which their parents", *AGAIN, "had moved away, and in which nobody had ever found any in-"],
@@ -43,7 +43,8 @@ def spoken(text):
 def test_a_sentence_goes_on_over_the_ends_of_pages(tavin, desktop, tmp_path, viewer, layout):
     name = f"{layout}-{viewer.__name__}.pdf"  # An older window may still be about to close.
     path = tmp_path / name
-    path.write_bytes(pdf(*(LAYOUTS[layout](number, lines) for number, lines in enumerate(PAGES, 11)), height=HEIGHT, leading=14))
+    pages = (LAYOUTS[layout](number, lines) for number, lines in enumerate(PAGES, 11))
+    path.write_bytes(pdf(*pages, height=HEIGHT, size=8, leading=10))
     profile = tmp_path / "profile"
     profile.mkdir()
     desktop.open([*viewer(str(profile)), str(path)], name, seconds=90)
