@@ -10,7 +10,8 @@ CLOSE = re.compile(
     rf"(?:(?:{NUMBERS}|\[[a-h]\])(?:[–-](?=\[\d))?)+(?!\(|\w|\.\w|\[\d| ?=)"
 )
 SERIES = re.compile(rf"({NUMBERS})(?:, ?{NUMBERS})+")
-APART = re.compile(rf"(?<=[\w\"”»’')%]) (?:{NUMBERS})+(?=[.,;)]|$)")
+CLAUSE_END = re.compile(r"[.,;:)!?\"”»]|\s*$")
+APART = re.compile(rf"(?<=[\w\"”»’')%]) (?:{NUMBERS})+(?=[.;)]|,(?! ?\[\d)|$)")
 MISSING = re.compile(r" ?\[(?:citation needed|réf\. (?:nécessaire|souhaitée)|cita requerida|Beleg fehlt)\]")
 NAME = re.compile(r"[._\d]|[a-z][A-Z]")  # of a program's variable
 WORD = re.compile(r"[\w.]*\w$")
@@ -34,9 +35,10 @@ def say(line, _words):
 
 
 def series(found):
-    """What stands behind a word, as one: "[12], [13]"."""
+    """What stands behind a word, as one: "[12], [13]"; but not "options [1], [2] or [3]"."""
     before = found.string[: found.start()]
-    return found[1] if before.endswith(" ") and before[-2:-1].isalnum() or before[-1:].isalpha() else found[0]
+    apart = before.endswith(" ") and before[-2:-1].isalnum() and CLAUSE_END.match(found.string, found.end())
+    return found[1] if apart or re.search(r"[^\W\d_]$|[.!?]$", before) else found[0]
 
 
 def close(found):

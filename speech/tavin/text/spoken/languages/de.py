@@ -117,7 +117,6 @@ WORDS = Words(
     },
     before_number={
         "Rn.": "Randnummer", "Anm.": "Anmerkung", "Gl.": "Gleis", "lit.": "Buchstabe", "Nrn.": "Nummern", "Pos.": "Position",
-        "v.": "vom",
         "Nr.": "Nummer", "S.": "Seite", "Bd.": "Band", "Kap.": "Kapitel", "Abb.": "Abbildung", "Tab.": "Tabelle",
         "Art.": "Artikel", "Abs.": "Absatz", "Ziff.": "Ziffer", "Jg.": "Jahrgang", "Aufl.": "Auflage",
         "Fn.": "Fußnote", "Tel.": "Telefon",

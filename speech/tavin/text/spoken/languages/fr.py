@@ -98,7 +98,7 @@ WORDS = Words(
     abbreviations={
         "Art. L.": "Article L", "art. L.": "article L", "Art. R.": "Article R", "art. R.": "article R", "7 j/7": "7 jours sur 7",
         "7j/7": "7 jours sur 7", "c. à s.": "cuillère à soupe", "c. à c.": "cuillère à café", "C. civ.": "Code civil", "pers.": "personnes",
-        "Mgr": "Monseigneur", "Mt": "Mont", "pl.": "place", "bât.": "bâtiment", "Bât.": "Bâtiment", "apt": "appartement",
+        "Mgr": "Monseigneur", "Mt": "Mont", "pl. de la": "place de la", "pl. du": "place du", "pl. des": "place des", "bât.": "bâtiment", "Bât.": "Bâtiment", "apt": "appartement",
         "Appart.": "Appartement", "appart.": "appartement", "RDV": "rendez-vous", "sq.": "et suivante", "sqq.": "et suivantes",
         "ét.": "étage", "dispo.": "disponible", "réf.": "référence", "Réf.": "Référence", "max.": "au plus",
         "av. des": "avenue des", "av. de": "avenue de", "av. du": "avenue du",

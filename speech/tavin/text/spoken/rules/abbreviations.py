@@ -3,6 +3,7 @@
 import functools
 import re
 
+from tavin.text.sentences import GERMAN_BEGIN
 from tavin.text.spoken.languages import words_of
 from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.numerals import NUMERAL, value
@@ -13,6 +14,8 @@ CORDIALLY = re.compile(r"(?:^|(?<=[Bb]ien )|(?<=[.!,] ))Cdt(?=,|[.!]?\s*$)", re.
 ONE_HOUR = re.compile(r"(?:(?<![\w.,:/½¼¾-])1|\b(?:[Ee]ine[nr]?|[Pp]ro|[Jj]ede[rn]?)) ?$")
 ANSWER = re.compile(r"\b(?:is|was|be|said|says?|answered) $")
 AGAINST = re.compile(r"(?<=[^\W\d_][\w.] )v\. (?=[A-Z][\w.])")  # of a case in court
+AT_LEAST = re.compile(r"(?<![\w.])(?<!\b[ae]l )(?<!\bdel )min\. (?=\d+ [^\W\d_]{3})")  # of something, no minute
+TIMES = re.compile(r"\d+ fois\b")  # the English word, said so often
 CLAUSE = re.compile(r"(?<=Abs\. )(\d+[a-z]?) S\. (?=\d)")
 LABELLED = re.compile(r"(?<![\w.-])(?:n°|nº|n\.º|N°|Nº|N\.º) ?(?=[A-Z]-?\d)")
 SAINT = re.compile(r"\bSt\. (?=[A-Z])")
@@ -29,6 +32,8 @@ def say(sentence, words):
         sentence = CLAUSE.sub(r"\1 Satz ", WOMAN.sub("Frau ", sentence))
     if words.language == "fr":
         sentence = CORDIALLY.sub("Cordialement", sentence)
+    if words.language == "es":
+        sentence = AT_LEAST.sub("mínimo ", sentence)
     if words.number:
         sentence = LABELLED.sub(f"{words.number} ", sentence)
     for pattern, said in beside_numbers(words.locale):
@@ -51,20 +56,27 @@ def beside_numbers(locale):
     """What is one of a number alone, as it is said of that."""
     words = words_of(locale.replace("_", "-").lower())
     year = any_of(words.before_year)
+    of_life = r"(?:(?<=[(,;–])|(?<=[,;–] ))" if words.language == "en" else ""  # not "Figure d. 200 people"
     behind, ends = any_of(words.after_number), any_of(words.compounds)
     return (
-        (re.compile(rf"(?<![\w.])({year}) (?=(?:c\. |ca\. )?\d{{3,4}}\b)"), lambda found: f"{words.before_year[found[1]]} "),
+        (re.compile(rf"{of_life}(?<![\w.])({year}) (?=(?:c\. |ca\. )?\d{{3,4}}\b)"), lambda found: f"{words.before_year[found[1]]} "),
         (
-            re.compile(rf"(?<![\w.,])(\d[\d.,/]{{0,9}}|einhalb) ?({behind})(?![\w.])"),
-            lambda found: f"{found[1]} {words.after_number[found[2]][found[1] != '1']}",
+            re.compile(rf"(?<![\w.,])(\d[\d.,/]{{0,9}}|einhalb) ?({behind})(?![\w.])(?P<ends> {GERMAN_BEGIN.pattern})?(?!(?<=J\.) [A-ZÄÖÜ])"),
+            lambda found: f"{found[1]} {words.after_number[found[2]][found[1] != '1']}{stop(found)}",
         ),
         (re.compile(rf"(?<=[a-zäöüß])({ends})(?!\w)"), lambda found: words.compounds[found[1]]),
     )
 
 
+def stop(found):
+    return f".{found['ends']}" if found["ends"] and found[2].endswith(".") else found["ends"] or ""
+
+
 def counting(found, words):
     """Not "The answer is no." before a sentence that begins with a number."""
     if found[1] == "no." and ANSWER.search(found.string, max(0, found.start() - 10), found.start()):
+        return found[0]
+    if found[1] == "no" and TIMES.match(found.string, found.end()):
         return found[0]
     return f"{words.before_number[found[1]]} {value(found[2]) if found[2] else ''}"
 

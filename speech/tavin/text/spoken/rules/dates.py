@@ -33,10 +33,16 @@ GERMAN_DAYS = re.compile(
 # The day of a second one, as in "im 19. und 20. Jahrhundert".
 SECOND = re.compile(r"\b(?:[IiAa]m|[VvZz][ou]m|[Dd]e[smn]) \d{1,2}\. (?:bzw\.|und|oder|bis|/) $")
 # The day first, but for where what stands before shows that it is one, and it is no part of something.
-DAY_SLASH = re.compile(r"(?<=\b[LlDdAaEe][eul] )(?!1/[2-5]\b|2/[35]\b|3/[458]\b)(\d{1,2})/(\d{1,2})(?![\w/]|[.,-]\d)")
-WEEKDAY_SLASH = re.compile(r"(?<=day )(\d{1,2})/(\d{1,2})(?![\w/]|[.,-]\d)")
+DAY_SLASH = re.compile(
+    r"(?:(?<=\b(?:[Ll]e|[Aa]u|[Ee]l|[Aa]l) )|(?<=\b[Dd]u )(?=[\d/]{3,5} au \d{1,2}/)|(?<=\b[Dd]el )(?=[\d/]{3,5} al \d{1,2}/))"
+    r"(?!1/[2-5]\b|2/[35]\b|3/[458]\b)(\d{1,2})/(\d{1,2})(?![\w/]|[.,-]\d| d(?:e|u|es|el)\b| d['’])"
+)
+WEEKDAY_SLASH = re.compile(
+    r"(?:(?<=(?:Mon|Sun|Fri)day )|(?<=Tuesday )|(?<=Wednesday )|(?<=Thursday )|(?<=Saturday ))(\d{1,2})/(\d{1,2})(?![\w/]|[.,-]\d)"
+)
 LIVED = re.compile(r"(?:(?<=[(])|(?<=[;,] ))([*†]) ?(?=(?:um |ca\. |c\. |v\. |h\. )?(?:\d{3,4}\b|(\d{1,2}\.? (?:de )?[^\W\d_]{3})))")
-FROM = re.compile(r"(?<![\w.] )(?<![\w.])v\. (?=\d{1,2}\. ?\d{1,2}\.)|(?<=[^\W\d_]{2} )v\. (?=\d{1,2}\. ?\d{1,2}\.)")
+FROM = re.compile(r"(?:(?<![\w.] )(?<![\w.])|(?<=[^\W\d_]{2} ))v\. (?=\d{1,2}\. ?(?:\d{1,2}\.(?!\d(?!\d))|[A-ZÄÖÜ]))")  # no version "3.12.1"
+COUNTED = "(?:years?|months?|weeks?|days?|hours?|minutes?|times|people|percent|points?)"  # "Jan" is a name as well
 NOMINATIVE = ("der", "die", "das")
 DATIVE = re.compile(r"\b(?:in|an|auf|mit|bei|nach|vor|von|zu|aus|seit|unter|hinter|neben|zwischen|ab) $", re.IGNORECASE)
 
@@ -90,7 +96,7 @@ def short_months(locale):
     """Before a day, and behind one."""
     short = any_of(words_of(locale.replace("_", "-").lower()).short_months)
     return (
-        re.compile(rf"(?<![\w.-])({short})(?= \d{{1,2}}(?:st|nd|rd|th)?\b(?![:.]\d|%))"),
+        re.compile(rf"(?<![\w.-])({short})(?= \d{{1,2}}(?:st|nd|rd|th)?\b(?![:.]\d|%| {COUNTED}\b))"),
         re.compile(rf"(?<=\d )({short})\b\.?(?=,? \d{{4}}\b)"),
     )
 

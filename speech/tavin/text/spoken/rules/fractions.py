@@ -6,10 +6,15 @@ import unicodedata
 SIGNS = "½⅓⅔¼¾⅕⅖⅗⅘⅙⅚⅛⅜⅝⅞"
 SIGN = re.compile(rf"(?:(\d{{1,4}}) ?)?([{SIGNS}])")
 # A mark, as in "8/10", is no part of something.
-MARK = re.compile(r"(?<![\w.,/:+-])(\d{1,2}(?:[.,]\d{1,2})?)/(10|20|100)(?![\w/]|[.,:/-]\d| (?:of|der|des|de|del|d')\b)")
+ON = r"(?!(?<=\b[Oo]n )\d{1,2}/\d{1,2}(?! of\b))"  # it may be a date
+LENGTH = r"(?:miles?|inch(?:es)?|kilomet(?:er|re)s?|met(?:er|re)s?|acres?|seconds?|degrees?|points?|percent|cents?)"
+MARK = re.compile(
+    rf"(?<![\w.,/:+-]){ON}(\d{{1,2}}(?:[.,]\d{{1,2}})?)/(10|20|100)"
+    rf"(?![\w/]|[.,:/-]\d| (?:of|der|des|de|del|{LENGTH})\b| d['’])"
+)
 OF_UNIT = re.compile(r"(?<![\w.,/:+-])([1-3])/([234]) (l|kg|lb)\b")
 UNIT = r"(?:l|L|ml|cl|dl|g|kg|mg|m|km|cm|mm|h|lbs?|oz)\b"  # "ein halb l" is said by nobody
-FIGURES = re.compile(rf"(?<![\w.,/:+-])(?:(\d{{1,3}}) )?([1-9])/([234568]|10)(?![\w/]|[.,:/]\d| ?{UNIT})")
+FIGURES = re.compile(rf"(?<![\w.,/:+-]){ON}(?:(\d{{1,3}}) )?([1-9])/([234568]|10)(?![\w/]|[.,:/]\d| ?{UNIT})")
 
 
 def say(sentence, words):

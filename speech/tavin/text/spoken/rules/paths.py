@@ -23,7 +23,7 @@ def say(sentence, words):
 
 def spoken(path, words):
     """The stop that ends the sentence stays one. How a word is pronounced stands between such strokes as well."""
-    if PHONETIC.search(path):
+    if PHONETIC.search(path) and path[0] == path[-1] == "/" and path.count("/") == 2:
         return path
     end = "." if path.endswith(".") and len(path) > 3 else ""
     names = {"/": words.slash, "\\": words.backslash, "_": " ", ".": words.dot, "~": words.operators.get("~", "~")}

@@ -42,6 +42,8 @@ FRENCH = {"ko": "kilobyte", "Ko": "kilobyte", "Mo": "megabyte", "Go": "gigabyte"
 NOTHING_MORE = r"(?![\w²³^]|/(?!\d)|['’]\w)"
 PER = {"km²": "square-kilometer", "km2": "square-kilometer", "m²": "square-meter", "m³": "cubic-meter", "sq mi": "square-mile",
        "kg": "kilogram", "km": "kilometer", "kWh": "kilowatt-hour", "h": "hour", "min": "minute", "l": "liter", "ha": "hectare"}
+COUNTED = re.compile(r"\d[\d.,]*(?: ?[^\W\d_]+\.?){0,3}$")  # "max/min" is no amount
+LONGEST_COUNTED = 60
 SHORT_PER = {"mo": "month", "yr": "year", "hr": "hour", "wk": "week"}
 AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}(?:(?<=min)\.(?= [a-zà-ÿ]))?")
 ENGLISH_AMOUNT = re.compile(rf"(?<![\w.,/])()({NUMBER})( ?)({any_of(ENGLISH)}){NOTHING_MORE}(?:\.(?!\s*$))?")
@@ -73,7 +75,13 @@ def say(sentence, words):
     if not words.per:
         return sentence
     known = {**PER, **SHORT_PER} if words.language == "en" else PER
-    return strokes(words.per, tuple(known)).sub(lambda unit: f" {words.per} {one_of(known[unit[1]], words)}", sentence)
+    return strokes(words.per, tuple(known)).sub(lambda unit: for_each(unit, known, words), sentence)
+
+
+def for_each(unit, known, words):
+    before = unit.string[max(0, unit.start() - LONGEST_COUNTED) : unit.start()]
+    is_stroke = unit[0][0] == "/"
+    return unit[0] if is_stroke and not COUNTED.search(before) else f" {words.per} {one_of(known[unit[1]], words)}"
 
 
 def spoken(amount, words):
