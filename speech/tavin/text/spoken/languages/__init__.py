@@ -40,6 +40,7 @@ class Words:
     money: dict = field(default_factory=dict)  # code -> one, many
     with_cents: str = "{} {}"  # the whole, the cents
     per: str = ""  # for the stroke in "€/kg"
+    per_time: dict = field(default_factory=dict)  # before these: time -> what is said instead
     scales: dict = field(default_factory=dict)  # abbreviation -> one, many
     after_scale: str = " "  # between "millions" and what there are millions of; "’" goes on
     month_first: bool = False

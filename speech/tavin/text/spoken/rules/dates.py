@@ -43,6 +43,8 @@ WEEKDAY_SLASH = re.compile(
 LIVED = re.compile(r"(?:(?<=[(])|(?<=[;,] ))([*†]) ?(?=(?:um |ca\. |c\. |v\. |h\. )?(?:\d{3,4}\b|(\d{1,2}\.? (?:de )?[^\W\d_]{3})))")
 FROM = re.compile(r"(?:(?<![\w.] )(?<![\w.])|(?<=[^\W\d_]{2} ))v\. (?=\d{1,2}\. ?(?:\d{1,2}\.(?!\d(?!\d))|[A-ZÄÖÜ]))")  # no version "3.12.1"
 COUNTED = "(?:years?|months?|weeks?|days?|hours?|minutes?|times|people|percent|points?)"  # "Jan" is a name as well
+WEEKDAY = re.compile(r"(?:tag|woch|abend),?$")
+ACCUSATIVE = ("bis", "den", "einen")
 NOMINATIVE = ("der", "die", "das")
 DATIVE = re.compile(r"\b(?:in|an|auf|mit|bei|nach|vor|von|zu|aus|seit|unter|hinter|neben|zwischen|ab) $", re.IGNORECASE)
 
@@ -134,8 +136,10 @@ def german(day, words):
     if not before and not month:
         return day[0]
     dative = before == "der" and DATIVE.search(day.string, max(0, day.start() - 10), day.start())
-    nominative = before and before.lower() in NOMINATIVE and not dative
+    nominative = before and before.split()[0].lower() in NOMINATIVE and not dative
     second = SECOND.search(day.string, max(0, day.start() - 20), day.start())
+    if before and not nominative and WEEKDAY.search(before):
+        before += " den" if before.split()[0].lower() in ACCUSATIVE else " dem"
     ending = "" if nominative else "-n" if before or second else "-r"
     said = spelled(number, f"%spellout-ordinal{ending}", words)
     return f"{before} {said} " if before else f"{said} "

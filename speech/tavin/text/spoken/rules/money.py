@@ -29,6 +29,7 @@ def patterns(scales):
     before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|({CODES}) )({NUMBER}){scale}(?![\w%])(/(?=[^\W\d_]))?"
     after = rf"(?<![\w.,^])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)(/(?=[^\W\d_]))?"
     return re.compile(before), re.compile(after)
+WORD = re.compile(r"\w{0,8}")
 
 
 def say(sentence, words):
@@ -72,7 +73,8 @@ def behind(found, opening, words):
 def priced(found, number, scale, currency, words):
     """And "/month" behind it."""
     stroke = found[found.re.groups] or ""
-    return spoken(found, number, scale, currency, words) + (f" {words.per} " if stroke and words.per else stroke)
+    per = words.per_time.get(WORD.match(found.string, found.end())[0], words.per)
+    return spoken(found, number, scale, currency, words) + (f" {per} " if stroke and per else stroke)
 
 
 def spoken(found, number, scale, currency, words):

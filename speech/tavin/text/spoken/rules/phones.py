@@ -22,4 +22,9 @@ def spoken(number, words):
     if not FEWEST <= sum(map(len, groups)) <= LONGEST:
         return number
     plus = f"{words.signs['+']} " if words.signs else "+"
-    return (plus if number[0] == "+" else "") + ", ".join(" ".join(group) for group in groups)
+    return (plus if number[0] == "+" else "") + ", ".join(group if in_pairs(group, words) else " ".join(group) for group in groups)
+
+
+def in_pairs(group, words):
+    """As the French say them."""
+    return words.language == "fr" and len(group) == 2

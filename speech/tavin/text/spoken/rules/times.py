@@ -20,6 +20,7 @@ CLOCK = (
 FROM = re.compile(rf"(?<![\w.,:/-])({CLOCK}) ?[-–] ?(?={CLOCK}(?![\w:]))", re.IGNORECASE)
 GERMAN_FROM = re.compile(r"(?<![\w.,:/-])(\d{1,2}\.[0-5]\d)(?: ?[-–] ?| bis )(?=\d{1,2}\.[0-5]\d Uhr)")
 GERMAN_HOURS = re.compile(r"(?<![\w.,:/-])(\d{1,2}) - (?=\d{1,2} Uhr)")
+GERMAN_H = re.compile(r"(?<=\b[Uu]m )([01]?\d|2[0-4]) ?h\b(?! (?:länger|kürzer|mehr|weniger))")
 GERMAN = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4])\.([0-5]\d) Uhr\b")
 
 
@@ -35,6 +36,7 @@ def say(sentence, words):
         sentence = DAY_AND_NIGHT.sub(r"\1 heures sur \1", sentence)
         sentence = FRENCH.sub(lambda time: said(time[1], time[2] or "00", words), sentence)
     if words.language == "de":
+        sentence = GERMAN_H.sub(lambda time: said(time[1], "00", words), sentence)
         sentence = GERMAN.sub(lambda time: said(time[1], time[2], words), sentence)
     if words.language == "en":
         sentence = LASTED.sub(lasted, sentence)
@@ -59,6 +61,8 @@ def lasted(time):
 
 def said(hours, minutes, words):
     hours = hours.lstrip("0") or "0"
+    if minutes == "00" and words.language == "en" and 12 < int(hours) < 24:
+        return f"{int(hours) - 12} P M"
     if minutes == "00":
         return words.one_hour if hours == "1" and words.one_hour else words.hour.format(hours)
     if minutes[0] == "0":
