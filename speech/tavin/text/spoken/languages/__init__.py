@@ -106,6 +106,11 @@ def words_of(language):
     return module.british(module.WORDS) if code == "en" and language != "en-us" else module.WORDS
 
 
+def words_of_locale(locale):
+    """For what is cached by the locale: `Words` cannot be."""
+    return words_of(locale.replace("_", "-").lower())
+
+
 @functools.cache
 def languages_of_icu():
     return frozenset(icu.Locale(name).getLanguage() for name in icu.Locale.getAvailableLocales())

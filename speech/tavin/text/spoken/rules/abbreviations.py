@@ -4,7 +4,7 @@ import functools
 import re
 
 from tavin.text.sentences import GERMAN_BEGIN
-from tavin.text.spoken.languages import words_of
+from tavin.text.spoken.languages import words_of_locale
 from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.numerals import NUMERAL, value
 
@@ -54,14 +54,20 @@ def patterns(everywhere, before_number):
 @functools.cache
 def beside_numbers(locale):
     """What is one of a number alone, as it is said of that."""
-    words = words_of(locale.replace("_", "-").lower())
+    words = words_of_locale(locale)
     year = any_of(words.before_year)
     of_life = r"(?:(?<=[(,;–])|(?<=[,;–] ))" if words.language == "en" else ""  # not "Figure d. 200 people"
     behind, ends = any_of(words.after_number), any_of(words.compounds)
     return (
-        (re.compile(rf"{of_life}(?<![\w.])({year}) (?=(?:c\. |ca\. )?\d{{3,4}}\b)"), lambda found: f"{words.before_year[found[1]]} "),
         (
-            re.compile(rf"(?<![\w.,])(\d[\d.,/]{{0,9}}|einhalb) ?({behind})(?![\w.])(?P<ends> {GERMAN_BEGIN.pattern})?(?!(?<=J\.) [A-ZÄÖÜ])"),
+            re.compile(rf"{of_life}(?<![\w.])({year}) (?=(?:c\. |ca\. )?\d{{3,4}}\b)"),
+            lambda found: f"{words.before_year[found[1]]} ",
+        ),
+        (
+            re.compile(
+                rf"(?<![\w.,])(\d[\d.,/]{{0,9}}|einhalb) ?({behind})(?![\w.])"
+                rf"(?P<ends> {GERMAN_BEGIN.pattern})?(?!(?<=J\.) [A-ZÄÖÜ])"
+            ),
             lambda found: f"{found[1]} {words.after_number[found[2]][found[1] != '1']}{stop(found)}",
         ),
         (re.compile(rf"(?<=[a-zäöüß])({ends})(?!\w)"), lambda found: words.compounds[found[1]]),

@@ -5,7 +5,7 @@ import re
 
 import icu
 
-from tavin.text.spoken.languages import words_of
+from tavin.text.spoken.languages import words_of_locale
 from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.numbers import spelled
 
@@ -38,10 +38,13 @@ DAY_SLASH = re.compile(
     r"(?!1/[2-5]\b|2/[35]\b|3/[458]\b)(\d{1,2})/(\d{1,2})(?![\w/]|[.,-]\d| d(?:e|u|es|el)\b| d['’])"
 )
 WEEKDAY_SLASH = re.compile(
-    r"(?:(?<=(?:Mon|Sun|Fri)day )|(?<=Tuesday )|(?<=Wednesday )|(?<=Thursday )|(?<=Saturday ))(\d{1,2})/(\d{1,2})(?![\w/]|[.,-]\d)"
+    r"(?:(?<=(?:Mon|Sun|Fri)day )|(?<=Tuesday )|(?<=Wednesday )|(?<=Thursday )|(?<=Saturday ))"
+    r"(\d{1,2})/(\d{1,2})(?![\w/]|[.,-]\d)"
 )
 LIVED = re.compile(r"(?:(?<=[(])|(?<=[;,] ))([*†]) ?(?=(?:um |ca\. |c\. |v\. |h\. )?(?:\d{3,4}\b|(\d{1,2}\.? (?:de )?[^\W\d_]{3})))")
-FROM = re.compile(r"(?:(?<![\w.] )(?<![\w.])|(?<=[^\W\d_]{2} ))v\. (?=\d{1,2}\. ?(?:\d{1,2}\.(?!\d(?!\d))|[A-ZÄÖÜ]))")  # no version "3.12.1"
+FROM = re.compile(  # no version "3.12.1"
+    r"(?:(?<![\w.] )(?<![\w.])|(?<=[^\W\d_]{2} ))v\. (?=\d{1,2}\. ?(?:\d{1,2}\.(?!\d(?!\d))|[A-ZÄÖÜ]))"
+)
 COUNTED = "(?:years?|months?|weeks?|days?|hours?|minutes?|times|people|percent|points?)"  # "Jan" is a name as well
 WEEKDAY = re.compile(r"(?:tag|woch|abend),?$")
 ACCUSATIVE = ("bis", "den", "einen")
@@ -96,7 +99,7 @@ def lived(found, words):
 @functools.cache
 def short_months(locale):
     """Before a day, and behind one."""
-    short = any_of(words_of(locale.replace("_", "-").lower()).short_months)
+    short = any_of(words_of_locale(locale).short_months)
     return (
         re.compile(rf"(?<![\w.-])({short})(?= \d{{1,2}}(?:st|nd|rd|th)?\b(?![:.]\d|%| {COUNTED}\b))"),
         re.compile(rf"(?<=\d )({short})\b\.?(?=,? \d{{4}}\b)"),

@@ -66,7 +66,8 @@ def patterns(counting, ruling, german):
     """For what is counted and for rulers; a German ordinal has a point."""
     point = r"(\.)?" if german else "()"
     numbered = rf"({LONG_NUMERAL})(?![\w'’]|-(?![A-Z]\b))"
-    return re.compile(rf"\b({counting}|{counting.upper()}) {numbered}"), re.compile(rf"\b({ruling}) {numbered}{point}(?=(.)?)")
+    capitals = rf"(?=[A-ZÀ-Þ -]+ )(?i:{counting})"
+    return re.compile(rf"\b({counting}|{capitals}) {numbered}"), re.compile(rf"\b({ruling}) {numbered}{point}(?=(.)?)")
 
 
 def spoken(found, number, words):

@@ -3,7 +3,7 @@
 import functools
 import re
 
-from tavin.text.spoken.languages import words_of
+from tavin.text.spoken.languages import words_of_locale
 from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.dates import months
 
@@ -31,7 +31,7 @@ def say(sentence, words):
 @functools.cache
 def patterns(names, locale):
     """For two days with a dash between them, one before an hour ("Sa 9–13 Uhr", "sam. 9h"), and one of a date."""
-    short = words_of(locale.replace("_", "-").lower()).short_months
+    short = words_of_locale(locale).short_months
     day, alone = (rf"({any_of(some)})\b" for some in (names, set(names) - ALSO_WORDS))
     return (
         re.compile(rf"(?<![\w.-]){day}\.? ?[-–] ?{day}\.?(?![\w-])"),
