@@ -62,7 +62,9 @@ class PageBreaks:
         return is_wrapped(last) and not ends_sentence(last) and (is_wrapped(before) or is_divided(last))
 
     def _may_be_head(self, text):
-        return not (text[:1].islower() or len(text) > SHORT * len(self._lines[-1]) or FENCE.fullmatch(text))
+        if text[:1].islower() or text[-1:] in (",", ";", ":") or FENCE.fullmatch(text):
+            return False
+        return len(text) <= SHORT * len(self._lines[-1])
 
     def _goes_on(self, after):
         if not after[:1].islower() or LIST_ITEM.match(after):

@@ -125,7 +125,9 @@ WORDS = Words(
     before_year={"b.": "born", "d.": "died", "r.": "reigned", "fl.": "flourished"},
     going_on=frozenset("incl. excl. Thm. Prop. tsp. Tbsp. tbsp. oz. dep. arr. Dep. Arr.".split()),
     died=("died", "died"),
-    with_fractions={"l": ("half a liter", "of a liter"), "kg": ("half a kilogram", "of a kilogram"), "lb": ("half a pound", "of a pound")},
+    with_fractions={
+        "l": ("half a liter", "of a liter"), "kg": ("half a kilogram", "of a kilogram"), "lb": ("half a pound", "of a pound"),
+    },
     out_of="out of",
     by="by",
     short_months={

@@ -58,7 +58,8 @@ WORDS = Words(
     per="por",
     per_time={"mes": "al", "año": "al", "día": "al", "semana": "a la"},
     scales={
-        "M": ("millón", "millones"), "mill. de": ("millón", "millones"), "mill.": ("millón", "millones"), "millón": ("millón", "millón"),
+        "M": ("millón", "millones"), "mill. de": ("millón", "millones"), "mill.": ("millón", "millones"),
+        "millón": ("millón", "millón"),
         "millones": ("millones", "millones"), "mil": ("mil", "mil"), "K": ("mil", "mil"), "k": ("mil", "mil"),
         "mil millones": ("mil millones", "mil millones"),
     },

@@ -97,8 +97,10 @@ WORDS = Words(
     queen_first="première",
     abbreviations={
         "Art. L.": "Article L", "art. L.": "article L", "Art. R.": "Article R", "art. R.": "article R", "7 j/7": "7 jours sur 7",
-        "7j/7": "7 jours sur 7", "c. à s.": "cuillère à soupe", "c. à c.": "cuillère à café", "C. civ.": "Code civil", "pers.": "personnes",
-        "Mgr": "Monseigneur", "Mt": "Mont", "pl. de la": "place de la", "pl. du": "place du", "pl. des": "place des", "bât.": "bâtiment", "Bât.": "Bâtiment", "apt": "appartement",
+        "7j/7": "7 jours sur 7", "c. à s.": "cuillère à soupe", "c. à c.": "cuillère à café", "C. civ.": "Code civil",
+        "pers.": "personnes",
+        "Mgr": "Monseigneur", "Mt": "Mont", "pl. de la": "place de la", "pl. du": "place du", "pl. des": "place des",
+        "bât.": "bâtiment", "Bât.": "Bâtiment", "apt": "appartement",
         "Appart.": "Appartement", "appart.": "appartement", "RDV": "rendez-vous", "sq.": "et suivante", "sqq.": "et suivantes",
         "ét.": "étage", "dispo.": "disponible", "réf.": "référence", "Réf.": "Référence", "max.": "au plus",
         "av. des": "avenue des", "av. de": "avenue de", "av. du": "avenue du",
@@ -115,7 +117,8 @@ WORDS = Words(
         "dim.": "dimanche",
     },
     before_number={
-        "no": "numéro", "les nos": "les numéros", "des nos": "des numéros", "N°s": "numéros", "n°s": "numéros", "Art.": "Article", "th.": "thermostat",
+        "no": "numéro", "les nos": "les numéros", "des nos": "des numéros", "N°s": "numéros", "n°s": "numéros",
+        "Art.": "Article", "th.": "thermostat",
         "éq.": "équation", "ch.": "chapitre", "arts.": "articles",
         "n°": "numéro", "N°": "numéro", "nº": "numéro", "p.": "page", "pp.": "pages", "vol.": "volume",
         "fig.": "figure", "chap.": "chapitre", "art.": "article", "al.": "alinéa", "éd.": "édition",
