@@ -44,7 +44,7 @@ def test_a_sentence_goes_on_over_the_ends_of_pages(tavin, desktop, tmp_path, vie
     name = f"{layout}-{viewer.__name__}.pdf"  # An older window may still be about to close.
     path = tmp_path / name
     pages = (LAYOUTS[layout](number, lines) for number, lines in enumerate(PAGES, 11))
-    path.write_bytes(pdf(*pages, height=HEIGHT, size=8, leading=10))
+    path.write_bytes(pdf(*pages, height=HEIGHT, margin=30, size=8, leading=10))
     profile = tmp_path / "profile"
     profile.mkdir()
     desktop.open([*viewer(str(profile)), str(path)], name, seconds=90)
