@@ -329,7 +329,7 @@
         <translation>الحزمة python3-secretstorage غير مثبتة.</translation>
     </message>
     <message>
-        <source>The keyring cannot be reached: there is no session bus.</source>
+        <source>Without a session bus, the keyring cannot be reached.</source>
         <translation>يتعذر الوصول إلى حلقة المفاتيح: لا توجد ناقلة جلسة.</translation>
     </message>
     <message>

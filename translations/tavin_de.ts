@@ -329,7 +329,7 @@
         <translation>Das Paket python3-secretstorage ist nicht installiert.</translation>
     </message>
     <message>
-        <source>The keyring cannot be reached: there is no session bus.</source>
+        <source>Without a session bus, the keyring cannot be reached.</source>
         <translation>Der Schlüsselbund ist nicht erreichbar: Es gibt keinen Sitzungsbus.</translation>
     </message>
     <message>

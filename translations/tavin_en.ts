@@ -329,8 +329,8 @@
         <translation>Package python3-secretstorage is not installed.</translation>
     </message>
     <message>
-        <source>The keyring cannot be reached: there is no session bus.</source>
-        <translation>The keyring cannot be reached: there is no session bus.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>Without a session bus, the keyring cannot be reached.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>

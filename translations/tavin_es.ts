@@ -329,7 +329,7 @@
         <translation>El paquete python3-secretstorage no está instalado.</translation>
     </message>
     <message>
-        <source>The keyring cannot be reached: there is no session bus.</source>
+        <source>Without a session bus, the keyring cannot be reached.</source>
         <translation>No se puede acceder al depósito de claves: no hay un bus de sesión.</translation>
     </message>
     <message>

@@ -329,8 +329,8 @@
         <translation>Le paquet python3-secretstorage n’est pas installé.</translation>
     </message>
     <message>
-        <source>The keyring cannot be reached: there is no session bus.</source>
-        <translation>Le trousseau ne peut pas être joint : il n’y a pas de bus de session.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>Le trousseau ne peut pas être joint : il n’y a pas de bus de session.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>

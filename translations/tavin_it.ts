@@ -329,7 +329,7 @@
         <translation>Il pacchetto python3-secretstorage non è installato.</translation>
     </message>
     <message>
-        <source>The keyring cannot be reached: there is no session bus.</source>
+        <source>Without a session bus, the keyring cannot be reached.</source>
         <translation>Il portachiavi non è raggiungibile: non c&apos;è un bus di sessione.</translation>
     </message>
     <message>

@@ -329,7 +329,7 @@
         <translation>Het pakket python3-secretstorage is niet geïnstalleerd.</translation>
     </message>
     <message>
-        <source>The keyring cannot be reached: there is no session bus.</source>
+        <source>Without a session bus, the keyring cannot be reached.</source>
         <translation>De sleutelbos is niet bereikbaar: er is geen sessiebus.</translation>
     </message>
     <message>

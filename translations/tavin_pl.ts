@@ -329,7 +329,7 @@
         <translation>Pakiet python3-secretstorage nie jest zainstalowany.</translation>
     </message>
     <message>
-        <source>The keyring cannot be reached: there is no session bus.</source>
+        <source>Without a session bus, the keyring cannot be reached.</source>
         <translation>Baza kluczy jest niedostępna: nie ma magistrali sesji.</translation>
     </message>
     <message>

@@ -329,7 +329,7 @@
         <translation>O pacote python3-secretstorage não está instalado.</translation>
     </message>
     <message>
-        <source>The keyring cannot be reached: there is no session bus.</source>
+        <source>Without a session bus, the keyring cannot be reached.</source>
         <translation>Não é possível aceder ao chaveiro: não há um bus de sessão.</translation>
     </message>
     <message>

@@ -74,7 +74,7 @@ MESSAGES = {
     "voice-not-loaded": "Choose this voice of Piper again: it cannot be loaded ({}).",
     "files-not-loaded": "Choose Kokoro again: its files cannot be loaded ({}).",
     "no-secretstorage": "Package python3-secretstorage is not installed.",
-    "no-session-bus": "The keyring cannot be reached: there is no session bus.",
+    "no-session-bus": "Without a session bus, the keyring cannot be reached.",
     "keyring-not-asked": "The keyring could not be asked.",
     "no-key-stored": "What is stored there is not a key.",
     "espeak-data-missing": "eSpeak NG's data is missing (package espeak-ng-data).",

@@ -121,7 +121,7 @@ constexpr Known knownMessages[] = {
      QT_TRANSLATE_NOOP("Engine", "Choose Kokoro again: its files cannot be loaded (%1).")},
     {"no-secretstorage",
      QT_TRANSLATE_NOOP("Engine", "Package python3-secretstorage is not installed.")},
-    {"no-session-bus", QT_TRANSLATE_NOOP("Engine", "The keyring cannot be reached: there is no session bus.")},
+    {"no-session-bus", QT_TRANSLATE_NOOP("Engine", "Without a session bus, the keyring cannot be reached.")},
     {"keyring-not-asked", QT_TRANSLATE_NOOP("Engine", "The keyring could not be asked.")},
     {"no-key-stored", QT_TRANSLATE_NOOP("Engine", "What is stored there is not a key.")},
     {"espeak-data-missing",
