@@ -50,8 +50,8 @@ test: build-tests
 	$(CTEST) -LE 'heavy|debian13|soak'
 
 # ONLY=heavy leaves out what `make test` runs, Debian 13, whose folder takes 4 GB, and the soak, which
-# strikes others each time; EXCEPT='kde|gnome' leaves out more. The set-up comes before the build: one of
-# the tests' programs is made only where its protocol is installed.
+# strikes others each time; EXCEPT='kde|gnome' leaves out more, EXCEPT=long what CI does not run. The set-up
+# comes before the build: one of the tests' programs is made only where its protocol is installed.
 test-all:
 	@tools/setup heavy wayland neural $(if $(filter kde|gnome,$(EXCEPT)),,desktops)
 	@$(if $(filter heavy,$(ONLY)),,$(MAKE) --no-print-directory desktops)

@@ -1,8 +1,8 @@
 """Makes documents for viewers."""
 
 
-def pdf(*pages, height=842):
-    """Each page's lines, from its top on, in 14 point Helvetica."""
+def pdf(*pages, height=842, margin=62):
+    """Each page's lines, below the margin at its top, in 14 point Helvetica."""
     kids = range(4, 4 + 2 * len(pages), 2)
     objects = [
         "<</Type/Catalog/Pages 2 0 R>>",
@@ -13,7 +13,7 @@ def pdf(*pages, height=842):
         objects += [
             f"<</Type/Page/Parent 2 0 R/MediaBox[0 0 595 {height}]/Contents {number + 1} 0 R"
             "/Resources<</Font<</F1 3 0 R>>>>>>",
-            _stream(lines, height - 62),
+            _stream(lines, height - margin),
         ]
     return _file(objects)
 

@@ -1,7 +1,8 @@
 #include "platform/http/HttpTransfer.h"
 
+#include <sys/socket.h>
+
 #include <QUrl>
-#include <algorithm>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
@@ -26,6 +27,8 @@ using Body = beast::http::span_body<const char>;
 using Result = std::variant<UrlResponse, UrlError>;
 
 constexpr unsigned http11 = 11;
+// Holds an answer's head, a chunk's or what follows the last one: without end they are an error.
+constexpr std::size_t bufferSize = std::size_t{64} * 1024;
 
 beast::string_view view(const QByteArray& bytes) {
   return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
@@ -61,6 +64,12 @@ class Transfer {
 
   error_code connect(std::uint16_t port) {
     const asio::ip::tcp::endpoint engine(asio::ip::address_v4::loopback(), port);
+    // No program that is started meanwhile inherits it, which asio's own would be.
+    error_code error;
+    stream_.socket().assign(engine.protocol(), ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0),
+                            error);
+    if (error)
+      return error;
     return await([&](auto done) { stream_.async_connect(engine, done); });
   }
 
@@ -94,10 +103,12 @@ class Transfer {
   }
 
  private:
-  // Has one operation move some bytes. It fails when none move within the idle limit, and at the
-  // deadline.
+  // Has one operation move some bytes, or take a whole head. It fails when that takes longer than
+  // the idle limit, and at the deadline, which an operation whose bytes are there would not meet.
   template <typename Start>
   error_code await(Start start) {
+    if (Clock::now() >= end_)
+      return beast::error::timeout;
     error_code outcome;
     stream_.expires_at(end_ - Clock::now() < idle_ ? end_ : Clock::now() + idle_);
     start([&outcome](error_code error, auto&&...) { outcome = error; });
@@ -110,19 +121,22 @@ class Transfer {
   const Clock::time_point end_;
   asio::io_context context_{BOOST_ASIO_CONCURRENCY_HINT_UNSAFE};
   beast::tcp_stream stream_{context_};
-  beast::flat_buffer buffer_;
+  beast::flat_buffer buffer_{bufferSize};
   beast::http::response_parser<beast::http::string_body> parser_;
 };
 
-UrlError failure(const error_code& error, int otherwise = UrlError::unknown) {
-  return {error == beast::error::timeout ? UrlError::timedOut : otherwise};
+UrlError failure(const error_code& error) {
+  if (error == beast::error::timeout)
+    return {UrlError::timedOut};
+  return {error == asio::error::connection_refused ? UrlError::cannotConnectToHost
+                                                   : UrlError::unknown};
 }
 
 Result carry(const UrlRequest& request, std::uint16_t port, const TransferLimits& limits,
              const std::function<bool(std::uint16_t)>& mayProceed) {
   Transfer transfer(request, limits);
   if (const error_code error = transfer.connect(port))
-    return failure(error, UrlError::cannotConnectToHost);
+    return failure(error);
   if (!mayProceed(transfer.ownPort()))
     return UrlError{};
   // Who refuses a long body answers before all of it was sent: other errors show in the answer.
@@ -140,7 +154,7 @@ Result transfer(const UrlRequest& request, std::uint16_t port, const TransferLim
   try {
     return carry(request, port, limits, mayProceed);
   } catch (const boost::system::system_error&) {
-    return UrlError{};  // No descriptors are left, for one.
+    return UrlError{};  // The process has no descriptor left, for one.
   }
 }
 

@@ -1,9 +1,7 @@
 #include "platform/posix/LogLine.h"
 
 #include <poll.h>
-#include <sys/socket.h>
 #include <sys/syslog.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <QByteArray>
@@ -14,7 +12,7 @@
 #include <climits>
 #include <mutex>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/LocalSocket.h"
 
 namespace tavin::posix {
 namespace {
@@ -65,17 +63,13 @@ QByteArray syslogMessage(int severity, const QByteArray& line) {
 
 // The C library's syslog() would wait for a daemon that has stopped reading.
 void writeToSyslog(const std::string& path, int severity, const QByteArray& line) {
-  sockaddr_un address = {};
-  address.sun_family = AF_UNIX;
-  if (path.size() >= sizeof address.sun_path)
-    return;
-  path.copy(address.sun_path, path.size());
+  const LocalAddress address(path);
   const FileDescriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  if (!socket)
+  if (!address || !socket)
     return;
   const QByteArray message = syslogMessage(severity, line);
-  sendto(socket.get(), message.data(), message.size(), MSG_DONTWAIT | MSG_NOSIGNAL,
-         reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  sendto(socket.get(), message.data(), message.size(), MSG_DONTWAIT | MSG_NOSIGNAL, address.get(),
+         address.size());
 }
 
 }  // namespace

@@ -1,15 +1,11 @@
 #include "platform/posix/SocketProbe.h"
 
 #include <poll.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 
 #include <cerrno>
-#include <cstddef>
-#include <cstring>
 #include <ctime>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/LocalSocket.h"
 
 namespace tavin::posix {
 namespace {
@@ -17,8 +13,8 @@ namespace {
 constexpr timespec retryInterval{0, 10'000'000};  // 10 ms.
 
 // A server that is busy may have its queue full for a moment, which poll() does not tell.
-bool connectWithin(int fd, const sockaddr* address, socklen_t length, Deadline deadline) {
-  while (connect(fd, address, length) != 0) {
+bool connectWithin(int fd, const LocalAddress& address, Deadline deadline) {
+  while (connect(fd, address.get(), address.size()) != 0) {
     if ((errno != EAGAIN && errno != EINTR) || deadline.passed())
       return false;
     nanosleep(&retryInterval, nullptr);
@@ -38,16 +34,9 @@ bool waitFor(int fd, short events, Deadline deadline) {
 }  // namespace
 
 bool socketAnswers(const std::string& name, std::string_view greeting, Deadline deadline) {
-  sockaddr_un address{};
-  if (name.empty() || name.size() >= sizeof address.sun_path)
-    return false;
-  address.sun_family = AF_UNIX;
-  std::memcpy(address.sun_path, name.data(), name.size());
-  const std::size_t end = name.front() == '\0' ? 0 : 1;
-  const auto length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size() + end);
+  const LocalAddress address(name);
   const FileDescriptor fd(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  if (!fd ||
-      !connectWithin(fd.get(), reinterpret_cast<const sockaddr*>(&address), length, deadline))
+  if (!address || !fd || !connectWithin(fd.get(), address, deadline))
     return false;
   if (send(fd.get(), greeting.data(), greeting.size(), MSG_NOSIGNAL) !=
       static_cast<ssize_t>(greeting.size()))

@@ -1,17 +1,13 @@
 #include "platform/wayland/CompositorEnd.h"
 
-#include <sys/socket.h>
-#include <sys/un.h>
-
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QSocketNotifier>
 #include <QTimer>
-#include <algorithm>
 #include <memory>
 #include <utility>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/LocalSocket.h"
 
 namespace tavin::wayland {
 namespace {
@@ -25,18 +21,7 @@ QByteArray socketPath() {
 }
 
 // Says nothing to the compositor, so it never waits for an answer of one.
-posix::FileDescriptor connectSilently() {
-  const QByteArray path = socketPath();
-  sockaddr_un address{};
-  posix::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  if (!socket || path.size() >= static_cast<qsizetype>(sizeof address.sun_path))
-    return posix::FileDescriptor();
-  address.sun_family = AF_UNIX;
-  std::copy(path.begin(), path.end(), address.sun_path);
-  if (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-    return posix::FileDescriptor();
-  return socket;
-}
+posix::FileDescriptor connectSilently() { return posix::connectAtOnce(socketPath().toStdString()); }
 
 class CompositorEnd final : public QObject {
  public:

@@ -2,14 +2,13 @@
 
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/LocalSocket.h"
 
 namespace tavin::wayland {
 namespace {
@@ -26,15 +25,7 @@ struct [[gnu::packed]] Header {
 
 posix::FileDescriptor connectToSway() {
   const char* path = std::getenv("SWAYSOCK");
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  if (!path || std::strlen(path) >= sizeof(address.sun_path))
-    return posix::FileDescriptor();
-  std::memcpy(address.sun_path, path, std::strlen(path));  // The rest is zeros.
-  posix::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  if (connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0)
-    socket.reset();
-  return socket;
+  return posix::connectAtOnce(path ? path : "");
 }
 
 // Both together are short enough for the socket's buffer.

@@ -32,7 +32,7 @@ def test_editor_with_several_paragraphs(tavin, desktop, tmp_path, editor):
 
 def test_evince(tavin, desktop, tmp_path):
     path = tmp_path / "paper.pdf"
-    path.write_bytes(pdf(["First line", "Second line"]))
+    path.write_bytes(pdf(["First line", "Second line"], margin=142))
     desktop.open(["evince", str(path)], "paper.pdf", seconds=60)
 
     def read():
@@ -45,12 +45,12 @@ def test_evince(tavin, desktop, tmp_path):
 
 def test_zathura(tavin, desktop, tmp_path):
     path = tmp_path / "paper.pdf"
-    path.write_bytes(pdf(["First line", "Second line"]))
+    path.write_bytes(pdf(["First line", "Second line"], margin=142))
     desktop.open(["zathura", "--mode=fullscreen", str(path)], "paper.pdf", seconds=60)
 
     def drag():
-        # Over the page in the middle: everything between the corners is selected. The viewer
-        # follows a drag only step by step.
+        # Over the page in the middle, from within its margin: everything between the corners is
+        # selected. The viewer follows a drag only step by step.
         width, height = desktop.screen
         left, right = width / 2 - height * 0.34, width / 2 + height * 0.3
         desktop.drag(*((round(x), round(y)) for x, y in (

@@ -149,6 +149,90 @@ TEST_F(LoopbackSessionTest, TrickledAnswerFailsAtItsDeadline) {
   EXPECT_LT(Clock::now() - start, 550ms);
 }
 
+// Sends chunks of one byte for as long as anybody takes them.
+void flood(const RawServer::Peer& peer) {
+  peer.send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n");
+  while (peer.send("1;" + QByteArray(30'000, 'x') + "\r\nx\r\n")) {
+  }
+}
+
+TEST_F(LoopbackSessionTest, AnswerThatNeverPausesFailsAtItsDeadline) {
+  RawServer server(flood);
+  UrlRequest request = get(server);
+  request.deadline = 0.3;
+  const auto start = Clock::now();
+  EXPECT_EQ(std::get<UrlError>(session.dataTask(request)).code, UrlError::timedOut);
+  EXPECT_GE(Clock::now() - start, 300ms);
+  EXPECT_LT(Clock::now() - start, 2s);
+}
+
+// Listens, and treats connections by hand.
+class BareListener {
+ public:
+  BareListener() {
+    ::listen(socket_, 1);
+    sockaddr_in address{};
+    socklen_t length = sizeof address;
+    ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &length);
+    port_ = ntohs(address.sin_port);
+  }
+  ~BareListener() { ::close(socket_); }
+  int accept() const { return ::accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC); }
+  QString url() const { return QStringLiteral("http://127.0.0.1:%1/status").arg(port_); }
+
+ private:
+  const int socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  int port_ = 0;
+};
+
+TEST_F(LoopbackSessionTest, BodyThatIsNotTakenFailsAfterTheTimeout) {
+  const BareListener listener;  // The kernel makes the connection, and nobody reads.
+  UrlRequest request{listener.url(), "POST", {}, QByteArray(50'000'000, 'x'), 0.3, std::nullopt};
+  EXPECT_EQ(std::get<UrlError>(session.dataTask(request)).code, UrlError::timedOut);
+}
+
+TEST_F(LoopbackSessionTest, RefusalOfABodyThatIsNotTakenIsHeard) {
+  const BareListener listener;
+  const auto refusal = std::async(std::launch::async, [&] {
+    const int connection = listener.accept();
+    const std::string_view answer = "HTTP/1.1 413 Too Large\r\nContent-Length: 0\r\n\r\n";
+    ::send(connection, answer.data(), answer.size(), MSG_NOSIGNAL);
+    ::close(connection);
+  });
+  UrlRequest request{listener.url(), "POST", {}, QByteArray(50'000'000, 'x'), 10, std::nullopt};
+  EXPECT_EQ(std::get<UrlResponse>(session.dataTask(request)).statusCode, 413);
+}
+
+// An answer whose head is followed by `part` again and again.
+auto endless(const QByteArray& head, const QByteArray& part) {
+  return [head, part](const RawServer::Peer& peer) {
+    peer.send("HTTP/1.1 200 OK\r\n" + head);
+    for (int i = 0; i < 3000 && peer.send(part); ++i) {
+    }
+  };
+}
+
+TEST_F(LoopbackSessionTest, AnswerWithoutALengthFailsBeyondTheCap) {
+  RawServer server(endless("\r\n", QByteArray(1000, 'x')));
+  EXPECT_TRUE(failed(session.dataTask(get(server))));
+}
+
+TEST_F(LoopbackSessionTest, AnswerInChunksFailsBeyondTheCap) {
+  RawServer server(
+      endless("Transfer-Encoding: chunked\r\n\r\n", "3e8\r\n" + QByteArray(1000, 'x') + "\r\n"));
+  EXPECT_TRUE(failed(session.dataTask(get(server))));
+}
+
+TEST_F(LoopbackSessionTest, AnswerWithAChunksHeadWithoutEndFails) {
+  std::atomic<int> taken = 0;
+  RawServer server([&](const auto& peer) {
+    peer.send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1;");
+    while (peer.send(QByteArray(1'000'000, 'x'))) ++taken;
+  });
+  EXPECT_TRUE(failed(session.dataTask(get(server))));
+  EXPECT_LT(taken, 20);
+}
+
 TEST_F(LoopbackSessionTest, AnswerBeyondTheCapFails) {
   RawServer server([](const auto& peer) {
     peer.send("HTTP/1.1 200 OK\r\nContent-Length: 100000000\r\n\r\n");
@@ -237,21 +321,14 @@ TEST_F(LoopbackSessionTest, SandboxedListenerIsNotConnectedToAndToldOnce) {
 
 TEST_F(LoopbackSessionTest, ListenerThatWaitsToAcceptIsTrustedLikeOneThatAccepted) {
   // The kernel has made the connection when nobody has accepted it yet.
-  const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  ::listen(listener, 1);
-  sockaddr_in address{};
-  socklen_t length = sizeof address;
-  ::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
-  UrlRequest request;
-  request.url = QStringLiteral("http://127.0.0.1:%1/status").arg(ntohs(address.sin_port));
-  request.timeout = 0.3;
+  const BareListener listener;
+  UrlRequest request{listener.url(), "GET", {}, std::nullopt, 0.3, std::nullopt};
   EXPECT_TRUE(failed(session.dataTask(request)));
-  const int connection = ::accept(listener, nullptr, nullptr);
+  const int connection = listener.accept();
   char begin[4] = {};
   EXPECT_EQ(::recv(connection, begin, 3, 0), 3);
   EXPECT_STREQ(begin, "GET");
   ::close(connection);
-  ::close(listener);
 }
 
 }  // namespace
