@@ -329,15 +329,15 @@
         <translation>الحزمة python3-secretstorage غير مثبتة.</translation>
     </message>
     <message>
-        <source>There is no session bus for a keyring.</source>
-        <translation>لا توجد ناقلة جلسة لحلقة مفاتيح.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>يتعذر الوصول إلى حلقة المفاتيح: لا توجد ناقلة جلسة.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>
         <translation>تعذّر سؤال حلقة المفاتيح.</translation>
     </message>
     <message>
-        <source>What is stored there is no key.</source>
+        <source>What is stored there is not a key.</source>
         <translation>المحفوظ هناك ليس مفتاحًا.</translation>
     </message>
     <message>

@@ -329,15 +329,15 @@
         <translation>Das Paket python3-secretstorage ist nicht installiert.</translation>
     </message>
     <message>
-        <source>There is no session bus for a keyring.</source>
-        <translation>Es gibt keinen Sitzungsbus für einen Schlüsselbund.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>Der Schlüsselbund ist nicht erreichbar: Es gibt keinen Sitzungsbus.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>
         <translation>Der Schlüsselbund konnte nicht gefragt werden.</translation>
     </message>
     <message>
-        <source>What is stored there is no key.</source>
+        <source>What is stored there is not a key.</source>
         <translation>Was dort gespeichert ist, ist kein Schlüssel.</translation>
     </message>
     <message>

@@ -329,16 +329,16 @@
         <translation>Package python3-secretstorage is not installed.</translation>
     </message>
     <message>
-        <source>There is no session bus for a keyring.</source>
-        <translation>There is no session bus for a keyring.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>Without a session bus, the keyring cannot be reached.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>
         <translation>The keyring could not be asked.</translation>
     </message>
     <message>
-        <source>What is stored there is no key.</source>
-        <translation>What is stored there is no key.</translation>
+        <source>What is stored there is not a key.</source>
+        <translation>What is stored there is not a key.</translation>
     </message>
     <message>
         <source>eSpeak NG&apos;s data is missing (package espeak-ng-data).</source>

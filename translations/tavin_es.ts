@@ -329,15 +329,15 @@
         <translation>El paquete python3-secretstorage no está instalado.</translation>
     </message>
     <message>
-        <source>There is no session bus for a keyring.</source>
-        <translation>No hay un bus de sesión para un depósito de claves.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>No se puede acceder al depósito de claves: no hay un bus de sesión.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>
         <translation>No se ha podido consultar el depósito de claves.</translation>
     </message>
     <message>
-        <source>What is stored there is no key.</source>
+        <source>What is stored there is not a key.</source>
         <translation>Lo que hay guardado allí no es una clave.</translation>
     </message>
     <message>

@@ -329,15 +329,15 @@
         <translation>Le paquet python3-secretstorage n’est pas installé.</translation>
     </message>
     <message>
-        <source>There is no session bus for a keyring.</source>
-        <translation>Il n’y a pas de bus de session pour un trousseau.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>Le trousseau ne peut pas être joint : il n’y a pas de bus de session.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>
         <translation>Le trousseau n’a pas pu être interrogé.</translation>
     </message>
     <message>
-        <source>What is stored there is no key.</source>
+        <source>What is stored there is not a key.</source>
         <translation>Ce qui y est enregistré n’est pas une clé.</translation>
     </message>
     <message>

@@ -329,15 +329,15 @@
         <translation>Il pacchetto python3-secretstorage non è installato.</translation>
     </message>
     <message>
-        <source>There is no session bus for a keyring.</source>
-        <translation>Non c&apos;è un bus di sessione per un portachiavi.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>Il portachiavi non è raggiungibile: non c&apos;è un bus di sessione.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>
         <translation>Impossibile interrogare il portachiavi.</translation>
     </message>
     <message>
-        <source>What is stored there is no key.</source>
+        <source>What is stored there is not a key.</source>
         <translation>Ciò che vi è salvato non è una chiave.</translation>
     </message>
     <message>

@@ -329,15 +329,15 @@
         <translation>Het pakket python3-secretstorage is niet geïnstalleerd.</translation>
     </message>
     <message>
-        <source>There is no session bus for a keyring.</source>
-        <translation>Er is geen sessiebus voor een sleutelbos.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>De sleutelbos is niet bereikbaar: er is geen sessiebus.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>
         <translation>De sleutelbos kon niet worden geraadpleegd.</translation>
     </message>
     <message>
-        <source>What is stored there is no key.</source>
+        <source>What is stored there is not a key.</source>
         <translation>Wat daar is opgeslagen, is geen sleutel.</translation>
     </message>
     <message>

@@ -329,15 +329,15 @@
         <translation>Pakiet python3-secretstorage nie jest zainstalowany.</translation>
     </message>
     <message>
-        <source>There is no session bus for a keyring.</source>
-        <translation>Nie ma magistrali sesji dla bazy kluczy.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>Baza kluczy jest niedostępna: nie ma magistrali sesji.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>
         <translation>Nie udało się odpytać bazy kluczy.</translation>
     </message>
     <message>
-        <source>What is stored there is no key.</source>
+        <source>What is stored there is not a key.</source>
         <translation>To, co tam zapisano, nie jest kluczem.</translation>
     </message>
     <message>

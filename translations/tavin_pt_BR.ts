@@ -329,15 +329,15 @@
         <translation>O pacote python3-secretstorage não está instalado.</translation>
     </message>
     <message>
-        <source>There is no session bus for a keyring.</source>
-        <translation>Não há um barramento de sessão para um chaveiro.</translation>
+        <source>Without a session bus, the keyring cannot be reached.</source>
+        <translation>Não é possível acessar o chaveiro: não há um barramento de sessão.</translation>
     </message>
     <message>
         <source>The keyring could not be asked.</source>
         <translation>Não foi possível consultar o chaveiro.</translation>
     </message>
     <message>
-        <source>What is stored there is no key.</source>
+        <source>What is stored there is not a key.</source>
         <translation>O que está salvo ali não é uma chave.</translation>
     </message>
     <message>

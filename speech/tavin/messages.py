@@ -74,9 +74,9 @@ MESSAGES = {
     "voice-not-loaded": "Choose this voice of Piper again: it cannot be loaded ({}).",
     "files-not-loaded": "Choose Kokoro again: its files cannot be loaded ({}).",
     "no-secretstorage": "Package python3-secretstorage is not installed.",
-    "no-session-bus": "There is no session bus for a keyring.",
+    "no-session-bus": "Without a session bus, the keyring cannot be reached.",
     "keyring-not-asked": "The keyring could not be asked.",
-    "no-key-stored": "What is stored there is no key.",
+    "no-key-stored": "What is stored there is not a key.",
     "espeak-data-missing": "eSpeak NG's data is missing (package espeak-ng-data).",
 }
 

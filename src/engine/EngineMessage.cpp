@@ -121,9 +121,9 @@ constexpr Known knownMessages[] = {
      QT_TRANSLATE_NOOP("Engine", "Choose Kokoro again: its files cannot be loaded (%1).")},
     {"no-secretstorage",
      QT_TRANSLATE_NOOP("Engine", "Package python3-secretstorage is not installed.")},
-    {"no-session-bus", QT_TRANSLATE_NOOP("Engine", "There is no session bus for a keyring.")},
+    {"no-session-bus", QT_TRANSLATE_NOOP("Engine", "Without a session bus, the keyring cannot be reached.")},
     {"keyring-not-asked", QT_TRANSLATE_NOOP("Engine", "The keyring could not be asked.")},
-    {"no-key-stored", QT_TRANSLATE_NOOP("Engine", "What is stored there is no key.")},
+    {"no-key-stored", QT_TRANSLATE_NOOP("Engine", "What is stored there is not a key.")},
     {"espeak-data-missing",
      QT_TRANSLATE_NOOP("Engine", "eSpeak NG's data is missing (package espeak-ng-data).")},
 };

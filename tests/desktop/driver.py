@@ -8,6 +8,7 @@ import subprocess
 import time
 
 from gi.repository import Gio, GLib
+from key_grabs import ErrorHandler
 from session import SessionError, stop, wait_until
 
 SPEAK = "alt+Escape"
@@ -185,14 +186,19 @@ class Desktop:
 
     @contextlib.contextmanager
     def _xlib(self):
+        """A window may be gone meanwhile; the library would end the process for it."""
         x11 = ctypes.CDLL("libX11.so.6")
+        x11.XSetErrorHandler.restype = ctypes.c_void_p
+        ignore = ErrorHandler(lambda *_: 0)  # Kept: the library holds only a pointer.
+        before = ctypes.c_void_p(x11.XSetErrorHandler(ignore))
         x11.XOpenDisplay.restype = ctypes.c_void_p
         x11.XInternAtom.restype = x11.XGetSelectionOwner.restype = ctypes.c_ulong
         display = ctypes.c_void_p(x11.XOpenDisplay(self.session.env["DISPLAY"].encode()))
         try:
             yield x11, display
         finally:
-            x11.XCloseDisplay(display)
+            x11.XCloseDisplay(display)  # Which waits for the errors.
+            x11.XSetErrorHandler(before)
 
     @staticmethod
     def _atom(x11, display, name):

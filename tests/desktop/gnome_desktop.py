@@ -146,15 +146,15 @@ class GnomeDesktop(WaylandDesktop):
         left, top, _, _ = self.window(wid)["rect"]
         self.click_at(left + x, top + y, times)
 
-    def drag(self, *points):
+    def drag(self, *points, code=LEFT):
         first, *others = points
         self.move(*first)
-        self.button(True)
+        self.button(True, code)
         for point in others:
             time.sleep(0.1)
             self.move(*point)
         time.sleep(0.1)
-        self.button(False)
+        self.button(False, code)
 
     # Its title, and where it has "Allow remote interaction" and "Share".
     DIALOG, ALLOW, SHARE = "Remote desktop", (430, 74), (457, 23)

@@ -24,15 +24,14 @@ def show_alert(desktop, build, **settings):
 
 
 def once_drawn(take):
-    """The picture that `take` takes, when what it shows is there."""
-    picture = None
+    """The picture that `take` takes, when what it shows is there and stays as it is."""
+    pictures = [take()]
 
     def drawn():
-        nonlocal picture
-        picture = take()
-        return picture.is_drawn()
+        pictures.append(take())
+        return pictures[-1].is_drawn() and pictures[-1].is_like(pictures[-2])
     wait_until(drawn, 10, "an alert that is drawn", interval=0.2)
-    return picture
+    return pictures[-1]
 
 
 def on_x11(desktop, build, **settings):

@@ -55,6 +55,11 @@ class Picture:
         width, height = self.size
         return len({self.colour(x, y) for y in range(height) for x in range(0, width, 3)}) > 8
 
+    def is_like(self, other):
+        width, height = self.size
+        return self.size == other.size and all(self.colour(x, y) == other.colour(x, y)
+                                               for y in range(height) for x in range(width))
+
     def is_made_of_blocks(self, side):
         """Whether it is a smaller picture, each of its points repeated."""
         width, height = (length - length % side for length in self.size)

@@ -1,11 +1,11 @@
 """A program that keeps what was copied, beside Tavin: what the user copied last stays in both."""
 
-import random
 import signal
 
 import pytest
+from late_copies import COPIED, MOMENT, TEXT, end_after, has_copied, moments
 from session import wait_until
-from test_late_copy import COPIED, MOMENT, TEXT, end_at_random, has_copied, press_and_let_it_copy
+from test_late_copy import press_and_let_it_copy
 
 
 @pytest.fixture(autouse=True)
@@ -23,10 +23,11 @@ def test_what_was_there_comes_back_however_late_the_copy_is(tavin, desktop, buil
     wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
 
 
-@pytest.mark.parametrize("seed", range(8))
+@pytest.mark.parametrize(("busy", "after"), map(moments, range(8)))
 @pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGKILL])
-def test_what_came_back_outlives_tavin(tavin, desktop, build, number, seed):
-    before = end_at_random(tavin, desktop, build, number, random.Random(seed))
+def test_what_came_back_outlives_tavin(tavin, desktop, build, number, busy, after):
+    press_and_let_it_copy(desktop, build, busy)
+    before = end_after(tavin, desktop, number, after)
     if before > MOMENT:
         wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
     elif before < -MOMENT:

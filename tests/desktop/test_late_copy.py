@@ -1,21 +1,15 @@
 """A program that copies long after it was asked to leaves the clipboard to its user all the same."""
 
-import random
 import signal
 import time
 
 import pytest
 from driver import SPEAK, Tavin
+from late_copies import COPIED, MOMENT, TEXT, end_after, has_copied, moments, press_until_asked
 from session import wait_until
 
-TEXT = "copied too late"
-COPIED = "what the user had copied"
 # Of the capture's wait for the copy.
 PATIENCE = 0.4
-
-
-def has_copied(desktop, times=1):
-    wait_until(lambda: desktop.titled(f"Qt 6 field, copied {times}"), 15, "the copy")
 
 
 def press_and_let_it_copy(desktop, build, busy):
@@ -23,16 +17,6 @@ def press_and_let_it_copy(desktop, build, busy):
     desktop.own("clipboard", COPIED)
     desktop.open_bare_field(build, TEXT, busy)
     press_until_asked(desktop)
-
-
-def press_until_asked(desktop):
-    before = times_asked(desktop)
-    desktop.key(SPEAK)
-    wait_until(lambda: times_asked(desktop) > before, 10, "the copy command")
-
-
-def times_asked(desktop):
-    return desktop.session.log("qt6_field.log").count("asked\n")
 
 
 def press_in_vain(tavin, desktop, build, busy):
@@ -135,28 +119,11 @@ def test_quitting_waits_half_a_second_at_most(tavin, desktop, build):
     assert desktop.clipboard_text() == COPIED
 
 
-def end_at_random(tavin, desktop, build, number, chance):
-    """A copy that lands at any moment and an end of Tavin's at any other: by how many seconds the copy
-    came before it, less than 0 where it came after."""
-    busy, after = chance.uniform(0, 3), chance.uniform(0, 3)
-    press_and_let_it_copy(desktop, build, busy)
-    time.sleep(after)
-    tavin.quit(number)
-    ended = time.monotonic()
-    has_copied(desktop)
-    copied = desktop.session.log("qt6_field.log").rpartition("copied at ")[2]
-    return ended - float(copied)
-
-
-# What Tavin does in a moment may take longer on a busy machine; what happens just then is either's.
-MOMENT = 0.3
-
-
-# Other moments for each number, the same each time.
-@pytest.mark.parametrize("seed", range(8))
+@pytest.mark.parametrize(("busy", "after"), map(moments, range(8)))
 @pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGKILL])
-def test_whenever_tavin_ends_only_a_copy_that_comes_later_stays(tavin, desktop, build, number, seed):
-    before = end_at_random(tavin, desktop, build, number, random.Random(seed))
+def test_whenever_tavin_ends_only_a_copy_that_comes_later_stays(tavin, desktop, build, number, busy, after):
+    press_and_let_it_copy(desktop, build, busy)
+    before = end_after(tavin, desktop, number, after)
     if before > MOMENT:
         # What Tavin gave back has ended with it.
         assert desktop.clipboard_text() != TEXT

@@ -64,6 +64,15 @@ def test_what_a_late_copy_took_is_handed_over_to_the_clipboard_manager(tavin, de
     assert manager.poll() is None
 
 
+def test_without_a_clipboard_manager_what_came_back_ends_with_tavin(tavin, desktop, build):
+    desktop.own("clipboard", "what the user had copied")
+    desktop.open_bare_field(build, "copied and read")
+    assert tavin.press() == ["copied and read"]
+    assert desktop.clipboard_text() == "what the user had copied"
+    assert tavin.quit()[0] == 0
+    assert desktop.clipboard_text() is None
+
+
 def test_a_second_start_hands_over_and_ends(tavin, desktop, build):
     second = desktop.start([os.path.join(build, "bin/tavin")], log="second.log")
     assert second.wait(5) == 0

@@ -6,7 +6,7 @@ parentheses says instead why a sentence claims nothing that Tavin does.
 import re
 
 ABSOLUTE = re.compile(r"\b(never|nothing|none|nobody|no|any|anything|anybody|always|only|each(?! other)|every|"
-                      r"everything|all)\b", re.IGNORECASE)
+                      r"everything|all|neither|cannot|alone|at most|whatever)\b", re.IGNORECASE)
 CODE = re.compile(r"```.*?```|^    .*?$", re.MULTILINE | re.DOTALL)
 # Between two of them an empty line, or what begins a line of a list or a table.
 BLOCK = re.compile(r"\n\s*\n|\n(?=[|#]|- |\d+\. )")

@@ -131,7 +131,7 @@ def checked(key):
         return None
     key = key.strip()
     if not is_key(key):
-        raise KeyringError("What is stored there is no key.")
+        raise KeyringError("What is stored there is not a key.")
     return key
 
 

@@ -82,7 +82,7 @@ def answer(do, **request):
     try:
         connection = secretstorage.dbus_init()
     except (secretstorage.SecretServiceNotAvailableException, KeyError, OSError, ValueError):
-        return absent("There is no session bus for a keyring.")
+        return absent("Without a session bus, the keyring cannot be reached.")
     try:
         return REQUESTS[do](secretstorage, connection, **request)
     except Failure as failure:

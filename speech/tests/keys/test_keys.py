@@ -76,7 +76,7 @@ def test_a_stored_key_is_used_after_a_restart(start):
         (KEY + "\n", None),
         (
             KEY + "\r\nX-Other: 1",
-            "The key for OpenAI cannot be read: What is stored there is no key.",
+            "The key for OpenAI cannot be read: What is stored there is not a key.",
         ),
     ],
 )

@@ -1,6 +1,7 @@
 #include "platform/atspi/Switch.h"
 
 #include <QDBusMessage>
+#include <QDBusReply>
 #include <QDBusVariant>
 
 #include "platform/atspi/Object.h"
@@ -10,13 +11,13 @@ namespace tavin::atspi {
 namespace {
 
 const QString switchName = QStringLiteral("org.a11y.Bus");
-constexpr const char* enabled = "IsEnabled";
+const QString enabled = QStringLiteral("IsEnabled");
+const QString screenReaderEnabled = QStringLiteral("ScreenReaderEnabled");
 
-QDBusMessage askProperties(const QDBusConnection& bus, const char* member, const char* property,
-                           QVariantList arguments, Deadline deadline) {
+QDBusMessage askProperties(const QDBusConnection& bus, const char* member, QVariantList arguments,
+                           Deadline deadline) {
   auto message = QDBusMessage::createMethodCall(switchName, "/org/a11y/bus",
                                                 "org.freedesktop.DBus.Properties", member);
-  arguments.prepend(QString::fromLatin1(property));
   arguments.prepend(QString("org.a11y.Status"));
   message.setArguments(arguments);
   return bus.call(message, QDBus::Block, deadline.remainingMs());
@@ -30,13 +31,15 @@ bool isLateAnswer(const QDBusMessage& answer) {
 
 }  // namespace
 
-SwitchState readSwitch(const QDBusConnection& bus, Deadline deadline) {
+Switches readSwitches(const QDBusConnection& bus, Deadline deadline) {
   if (!bus.isConnected())
-    return SwitchState::missing;
-  const auto answer = askProperties(bus, "Get", enabled, {}, deadline);
+    return {SwitchState::missing, false};
+  const auto answer = askProperties(bus, "GetAll", {}, deadline);
   if (!isAnswer(answer))
-    return isLateAnswer(answer) ? SwitchState::late : SwitchState::missing;
-  return valueIn(answer).toBool() ? SwitchState::on : SwitchState::off;
+    return {isLateAnswer(answer) ? SwitchState::late : SwitchState::missing, false};
+  const QVariantMap properties = QDBusReply<QVariantMap>(answer).value();
+  return {properties.value(enabled).toBool() ? SwitchState::on : SwitchState::off,
+          properties.value(screenReaderEnabled).toBool()};
 }
 
 QString switchOwner(const QDBusConnection& bus, Deadline deadline) {
@@ -44,13 +47,8 @@ QString switchOwner(const QDBusConnection& bus, Deadline deadline) {
 }
 
 bool turnSwitchOn(const QDBusConnection& bus, Deadline deadline) {
-  askProperties(bus, "Set", enabled, {QVariant::fromValue(QDBusVariant(true))}, deadline);
-  return readSwitch(bus, deadline) == SwitchState::on;
-}
-
-bool screenReaderRuns(const QDBusConnection& bus, Deadline deadline) {
-  const auto answer = askProperties(bus, "Get", "ScreenReaderEnabled", {}, deadline);
-  return isAnswer(answer) && valueIn(answer).toBool();
+  askProperties(bus, "Set", {enabled, QVariant::fromValue(QDBusVariant(true))}, deadline);
+  return readSwitches(bus, deadline).accessibility == SwitchState::on;
 }
 
 }  // namespace tavin::atspi

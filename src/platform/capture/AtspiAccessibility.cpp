@@ -64,7 +64,7 @@ AtspiAccessibility::AtspiAccessibility(std::shared_ptr<FocusTracker> tracker,
 
 bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   const Deadline deadline = Deadline::in(secondsForSwitch);
-  const SwitchState state = readSwitch(bus_, deadline);
+  const auto [state, screenReader] = readSwitches(bus_, deadline);
   if (state == SwitchState::missing)
     return canCopy_;
   if (state == SwitchState::late)
@@ -75,7 +75,8 @@ bool AtspiAccessibility::isProcessTrusted(bool prompt) {
   else if (!on && wasOn_ && mayTurnOnAgain(deadline))
     on = turnOn("Tavin: accessibility was off; switched it on again");
   wasOn_ = on;
-  tellOfScreenReader(deadline);
+  if (screenReader)
+    tellOfScreenReader();
   if (on)
     tracker_->bus().connect(deadline);  // From now on a listener is registered, which keeps it on.
   return on;
@@ -105,13 +106,12 @@ bool AtspiAccessibility::turnOn(const char* reason) {
   return true;
 }
 
-void AtspiAccessibility::tellOfScreenReader(Deadline deadline) {
-  if (toldOfScreenReader_ || !screenReaderRuns(bus_, deadline) ||
-      toldOfScreenReader_.exchange(true))
+void AtspiAccessibility::tellOfScreenReader() {
+  if (toldOfScreenReader_.exchange(true))
     return;
   log_.write(
-      "Tavin: a screen reader runs, and both will speak at once; Orca's key with S silences Orca "
-      "(man tavin, SCREEN READERS)");
+      "Tavin: a screen reader is switched on; both will speak at once. Orca's modifier key with S "
+      "mutes Orca (man tavin, SCREEN READERS)");
 }
 
 std::shared_ptr<UIElement> AtspiAccessibility::createSystemWideElement() {

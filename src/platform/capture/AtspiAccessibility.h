@@ -28,8 +28,8 @@ class AtspiAccessibility final : public Accessibility {
   // Whoever turns it off twice means it.
   bool mayTurnOnAgain(Deadline deadline);
   bool turnOn(const char* reason);
-  // Once, what to do against two voices at the same time.
-  void tellOfScreenReader(Deadline deadline);
+  // Logs once how to silence a screen reader that is switched on.
+  void tellOfScreenReader();
 
   const std::shared_ptr<FocusTracker> tracker_;
   const QDBusConnection bus_;  // The session's, where the switch is.

@@ -10,13 +10,14 @@
 #include <utility>
 
 #include "platform/bus/SessionBus.h"
+#include "platform/desktop/Settings.h"
 #include "platform/gnome/KeyHolders.h"
-#include "platform/gnome/Settings.h"
 #include "platform/gnome/ShortcutSettings.h"
 #include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::gnome {
 
+using desktop::Settings;
 using shortcuts::Answer;
 using shortcuts::KeyCombination;
 

@@ -7,11 +7,14 @@
 #include <QJsonObject>
 #include <QStandardPaths>
 
-#include "platform/gnome/Settings.h"
+#include "platform/desktop/Settings.h"
 #include "platform/gnome/ShortcutSettings.h"
 #include "platform/posix/ForeignFile.h"
 
 namespace tavin::gnome {
+
+using desktop::Settings;
+
 namespace {
 
 const QStringList& desktopSchemas() {

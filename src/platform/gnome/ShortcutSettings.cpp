@@ -1,9 +1,12 @@
 #include "platform/gnome/ShortcutSettings.h"
 
-#include "platform/gnome/Settings.h"
+#include "platform/desktop/Settings.h"
 #include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::gnome {
+
+using desktop::Settings;
+
 namespace {
 
 const QString listKey = QStringLiteral("custom-keybindings");

@@ -5,6 +5,7 @@
 #include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -26,11 +27,11 @@ constexpr int fieldWidth = 320;
 constexpr int longText = 600;
 constexpr int manyLines = 12;
 constexpr int longWord = 40;     // A label cannot wrap inside a word.
-constexpr int usualLetter = 10;  // The widest that letters of usual size are in the middle.
+constexpr int usualLetter = 10;  // Letters of the usual size are no wider on average.
 // Paragraphs are laid out whole, when they come into view: a megabyte in one takes minutes.
 constexpr qsizetype longestParagraph = 2000;
 
-// Large letters get as many to a line.
+// A line holds as many letters where they are large.
 int forLetters(int width) {
   return width * std::max(usualLetter, QFontMetrics(QApplication::font()).averageCharWidth()) /
          usualLetter;
@@ -175,7 +176,7 @@ QHBoxLayout* AlertDialog::makeButtons(const QStringList& titles) {
   return row;
 }
 
-// Where there is no frame, the window's edge.
+// Draws the window's edge where it has no frame.
 void AlertDialog::paintEvent(QPaintEvent*) {
   if (!windowFlags().testFlag(Qt::FramelessWindowHint))
     return;
@@ -184,9 +185,9 @@ void AlertDialog::paintEvent(QPaintEvent*) {
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
-// And what it would be moved by.
-void AlertDialog::mousePressEvent(QMouseEvent*) {
-  if (windowFlags().testFlag(Qt::FramelessWindowHint))
+// Without a frame, the window is dragged by its background.
+void AlertDialog::mousePressEvent(QMouseEvent* event) {
+  if (windowFlags().testFlag(Qt::FramelessWindowHint) && event->button() == Qt::LeftButton)
     windowHandle()->startSystemMove();
 }
 

@@ -1,45 +1,28 @@
 #include "platform/widgets/GnomeLook.h"
 
-// GLib has its own use for Qt's word.
-#undef signals
-#include <gio/gio.h>
-
 #include <QApplication>
+#include <QFontInfo>
 #include <QPalette>
-#include <memory>
 
 #include "platform/desktop/DesktopName.h"
+#include "platform/desktop/Settings.h"
 
 namespace tavin::widgets {
 
 namespace {
 
-using Value = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
+using desktop::Settings;
 
-// None where the schema or the key is not installed: GLib would end the program.
-Value setting(const char* schemaName, const char* key) {
-  Value none(nullptr, g_variant_unref);
-  GSettingsSchemaSource* source = g_settings_schema_source_get_default();
-  if (source == nullptr)
-    return none;
-  const std::unique_ptr<GSettingsSchema, decltype(&g_settings_schema_unref)> schema(
-      g_settings_schema_source_lookup(source, schemaName, TRUE), g_settings_schema_unref);
-  if (!schema || g_settings_schema_has_key(schema.get(), key) == FALSE)
-    return none;
-  const std::unique_ptr<GSettings, decltype(&g_object_unref)> settings(g_settings_new(schemaName),
-                                                                       g_object_unref);
-  return {g_settings_get_value(settings.get(), key), g_variant_unref};
-}
+const QString interfaceSchema = QStringLiteral("org.gnome.desktop.interface");
 
 bool wantsDark() {
-  const Value scheme = setting("org.gnome.desktop.interface", "color-scheme");
-  return scheme &&
-         QLatin1String(g_variant_get_string(scheme.get(), nullptr)) == QLatin1String("prefer-dark");
+  const auto settings = Settings::open(interfaceSchema);
+  return settings && settings->strings("color-scheme") == QStringList("prefer-dark");
 }
 
 bool wantsHighContrast() {
-  const Value contrast = setting("org.gnome.desktop.a11y.interface", "high-contrast");
-  return contrast && g_variant_get_boolean(contrast.get()) != FALSE;
+  const auto settings = Settings::open("org.gnome.desktop.a11y.interface");
+  return settings && settings->flag("high-contrast");
 }
 
 bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
@@ -53,11 +36,12 @@ void setColours(const QColor& window, const QColor& button, const QColor& highli
 
 // On X11 it is in the display's dots per inch already.
 void growLetters() {
-  const Value factor = setting("org.gnome.desktop.interface", "text-scaling-factor");
+  const auto settings = Settings::open(interfaceSchema);
+  const auto factor = settings ? settings->number("text-scaling-factor") : std::nullopt;
   if (!factor || !QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
     return;
   QFont font = QApplication::font();
-  font.setPointSizeF(font.pointSizeF() * g_variant_get_double(factor.get()));
+  font.setPointSizeF(QFontInfo(font).pointSizeF() * *factor);
   QApplication::setFont(font);
 }
 

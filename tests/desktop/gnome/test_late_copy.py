@@ -1,48 +1,36 @@
 """A copy that lands long after the capture is over leaves the clipboard to its user, on GNOME too."""
 
-import random
 import signal
-import time
 
 import pytest
-from driver import SPEAK
+from late_copies import COPIED, MOMENT, TEXT, end_after, has_copied, moments, press_until_asked
 from session import wait_until
 
-TEXT = "copied too late"
-COPIED = "what the user had copied"
 
-
-@pytest.fixture(params=[0.6, 1.5, 3])
+@pytest.fixture
 def bare_field(request, desktop, build):
+    """Whose parameter is after how many seconds it copies."""
     return desktop.open_bare_field(build, TEXT, request.param, QT_QPA_PLATFORM="xcb")
 
 
-def press(desktop):
-    desktop.own("clipboard", COPIED)
-    since = desktop.session.log("qt6_field.log").count("asked")
-    desktop.key(SPEAK)
-    wait_until(lambda: desktop.session.log("qt6_field.log").count("asked") > since, 10,
-               "the copy command")
-
-
+@pytest.mark.parametrize("bare_field", [0.6, 1.5, 3], indirect=True)
 def test_what_was_there_comes_back_however_late_the_copy_is(granted, desktop, engine):
     since = engine.mark()
-    press(desktop)
-    wait_until(lambda: desktop.titled("Qt 6 field, copied 1"), 15, "the copy")
+    desktop.own("clipboard", COPIED)
+    press_until_asked(desktop)
+    has_copied(desktop)
     wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
     assert engine.requests("/speak", since) == []
 
 
-# As on the other desktops; the busy times are those above.
+# Of the seeds of other desktops those with a copy well before the end, or well after it.
+@pytest.mark.parametrize(("bare_field", "after"), map(moments, [1, 3, 4, 7]), indirect=["bare_field"])
 @pytest.mark.parametrize("number", [signal.SIGTERM, signal.SIGKILL])
-def test_whenever_tavin_ends_only_a_copy_that_comes_later_stays(granted, desktop, number):
-    press(desktop)
-    time.sleep(random.Random(int(number)).uniform(0, 3))
-    granted.quit(number)
-    ended = time.monotonic()
-    wait_until(lambda: desktop.titled("Qt 6 field, copied 1"), 15, "the copy")
-    before = ended - float(desktop.session.log("qt6_field.log").rpartition("copied at ")[2])
-    if before > 0.3:
+def test_whenever_tavin_ends_only_a_copy_that_comes_later_stays(granted, desktop, number, after):
+    desktop.own("clipboard", COPIED)
+    press_until_asked(desktop)
+    before = end_after(granted, desktop, number, after)
+    if before > MOMENT:
         assert desktop.clipboard_text() != TEXT
-    elif before < -0.3:
+    elif before < -MOMENT:
         assert desktop.clipboard_text() == TEXT

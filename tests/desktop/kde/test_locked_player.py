@@ -1,5 +1,7 @@
 """The player on Plasma's locked screen."""
 
+import glob
+
 import pytest
 from accessible import Tree
 from kwin_desktop import KwinDesktop
@@ -7,7 +9,6 @@ from kwin_session import KwinSession
 from own_engine import post, status, tavin_with_its_engine, wait_for
 from session import wait_until
 
-GREETER = "/usr/lib/x86_64-linux-gnu/libexec/kscreenlocker_greet"
 TEXT = "One is read" + " and on and on" * 20 + ". Two is read. Three is read."
 BUTTONS = {"previous": "Previous track", "play": "Play or Pause media", "next": "Next track"}
 
@@ -25,6 +26,11 @@ def desktop(session):
     programs.close()
 
 
+def greeter():
+    path, = glob.glob("/usr/lib/*/libexec/kscreenlocker_greet")
+    return path
+
+
 @pytest.fixture
 def locked(desktop, build):
     """What the screen shows while it is locked, without the lock: that takes a session of logind's."""
@@ -33,7 +39,7 @@ def locked(desktop, build):
         post("/toggle-pause")
         wait_for("paused")
         tree = Tree(desktop.session)  # First: programs ask at their start whether anybody listens.
-        desktop.start([GREETER, "--testing"])
+        desktop.start([greeter(), "--testing"])
         yield LockedScreen(desktop, tree)
         post("/stop")
         wait_for("idle")

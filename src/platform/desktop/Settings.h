@@ -5,15 +5,17 @@
 #include <memory>
 #include <optional>
 
-// As GLib has them. NOLINTBEGIN(bugprone-reserved-identifier,modernize-use-using)
+// As GLib has them, which needs QT_NO_KEYWORDS.
+// NOLINTBEGIN(bugprone-reserved-identifier,modernize-use-using)
 typedef struct _GSettings GSettings;
 typedef struct _GSettingsSchema GSettingsSchema;
+typedef struct _GVariant GVariant;
 // NOLINTEND(bugprone-reserved-identifier,modernize-use-using)
 
-namespace tavin::gnome {
+namespace tavin::desktop {
 
-// The settings of one schema. Reading never waits; writing is carried out soon after. Main thread,
-// except where said.
+// GNOME's settings of one schema. Reading never waits; writing is carried out soon after. Main
+// thread, except where said.
 class Settings {
  public:
   // None where the schema is not installed. A schema without a place of its own needs `path`;
@@ -27,7 +29,9 @@ class Settings {
   // Writes nothing where that is the value already: each write is news to whoever listens.
   void setString(const QString& key, const QString& value);
   void setStrings(const QString& key, const QStringList& value);
+  // False, and none, for settings of other types and for keys that are not there.
   bool flag(const QString& key) const;
+  std::optional<double> number(const QString& key) const;
   void reset(const QString& key);
 
   // Waits until what was written is stored; any thread. Not bounded.
@@ -36,10 +40,11 @@ class Settings {
  private:
   Settings(std::shared_ptr<GSettingsSchema> schema, std::shared_ptr<GSettings> settings)
       : schema_(std::move(schema)), settings_(std::move(settings)) {}
-  bool has(const QString& key) const;
+  using Value = std::unique_ptr<GVariant, void (*)(GVariant*)>;
+  Value value(const QString& key) const;  // None where there is no such key.
 
   std::shared_ptr<GSettingsSchema> schema_;
   std::shared_ptr<GSettings> settings_;
 };
 
-}  // namespace tavin::gnome
+}  // namespace tavin::desktop

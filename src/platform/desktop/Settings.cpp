@@ -1,14 +1,12 @@
-#include "platform/gnome/Settings.h"
+#include "platform/desktop/Settings.h"
 
 #include <gio/gio.h>
 
 #include <utility>
 #include <vector>
 
-namespace tavin::gnome {
+namespace tavin::desktop {
 namespace {
-
-using Variant = std::unique_ptr<GVariant, decltype(&g_variant_unref)>;
 
 std::shared_ptr<GSettingsSchema> lookUp(const QString& schema, const QString& folder) {
   GSettingsSchemaSource* source = g_settings_schema_source_get_default();
@@ -26,6 +24,11 @@ std::shared_ptr<GSettingsSchema> lookUp(const QString& schema, const QString& fo
   GSettingsSchema* found =
       source ? g_settings_schema_source_lookup(source, schema.toUtf8().constData(), TRUE) : nullptr;
   return found ? std::shared_ptr<GSettingsSchema>(found, g_settings_schema_unref) : nullptr;
+}
+
+template <typename Value>
+bool isOf(const Value& value, const GVariantType* type) {
+  return value && g_variant_is_of_type(value.get(), type) != FALSE;
 }
 
 }  // namespace
@@ -51,22 +54,22 @@ QStringList Settings::keys() const {
   return keys;
 }
 
-bool Settings::has(const QString& key) const {
-  return g_settings_schema_has_key(schema_.get(), key.toUtf8().constData());
+// GLib ends the program that asks for a key that is not there.
+Settings::Value Settings::value(const QString& key) const {
+  const QByteArray name = key.toUtf8();
+  const bool has = g_settings_schema_has_key(schema_.get(), name.constData()) != FALSE;
+  return {has ? g_settings_get_value(settings_.get(), name.constData()) : nullptr, g_variant_unref};
 }
 
 QStringList Settings::strings(const QString& key) const {
-  if (!has(key))
-    return {};
-  const Variant value(g_settings_get_value(settings_.get(), key.toUtf8().constData()),
-                      g_variant_unref);
-  if (g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING))
-    return {QString::fromUtf8(g_variant_get_string(value.get(), nullptr))};
-  if (!g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING_ARRAY))
+  const Value found = value(key);
+  if (isOf(found, G_VARIANT_TYPE_STRING))
+    return {QString::fromUtf8(g_variant_get_string(found.get(), nullptr))};
+  if (!isOf(found, G_VARIANT_TYPE_STRING_ARRAY))
     return {};
   gsize count = 0;
   const std::unique_ptr<const gchar*, decltype(&g_free)> texts(
-      g_variant_get_strv(value.get(), &count), g_free);
+      g_variant_get_strv(found.get(), &count), g_free);
   QStringList list;
   for (gsize i = 0; i < count; ++i) list << QString::fromUtf8(texts.get()[i]);
   return list;
@@ -88,7 +91,15 @@ void Settings::setStrings(const QString& key, const QStringList& value) {
 }
 
 bool Settings::flag(const QString& key) const {
-  return has(key) && g_settings_get_boolean(settings_.get(), key.toUtf8().constData()) != FALSE;
+  const Value found = value(key);
+  return isOf(found, G_VARIANT_TYPE_BOOLEAN) && g_variant_get_boolean(found.get()) != FALSE;
+}
+
+std::optional<double> Settings::number(const QString& key) const {
+  const Value found = value(key);
+  if (!isOf(found, G_VARIANT_TYPE_DOUBLE))
+    return std::nullopt;
+  return g_variant_get_double(found.get());
 }
 
 void Settings::reset(const QString& key) {
@@ -97,4 +108,4 @@ void Settings::reset(const QString& key) {
 
 void Settings::sync() { g_settings_sync(); }
 
-}  // namespace tavin::gnome
+}  // namespace tavin::desktop
