@@ -195,6 +195,8 @@ TEST_F(LoopbackSessionTest, RefusalOfABodyThatIsNotTakenIsHeard) {
   const BareListener listener;
   const auto refusal = std::async(std::launch::async, [&] {
     const int connection = listener.accept();
+    char first = 0;  // So that who we are was looked at.
+    ::recv(connection, &first, 1, 0);
     const std::string_view answer = "HTTP/1.1 413 Too Large\r\nContent-Length: 0\r\n\r\n";
     ::send(connection, answer.data(), answer.size(), MSG_NOSIGNAL);
     ::close(connection);
