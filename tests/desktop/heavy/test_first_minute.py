@@ -131,7 +131,8 @@ def is_started(session, prefix):
 
 
 def quit_from_the_menu(session, menu):
-    menu.choose("Quit Tavin")
+    with contextlib.suppress(GLib.GError):  # It may be gone before it has answered.
+        menu.choose("Quit Tavin")
     wait_until(lambda: process(session) is None, 10, "Tavin's end")
     wait_until(lambda: own_engine.status() is None, 10, "the engine's end")
 
