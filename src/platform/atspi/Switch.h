@@ -27,4 +27,5 @@ QString switchOwner(const QDBusConnection& bus, Deadline deadline);
 // Whether it is on afterwards. A service that is late gets the request once it wakes up. The screen
 // reader's own switch is another one and stays as it is.
 bool turnSwitchOn(const QDBusConnection& bus, Deadline deadline);
+
 }  // namespace tavin::atspi

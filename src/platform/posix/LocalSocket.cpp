@@ -9,8 +9,8 @@ LocalAddress::LocalAddress(std::string_view name) {
     return;
   address_.sun_family = AF_UNIX;
   name.copy(address_.sun_path, name.size());
-  const std::size_t end =
-      name.front() == '\0' ? 0 : 1;  // A path's zero; an abstract name has none.
+  // A path ends with a zero, an abstract name does not.
+  const std::size_t end = name.front() == '\0' ? 0 : 1;
   size_ = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size() + end);
 }
 

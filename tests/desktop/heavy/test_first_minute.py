@@ -11,7 +11,7 @@ import subprocess
 
 import own_engine
 import pytest
-from gi.repository import GLib
+from gi.repository import Gio, GLib
 from gnome_desktop import NativeGnome
 from kwin_session import KwinSession
 from session import Session, stop, wait_until
@@ -131,8 +131,10 @@ def is_started(session, prefix):
 
 
 def quit_from_the_menu(session, menu):
-    with contextlib.suppress(GLib.GError):  # It may be gone before it has answered.
+    try:
         menu.choose("Quit Tavin")
+    except GLib.Error as error:  # It may be gone before it has answered.
+        assert error.matches(Gio.DBusError.quark(), Gio.DBusError.NO_REPLY), error
     wait_until(lambda: process(session) is None, 10, "Tavin's end")
     wait_until(lambda: own_engine.status() is None, 10, "the engine's end")
 
