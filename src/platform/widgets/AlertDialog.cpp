@@ -14,6 +14,7 @@
 #include <algorithm>
 
 #include "platform/desktop/DesktopName.h"
+#include "platform/widgets/DisplayServer.h"
 #include "platform/widgets/ProgramImage.h"
 
 namespace tavin::widgets {
@@ -114,8 +115,7 @@ QIcon programIcon() {
 // Wayland to its program, and Qt's has buttons to minimise and maximise whatever it is told.
 // GNOME's own alerts have no frame either.
 Qt::WindowFlags frame() {
-  if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")) &&
-      desktop::currentDesktops().contains(QLatin1String("GNOME"), Qt::CaseInsensitive))
+  if (isOnWayland() && desktop::isGnome())
     return Qt::FramelessWindowHint;
   return Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
 }

@@ -6,17 +6,14 @@
 
 #include "platform/desktop/DesktopName.h"
 #include "platform/desktop/Settings.h"
+#include "platform/widgets/DisplayServer.h"
 
 namespace tavin::widgets {
-
 namespace {
 
 using desktop::Settings;
 
-const QString interfaceSchema = QStringLiteral("org.gnome.desktop.interface");
-
-bool wantsDark() {
-  const auto settings = Settings::open(interfaceSchema);
+bool wantsDark(const std::optional<Settings>& settings) {
   return settings && settings->strings("color-scheme") == QStringList("prefer-dark");
 }
 
@@ -35,10 +32,9 @@ void setColours(const QColor& window, const QColor& button, const QColor& highli
 }
 
 // On X11 it is in the display's dots per inch already.
-void growLetters() {
-  const auto settings = Settings::open(interfaceSchema);
+void growLetters(const std::optional<Settings>& settings) {
   const auto factor = settings ? settings->number("text-scaling-factor") : std::nullopt;
-  if (!factor || !QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+  if (!factor || !isOnWayland())
     return;
   QFont font = QApplication::font();
   font.setPointSizeF(QFontInfo(font).pointSizeF() * *factor);
@@ -48,15 +44,16 @@ void growLetters() {
 }  // namespace
 
 void followGnomeLook() {
-  if (!desktop::currentDesktops().contains(QLatin1String("GNOME"), Qt::CaseInsensitive))
+  if (!desktop::isGnome())
     return;
-  const bool dark = wantsDark();
+  const auto settings = Settings::open("org.gnome.desktop.interface");
+  const bool dark = wantsDark(settings);
   if (wantsHighContrast())
     setColours(dark ? Qt::black : Qt::white, dark ? Qt::black : Qt::white,
                QColor(0x1a, 0x5f, 0xb4));
   else if (dark && !isDark(QApplication::palette()))
     setColours(QColor(0x30, 0x30, 0x30), QColor(0x44, 0x44, 0x44), QColor(0x35, 0x84, 0xe4));
-  growLetters();
+  growLetters(settings);
 }
 
 }  // namespace tavin::widgets

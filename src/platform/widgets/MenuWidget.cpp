@@ -6,6 +6,7 @@
 #include <QWindow>
 
 #include "platform/widgets/Contrast.h"
+#include "platform/widgets/DisplayServer.h"
 #include "platform/widgets/PopupGrab.h"
 
 namespace tavin::widgets {
@@ -99,7 +100,7 @@ void fillMenu(QMenu& widget, const std::vector<MenuLine>& lines,
 }
 
 void popUp(QMenu& widget, std::optional<QPoint> position) {
-  const bool asWindow = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+  const bool asWindow = isOnWayland();
   if (asWindow)
     makeWindow(widget);
   widget.popup(position.value_or(QCursor::pos()));

@@ -40,11 +40,11 @@ def voices_in(path):
 
 def voice_of(match):
     """ "bf_emma" is Emma, a woman who speaks British English."""
-    language, sex, name = match.groups()
+    _, sex, name = match.groups()
     return {
         "id": match[0],
         "name": name.replace("_", " ").title(),
-        "language": LANGUAGES[language],
+        "language": language_of(match[0]),
         "traits": SEXES[sex],
         "best": match[0] in BEST,
     }

@@ -10,6 +10,7 @@ CLOSE = re.compile(
     rf"(?:(?:{NUMBERS}|\[[a-h]\])(?:[–-](?=\[\d))?)+(?!\(|\w|\.\w|\[\d| ?=)"
 )
 SERIES = re.compile(rf"({NUMBERS})(?:, ?{NUMBERS})+")
+NOTED = re.compile(r"[^\W\d_]|[.!?]")  # what a note stands right behind
 CLAUSE_END = re.compile(r"[.,;:)!?\"”»]|\s*$")
 APART = re.compile(rf"(?<=[\w\"”»’')%]) (?:{NUMBERS})+(?=[.;)]|,(?! ?\[\d)|$)")
 MISSING = re.compile(r" ?\[(?:citation needed|réf\. (?:nécessaire|souhaitée)|cita requerida|Beleg fehlt)\]")
@@ -36,9 +37,9 @@ def say(line, _words):
 
 def series(found):
     """What stands behind a word, as one: "[12], [13]"; but not "options [1], [2] or [3]"."""
-    before = found.string[: found.start()]
-    apart = before.endswith(" ") and before[-2:-1].isalnum() and CLAUSE_END.match(found.string, found.end())
-    return found[1] if apart or re.search(r"[^\W\d_]$|[.!?]$", before) else found[0]
+    before = found.string[max(0, found.start() - 2) : found.start()]
+    apart = before.endswith(" ") and before[:-1].isalnum() and CLAUSE_END.match(found.string, found.end())
+    return found[1] if apart or NOTED.match(before[-1:]) else found[0]
 
 
 def close(found):
@@ -48,7 +49,7 @@ def close(found):
 
 def apart(found):
     word = word_before(found).lower()
-    return found[0] if word in NEED_ONE or word.isdigit() and not found.string[: found.start() - len(word)].endswith("-") else ""
+    return found[0] if word in NEED_ONE or word.isdigit() and not found.string.endswith("-", 0, found.start() - len(word)) else ""
 
 
 def word_before(found):

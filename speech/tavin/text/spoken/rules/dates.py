@@ -58,7 +58,7 @@ def say(sentence, words):
     sentence = LIVED.sub(lambda found: lived(found, words), sentence)
     if words.short_months:
         before, behind = short_months(words.locale)
-        of = words.of_date.lstrip() if words.of_date != " " else ""
+        of = words.of_date.lstrip()
         sentence = behind.sub(lambda found: f"{of}{words.short_months[found[1]]}{words.of_date.rstrip()}", sentence)
         sentence = before.sub(lambda found: words.short_months[found[1]], sentence) if words.language == "en" else sentence
     if words.signs:  # of the languages whose order of day and month is known here
@@ -83,12 +83,16 @@ def from_iso(date, words):
 def from_numbers(date, words):
     one, other = int(date[1]), int(date[3])
     day, month = (other, one) if words.month_first and one <= 12 or other > 12 else (one, other)
-    return spoken(day, month, date[4], words) if 1 <= month <= 12 and 1 <= day <= 31 else date[0]
+    return if_one(date, day, month, date[4], words)
 
 
 def without_year(date, words):
     day, month = (int(date[2]), int(date[1])) if words.month_first else (int(date[1]), int(date[2]))
-    return spoken(day, month, "", words) if 1 <= month <= 12 and 1 <= day <= 31 else date[0]
+    return if_one(date, day, month, "", words)
+
+
+def if_one(date, day, month, year, words):
+    return spoken(day, month, year, words) if 1 <= month <= 12 and 1 <= day <= 31 else date[0]
 
 
 def lived(found, words):

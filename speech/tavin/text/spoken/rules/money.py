@@ -20,6 +20,7 @@ OPENING = re.compile(r"(?<!\d)(?<!\d )\$(?=[^\s\d])|$")  # of a formula, maybe
 NO_CENTS = re.compile(r"(?<=\d),[-–—]{1,2}(?= ?(?:€|EUR|Euro)(?!\w))")
 CENTS = re.compile(r"(?<![\w.,])(\d{1,3}) ?¢")
 PARTS = re.compile(r"(.*\d)[.,](\d\d)")
+WORD = re.compile(r"\w{0,8}")
 
 
 @functools.cache
@@ -29,7 +30,6 @@ def patterns(scales):
     before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|({CODES}) )({NUMBER}){scale}(?![\w%])(/(?=[^\W\d_]))?"
     after = rf"(?<![\w.,^])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)(/(?=[^\W\d_]))?"
     return re.compile(before), re.compile(after)
-WORD = re.compile(r"\w{0,8}")
 
 
 def say(sentence, words):

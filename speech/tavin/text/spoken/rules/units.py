@@ -44,7 +44,7 @@ PER = {"km²": "square-kilometer", "km2": "square-kilometer", "m²": "square-met
        "kg": "kilogram", "km": "kilometer", "kWh": "kilowatt-hour", "h": "hour", "min": "minute", "l": "liter", "ha": "hectare"}
 COUNTED = re.compile(r"\d[\d.,]*(?: ?[^\W\d_]+\.?){0,3}$")  # "max/min" is no amount
 LONGEST_COUNTED = 60
-SHORT_PER = {"mo": "month", "yr": "year", "hr": "hour", "wk": "week"}
+ENGLISH_PER = {**PER, "mo": "month", "yr": "year", "hr": "hour", "wk": "week"}
 AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}(?:(?<=min)\.(?= [a-zà-ÿ]))?")
 ENGLISH_AMOUNT = re.compile(rf"(?<![\w.,/])()({NUMBER})( ?)({any_of(ENGLISH)}){NOTHING_MORE}(?:\.(?!\s*$))?")
 # As in "a 14-oz. can".
@@ -64,24 +64,24 @@ def say(sentence, words):
     if words.language == "fr":
         sentence = FRENCH_AMOUNT.sub(lambda amount: named(amount, FRENCH, words), sentence)
     if words.language == "en":
-        sentence = WITH_HYPHEN.sub(lambda amount: f"{amount[1]}-{one_of(unit_named(amount[2]), words)}", sentence)
+        sentence = WITH_HYPHEN.sub(lambda amount: f"{amount[1]}-{without_number(unit_named(amount[2]), words)}", sentence)
         sentence = ENGLISH_AMOUNT.sub(lambda amount: named(amount, ENGLISH, words), sentence)
     if not words.names_units:
         return sentence
     if words.language in MILLIONS:
         sentence = MILLION.sub(MILLIONS[words.language], sentence)
-    sentence = MANY.sub(lambda found: f"{found[1]} {many_of(UNITS[found[2]], words)}", sentence)
+    sentence = MANY.sub(lambda found: f"{found[1]} {without_number(UNITS[found[2]], words, '2')}", sentence)
     sentence = AMOUNT.sub(lambda amount: spoken(amount, words), sentence)
     if not words.per:
         return sentence
-    known = {**PER, **SHORT_PER} if words.language == "en" else PER
+    known = ENGLISH_PER if words.language == "en" else PER
     return strokes(words.per, tuple(known)).sub(lambda unit: for_each(unit, known, words), sentence)
 
 
 def for_each(unit, known, words):
     before = unit.string[max(0, unit.start() - LONGEST_COUNTED) : unit.start()]
     is_stroke = unit[0][0] == "/"
-    return unit[0] if is_stroke and not COUNTED.search(before) else f" {words.per} {one_of(known[unit[1]], words)}"
+    return unit[0] if is_stroke and not COUNTED.search(before) else f" {words.per} {without_number(known[unit[1]], words)}"
 
 
 def spoken(amount, words):
@@ -100,13 +100,9 @@ def unit_named(short):
     return NAMES.get(short) or UNITS.get(short) or ENGLISH[short]
 
 
-def one_of(unit, words):
-    """Its name without a number."""
-    return with_unit("1", icu.MeasureUnit.forIdentifier(unit), words).removeprefix("1").strip()
-
-
-def many_of(unit, words):
-    return with_unit("2", icu.MeasureUnit.forIdentifier(unit), words).removeprefix("2").strip()
+def without_number(unit, words, number="1"):
+    """Its name as it stands behind such a number."""
+    return with_unit(number, icu.MeasureUnit.forIdentifier(unit), words).removeprefix(number).strip()
 
 
 @functools.cache
