@@ -7,19 +7,23 @@ import icu
 
 from tavin.text.spoken.languages import words_of
 
-LOOKED_AT = 16  # code points at a sentence's end
+LOOKED_AT = 20  # code points at a sentence's end
 
 # What ICU does not know of. They stand before a name or the like, seldom at a sentence's end; a
 # single capital before a stop is an initial.
 ABBREVIATION = re.compile(
-    r"(?:\b(?:Dr|Mr|Mrs|Ms|Mme|Prof|Gen|Sen|Gov|St|Fig|Hr|Fr|vs|cf|e\. ?g|i\. ?e)"
+    r"(?:\b(?:Dr|Drs|Dra|Mr|Mrs|Ms|Messrs|Mme|Mlle|Prof|Gen|Adm|Col|Capt|Cmdr|Maj|Lt|Sgt|Rev|Sen|Gov|Pres|St|Ft|Mt|Fig|Hr|Fr"
+    r"|Sra|Srta|Dhr|Mevr|vs|cf|e\. ?g|i\. ?e)"
     r"|(?:^|[\s.(])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
 )
 TITLE = re.compile(r"(?:^|[,|;(] )Sr\. ?$")  # "Sr. Engineer"; behind a name it may end a sentence
+OTHER_TITLE = re.compile(r"\b(?:Sr|[Ss]igg?|[Dd]ott|[Ii]ng|[Aa]vv)\. ?$")  # in other languages no name is before it
 AGAINST = re.compile(r"[^\W\d_]\.? v\. ?$")
 GERMAN = re.compile(r"(?:\b(?:bzw|bzgl|ggü|max|med|dent|jur|phil)|(?:^|[\s.])[a-zäöü])\. ?$")
 # Though in English a sentence seems to begin: "near Main St. He is", "in the U.S. The".
-NAME_END = re.compile(r"(?:[A-Z][a-z]+ St|\b[A-Z]\.[A-Z])\. ?$")
+NAME_END = re.compile(r"(?:[A-Z][a-z]+ St|\b[A-Z]\.[A-Z]|[a-z\d] [A-Z])\. ?$")
+STREET = re.compile(r"(?:St|Ave|Blvd|Rd|Dr|Ln|Pkwy)\. ?$")
+QUARTER = re.compile(r"(?:[NS][EW]?|[EW])\b")  # of a town
 ENGLISH_BEGIN = re.compile(
     r"(?:He|She|It|They|We|You|I|The|This|That|These|There|In|On|At|But|And|His|Her|Its|Their|My|Our|Then|When|If)\b"
 )
@@ -31,9 +35,10 @@ DAY = re.compile(
 # And these before a number.
 COUNTED = re.compile(
     r"\b(?:[Nn]o|Nr|pp?|[Vv]ol|[Cc]h|[Cc]hap|[Ss]ec|[Ee]q|[Aa]rt|[Aa]pprox|[Cc]a|est"
-    r"|Bd|Kap|Abb|Tab|Ziff|S)\. ?$"
+    r"|Cor|Thess|Rom|Matt|Eph|Heb|Ps|[Vv]ols|cls?|paras?|Apt|Ste|Bd|Kap|Abb|Tab|Ziff|S)\. ?$"
 )
-ROMAN = re.compile(r"(?!I\b)[IVXL]+\b")
+LETTERED = re.compile(r"#\d|[A-Z]\.?-?\d{2}")
+ROMAN = re.compile(r"(?!I\b(?!–))[IVXL]+\b")
 COMPANY = re.compile(r"\b(?:Corp|Inc|Ltd|Co|plc|LLC)\. ?$")
 WORD = re.compile(r"(?:^|\s)[(\[\"'“„«]*(\S+) ?$")
 ORDINAL = re.compile(r"\b(?:\d{1,2}|[IVX]{1,6})\. ?$")
@@ -44,7 +49,7 @@ GERMAN_MONTH = re.compile(
 # Of a noun after an article or the like, unless a sentence seems to begin: "im 3. Stock", but "am 3. Es regnete".
 GERMAN_ORDINAL = re.compile(
     r"\b(?:[Aa]m|[Ii]m|[Vv]om|[Zz]um|[Zz]ur|[Bb]eim|[Dd](?:er|ie|as|em|en|es)|[Ee]in(?:en?|em|er)"
-    r"|[Jj]ede[mnrs]?|(?:[Ss]ein|[Ii]hr|[Mm]ein|[Uu]nser)(?:e[mnrs]?)?) \d{1,3}\. ?$"
+    r"|[Jj]ede[mnrs]?|(?:[Ss]ein|[Ii]hr|[Mm]ein|[Uu]nser)(?:e[mnrs]?)?) (?:\d{1,2}\. (?:und|oder|bis) )?\d{1,3}\. ?$"
 )
 GERMAN_BEGIN = re.compile(
     r"(?:Er|Sie|Es|Wir|Ich|Ihr|Du|Man|Das|Die|Der|Den|Dem|Des|Dies\w*|Ein\w*|Kein\w*|Dann|Danach|Da|Dort|Dabei|Doch|Um|Am"
@@ -94,17 +99,23 @@ class Segmenter:
             return True
         if self._english and after[0].isupper() and (TITLE.search(before) or AGAINST.search(before)):
             return True
+        if not self._english and OTHER_TITLE.search(before):
+            return True
+        if self._english and QUARTER.match(after) and STREET.search(before):
+            return True
         if ABBREVIATION.search(before) or self._german and GERMAN.search(before):
             return True
         if any(before.endswith(begin) and after.startswith(end) for begin, end in self._parted):
             return True
         if after[0] == "(" and COMPANY.search(before):
             return True
-        is_counted = word and word[1] in self._counted
+        is_counted = word and word[1] in self._counted or bool(COUNTED.search(before))
         if ROMAN.match(after) and (is_counted or f" {before.rstrip()}".endswith(self._before_numeral)):
             return True
+        if LETTERED.match(after) and is_counted:
+            return True
         if after[0].isdigit() or after[0] == "(" and after[1:2].isdigit() and is_counted:
-            return bool(COUNTED.search(before) or is_counted or word and word[1].endswith(self._compounds))
+            return bool(is_counted or word and word[1].endswith(self._compounds))
         if after[0] in "/=;" or after[0] == "+" and before[-1] == ".":  # "3./4. Mai", "a != b", "3 p.m.; then", "45.+2"
             return True
         # The end of what was said; without the blank it may open in German.

@@ -3,17 +3,23 @@ sentence."""
 
 import re
 
+NOTE = r"\[(?:(?:nb|note|Note|n|Anm\.|A) \d{1,3}|\^\w{0,20}\d)\]"
+PAGES = r":(?: ?\d{1,4}(?:[–-]\d{1,4})?)(?=[\s,;]|\.?$)"  # of the source
+EDIT = re.compile(r"(?<=\w)\[(?:edit|edit source|Bearbeiten|editar|modifier)\]\s*$")
 NUMBERS = r"\[[1-9]\d{0,2}(?:[ ,;–-]{1,2}\d{1,3}){0,20}\]"
 # In no subscript, list or option: those are read.
 CLOSE = re.compile(
     rf"(?:(?<=\w\w)|(?<=[^(]\))|(?<=[^\s\[\]][.,;!?\"”»’'…%])|(?<=[\w)]:)|(?<=[\w.,;:!?)]\*\*))"
-    rf"(?:(?:{NUMBERS}|\[[a-h]\])(?:[–-](?=\[\d))?)+(?!\(|\w|\.\w|\[\d| ?=)"
+    rf"(?:(?:{NUMBERS}|\[[a-h]\]|{NOTE})(?:[–-](?=\[\d))?)+(?!\(|\w|\.\w|\[\d| ?=)(?P<pages>{PAGES})?"
 )
 SERIES = re.compile(rf"({NUMBERS})(?:, ?{NUMBERS})+")
 NOTED = re.compile(r"[^\W\d_]|[.!?]")  # what a note stands right behind
 CLAUSE_END = re.compile(r"[.,;:)!?\"”»]|\s*$")
 APART = re.compile(rf"(?<=[\w\"”»’')%]) (?:{NUMBERS})+(?=[.;)]|,(?! ?\[\d)|$)")
-MISSING = re.compile(r" ?\[(?:citation needed|réf\. (?:nécessaire|souhaitée)|cita requerida|Beleg fehlt)\]")
+MISSING = re.compile(
+    r" ?\[(?:(?:citation|clarification) needed|(?:who|when|which|where)\?|réf\. (?:nécessaire|souhaitée)|cita requerida"
+    r"|Beleg fehlt)\]"
+)
 NAME = re.compile(r"[._\d]|[a-z][A-Z]")  # of a program's variable
 WORD = re.compile(r"[\w.]*\w$")
 LONGEST_WORD = 40
@@ -24,15 +30,27 @@ NEED_ONE = ROWS | frozenset(  # they would say nothing without what is in the br
     " en por ver véase también es según".split()
 )
 # After a word, not after a unit or a letter, which they square.
-RAISED = re.compile(r"(?:(?<=[^\W\d_]{3})|(?<=[.,;:!?)\"”»’']))[¹²³⁰⁴-⁹]{1,3}(?![\w⁻⁺])")
+FUNCTION = r"(?<!\b(?:sin|cos|tan|cot|sec|csc|log|exp))(?<!\b(?:sinh|cosh|tanh))(?<=[^\W\d_½¼¾]{3})(?<!/sec)"
+RAISED = re.compile(rf"(?:{FUNCTION}|(?<=[.,;:!?)\"”»’']))[¹²³⁰⁴-⁹]{{1,3}}(?![\w⁻⁺])")
+# What is in brackets is raised to a power: "(1 + r)³", "(x)²"; no word, no year.
+TERM = re.compile(
+    r"\((?:[^()]{0,60} [+−×·] [^()]{0,60}|(?![^()]*[^\W\d_]{4})[^()]{0,60} [-*/] [^()]{0,60}"
+    r"|[^\W_]{1,2}(?:[-+−*/×·][^\W_]{1,3}){0,6})\)$"
+)
+LONGEST_TERM = 130
 DAGGER = re.compile(r"(?<=[\w.,;:!?)\"”])[†‡]+")
 
 
 def say(line, _words):
     if "[" in line:
         line = SERIES.sub(series, MISSING.sub("", line))
-        line = APART.sub(apart, CLOSE.sub(close, line))
-    return DAGGER.sub("", RAISED.sub("", line))
+        line = EDIT.sub("", APART.sub(apart, CLOSE.sub(close, line)))
+    return DAGGER.sub("", RAISED.sub(raised, line))
+
+
+def raised(found):
+    before = found.string[max(0, found.start() - LONGEST_TERM) : found.start()]
+    return found[0] if before.endswith(")") and TERM.search(before[before.rfind("(") :]) else ""
 
 
 def series(found):
@@ -44,7 +62,9 @@ def series(found):
 
 def close(found):
     word = word_before(found)
-    return found[0] if word in ROWS or NAME.search(word) and not word.isdigit() else ""
+    if word in ROWS or NAME.search(word) and not word.isdigit():
+        return found[0]
+    return found["pages"] or "" if word else ""  # "item[1]: 5" has none
 
 
 def apart(found):

@@ -42,7 +42,8 @@ WORDS = Words(
     scored=r"\b(?:gewann|gewinnt|gewonnen|verlor|verliert|verloren|siegte?|besiegte?|schlug|führte?|endete|Sieg"
            r"|Niederlage|Spiel|Tore?|Endstand|unentschieden)\b",
     numbered=r"(?:\w*(?:nummern?|rechnung(?:en)?|bestellung(?:en)?|formular|aktenzeichen)|nr|az|auftrag|aufträge|akte|fall|tel"
-             r"|telefon|fax|konto|vertrag|modell|artikel|raum|zimmer|flug|vorgang|beleg|ticket|antrag|police|code|id)",
+             r"|telefon|fax|konto|vertrag|modell|artikel|raum|zimmer|flug|vorgang|beleg|ticket|antrag|police|code|id"
+             r"|issn|isbn)",
     squared="Quadrat",
     cubed="hoch drei",
     power="hoch",
@@ -91,7 +92,8 @@ WORDS = Words(
         "i.V.m.": "in Verbindung mit", "z. Hd.": "zu Händen", "z.Hd.": "zu Händen", "n. V.": "nach Verlängerung",
         "i. E.": "im Elfmeterschießen", "i. V.": "in Vertretung", "o. g.": "oben genannte", "u.": "und", "od.": "oder",
         "zw.": "zwischen", "wg.": "wegen", "einschl.": "einschließlich", "exkl.": "exklusive", "abzgl.": "abzüglich",
-        "Lt.": "Laut", "Ca.": "Circa", "Ggf.": "Gegebenenfalls", "Hrsg.": "Herausgeber", "Verf.": "Verfasser",
+        "Lt.": "Laut", "Ca.": "Circa", "Ggf.": "Gegebenenfalls", "Hrsg.": "Herausgeber", "Tsd.": "tausend", "gez.": "gezeichnet",
+        "Urt.": "Urteil", "Az.": "Aktenzeichen", "Verf.": "Verfasser",
         "ff.": "folgende", "bspw.": "beispielsweise", "Fa.": "Firma", "Pck.": "Päckchen", "Pkg.": "Packung",
         "Hbf": "Hauptbahnhof", "MwSt.": "Mehrwertsteuer", "MwSt": "Mehrwertsteuer", "Whg.": "Wohnung",
         "verh.": "verheiratet", "geschl.": "geschlossen", "Einw.": "Einwohner", "Apr.": "April", "med.": "med",
@@ -108,6 +110,7 @@ WORDS = Words(
         "v.a.": "vor allem", "v. a.": "vor allem", "u.U.": "unter Umständen", "u. U.": "unter Umständen",
         "m.E.": "meines Erachtens", "m. E.": "meines Erachtens", "Dr.": "Doktor", "Prof.": "Professor",
         "Hr.": "Herr", "St.": "Sankt",
+        "v. u. Z.": "vor unserer Zeit", "n. u. Z.": "nach unserer Zeit", "u. Z.": "unserer Zeit",
         "v. Chr.": "vor Christus", "v.Chr.": "vor Christus", "n. Chr.": "nach Christus", "n.Chr.": "nach Christus",
         "Str.": "Straße", "Jh.": "Jahrhundert", "Tel.": "Telefon", "Mio.": "Millionen", "Mrd.": "Milliarden",
         "ca.": "circa", "max.": "maximal", "min.": "mindestens", "mind.": "mindestens", "sog.": "sogenannte",
@@ -126,12 +129,13 @@ WORDS = Words(
     after_number={
         "EL": ("Esslöffel", "Esslöffel"), "TL": ("Teelöffel", "Teelöffel"), "f.": ("folgende", "folgende"),
         "OG": ("Obergeschoss", "Obergeschoss"), "UG": ("Untergeschoss", "Untergeschoss"), "J.": ("Jahr", "Jahre"),
+        "dB": ("Dezibel", "Dezibel"),
         "Min": ("Minute", "Minuten"), "Min.": ("Minute", "Minuten"), "Sek.": ("Sekunde", "Sekunden"),
     },
     compounds={"str.": "straße", "nr.": "nummer"},
     going_on=frozenset(
         "Lt. lt. ca. Ca. zw. wg. inkl. exkl. zzgl. abzgl. einschl. mind. max. od. u. d. Anm. Pck. Pkg. Gl. Hrsg. Rn. Fa. evtl."
-        " ggf. ff. sog. gem. bspw.".split()
+        " ggf. ff. sog. gem. bspw. Tsd. gez. Hrn. Az. Urt.".split()
     ),
     born=("geboren am", "geboren"),
     died=("gestorben am", "gestorben"),

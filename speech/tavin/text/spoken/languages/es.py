@@ -104,6 +104,7 @@ WORDS = Words(
     queen="{}",
     queen_set="%spellout-ordinal-feminine",
     abbreviations={
+        "a. m.": "A M", "p. m.": "P M", "a.m.": "A M", "p.m.": "P M",
         "RR. HH.": "recursos humanos", "RR.HH.": "recursos humanos", "FF. AA.": "Fuerzas Armadas", "FF.AA.": "Fuerzas Armadas",
         "CC. OO.": "Comisiones Obreras", "CC.OO.": "Comisiones Obreras", "s/n": "sin número", "Pza.": "Plaza", "pza.": "plaza",
         "P. D.": "Posdata", "P.D.": "Posdata", "izda.": "izquierda", "dcha.": "derecha", "izq.": "izquierda",

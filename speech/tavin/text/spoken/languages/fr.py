@@ -118,7 +118,7 @@ WORDS = Words(
     },
     before_number={
         "no": "numéro", "les nos": "les numéros", "des nos": "des numéros", "N°s": "numéros", "n°s": "numéros",
-        "Art.": "Article", "th.": "thermostat",
+        "Art.": "Article", "Vol.": "Volume", "vols.": "volumes", "th.": "thermostat",
         "éq.": "équation", "ch.": "chapitre", "arts.": "articles",
         "n°": "numéro", "N°": "numéro", "nº": "numéro", "p.": "page", "pp.": "pages", "vol.": "volume",
         "fig.": "figure", "chap.": "chapitre", "art.": "article", "al.": "alinéa", "éd.": "édition",

@@ -20,6 +20,7 @@ from tavin.text.spoken.rules import (
     signs,
     times,
     units,
+    verses,
     weekdays,
     years,
 )
@@ -28,6 +29,6 @@ from tavin.text.spoken.rules import (
 # the more particular first; signs last, when what they belong to is known.
 RULES = (
     *(links, mail, keys, paths, emoji),
-    *(phones, numerals, weekdays, dates, times, fractions, ranges, years, money, units, ordinals),
+    *(phones, verses, numerals, weekdays, dates, times, fractions, ranges, years, money, units, ordinals),
     *(abbreviations, initials, signs, acronyms, identifiers),
 )

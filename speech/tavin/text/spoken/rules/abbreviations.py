@@ -9,8 +9,12 @@ from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.numerals import NUMERAL, value
 
 STREET = re.compile(r"(?<=[a-z\d] )St\.(?=,|(\s*$)| (?:[a-z]|[NSEW]\b))")
+FORT = re.compile(r"(?<![\d.] )(?<!Sq )\bFt\. (?=[A-Z][a-z])")  # no feet
+DRIVE = re.compile(r"(\b\d{1,5} (?:[NSEW]\.? )?(?:[A-Z][a-z]+ ){1,2})Dr\.(?=,|(\s*$)| (?:[a-z]|[NSEW]\b))")
+FOUNDED = re.compile(r"\best\. (?=(?:1[5-9]|20)\d\d(?:[),;]|\.?\s*$))")  # in that year
 WOMAN = re.compile(r"(?<!bis )(?<![\w.-])Fr\. (?=[A-ZÄÖÜ])")  # no Friday
 CORDIALLY = re.compile(r"(?:^|(?<=[Bb]ien )|(?<=[.!,] ))Cdt(?=,|[.!]?\s*$)", re.MULTILINE)  # no commander
+LAWYER = re.compile(r"(?<![\w.'’-])Me (?=[A-ZÀ-Þ][a-zà-ÿ])")
 ONE_HOUR = re.compile(r"(?:(?<![\w.,:/½¼¾-])1|\b(?:[Ee]ine[nr]?|[Pp]ro|[Jj]ede[rn]?)) ?$")
 ANSWER = re.compile(r"\b(?:is|was|be|said|says?|answered) $")
 AGAINST = re.compile(r"(?<=[^\W\d_][\w.] )v\. (?=[A-Z][\w.])")  # of a case in court
@@ -27,11 +31,13 @@ def say(sentence, words):
     everywhere, before_number = patterns(tuple(words.abbreviations), tuple(words.before_number))
     if words.language == "en":
         sentence = AGAINST.sub("versus ", sentence)
+        sentence = FOUNDED.sub("established ", FORT.sub("Fort ", sentence))
+        sentence = DRIVE.sub(lambda found: f"{found[1]}Drive{'' if found[2] is None else '.'}", sentence)
         sentence = SAINT.sub("Saint ", STREET.sub(lambda found: "Street" if found[1] is None else "Street.", sentence))
     if words.language == "de":
         sentence = CLAUSE.sub(r"\1 Satz ", WOMAN.sub("Frau ", sentence))
     if words.language == "fr":
-        sentence = CORDIALLY.sub("Cordialement", sentence)
+        sentence = LAWYER.sub("Maître ", CORDIALLY.sub("Cordialement", sentence))
     if words.language == "es":
         sentence = AT_LEAST.sub("mínimo ", sentence)
     if words.number:
@@ -65,7 +71,7 @@ def beside_numbers(locale):
         ),
         (
             re.compile(
-                rf"(?<![\w.,])(\d[\d.,/]{{0,9}}|einhalb) ?({behind})(?![\w.])"
+                rf"(?<![\w.,])(\d[\d.,/]{{0,9}}|einhalb) ?({behind})(?!\w|\.\w|(?<=\.)\.)"
                 rf"(?P<ends> {GERMAN_BEGIN.pattern})?(?!(?<=J\.) [A-ZÄÖÜ])"
             ),
             lambda found: f"{found[1]} {words.after_number[found[2]][found[1] != '1']}{stop(found)}",

@@ -43,7 +43,7 @@ WEEKDAY_SLASH = re.compile(
 )
 LIVED = re.compile(r"(?:(?<=[(])|(?<=[;,] ))([*†]) ?(?=(?:um |ca\. |c\. |v\. |h\. )?(?:\d{3,4}\b|(\d{1,2}\.? (?:de )?[^\W\d_]{3})))")
 FROM = re.compile(  # no version "3.12.1"
-    r"(?:(?<![\w.] )(?<![\w.])|(?<=[^\W\d_]{2} )|(?<=\d ))v\. (?=\d{1,2}\. ?(?:\d{1,2}\.(?!\d(?!\d))|[A-ZÄÖÜ]))"
+    r"(?:(?<![\w.] )(?<![\w.])|(?<=[^\W\d_]{2} )|(?<=[a-zß]{2}\. )|(?<=\d ))v\. (?=\d{1,2}\. ?(?:\d{1,2}\.(?!\d(?!\d))|[A-ZÄÖÜ]))"
 )
 COUNTED = "(?:years?|months?|weeks?|days?|hours?|minutes?|times|people|percent|points?)"  # "Jan" is a name as well
 WEEKDAY = re.compile(r"(?:tag|woch|abend),?$")

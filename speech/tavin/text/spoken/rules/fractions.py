@@ -4,7 +4,7 @@ import re
 import unicodedata
 
 SIGNS = "½⅓⅔¼¾⅕⅖⅗⅘⅙⅚⅛⅜⅝⅞"
-SIGN = re.compile(rf"(?:(\d{{1,4}}) ?)?([{SIGNS}])")
+SIGN = re.compile(rf"(?:(\d{{1,4}}) ?)?([{SIGNS}])(?=([^\W\d_])?)")
 # A mark, as in "8/10", is no part of something.
 ON = r"(?!(?<=\b[Oo]n )\d{1,2}/\d{1,2}(?! of\b))"  # it may be a date
 LENGTH = r"(?:miles?|inch(?:es)?|kilomet(?:er|re)s?|met(?:er|re)s?|acres?|seconds?|degrees?|points?|percent|cents?)"
@@ -12,6 +12,8 @@ MARK = re.compile(
     rf"(?<![\w.,/:+-]){ON}(\d{{1,2}}(?:[.,]\d{{1,2}})?)/(10|20|100)"
     rf"(?![\w/]|[.,:/-]\d| (?:of|der|des|de|del|{LENGTH})\b| d['’])"
 )
+GERMAN_FILE = re.compile(r"(?<![\w.,])(?:\d{1,3}|[IVX]{1,4}) [A-Z][A-Za-z]{0,3} $")  # of a court: "3 StR 12/20"
+LONGEST_FILE = 12
 OF_UNIT = re.compile(r"(?<![\w.,/:+-])([1-3])/([234]) (l|kg|lb)\b")
 UNIT = r"(?:l|L|ml|cl|dl|g|kg|mg|m|km|cm|mm|h|lbs?|oz)\b"  # "ein halb l" is said by nobody
 FIGURES = re.compile(rf"(?<![\w.,/:+-]){ON}(?:(\d{{1,3}}) )?([1-9])/([234568]|10)(?![\w/]|[.,:/]\d| ?{UNIT})")
@@ -20,7 +22,7 @@ FIGURES = re.compile(rf"(?<![\w.,/:+-]){ON}(?:(\d{{1,3}}) )?([1-9])/([234568]|10
 def say(sentence, words):
     if not words.denominators:
         return sentence
-    sentence = SIGN.sub(lambda found: spoken(found[1], *parts(found[2]), words), sentence)
+    sentence = SIGN.sub(lambda found: spoken(found[1], *parts(found[2]), words) + (" " if found[3] else ""), sentence)
     if words.with_fractions:
         sentence = OF_UNIT.sub(lambda found: of_unit(found, words), sentence)
     sentence = MARK.sub(lambda found: marked(found, words), sentence)
@@ -36,7 +38,11 @@ def of_unit(found, words):
 
 
 def marked(found, words):
-    return found[0] if found[1] in ("1", found[2]) else f"{found[1]} {words.out_of} {found[2]}"
+    return found[0] if is_file(found, words) or found[1] in ("1", found[2]) else f"{found[1]} {words.out_of} {found[2]}"
+
+
+def is_file(found, words):
+    return words.language == "de" and GERMAN_FILE.search(found.string, max(0, found.start() - LONGEST_FILE), found.start())
 
 
 def parts(sign):
@@ -46,7 +52,7 @@ def parts(sign):
 
 def from_figures(found, words):
     above, below = int(found[2]), int(found[3])
-    return spoken(found[1], above, below, words) if above < below else found[0]
+    return spoken(found[1], above, below, words) if above < below and not is_file(found, words) else found[0]
 
 
 def spoken(whole, above, below, words):

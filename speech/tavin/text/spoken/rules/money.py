@@ -9,17 +9,19 @@ from tavin.text.spoken.patterns import any_of
 from tavin.text.spoken.rules.numbers import NUMBER, is_attribute, is_one, with_unit
 
 SIGNS = {
-    "US$": "USD", "C$": "CAD", "A$": "AUD", "NZ$": "NZD", "HK$": "HKD", "$": "USD", "€": "EUR", "£": "GBP",
+    "US$": "USD", "US-$": "USD", "C$": "CAD", "A$": "AUD", "NZ$": "NZD", "HK$": "HKD", "$": "USD", "€": "EUR", "£": "GBP",
     "¥": "JPY",
     "₹": "INR", "₽": "RUB", "₩": "KRW", "₺": "TRY", "₴": "UAH", "₪": "ILS", "zł": "PLN", "Kč": "CZK",
 }
 CODES = "USD|EUR|GBP|JPY|CHF|CAD|AUD|NZD|CNY|INR|SEK|NOK|DKK|PLN|CZK|HUF|MXN|BRL|ARS|ZAR|KRW|TRY|RUB"
 SIGN = any_of(SIGNS)
-FORMULA = re.compile(r"(\$(?!\s)[^$]{1,200}(?<!\s)\$(?![\w$]))")  # not "$5 and $6", nor "$5-$6"
+FORMULA = re.compile(r"((?<!\d)\$(?!\s)[^$]{1,200}(?<!\s)\$(?![\w$]))")  # not "$5 and $6", nor "$5-$6"
 OPENING = re.compile(r"(?<!\d)(?<!\d )\$(?=[^\s\d])|$")  # of a formula, maybe
 NO_CENTS = re.compile(r"(?<=\d),[-–—]{1,2}(?= ?(?:€|EUR|Euro)(?!\w))")
 CENTS = re.compile(r"(?<![\w.,])(\d{1,3}) ?¢")
 PARTS = re.compile(r"(.*\d)[.,](\d\d)")
+# As accountants write a loss: "($3.2) million".
+IN_BRACKETS = re.compile(rf"\(((?:{SIGN}) ?\d[\d.,]{{0,20}})\) ([mbt]r?illion)\b")
 WORD = re.compile(r"\w{0,8}")
 
 
@@ -41,7 +43,7 @@ def say(sentence, words):
 
 def amounts(sentence, words):
     before, after = patterns(tuple(words.scales))
-    sentence = NO_CENTS.sub("", sentence)
+    sentence = IN_BRACKETS.sub(r"(\1 \2)", NO_CENTS.sub("", sentence))
     sentence = before.sub(lambda found: priced(found, found[4], found[5], found[2] or found[3], words), sentence)
     opening = OPENING.search(sentence).start()
     sentence = after.sub(lambda found: behind(found, opening, words), sentence)

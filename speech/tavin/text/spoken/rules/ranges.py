@@ -8,10 +8,12 @@ RANGE = re.compile(
     r"(?<![\w.,:/+–-])([$€£]?)(\d{1,9}(?:[.,]\d{1,9})?) ?([%°]?)(–| – |-)([$€£]?)(\d{1,9}(?:[.,]\d{1,9})?)"
     r"(?![\w–-]*[\d–-]|[.,:/]\d)"
 )
+BOTH_IN = re.compile(r"(?<=\d)([KkMBb]|bn|mn)(?: ?– ?|-)(?=[$€£]\d[\d.,]{0,12}\1(?!\w))")  # "$100K-$200K"
+AIRLINER = re.compile(r"7\d7-[1-9]00")
 YEAR = re.compile(r"(?:1[5-9]|20)\d\d")
 LONGEST_WORD = 40
 FROM_YEAR = re.compile(r"\b(?:de|du|depuis|entre|desde) $", re.IGNORECASE)
-RATIO = re.compile(rf"(?<![\w.,:/-])(\d{{1,3}}):(\d{{1,3}})(?![\w:]*\d|[.,/-]\d| ?{DURATION})")
+RATIO = re.compile(rf"(?<![\w.,:/<-])(\d{{1,3}}):(\d{{1,3}})(?![\w:]*\d|[.,/<-]\d| ?{DURATION})")
 SCALE = re.compile(rf"(?<![\w.,:/-])(1):(\d{{2,6}}(?:[.,]000)?)(?![\w:]*\d| ?{DURATION})")
 
 
@@ -19,6 +21,7 @@ def say(sentence, words):
     if not words.to:
         return sentence
     scored = bool(re.search(words.scored, sentence, re.IGNORECASE))
+    sentence = BOTH_IN.sub(rf"\1 {words.to} ", sentence)
     sentence = RANGE.sub(lambda found: spoken(found, scored, words), sentence)
     sentence = RATIO.sub(lambda found: f"{found[1]} {words.score} {found[2]}", sentence)
     return SCALE.sub(lambda found: f"{found[1]} {words.score} {found[2]}", sentence)
@@ -32,6 +35,9 @@ def spoken(found, scored, words):
         return found[0]
     if not sign and not unit and (said := years(found, words)):
         return said
+    before = found.string[max(0, found.start() - LONGEST_WORD) : found.start()]
+    if size(last) > 2 * size(first) > 1998 and has_number(before, words) or AIRLINER.fullmatch(found[0]):
+        return found[0]
     if dash == "-" and (len(first) == 3 and len(last) == 4 or size(first) >= size(last) or first.startswith("0")):
         return found[0]
     if len(first) == 4 and len(last) == 2:  # years of one century
@@ -54,7 +60,7 @@ def years(found, words):
 
 def has_number(before, words):
     """Whether it is one that things are told apart by."""
-    return bool(re.search(rf"(?:#|(?<!\w)(?:{words.numbered})[.:]? ?)$", before, re.IGNORECASE))
+    return bool(re.search(rf"(?:#|(?<!\w)(?:{words.numbered})(?:[.:]| is| was| ist| war)? ?)$", before, re.IGNORECASE))
 
 
 def size(number):

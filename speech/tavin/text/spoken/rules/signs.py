@@ -4,18 +4,19 @@ import re
 
 SUPERSCRIPT = str.maketrans("⁰¹²³⁴⁵⁶⁷⁸⁹⁻", "0123456789-")
 SUBSCRIPT = str.maketrans("₀₁₂₃₄₅₆₇₈₉", "0123456789")
+ION = re.compile(r"(?<=[A-Za-z₀-₉\])])([²³⁴-⁹])?([⁺⁻])(?![\w⁰¹²³⁴-⁹⁺⁻])")  # its charge: "Ca²⁺"
 POWER = re.compile(r"(?<=[\w)])([⁻⁰¹²³⁴-⁹]{1,4})(?!\w)")
 CARET = re.compile(r"(?<=[\w)])\^(?:\{(-?\w[\w+-]{0,20})\}|(-?\d{1,4}|[a-z])(?![\w{]))")
 FORMULA = re.compile(r"\b(?:[A-Z][a-z]?[₀-₉]{0,3}){1,12}(?![^\W_])")
 ELEMENT = re.compile(r"[A-Z][a-z]?|\d+")
 BETWEEN = re.compile(
-    r"(?<![^\s(])(!=|<=|>=|[=≠≈≤≥<>×÷±→⇒←∈↔&§+*~])(?![^\s])"
+    r"(?<![^\s(])(!=|<=|>=|[=≠≈≤≥<>×÷±→⇒←∈↔&§+*~])(?![^\s])(?!(?<=\*) (?:FROM|from)\b)"
     r"|(?<=[\w)])[ ]?([=≠×÷±]|(?<! )[≈≤≥]|[≈≤≥](?!\d))[ ]?(?=[\w(−√-])|"
     r"(?<=\d)([+*])(?=\d)|(?<=[A-Z])(&)(?=[A-Z])"
 )
 BEFORE = re.compile(r"(?<!\w)([≈≤≥<>±√∞~∑]|<=|>=)(?= ?[\d(])|(§§?)(?= ?\d)")
 ALONE = re.compile(r"([∞‰π✓✔✗✘☐☑∑])|(?<=[\w)] )(→)|(?<=\d)(°)(?![\w])")
-MINUS = re.compile(r"(?<!Fax: )(?<!Telefon: )(?<!Durchwahl )(?<![^\s(=≈<>≤≥×÷])[-−–](?=\d)|(?<=\d) ?− ?(?=\d)")
+MINUS = re.compile(r"(?<!Fax: )(?<!Telefon: )(?<!Durchwahl )(?<![^\s(=≈<>≤≥×÷])[-−–](?=\d)|(?<=\d) ?− ?(?=\d)| − (?=[\d(]|[a-z]\b)")
 HASH = re.compile(r"(?<![^\s(])#(?=[A-Z]{0,4}-?\d)(?![0-9A-F]{6}\b|[0-9A-F]{3}\b(?<=[A-F].)|\d+[A-Fa-f])")
 TAG = re.compile(r"(?<![\w&])#(?=[^\W\d])(?!(?:[0-9a-fA-F]{3}){1,2}\b)(?![A-Z]{1,4}-?\d)")
 SIZE = re.compile(r"(?<![\w.,])(\d{3,5})[×x](\d{3,5})(?![\w.,]*\d)")  # of a picture
@@ -23,6 +24,8 @@ PERCENT = re.compile(r"(?<=\d) ?%(?!\w)")
 
 
 def say(sentence, words):
+    if words.signs:
+        sentence = ION.sub(lambda found: charged(found, words), sentence)
     sentence = FORMULA.sub(formula, sentence)
     if not words.signs:
         return sentence
@@ -57,6 +60,11 @@ def formula(found):
     if not re.search(r"[₀-₉]", found[0]):
         return found[0]
     return " ".join(ELEMENT.findall(found[0].translate(SUBSCRIPT)))
+
+
+def charged(found, words):
+    size = f" {found[1].translate(SUPERSCRIPT)}" if found[1] else ""
+    return f"{size} {words.signs['+'] if found[2] == '⁺' else words.minus}"
 
 
 def power(exponent, words):

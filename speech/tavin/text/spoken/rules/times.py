@@ -4,7 +4,7 @@ import re
 
 DURATION = r"(?:Std|Stunden|[Mm]in|Minuten|Sek|mark|hours?|minutes?|seconds?|minutos|minutes)\b"
 TIME = re.compile(
-    rf"(?<![\w.,:/-])([01]?\d|2[0-4]):([0-5]\d)(?::([0-5]\d))?(?![\w:]*\d|[.,]\d| ?{DURATION})(?: ?(Uhr|h|heures|horas?"
+    rf"(?<![\w.,:/<-])([01]?\d|2[0-4]):([0-5]\d)(?::([0-5]\d))?(?![\w:]*\d|[.,]\d|<\d| ?{DURATION})(?: ?(Uhr|h|heures|horas?"
     r"|hrs)\b| ?([ap])\.?m\b(?:\.(?!\s*$))?|([ap])\b)?",
     re.IGNORECASE,
 )
