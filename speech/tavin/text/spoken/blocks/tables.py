@@ -7,6 +7,7 @@ from tavin.text.spoken.marks import PARAGRAPH
 
 BAR = re.compile(r"(?<!\\)\|")
 LABEL = re.compile(r"[\W_]|\(?\w{1,4}[.)]")  # of an item of a list, which a tab sets off
+STOPPED = re.compile(r"(?<=:)[;,](?= )")  # behind a name with a colon
 LONGEST_HEAD = 40  # code points; what is longer would be heard in every row
 
 
@@ -71,6 +72,7 @@ def row(found, heads=None):
         said = "; ".join(named(cell, head) for cell, head in zip(found, heads) if cell)
     if not said or not fits(said, "|".join(found)):
         said = ", ".join(cell.strip() for cell in found if cell.strip())
+    said = STOPPED.sub("", said)
     return f"{PARAGRAPH}{said}{'' if said[-1:] in '.!?:' else '.'}{PARAGRAPH}" if said else ""
 
 
