@@ -5,9 +5,9 @@ from collections import deque
 RECENT = 8  # pieces; a machine that gets busy is soon slower
 RESERVE = 0.6  # of the sound that is left: a piece may become longer than was asked, and its time is a guess
 
-GROWTH = 1.5  # behind pieces that are too much alike to tell how time grows with their length
-SPARE = 2  # how much longer than to keep up a piece is, to be ahead soon
-LEAST_SHARE = 0.2
+GROWTH = 1.3  # behind pieces that are too much alike to tell how time grows with their length
+SPARE = 1.5  # how much longer than to keep up a piece is, to be ahead soon
+LEAST_SHARE = 0.2  # of a piece's time, that its length causes
 
 
 class Pace:

@@ -6,7 +6,7 @@ from tavin.text.pieces import pieces
 
 TEXT = "Halfway up the hill we met a farmer who was looking for his dog and he asked whether we had seen it anywhere " * 12
 LONGEST, FIRST = 85, 24
-SPOKEN = 0.07  # seconds of sound for a code point, at normal speed
+SPOKEN = 0.058  # as Kokoro does; seconds of sound for a code point, at normal speed
 
 
 def waits(fixed, each, speed=1.0, known=True):
@@ -24,8 +24,10 @@ def waits(fixed, each, speed=1.0, known=True):
 
 
 # What any piece takes, what each code point more takes, and the speed.
-KEEPS_UP = [(0.02, 0.002, 2.0), (0.3, 0.005, 2.0), (0.55, 0.01, 1.5), (0.55, 0.02, 1.0), (1.0, 0.01, 1.0), (0.2, 0.035, 1.0)]
-TOO_SLOW_AT_FIRST = [(0.55, 0.01, 2.0), (0.8, 0.01, 1.5), (0.55, 0.02, 1.5), (0.1, 0.04, 1.5), (0.4, 0.03, 1.5), (0.8, 0.03, 1.0)]
+KEEPS_UP = [(0.02, 0.002, 2.0), (0.3, 0.005, 2.0), (0.5, 0.01, 1.5), (0.3, 0.02, 1.0), (0.8, 0.01, 1.0)]
+# By lengths that double there is quiet.
+KEEPS_UP_WITH_SHORT_PIECES = [(0.07, 0.027, 1.5), (0.07, 0.032, 1.5), (0.2, 0.02, 1.5), (0.05, 0.05, 1.0)]
+TOO_SLOW_AT_FIRST = [(0.6, 0.01, 1.5), (0.5, 0.02, 1.2), (0.4, 0.02, 1.5), (0.6, 0.03, 1.0)]
 
 
 @pytest.mark.parametrize("fixed, each, speed", KEEPS_UP)
@@ -34,10 +36,16 @@ def test_a_machine_that_keeps_up_makes_each_piece_while_the_one_before_is_heard(
     assert max(gaps) == 0
 
 
+@pytest.mark.parametrize("fixed, each, speed", KEEPS_UP_WITH_SHORT_PIECES)
+def test_pieces_are_no_longer_than_is_made_in_time(fixed, each, speed):
+    assert max(waits(fixed, each, speed, known=False)[0]) > 0
+    assert max(waits(fixed, each, speed)[0]) == 0
+
+
 @pytest.mark.parametrize("fixed, each, speed", TOO_SLOW_AT_FIRST)
 def test_where_short_pieces_are_made_slower_than_heard_there_is_less_quiet_than_by_lengths_that_double(fixed, each, speed):
     adapted, doubling = (waits(fixed, each, speed, known)[0] for known in (True, False))
-    assert max(adapted) < max(doubling) and sum(adapted) < 0.7 * sum(doubling)
+    assert max(adapted) < max(doubling) and sum(adapted) < sum(doubling)
     assert max(adapted[len(adapted) // 2 :]) == 0, "it is ahead soon"
 
 
