@@ -139,6 +139,15 @@ def test_ten_megabytes_begin_as_soon_as_one_line():
     assert first[:2] == ["It costs 5 dollars, says link to example dot org.", "See a is not b."]
 
 
+@pytest.mark.parametrize("line", ["Anna     31", "----", "a  b", "   and more", ""])
+def test_a_table_of_ten_megabytes_is_not_held_back(line):
+    text = "Name     Age\nBob       7\n" + (line + "\n") * (10_000_000 // (len(line) + 1))
+    said("warm   up\nwarm   up", "en-us")
+    begin = time.thread_time()
+    next(filter(None, pieces(text, "en-us", 600)))
+    assert time.thread_time() - begin < 0.05
+
+
 def test_other_languages_have_what_does_not_depend_on_the_language():
     text = "**Dom** ma 5 km i kosztuje $500 lub 20 €.[12] `a`"
     assert said(text, "pl") == "Dom ma 5 kilometrów i kosztuje 500 dolarów amerykańskich lub 20 euro. a"

@@ -30,7 +30,7 @@ class Columns:
             return [*self.end(), (line, None)]
         if file := LISTING.fullmatch(line):
             return [*self.end(), (None, row(file.groups()))]
-        if self._held and is_rule(line):
+        if self._held and is_rule(line) and not is_rule(self._held[-1]):
             self._held.append(line)
             return []
         if not may_be_row(line):
