@@ -7,6 +7,7 @@ from tavin.text.spoken.marks import PARAGRAPH
 
 BAR = re.compile(r"(?<!\\)\|")
 LABEL = re.compile(r"[\W_]|\(?\w{1,4}[.)]")  # of an item of a list, which a tab sets off
+STOPPED = re.compile(r"(?<=:)[;,](?= )")  # behind a name with a colon
 LONGEST_HEAD = 40  # code points; what is longer would be heard in every row
 
 
@@ -80,6 +81,7 @@ def row(found):
 
 
 def spoken(said):
+    said = STOPPED.sub("", said)
     return f"{PARAGRAPH}{said}{'' if said[-1:] in '.!?:' else '.'}{PARAGRAPH}" if said else ""
 
 
