@@ -118,9 +118,8 @@ class Transfer {
 
   // "Switching Protocols" is the last that is said in HTTP.
   bool isInterim() const {
-    const auto status = parser_->get().result();
-    return to_status_class(status) == beast::http::status_class::informational &&
-           status != beast::http::status::switching_protocols;
+    const unsigned status = parser_->get().result_int();
+    return status / 100 == 1 && status != 101;
   }
 
   // Has one operation move some bytes, or take a whole head. It fails when that takes longer than
