@@ -167,7 +167,7 @@ class Owner {
   xcb_window_t window_ = XCB_WINDOW_NONE;
   std::vector<xcb_atom_t> atoms_;
   xcb_atom_t incr_ = XCB_ATOM_NONE;
-  xcb_atom_t lastAtom_ = XCB_ATOM_NONE;  // Atoms are numbered one by one.
+  xcb_atom_t lastAtom_ = XCB_ATOM_NONE;      // Atoms are numbered one by one.
   xcb_selection_request_event_t request_{};  // The last one.
   std::mutex mutex_;                         // For all.
   FuzzedDataProvider* input_ = nullptr;
