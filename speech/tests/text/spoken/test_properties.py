@@ -60,6 +60,28 @@ def test_no_plain_word_is_lost(language, seed):
         assert all(word in found for word in words), text
 
 
+NAMES = ("@", "@a", "b.org", "x.org/a", ".", "/", "\\")  # of a site, a person or a file
+GLUED = """* ** _ ` `` [ ] [1] ( ) { } < > </ | - -- — – : ; , . … / \\ = == + # $ % & &amp; " ' “ ” « » ~ ^ 1 12 2nd ² ½ € 、 。
+（ ） ： ！ 5km 5:30 1/2 é ñ 中 の :) @ @a a@b.org x.org/a x.org。 https://x.org/a， https://x.org/a—""".split()
+
+
+@pytest.mark.parametrize("language", LANGUAGES.values())
+def test_no_plain_word_is_lost_between_signs_without_blanks(language):
+    chance = random.Random(language)
+    for _ in range(300):
+        text, words = "", []
+        for _ in range(chance.randrange(2, 30)):
+            words.append(chance.choice(PLAIN))
+            text += words[-1] + chance.choice([*GLUED, " "])
+            if text.endswith(NAMES):  # a name goes on up to the next blank
+                text += " "
+        found = said(text, language)
+        position = 0
+        for word in words:
+            position = found.find(word, position) + len(word)
+            assert position >= len(word), (text, word)
+
+
 def wrapped(chance):
     """Prose of a page's width with numbers in its lines and between them, most of which count up."""
     lines, number = [], 0
