@@ -4,6 +4,7 @@ import collections
 import itertools
 import random
 import re
+import string
 import time
 
 import pytest
@@ -66,20 +67,19 @@ GLUED = """* ** _ ` `` [ ] [1] ( ) { } < > </ | - -- — – : ; , . … / \\ = 
 
 
 @pytest.mark.parametrize("language", LANGUAGES.values())
-def test_no_plain_word_is_lost_between_signs_without_blanks(language):
+def test_no_plain_word_is_lost_behind_a_sign_without_a_blank(language):
     chance = random.Random(language)
     for _ in range(300):
         text, words = "", []
-        for _ in range(chance.randrange(2, 30)):
-            words.append(chance.choice(PLAIN))
-            text += words[-1] + chance.choice([*GLUED, " "])
+        for number in range(chance.randrange(2, 26)):
+            words.append(chance.choice(PLAIN) + string.ascii_lowercase[number] * 2)  # none twice
+            text += words[-1] + chance.choice(["", " "]) + chance.choice([*GLUED, " "])
             if text.endswith(NAMES):  # a name goes on up to the next blank
                 text += " "
         found = said(text, language)
-        position = 0
-        for word in words:
-            position = found.find(word, position) + len(word)
-            assert position >= len(word), (text, word)
+        places = [found.find(word) for word in words]
+        assert places == sorted(places) and -1 not in places, (text, found)
+
 
 
 def wrapped(chance):
