@@ -94,8 +94,10 @@ class Menu:
             with contextlib.suppress(GLib.Error):  # It may leave meanwhile.
                 if name.startswith(":") and own == self._call(
                         *daemon, "GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)))[0]:
-                    self._call(name, "/MenuBar", "org.freedesktop.DBus.Introspectable", "Introspect", None)
-                    return name
+                    # A connection of GLib's has nothing there, and says even that.
+                    found, = self._call(name, "/MenuBar", "org.freedesktop.DBus.Introspectable", "Introspect", None)
+                    if "com.canonical.dbusmenu" in found:
+                        return name
         raise AssertionError("no menu on the bus")
 
     def _lines(self):
