@@ -20,7 +20,8 @@ def show_menu(desktop, build, **settings):
     """The same with the small menu."""
     def window():
         found = desktop.windows("tavin")
-        return found[0] if found else None
+        # GNOME knows one before it has a size.
+        return found[0] if found and min(desktop.box(found[0])[2:]) > 0 else None
     return show(desktop, build, settings, lambda _: None, "menu",
                 lambda: wait_until(window, 10, "the small menu"))
 

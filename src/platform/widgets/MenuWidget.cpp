@@ -75,6 +75,8 @@ void makeOutlinesClear(QMenu& menu) {
   if (QApplication::style()->name() != QLatin1String("fusion") || text.lightness() < 128)
     return;
   palette.setColor(QPalette::Window, text);
+  // Disabled text has a shadow of it.
+  palette.setColor(QPalette::Light, palette.color(QPalette::Base));
   menu.setPalette(palette);
 }
 
