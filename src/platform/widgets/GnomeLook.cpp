@@ -26,6 +26,7 @@ bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).li
 
 void setColours(const QColor& window, const QColor& button, const QColor& highlight) {
   QPalette palette(button, window);
+  palette.setColor(QPalette::Base, window);  // Black otherwise, and a menu's lines as well.
   palette.setColor(QPalette::Highlight, highlight);
   palette.setColor(QPalette::HighlightedText, Qt::white);
   QApplication::setPalette(palette);
