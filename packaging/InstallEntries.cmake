@@ -1,6 +1,7 @@
 get_filename_component(prefix "${CMAKE_INSTALL_PREFIX}" ABSOLUTE)
 # The links that tools/link-entries has made into a build folder make way: to CMake, what they lead to
 # counts as installed already. The search follows no link of the user's.
+cmake_policy(PUSH)
 cmake_policy(SET CMP0009 NEW)
 set(share "$ENV{DESTDIR}${prefix}/${data}")
 foreach(folder IN ITEMS applications dbus-1/services icons/hicolor)
@@ -26,3 +27,4 @@ foreach(entry IN ITEMS applications/app.tavin.Tavin.desktop dbus-1/services/app.
   configure_file("${templates}/${name}.in" "${generated}/${name}" @ONLY)
   file(INSTALL "${generated}/${name}" DESTINATION "${prefix}/${data}/${folder}")
 endforeach()
+cmake_policy(POP)

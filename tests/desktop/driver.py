@@ -83,6 +83,12 @@ class Desktop:
     def windows_of(self, pid):
         return self.session.run(["xdotool", "search", "--onlyvisible", "--pid", str(pid)], check=False).split()
 
+    def box(self, wid):
+        """Where a window is on the screen, without its frame."""
+        told = self.session.run(["xwininfo", "-id", wid]).splitlines()
+        return [int(next(line for line in told if label in line).split(":")[1]) for label in (
+            "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
+
     def menus(self):
         """How many windows without a frame are shown, such as menus."""
         out = self.session.run(["xdotool", "search", "--onlyvisible", "--name", ""], check=False)

@@ -30,17 +30,18 @@ KEYS.update({"BackSpace": 14, "Tab": 15, "End": 107, "Left": 105, "space": 57,
 
 
 class NativeGnome(GnomeSession):
-    """Programs speak Wayland where they can, and Tavin has the keys that GNOME holds as it comes."""
+    """Programs speak Wayland where they can. Unless GNOME `keeps_keys`, Tavin has those that it holds as it
+    comes."""
 
-    def __init__(self, folder, _build=None, extensions=(), **kwargs):
+    def __init__(self, folder, _build=None, extensions=(), keeps_keys=False, **kwargs):
         super().__init__(folder, **kwargs)
-        self._extensions = extensions
+        self._extensions, self._keeps_keys = extensions, keeps_keys
         self.env.update(GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland", MOZ_ENABLE_WAYLAND="1")
 
     def _start_compositor(self):
         self.set("org.gnome.shell", "enabled-extensions", str(list(self._extensions)))
         super()._start_compositor()
-        for key in ("cycle-windows", "cycle-windows-backward"):
+        for key in () if self._keeps_keys else ("cycle-windows", "cycle-windows-backward"):
             self.set("org.gnome.desktop.wm.keybindings", key, "[]")
 
 
@@ -91,6 +92,14 @@ class GnomeDesktop(WaylandDesktop):
 
     def window(self, wid):
         return next(w for w in self.all_windows() if w["id"] == wid)
+
+    def box(self, wid):
+        return self.window(wid)["rect"]
+
+    def hide_messages(self):
+        """The shell's own words about a session without a login, which pictures are not about."""
+        self.session.evaluate("Main.messageTray.getSources().forEach(s => s.destroy()); 0")
+        self.session.evaluate("Main.messageTray.visible = false")
 
     def windows(self, name):
         found = [w for w in self.all_windows() if name in (w["title"] or "")]

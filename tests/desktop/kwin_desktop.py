@@ -55,6 +55,9 @@ class KwinDesktop(DataControlDesktop, WaylandDesktop):
     def window(self, wid):
         return next(w for w in self.session.windows() if w.uuid == wid)
 
+    def box(self, wid):
+        return self.window(wid).box
+
     def focus(self, wid):
         self.session.activate(wid)
         wait_until(lambda: self.has_keyboard(wid), 10, "focus")

@@ -6,6 +6,8 @@ import os
 import pytest
 from accessible import Entry
 from driver import Tavin
+from photographs import once_drawn
+from pixels import on_screen
 from session import stop, wait_until
 
 TEXT = "read from the tray's menu"
@@ -58,6 +60,14 @@ STATES = {
 }
 
 
+def around(menu):
+    """Where all its lines are on the screen."""
+    boxes = [entry.box for entry in menu.entries()]
+    left, top = min(box[0] for box in boxes), boxes[0][1]
+    right, bottom = max(x + width for x, _, width, _ in boxes), boxes[-1][1] + boxes[-1][3]
+    return left, top, right - left, bottom - top
+
+
 def is_whole(menu):
     boxes = [entry.box for entry in menu.entries()]
     apart = all(height > 0 and below >= y + height
@@ -79,6 +89,12 @@ def test_the_first_opening_shows_all(tray, tavin, button):
     assert titles in ([entry.title for entry in expected],
                       [entry.title for entry in STATES["idle"][1]])
     assert_whole(menu)
+
+
+def test_three_lines_are_drawn_between_the_parts(tray, tavin, desktop):
+    menu = tray.open_menu()
+    assert_whole(menu)
+    assert once_drawn(lambda: on_screen(desktop, *around(menu))).rules() == 3
 
 
 def test_each_opening_shows_what_the_engine_says(tray, tavin, engine):

@@ -1,11 +1,9 @@
-"""Pictures of an alert, whose window each desktop finds in its own way."""
-
-import os
+"""Pictures of Tavin's windows, on every desktop."""
 
 from alerts import FAILED, wait_for_alert
 from driver import Tavin
 from engine import RecordingEngine
-from pixels import Picture, on_screen
+from pixels import on_screen
 from session import wait_until
 
 ERROR = "The sound output was disconnected."
@@ -13,14 +11,36 @@ ERROR = "The sound output was disconnected."
 
 def show_alert(desktop, build, **settings):
     """Returns its window once it has the keyboard."""
+    def fails(engine):
+        engine.status = {**engine.status, **FAILED, "setup_error": ERROR}
+    return show(desktop, build, settings, fails, "speak", lambda: wait_for_alert(desktop))
+
+
+def show_menu(desktop, build, **settings):
+    """The same with the small menu."""
+    def window():
+        found = desktop.windows("tavin")
+        # GNOME knows one before it has a size.
+        return found[0] if found and min(desktop.box(found[0])[2:]) > 0 else None
+    return show(desktop, build, settings, lambda _: None, "menu",
+                lambda: wait_until(window, 10, "the small menu"))
+
+
+def show(desktop, build, settings, prepare, action, window):
     engine = RecordingEngine()
     try:
-        engine.status = {**engine.status, **FAILED, "setup_error": ERROR}
+        prepare(engine)
         tavin = Tavin(desktop, engine, build, settings={"LANG": "en_US.UTF-8", **settings})
-        tavin.action("speak")
-        return wait_for_alert(desktop)
+        tavin.action(action)
+        return window()
     finally:
         engine.close()
+
+
+def of_window(desktop, window, scale=1):
+    """Its picture once it is drawn and stays as it is. `scale` is how many of the screen's points are one
+    of the desktop's."""
+    return once_drawn(lambda: on_screen(desktop, *(round(scale * side) for side in desktop.box(window))))
 
 
 def once_drawn(take):
@@ -30,25 +50,5 @@ def once_drawn(take):
     def drawn():
         pictures.append(take())
         return pictures[-1].is_drawn() and pictures[-1].is_like(pictures[-2])
-    wait_until(drawn, 10, "an alert that is drawn", interval=0.2)
+    wait_until(drawn, 10, "a window that is drawn", interval=0.2)
     return pictures[-1]
-
-
-def on_x11(desktop, build, **settings):
-    window = show_alert(desktop, build, **settings)
-    told = desktop.session.run(["xwininfo", "-id", window]).splitlines()
-    place = [int(next(line for line in told if label in line).split(":")[1]) for label in (
-        "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
-    return once_drawn(lambda: on_screen(desktop, *place))
-
-
-def on_gnome(desktop, build, scale=1):
-    session = desktop.session
-    window = show_alert(desktop, build)
-    # The shell's own words about such a session.
-    session.evaluate("Main.messageTray.getSources().forEach(s => s.destroy()); 0")
-    session.evaluate("Main.messageTray.visible = false")
-    desktop.wait_for_calm()
-    sides = [round(scale * side) for side in desktop.window(window)["rect"]]
-    path = os.path.join(session.folder, "screen.png")
-    return once_drawn(lambda: session.picture(path) or Picture(path).part(*sides))

@@ -1,6 +1,8 @@
 """What is on the screen, point by point."""
 
+import itertools
 import os
+from collections import Counter
 
 import gi
 
@@ -50,6 +52,36 @@ class Picture:
         shades = [shade for row in rows for shade in row]
         return steps[-len(steps) // 500] / (max(shades) - min(shades))
 
+    def ground(self):
+        """The colour that most of it has."""
+        width, height = self.size
+        seen = Counter(self.colour(x, y) for y in range(0, height, 2) for x in range(0, width, 2))
+        return seen.most_common(1)[0][0]
+
+    def rules(self):
+        """How many thin lines are drawn from side to side, such as between the parts of a menu."""
+        (width, height), ground = self.size, self.ground()
+
+        def kind(row):
+            """Of its middle, which the lines of every desktop cross."""
+            drawn = {self.colour(x, row) for x in range(width * 2 // 5, width * 3 // 5)}
+            return "letters" if len(drawn) > 1 else "ground" if ground in drawn else "line"
+        kinds = [kind for kind, _ in itertools.groupby(map(kind, range(height)))]
+        return sum(three == ("ground", "line", "ground") for three in zip(kinds, kinds[1:], kinds[2:]))
+
+    def lines(self):
+        """Its lines of letters, from above: where each begins and ends, as parts of the width."""
+        (width, height), ground = self.size, self.ground()
+        found, run = [], []
+        for y in range(height):
+            drawn = [x for x in range(4, width - 4) if contrast(self.colour(x, y), ground) > 1.5]
+            if drawn and len(drawn) < width / 2:
+                run += drawn
+            elif run:
+                found.append((min(run) / width, max(run) / width))
+                run = []
+        return found
+
     def is_drawn(self):
         """Unlike a window that has only been opened."""
         width, height = self.size
@@ -83,8 +115,8 @@ def contrast(one, other):
 
 def on_screen(desktop, x, y, width, height):
     path = os.path.join(desktop.session.folder, "pixels.png")
-    desktop.session.run(["scrot", "-o", "-a", f"{x},{y},{width},{height}", path])
-    return Picture(path)
+    desktop.session.picture(path)
+    return Picture(path).part(x, y, width, height)
 
 
 def colours(desktop, x, y, width, height):

@@ -246,6 +246,10 @@ class Session(Programs):
                 stop(window)
         return False
 
+    def picture(self, path):
+        """Writes what the screen shows to a PNG file."""
+        self.run(["scrot", "-o", path])
+
     def _start_sound(self):
         folder = os.path.join(self.folder, "sound")
         os.mkdir(folder)

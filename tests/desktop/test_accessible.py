@@ -179,7 +179,7 @@ def test_the_small_menu_is_walked_through_by_keyboard(small_menu, desktop):
     assert focus.name_of_menu(item) == "Tavin"
     go(desktop, focus, "Up", titles[-1])
     desktop.key("Escape")
-    wait_until(lambda: not desktop.windows("app.tavin.Tavin"), 5, "the menu's end")
+    wait_until(lambda: not desktop.windows(PROGRAM), 5, "the menu's end")
 
 
 @pytest.mark.parametrize("title, below", [("Shortcut: ⌥ Esc", SHORTCUTS), ("Speed: 1x", SPEEDS)])
@@ -197,4 +197,4 @@ def test_a_submenu_is_opened_and_left_by_keyboard(small_menu, desktop, title, be
     wait_until(lambda: not focus.menu_of(item), 5, "the submenu's end")
     go(desktop, focus, "Down", titles[titles.index(title) + 1])
     desktop.key("Escape")
-    wait_until(lambda: not desktop.windows("app.tavin.Tavin"), 5, "the menu's end")
+    wait_until(lambda: not desktop.windows(PROGRAM), 5, "the menu's end")

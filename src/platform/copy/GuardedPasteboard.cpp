@@ -53,7 +53,7 @@ GuardedPasteboard::~GuardedPasteboard() {
 std::optional<std::vector<PasteboardItem>> GuardedPasteboard::pasteboardItems() {
   if (!keyboard_.isReady())
     return std::nullopt;
-  const std::lock_guard lock(mutex_);
+  const auto lock = takeTurn();
   if (closed_)
     return std::nullopt;
   endCapture();
@@ -71,7 +71,7 @@ std::optional<std::vector<PasteboardItem>> GuardedPasteboard::pasteboardItems() 
 
 std::int64_t GuardedPasteboard::changeCount() {
   const auto asked = Clock::now();  // A program may keep what follows waiting.
-  const std::lock_guard lock(mutex_);
+  const auto lock = takeTurn();
   if (!told_) {
     base_ = pasteboard_->changeCount();
     told_ = base_;
@@ -110,7 +110,7 @@ bool GuardedPasteboard::takeAnswer(std::int64_t changes, bool late) {
 }
 
 void GuardedPasteboard::clearContents() {
-  const std::lock_guard lock(mutex_);
+  const auto lock = takeTurn();
   if (closed_)
     return;
   pasteboard_->clearContents();
@@ -119,7 +119,7 @@ void GuardedPasteboard::clearContents() {
 }
 
 void GuardedPasteboard::writeObjects(const std::vector<PasteboardItem>& items) {
-  const std::lock_guard lock(mutex_);
+  const auto lock = takeTurn();
   if (closed_)
     return;
   pasteboard_->writeObjects(items);
@@ -137,9 +137,13 @@ void GuardedPasteboard::shortcutArrived(UserInput::Time time) {
   wake_.call();
 }
 
+// Most captures leave the clipboard alone, and need not wait while a slow program is asked for it.
 void GuardedPasteboard::captureBegins() {
-  const std::lock_guard lock(mutex_);
-  endCapture();
+  const std::unique_lock lock(mutex_, std::try_to_lock);
+  if (lock)
+    return endCapture();
+  captureBegun_ = true;
+  wake_.call();
 }
 
 // Takes no lock: a capture may hold it while it waits for a program.
@@ -150,11 +154,20 @@ void GuardedPasteboard::finish(Deadline deadline) {
     becameFree_.waitUntil(Clock::now() + std::chrono::milliseconds(deadline.remainingMs()));
 }
 
+// Who waits has its turn next: a program that changes the clipboard again and again, and is slow
+// each time it is asked for it, keeps a capture waiting for one answer only.
+std::unique_lock<std::mutex> GuardedPasteboard::takeTurn() {
+  const std::lock_guard door(door_);
+  return std::unique_lock(mutex_);
+}
+
 void GuardedPasteboard::run() {
   auto next = Clock::time_point::max();
   while (!ending_) {
     wake_.waitUntil(next);
-    const std::lock_guard lock(mutex_);
+    const auto lock = takeTurn();
+    if (captureBegun_.exchange(false))
+      endCapture();
     settle(true);
     next = nextLook();
   }

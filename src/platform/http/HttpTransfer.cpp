@@ -14,6 +14,7 @@
 #include <boost/beast/http/span_body.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <boost/beast/http/write.hpp>
+#include <optional>
 #include <string>
 
 namespace tavin::http {
@@ -29,6 +30,8 @@ using Result = std::variant<UrlResponse, UrlError>;
 constexpr unsigned http11 = 11;
 // Holds an answer's head, a chunk's or what follows the last one: without end they are an error.
 constexpr std::size_t bufferSize = std::size_t{64} * 1024;
+// More before the answer itself are an error: each of them begins the idle limit anew.
+constexpr int mostInterimAnswers = 8;
 
 beast::string_view view(const QByteArray& bytes) {
   return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
@@ -58,9 +61,8 @@ class Transfer {
   Transfer(const UrlRequest& request, const TransferLimits& limits)
       : idle_(seconds(request.timeout)),
         end_(request.deadline ? limits.start + seconds(*request.deadline)
-                              : Clock::time_point::max()) {
-    parser_.body_limit(limits.answerSize);
-  }
+                              : Clock::time_point::max()),
+        answerSize_(limits.answerSize) {}
 
   error_code connect(std::uint16_t port) {
     const asio::ip::tcp::endpoint engine(asio::ip::address_v4::loopback(), port);
@@ -88,21 +90,38 @@ class Transfer {
     return error;
   }
 
+  // The answer itself, past those that only announce it.
   error_code receive() {
-    error_code error;
-    while (!error && !parser_.is_done())
-      error = await([&](auto done) {
-        beast::http::async_read_some(stream_, buffer_, parser_, std::move(done));
-      });
-    return error;
+    for (int interim = 0; interim <= mostInterimAnswers; ++interim) {
+      const error_code error = receiveOne();
+      if (error || !isInterim())
+        return error;
+    }
+    return beast::http::error::unexpected_body;
   }
 
   UrlResponse response() const {
-    const auto& answer = parser_.get();
+    const auto& answer = parser_->get();
     return {static_cast<int>(answer.result_int()), QByteArray::fromStdString(answer.body())};
   }
 
  private:
+  error_code receiveOne() {
+    parser_.emplace().body_limit(answerSize_);
+    error_code error;
+    while (!error && !parser_->is_done())
+      error = await([&](auto done) {
+        beast::http::async_read_some(stream_, buffer_, *parser_, std::move(done));
+      });
+    return error;
+  }
+
+  // "Switching Protocols" is the last that is said in HTTP.
+  bool isInterim() const {
+    const unsigned status = parser_->get().result_int();
+    return status / 100 == 1 && status != 101;
+  }
+
   // Has one operation move some bytes, or take a whole head. It fails when that takes longer than
   // the idle limit, and at the deadline, which an operation whose bytes are there would not meet.
   template <typename Start>
@@ -119,10 +138,11 @@ class Transfer {
 
   const Clock::duration idle_;
   const Clock::time_point end_;
+  const std::size_t answerSize_;
   asio::io_context context_{BOOST_ASIO_CONCURRENCY_HINT_UNSAFE};
   beast::tcp_stream stream_{context_};
   beast::flat_buffer buffer_{bufferSize};
-  beast::http::response_parser<beast::http::string_body> parser_;
+  std::optional<beast::http::response_parser<beast::http::string_body>> parser_;
 };
 
 UrlError failure(const error_code& error) {

@@ -1,10 +1,12 @@
 #include "platform/portal/GlobalShortcuts.h"
 
+#include <QDBusArgument>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
 #include <utility>
 
+#include "platform/ActivationToken.h"
 #include "platform/portal/Portal.h"
 
 namespace tavin::portal {
@@ -33,6 +35,16 @@ void closeInGnome(const QDBusConnection& bus, const QDBusObjectPath& session) {
       QStringLiteral("org.freedesktop.impl.portal.Session"), QStringLiteral("Close"));
   close.setAutoStartService(false);
   bus.send(close);
+}
+
+// Where the desktop gives one, the alert that the press may lead to comes to the front by it.
+void keepTokenOf(const QDBusMessage& activated) {
+  const auto options = activated.arguments().value(3);
+  if (options.metaType() != QMetaType::fromType<QDBusArgument>() ||
+      options.value<QDBusArgument>().currentSignature() != QLatin1String("a{sv}"))
+    return;
+  keepActivationToken(
+      qdbus_cast<QVariantMap>(options).value(QStringLiteral("activation_token")).toString());
 }
 
 }  // namespace
@@ -200,6 +212,7 @@ void GlobalShortcuts::listen() {
     HotKey* hotKey = hotKeyIn(signal);
     if (!hotKey || !hotKey->active || std::exchange(hotKey->held, true))
       return;
+    keepTokenOf(signal);
     if (pressed_)
       pressed_();
     tellPress(KeyCombination(hotKey->combination));

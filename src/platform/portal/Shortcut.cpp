@@ -52,9 +52,11 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Shortcut& shortcu
 
 Shortcut wantedShortcut(const KeyCombination& combination) {
   const QString trigger = triggerText(combination);
-  return {shortcuts::actionOf(combination) + u'-' + trigger.toLower().replace(u'+', u'-'),
-          {{QStringLiteral("description"), shortcuts::titleOf(combination)},
-           {QStringLiteral("preferred_trigger"), trigger}}};
+  return {
+      shortcuts::actionOf(combination) + u'-' + trigger.toLower().replace(u'+', u'-'),
+      // GNOME's question names no program.
+      {{QStringLiteral("description"), QStringLiteral("Tavin: ") + shortcuts::titleOf(combination)},
+       {QStringLiteral("preferred_trigger"), trigger}}};
 }
 
 QVariant toArgument(const QList<Shortcut>& shortcuts) {

@@ -1,8 +1,10 @@
 #include "platform/widgets/MenuWidget.h"
 
 #include <QActionGroup>
+#include <QApplication>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QStyle>
 #include <QWindow>
 
 #include "platform/widgets/Contrast.h"
@@ -65,6 +67,19 @@ void makeDisabledLinesReadable(QMenu& menu) {
   menu.setPalette(palette);
 }
 
+// Fusion draws boxes and the edge of a menu in the window's colour made darker, which nobody can
+// see on a dark ground; the ground has another colour.
+void makeOutlinesClear(QMenu& menu) {
+  QPalette palette = menu.palette();
+  const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
+  if (QApplication::style()->name() != QLatin1String("fusion") || text.lightness() < 128)
+    return;
+  palette.setColor(QPalette::Window, text);
+  // Disabled text has a shadow of it.
+  palette.setColor(QPalette::Light, palette.color(QPalette::Base));
+  menu.setPalette(palette);
+}
+
 // Other display servers let no program place a menu that hangs from no window of its own, or hold
 // the pointer for it: then it is a small window, which looks like a menu. Its size is fixed so that
 // no compositor tiles it.
@@ -81,8 +96,9 @@ void makeWindow(QMenu& menu) {
 }  // namespace
 
 void fillMenu(QMenu& widget, const std::vector<MenuLine>& lines,
-              std::function<void(quint32)> chosen) {
+              const std::function<void(quint32)>& chosen) {
   makeDisabledLinesReadable(widget);
+  makeOutlinesClear(widget);
   widget.setSeparatorsCollapsible(false);
   auto* radios = new QActionGroup(&widget);
   for (const MenuLine& line : lines) {

@@ -7,7 +7,6 @@ import pytest
 pytest.register_assert_rewrite("scale_tests")
 from gi.repository import GLib  # noqa: E402
 from gnome_desktop import NativeGnome, WillingDesktop  # noqa: E402
-from photographs import on_gnome  # noqa: E402
 from scale_tests import *  # noqa: E402,F401,F403
 from session import wait_until  # noqa: E402
 
@@ -34,16 +33,12 @@ def set_scale(session, scale):
     return exact
 
 
-@pytest.fixture
-def photograph(tmp_path, build):
-    def take(scale, dark):
-        folder = tmp_path / f"{scale}"
-        folder.mkdir()
-        # On a smaller one GNOME offers no scale of 2.
-        with NativeGnome(str(folder), size=(1920, 1200)) as session, contextlib.closing(
-                WillingDesktop(session)) as desktop:
-            exact = set_scale(session, scale)
-            session.set("org.gnome.desktop.interface", "color-scheme",
-                        "prefer-dark" if dark else "default")
-            return on_gnome(desktop, build, exact)
-    return take
+@contextlib.contextmanager
+def at_scale(folder, _build, scale, dark):
+    # On a smaller one GNOME offers no scale of 2.
+    with NativeGnome(folder, size=(1920, 1200)) as session, contextlib.closing(
+            WillingDesktop(session)) as desktop:
+        exact = set_scale(session, scale)
+        session.set("org.gnome.desktop.interface", "color-scheme", "prefer-dark" if dark else "default")
+        desktop.hide_messages()
+        yield desktop, exact, {}

@@ -5,8 +5,10 @@ import contextlib
 import pytest
 from accessible import OpenMenu
 from kwin_desktop import RIGHT
+from menu_tests import around
 from panel import tray_items
-from pixels import contrast
+from photographs import once_drawn
+from pixels import contrast, on_screen
 from session import SessionError, wait_until
 
 pytest.register_assert_rewrite("plasma_tests")
@@ -41,6 +43,12 @@ class Panel(PlasmaPanel):
         with contextlib.suppress(SessionError):
             return wait_until(lambda: self._desktop.picture(*above) != before, 5, "menu")
         return False
+
+
+def test_three_lines_are_drawn_between_the_menus_parts(desktop, panel, tavin, engine):
+    menu = panel.open_menu(engine)
+    assert once_drawn(lambda: on_screen(desktop, *around(menu))).rules() == 3
+    menu.close()
 
 
 def test_the_icon_is_clear_in_the_panels_colour(desktop, panel, tavin):

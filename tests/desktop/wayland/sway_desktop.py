@@ -25,6 +25,10 @@ class SwayDesktop(DataControlDesktop):
     def window(self, wid):
         return next(w for w in self.session.windows() if str(w["id"]) == wid)
 
+    def box(self, wid):
+        rect = self.window(wid)["rect"]
+        return [rect[side] for side in ("x", "y", "width", "height")]
+
     def key(self, *keys):
         for names in keys:
             self.session.input.chord(names)

@@ -67,6 +67,9 @@ class SwaySession(Session):
             return os.path.exists(path) and self.ask(GET_TREE)
         return None
 
+    def picture(self, path):
+        self.run(["grim", path])
+
     def ask(self, kind, text=""):
         """A question in sway's own language; its answer."""
         with socket.socket(socket.AF_UNIX) as s:

@@ -8,6 +8,7 @@ import pytest
 from driver import Tavin
 from gi.repository import GLib
 from panel import tray_items
+from photographs import of_window
 from session import SessionError, wait_until
 
 TEXT = "read from the menu"
@@ -98,6 +99,10 @@ def test_window_is_small_and_reads_the_program_before_it(tavin, desktop, engine,
     desktop.key("Down", "Return")
     assert engine.wait_for("/speak", since=since) == [{"text": TEXT}]
     assert no_menu(desktop)
+
+
+def test_three_lines_are_drawn_in_the_window(tavin, desktop, field):
+    assert of_window(desktop, str(show_menu(tavin, desktop)["id"])).rules() == 3
 
 
 def test_window_closes_by_key(tavin, desktop, field):

@@ -82,11 +82,11 @@ void FakeBus::emitSignal(Message signal) {
   }
 }
 
-void FakeBus::call(Message call) {
+void FakeBus::call(const std::vector<Message>& calls) {
   {
     const std::lock_guard lock(mutex_);
     claim(!clients_.empty() && !clients_.back().name.empty(), "there is a connection");
-    sendCall(clients_.back(), *call);
+    for (const Message& call : calls) sendCall(clients_.back(), *call);
   }
   awaitAnswers();
 }
@@ -119,7 +119,7 @@ void FakeBus::settle() {
 void FakeBus::awaitAnswers() {
   const auto waits = [this] {
     const std::lock_guard lock(mutex_);
-    return std::ranges::any_of(clients_, [](const Client& client) { return client.awaited > 0; });
+    return waits_ = isAwaiting();
   };
   while (waits()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
@@ -167,11 +167,19 @@ void FakeBus::serve() {
     }
     if (files.front().revents != 0)
       clients_.push_back({::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC)});
-    // Whoever waits looks again.
-    if (qApp != nullptr)
-      QMetaObject::invokeMethod(
-          qApp, [] {}, Qt::QueuedConnection);
+    wakeWaiter();
   }
+}
+
+// Only one that waits: an event loop that does not run would keep the events for good.
+void FakeBus::wakeWaiter() {
+  if (waits_ && !isAwaiting())
+    QMetaObject::invokeMethod(
+        qApp, [] {}, Qt::QueuedConnection);
+}
+
+bool FakeBus::isAwaiting() const {
+  return std::ranges::any_of(clients_, [](const Client& client) { return client.awaited > 0; });
 }
 
 bool FakeBus::receive(Client& client) {

@@ -27,8 +27,8 @@ class FakeBus {
   void answerWith(FuzzedDataProvider* input, Answers answers = {});
   // A program sends this to each connection, as `program` where it names no other sender.
   void emitSignal(Message signal);
-  // The same of a call to the connection that was made last; waits for its answer.
-  void call(Message call);
+  // Calls the connection that was made last, one call after the other; waits for all answers.
+  void call(const std::vector<Message>& calls);
   // The path of which signals were asked for last.
   std::string watchedPath();
   // Runs the event loop until nothing is under way any more.
@@ -58,6 +58,8 @@ class FakeBus {
   void send(const Client& client, DBusMessage& message);
   void sendCall(Client& client, DBusMessage& call);
   void awaitAnswers();
+  void wakeWaiter();
+  bool isAwaiting() const;
 
   int listener_ = -1;
   int names_ = 0;
@@ -68,7 +70,8 @@ class FakeBus {
   Answers answers_;
   std::string watchedPath_ = "/";
   dbus_uint32_t serial_ = 0;
-  int received_ = 0;  // Messages, the answers to those apart.
+  int received_ = 0;    // Messages, the answers to those apart.
+  bool waits_ = false;  // The main thread, for answers.
 };
 
 }  // namespace tavin::fuzz

@@ -103,8 +103,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   FuzzedDataProvider input(data, size);
   offered.sample.items = anyItems(input, 0);
   offered.sample.performed.clear();
+  std::vector<fuzz::Message> calls;
   for (int left = 20; left > 0 && input.remaining_bytes() > 0; --left)
-    offered.bus.call(anyCall(input));
+    calls.push_back(anyCall(input));
+  offered.bus.call(calls);
   offered.bus.settle();
   return 0;
 }

@@ -3,6 +3,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 #include <poll.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <memory>
@@ -34,6 +35,8 @@ class Owner {
     fuzz::claim(connection_ != nullptr, "there is a display");
     window_ = connection_->createHiddenWindow();
     for (const char* name : names) atoms_.push_back(connection_->atom(name));
+    incr_ = atoms_[5];
+    lastAtom_ = *std::ranges::max_element(atoms_);
     std::thread([this] { serve(); }).detach();
   }
   void answerWith(FuzzedDataProvider* input) {
@@ -81,22 +84,30 @@ class Owner {
     notify(manner == 0 ? xcb_atom_t{XCB_ATOM_NONE} : request.property);
   }
 
-  xcb_atom_t anyAtom() {
+  xcb_atom_t anyAtom(xcb_atom_t last) {
     return input_->ConsumeBool()
                ? atoms_[input_->ConsumeIntegralInRange<std::size_t>(0, atoms_.size() - 1)]
-               : input_->ConsumeIntegralInRange<xcb_atom_t>(1, 1000);
+               : input_->ConsumeIntegralInRange<xcb_atom_t>(1, last);
   }
+  // The server knows it: it takes no property of another type, and the reader would wait in vain.
+  xcb_atom_t anyType() { return anyAtom(lastAtom_); }
 
   // Mostly what was asked for: for the list of targets atoms, else something of that type.
   void put(bool odd) {
     const bool list = request_.target == atoms_[0];
     if (odd)
-      change(anyAtom(), static_cast<std::uint8_t>(8 << input_->ConsumeIntegralInRange(0, 2)),
-             anyBytes());
+      putOdd(anyType(), static_cast<std::uint8_t>(8 << input_->ConsumeIntegralInRange(0, 2)));
     else if (list)
       change(atoms_[6], 32, anyAtoms());
     else
       change(request_.target, 8, anyBytes());
+  }
+
+  // What announces pieces is followed by them: the reader waits long for those that never come.
+  void putOdd(xcb_atom_t type, std::uint8_t format) {
+    if (type == incr_)
+      awaitTaking();
+    change(type, format, anyBytes());
   }
 
   std::vector<std::uint8_t> anyBytes() {
@@ -107,7 +118,7 @@ class Owner {
   std::vector<std::uint8_t> anyAtoms() {
     std::vector<std::uint8_t> bytes;
     for (int left = input_->ConsumeIntegralInRange(0, 8); left > 0; --left) {
-      const xcb_atom_t atom = anyAtom();
+      const xcb_atom_t atom = anyAtom(1000);
       const auto* begin = reinterpret_cast<const std::uint8_t*>(&atom);
       bytes.insert(bytes.end(), begin, begin + sizeof(atom));
     }
@@ -115,9 +126,13 @@ class Owner {
   }
 
   void beginPieces() {
+    awaitTaking();
+    change(incr_, 32, anyAtoms());
+  }
+
+  void awaitTaking() {
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection_->get(), request_.requestor, XCB_CW_EVENT_MASK, &mask);
-    change(atoms_[5], 32, anyAtoms());
   }
 
   // Each time that the piece before was taken; an empty one is the last.
@@ -127,7 +142,7 @@ class Owner {
     if (isAtEnd())
       change(request_.target, 8, {});
     else
-      change(input_->ConsumeBool() ? request_.target : anyAtom(), 8, anyBytes());
+      change(input_->ConsumeBool() ? request_.target : anyType(), 8, anyBytes());
   }
 
   void change(xcb_atom_t type, std::uint8_t format, const std::vector<std::uint8_t>& bytes) {
@@ -151,6 +166,8 @@ class Owner {
   const std::unique_ptr<Connection> connection_;
   xcb_window_t window_ = XCB_WINDOW_NONE;
   std::vector<xcb_atom_t> atoms_;
+  xcb_atom_t incr_ = XCB_ATOM_NONE;
+  xcb_atom_t lastAtom_ = XCB_ATOM_NONE;      // Atoms are numbered one by one.
   xcb_selection_request_event_t request_{};  // The last one.
   std::mutex mutex_;                         // For all.
   FuzzedDataProvider* input_ = nullptr;

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <future>
+#include <thread>
 #include <utility>
 
 #include "platform/copy/GuardedPasteboardFixture.h"
@@ -99,6 +102,49 @@ TEST_F(LateCopyTest, ACaptureThatBeginsWithoutAShortcutDecides) {
   pasteboard_.captureBegins();
   EXPECT_FALSE(clipboard_.isWatched());
   EXPECT_EQ(clipboard_.contents(), kCopied);
+}
+
+// Who put something there is asked for it, as it may be a clipboard manager with what was saved.
+TEST_F(LateCopyTest, ACaptureBeginsWhileASlowProgramIsAskedForTheClipboard) {
+  captureInVain();
+  std::promise<void> asked, answer;
+  clipboard_.whileRead = [&] {
+    asked.set_value();
+    answer.get_future().wait();
+  };
+  clipboard_.copy(false);
+  asked.get_future().wait();
+  // Would never come back.
+  auto begun = std::async([this] { pasteboard_.captureBegins(); });
+  EXPECT_EQ(begun.wait_for(5s), std::future_status::ready);
+  answer.set_value();
+  EXPECT_TRUE(isOver());
+}
+
+TEST_F(LateCopyTest, ACaptureWaitsForOneAnswerOfAProgramThatChangesTheClipboardAgainAndAgain) {
+  captureInVain();
+  std::atomic<int> answers = 0;
+  std::atomic<bool> ends = false, ended = false;
+  std::function<void()> answer = [&] {
+    std::this_thread::sleep_for(20ms);
+    ++answers;
+    ended = ends.load();
+    if (ended)
+      return;
+    clipboard_.whileRead = answer;
+    clipboard_.copy(false, kUsers);
+  };
+  clipboard_.whileRead = answer;
+  clipboard_.copy(false, kUsers);
+  for (int round = 0; round < 10; ++round) {
+    const int before = answers;
+    ASSERT_TRUE(eventually([&] { return answers > before; }));
+    const int waited = answers;
+    pasteboard_.clearContents();
+    EXPECT_LE(answers - waited, 2);  // One ended before the wait began.
+  }
+  ends = true;
+  EXPECT_TRUE(eventually([&] { return ended.load(); }));
 }
 
 TEST_F(LateCopyTest, TheShortcutOfTheNextCaptureShowsNoCopyOfTheUsersOwn) {

@@ -62,6 +62,29 @@ TEST_F(LoopbackSessionTest, EmptyBodyCountsAsPresent) {
   EXPECT_EQ(body(result), "");
 }
 
+TEST_F(LoopbackSessionTest, InterimAnswersArePassedOver) {
+  RawServer server([](const auto& peer) {
+    peer.send("HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 103 Early Hints\r\nLink: </x>\r\n\r\n");
+    peer.answer(R"({"a":1})");
+  });
+  const Result result = session.dataTask(get(server));
+  EXPECT_EQ(std::get<UrlResponse>(result).statusCode, 200);
+  EXPECT_EQ(body(result), R"({"a":1})");
+}
+
+TEST_F(LoopbackSessionTest, InterimAnswersWithoutEndFail) {
+  RawServer server([](const auto& peer) {
+    while (peer.send("HTTP/1.1 100 Continue\r\n\r\n")) std::this_thread::sleep_for(1ms);
+  });
+  EXPECT_TRUE(failed(session.dataTask(get(server, 5))));
+}
+
+TEST_F(LoopbackSessionTest, AnotherProtocolIsAnAnswerThatSaysNothing) {
+  RawServer server(
+      [](const auto& peer) { peer.send("HTTP/1.1 101 Switching Protocols\r\n\r\n{}"); });
+  EXPECT_EQ(std::get<UrlResponse>(session.dataTask(get(server))).statusCode, 101);
+}
+
 TEST_F(LoopbackSessionTest, GetsCarryNoHeaderOfOurOwnAndPostsBoth) {
   RawServer server([](const auto& peer) { peer.answer("{}"); });
   session.dataTask(get(server));

@@ -87,9 +87,9 @@ void FakePortal::respond(const QString& request, int code, const QVariantMap& re
              {static_cast<uint>(code), oddResults.isValid() ? oddResults : results});
 }
 
-void FakePortal::activate(const QString& id) {
+void FakePortal::activate(const QString& id, const QVariantMap& options) {
   emitSignal(objectPath, shortcutsInterface, QStringLiteral("Activated"),
-             {QVariant::fromValue(QDBusObjectPath(session)), id, qulonglong{1}, QVariantMap()});
+             {QVariant::fromValue(QDBusObjectPath(session)), id, qulonglong{1}, options});
 }
 
 void FakePortal::deactivate(const QString& id) {

@@ -29,7 +29,7 @@ class FakePortal : public QDBusVirtualObject {
   QList<portal::Shortcut> lastBind;  // What was asked for.
   QString session;                   // The path of the open one; empty where there is none.
 
-  void activate(const QString& id);
+  void activate(const QString& id, const QVariantMap& options = {});
   void deactivate(const QString& id);
   void closeSession();
 

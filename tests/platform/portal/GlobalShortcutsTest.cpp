@@ -176,6 +176,29 @@ TEST_F(GlobalShortcutsTest, EachPressIsOneHoweverLongItIsHeld) {
   EXPECT_THAT(presses, ElementsAre(1, 2, 1));
 }
 
+TEST_F(GlobalShortcutsTest, KeepsTheDesktopsTokenForTheWindowThatAnswersAPress) {
+  const auto kept = [] { return qgetenv("XDG_ACTIVATION_TOKEN"); };
+  qunsetenv("XDG_ACTIVATION_TOKEN");
+  start();
+  add(optionKey, 1);
+  ASSERT_TRUE(answered(1));
+  press(speakId);
+  ASSERT_TRUE(eventually([&] { return presses.size() == 1; }));
+  EXPECT_EQ(kept(), "");
+  portal->activate(speakId, {{"activation_token", "of the press"}});
+  ASSERT_TRUE(eventually([&] { return presses.size() == 2; }));
+  EXPECT_EQ(kept(), "of the press");
+  portal->deactivate(speakId);
+  portal->activate(speakId, {{"activation_token", QStringList{"no", "text"}}});
+  ASSERT_TRUE(eventually([&] { return presses.size() == 3; }));
+  portal->activate("of another program", {{"activation_token", "of another press"}});
+  portal->deactivate(speakId);
+  press(speakId);
+  ASSERT_TRUE(eventually([&] { return presses.size() == 4; }));
+  EXPECT_EQ(kept(), "of the press");
+  qunsetenv("XDG_ACTIVATION_TOKEN");
+}
+
 TEST_F(GlobalShortcutsTest, AnotherPresetTakesANewSessionOfTheSameName) {
   start();
   addBoth();

@@ -84,9 +84,13 @@ class PopupMenuLookTest : public PopupMenuTest {
   void TearDown() override { QApplication::setPalette(own_); }
 
   double contrastOfDisabled(const QPalette& theme) {
+    return contrastOfLine(theme, disabled("MMMMMM off"));
+  }
+
+  double contrastOfLine(const QPalette& theme, const MenuItem& line) {
     QApplication::setPalette(theme);
     SampleMenu lines;
-    lines.menu.items = {command("on"), disabled("MMMMMM off"), separator()};
+    lines.menu.items = {command("on"), line, separator()};
     QMenu menu;
     fillMenu(menu, linesOf(lines.menu, commands), {});
     menu.ensurePolished();
@@ -117,6 +121,12 @@ TEST_F(PopupMenuLookTest, DrawsDisabledLinesClearlyEnough) {
 TEST_F(PopupMenuLookTest, LeavesTheThemesColourWhereThatIsClearEnough) {
   const QPalette palette = theme("#efefef", "#000000", "#606060");
   EXPECT_NEAR(contrastOfDisabled(palette), contrast("#606060", palette.base().color()), 0.1);
+}
+
+TEST_F(PopupMenuLookTest, ShowsAnEmptyBoxOnADarkGround) {
+  const MenuItem box = command("", MenuAction::toggleLogin);
+  EXPECT_GE(contrastOfLine(theme("#353535", "#ffffff", "#4a4a4a"), box), 3);
+  EXPECT_GE(contrastOfLine(theme("#000000", "#ffffff", "#4a4a4a"), box), 3) << "high contrast";
 }
 
 TEST_F(PopupMenuLookTest, TellsDisabledLinesFromOthers) {

@@ -4,6 +4,7 @@ import collections
 import itertools
 import random
 import re
+import string
 import time
 
 import pytest
@@ -14,7 +15,7 @@ from tavin.text.spoken.speaker import say
 from test_corpus import LANGUAGES, SNIPPETS
 
 PLAIN = "house tree water garden morning window letter people winter story".split()
-JOINTS = [" ", " ", " ", "\n", "\n\n", ". ", ", ", "? "]
+JOINTS = [" ", " ", " ", "  ", "     ", "\n", "\n\n", ". ", ", ", "? "]
 SIGNS = """**x** * ** _ __ ` `` ``` ~~~ # ## > - + • | |a|b| |---|---| --- === *** [1] [ ] [x] ( ) { } < > <b> </b> <br>
 <a href="x"> & &amp; &lt; &#13; &#xe010; \\ / // /usr/bin ~/a.b C:\\x http:// https://a.b/c?d=e!
 www.x.org a@b.org x@ 😀 😀😀 👍🏽 ❤️ 🇩🇪
@@ -29,7 +30,7 @@ HOSTILE = [
     *("😀", "😀a", "👍🏽", "\u200d", "#", "#1", "1:", "1:2", "$1", "1$", "1/2 ", "e.g. ", "z. B. ", "e", "&#",
       "&a", "&amp;", "<!--", "\x0c", "\x0c\n", "1\n"),
     *("$", "$a ", "1$ ", "==a", "a==", "1:00-", "1.1.", "am 1.1.", "a[1]", "Mary I ", "Fr. ", "1. II ", "```{\n", "A* ", "a.A. The "),
-    *("a\t", "~", "=", "^1", "⁻²", "aB1+", "a1", "H₂", "½", "1er ", "²", "→", " → ", "km ", "5 km ", "'", "\"",
+    *("a\t", "a  ", "a  b\n", "a  b  c  d\n", "a     1\n", "a  b c\n", "  a\n", "a  b\n---\n", "~", "=", "^1", "⁻²", "aB1+", "a1", "H₂", "½", "1er ", "²", "→", " → ", "km ", "5 km ", "'", "\"",
       "...", "- ", "- a\n", "|a|b|\n", "```\n", "# a\n"),
     *("Parts I, ", "part I–", "wars I and ", "V–V–", "(a + b)²", "(a+", "(a + ", "[nb 1]", "[^1]", "a[nb 1]:1", "1,00,", "$1K-"),
     *("Luke 1:1-", "12 Oak Dr. ", "Mary V. ", "unter Kaiser ", "Ca²⁺", "²⁺", "3 StR 1/20 ", "5 mg/", "1 sq. ", " − "),
@@ -62,6 +63,27 @@ def test_no_plain_word_is_lost(language, seed):
         assert all(word in found for word in words), text
 
 
+NAMES = ("@", "@a", "b.org", "x.org/a", ".", "/", "\\")  # of a site, a person or a file
+GLUED = """* ** _ ` `` [ ] [1] ( ) { } < > </ | - -- — – : ; , . … / \\ = == + # $ % & &amp; " ' “ ” « » ~ ^ 1 12 2nd ² ½ € 、 。
+（ ） ： ！ 5km 5:30 1/2 é ñ 中 の :) @ @a a@b.org x.org/a x.org。 https://x.org/a， https://x.org/a—""".split()
+
+
+@pytest.mark.parametrize("language", LANGUAGES.values())
+def test_no_plain_word_is_lost_behind_a_sign_without_a_blank(language):
+    chance = random.Random(language)
+    for _ in range(300):
+        text, words = "", []
+        for number in range(chance.randrange(2, 26)):
+            words.append(chance.choice(PLAIN) + string.ascii_lowercase[number] * 2)  # none twice
+            text += words[-1] + chance.choice(["", " "]) + chance.choice([*GLUED, " "])
+            if text.endswith(NAMES):  # a name goes on up to the next blank
+                text += " "
+        found = said(text, language)
+        places = [found.find(word) for word in words]
+        assert places == sorted(places) and -1 not in places, (text, found)
+
+
+
 def wrapped(chance):
     """Prose of a page's width with numbers in its lines and between them, most of which count up."""
     lines, number = [], 0
@@ -73,6 +95,27 @@ def wrapped(chance):
             words.insert(chance.randrange(len(words) + 1), str(number))
         lines.append(" ".join(words))
     return "\n".join(lines)
+
+
+def in_columns(chance):
+    """Rows of one to three words in each of two to five columns, some cells empty or too wide, and lines of prose between."""
+    widths = [chance.randrange(4, 24) for _ in range(chance.randrange(2, 6))]
+    lines = []
+    for _ in range(chance.randrange(2, 80)):
+        cells = [" ".join(chance.choices([*PLAIN, "12", "7 %", "-"], k=chance.choice([0, 1, 1, 1, 2, 3]))) for _ in widths]
+        pad = chance.choice([str.ljust, str.ljust, str.rjust])
+        lines.append("  ".join(pad(cell, width) for cell, width in zip(cells, widths)))
+        if chance.random() < 0.1:
+            lines.append(chance.choice(["", "-" * 20, " ".join(chance.choices(PLAIN, k=12)), "```", "| a | b |"]))
+    return "\n".join(lines)
+
+
+def test_no_word_of_columns_is_lost():
+    chance = random.Random(5)
+    for _ in range(150):
+        text = in_columns(chance)
+        written, found = (collections.Counter(re.findall("|".join(PLAIN), part)) for part in (text, said(text, "en-us")))
+        assert not written - found, text
 
 
 def test_no_number_of_wrapped_prose_is_lost_unless_it_counts_up_at_the_distance_of_pages():
@@ -94,6 +137,7 @@ def test_no_text_grows_more_than_tenfold(language):
     texts = [sign * count for sign in [*SIGNS, *HOSTILE] for count in (1, 50)]
     texts += [" ".join([sign] * 50) for sign in SIGNS] + [param.values[1] for param in SNIPPETS]
     texts.append("|a very long head of a column|\n|---|\n" + "|1|\n" * 100)
+    texts.append("A VERY LONG HEAD OF A COLUMN    ANOTHER\n" + "a                               1\n" * 100)
     for text in texts:
         assert size(said(text, language)) <= GROWTH * size(text), text[:100]
 
@@ -117,6 +161,15 @@ def test_ten_megabytes_begin_as_soon_as_one_line():
     first = list(itertools.islice(filter(None, found), 3))
     assert time.thread_time() - begin < 0.05
     assert first[:2] == ["It costs 5 dollars, says link to example dot org.", "See a is not b."]
+
+
+@pytest.mark.parametrize("line", ["Anna     31", "----", "a  b", "   and more", ""])
+def test_a_table_of_ten_megabytes_is_not_held_back(line):
+    text = "Name     Age\nBob       7\n" + (line + "\n") * (10_000_000 // (len(line) + 1))
+    said("warm   up\nwarm   up", "en-us")
+    begin = time.thread_time()
+    next(filter(None, pieces(text, "en-us", 600)))
+    assert time.thread_time() - begin < 0.05
 
 
 def test_other_languages_have_what_does_not_depend_on_the_language():

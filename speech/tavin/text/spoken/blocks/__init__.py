@@ -15,6 +15,7 @@ from tavin.text.spoken.blocks import (
     inline_code,
     links,
 )
+from tavin.text.spoken.blocks.columns import Columns
 from tavin.text.spoken.blocks.fences import Fences
 from tavin.text.spoken.blocks.page_breaks import PageBreaks
 from tavin.text.spoken.blocks.pages import Pages
@@ -22,6 +23,7 @@ from tavin.text.spoken.blocks.tables import Tables
 
 LONGEST_HELD = 1000  # code points of a line whose end has not come
 LONGEST_WORD = 4000
+LONGEST_MARKUP = 400  # code points of a link or of code within a line, which no cut goes through
 QUOTE = re.compile(r"(?:>[> ]*)?")
 LINE_RULES = (decoration, headings, bullets)
 # Code first, in which nothing else is mark-up; citations before links, whose brackets theirs look like;
@@ -38,12 +40,13 @@ class Blocks:
         self._pages = Pages()
         self._page_breaks = PageBreaks()
         self._fences = Fences(words)
+        self._columns = Columns()
         self._tables = Tables()
 
     def take(self, portion):
         *lines, self._rest = (self._rest + portion).split("\n")
         told = [self._line(line, "\n") for line in lines]
-        end = self._rest.rfind(" ") + 1 or len(self._rest) // LONGEST_WORD * LONGEST_WORD
+        end = last_blank(self._rest) or len(self._rest) // LONGEST_WORD * LONGEST_WORD
         if len(self._rest) > LONGEST_HELD and end:  # too long to wait for its end
             told.append(self._line(self._rest[:end], ""))
             self._rest = self._rest[end:]
@@ -52,15 +55,15 @@ class Blocks:
 
     def end(self):
         last = [self._line(self._rest, "")]
-        last += map(self._marked, self._unbroken(self._pages.end()))
-        last += map(self._marked, self._page_breaks.end())
-        return "\n".join(filter(None, [*last, self._held_row()]))
+        for line in (*self._unbroken(self._pages.end()), *self._page_breaks.end()):
+            last += self._marked(line)
+        return "\n".join(filter(None, [*last, *self._held_rows(), self._held_row()]))
 
     def _line(self, line, end):
         if self._within:
             self._within = False
-            return self._held_row() + inline(line, self._words) + end
-        told = [self._marked(line) for line in self._unbroken(self._pages.take(line))]
+            return "\n".join([*self._held_rows(), self._held_row() + inline(line, self._words)]) + end
+        told = [said for line in self._unbroken(self._pages.take(line)) for said in self._marked(line)]
         return "\n".join(told) + (end if told else "")
 
     def _unbroken(self, lines):
@@ -68,13 +71,24 @@ class Blocks:
         for line in lines:
             yield from self._page_breaks.take(line, self._fences.is_open())
 
+    def _held_rows(self):
+        return map(self._in_columns, self._columns.end())
+
     def _held_row(self):
         return inline(self._tables.end(), self._words)
 
     def _marked(self, line):
+        """What is said of the line and those that were held back; nothing where it is."""
         code = self._fences.take(line)
-        if code is not None:
-            return self._held_row() + code
+        if code is None:
+            return map(self._in_columns, self._columns.take(line))
+        return [*self._held_rows(), self._held_row() + code]
+
+    def _in_columns(self, told):
+        line, row = told
+        return self._plain(line) if row is None else self._held_row() + inline(row, self._words)
+
+    def _plain(self, line):
         before, row = self._tables.take(line)
         before = inline(before, self._words)
         if row is not None:
@@ -84,6 +98,18 @@ class Blocks:
         for rule in LINE_RULES:
             told = rule.say(told, self._words)
         return before + quote + inline(told, self._words)
+
+
+def last_blank(line):
+    """Behind it, and not within a link, a tag or code."""
+    end = line.rfind(" ") + 1
+    for opening, closing in (("](", ")"), ("[", "]"), ("<", ">"), ("`", "`")):
+        begin = line.rfind("[" if opening == "](" else opening, max(0, end - LONGEST_MARKUP), end)
+        inside = line.find(opening, begin, end) if begin > 0 else -1
+        is_open = inside >= 0 and line.find(closing, inside + 1, end) < 0
+        if is_open and (opening != closing or line.count(opening, 0, end) % 2):
+            end = line.rfind(" ", 0, begin) + 1
+    return end
 
 
 def inline(line, words):
