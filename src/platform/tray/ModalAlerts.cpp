@@ -3,7 +3,7 @@
 #include <deque>
 #include <utility>
 
-#include "platform/gui/WindowProgram.h"
+#include "platform/windowlink/WindowProgram.h"
 
 namespace tavin {
 
@@ -11,7 +11,7 @@ namespace {
 
 class ModalAlerts final : public AlertPresenter {
  public:
-  explicit ModalAlerts(std::shared_ptr<gui::WindowProgram> program)
+  explicit ModalAlerts(std::shared_ptr<windowlink::WindowProgram> program)
       : program_(std::move(program)) {}
   ~ModalAlerts() override { program_->closeAlert(); }
   ModalAlerts(const ModalAlerts&) = delete;
@@ -49,7 +49,7 @@ class ModalAlerts final : public AlertPresenter {
                         });
   }
 
-  const std::shared_ptr<gui::WindowProgram> program_;
+  const std::shared_ptr<windowlink::WindowProgram> program_;
   std::deque<Request> waiting_;
   bool nextInFront_ = false;
   bool busy_ = false;  // From the opening of an alert to the end of its completion.
@@ -57,7 +57,8 @@ class ModalAlerts final : public AlertPresenter {
 
 }  // namespace
 
-std::unique_ptr<AlertPresenter> createAlertPresenter(std::shared_ptr<gui::WindowProgram> program) {
+std::unique_ptr<AlertPresenter> createAlertPresenter(
+    std::shared_ptr<windowlink::WindowProgram> program) {
   return std::make_unique<ModalAlerts>(std::move(program));
 }
 

@@ -10,7 +10,7 @@
 
 #include "platform/AlertPresenter.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 
 // What Tavin and the program that shows its windows say to each other. Neither trusts what it is
 // told: a message that is cut off, goes on after its end or says more than it may is none.
@@ -113,4 +113,4 @@ QByteArray encode(const Event& event);
 std::optional<Request> decodeRequest(const QByteArray& message);
 std::optional<Event> decodeEvent(const QByteArray& message);
 
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink

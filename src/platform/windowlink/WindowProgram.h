@@ -10,10 +10,10 @@
 
 #include "platform/ProcessLauncher.h"
 #include "platform/SystemLog.h"
-#include "platform/gui/Channel.h"
-#include "platform/gui/Messages.h"
+#include "platform/windowlink/Channel.h"
+#include "platform/windowlink/Messages.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 
 // The program that shows Tavin's alerts, its own menu and its icon in an old-style tray, so that no
 // library for windows and no plug-in of a theme is in Tavin itself. It is started when one of them
@@ -96,4 +96,4 @@ class WindowProgram : private QObject {
   int restarts_ = 0;
 };
 
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink
