@@ -36,8 +36,8 @@ struct MenuLine {
   }
 };
 
-// A `token` is what the desktop gave the user's deed that a window answers. An `id` tells an answer
-// to what is open from one to what was open before.
+// A `token` is what the desktop gave the user's action that a window answers. An `id` tells an
+// answer to what is open from one to what was open before.
 struct ShowAlert {
   quint32 id = 0;
   Alert alert;
