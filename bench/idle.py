@@ -1,5 +1,6 @@
 """What a program that waits in the tray holds and how often it wakes."""
 
+import collections
 import contextlib
 import os
 import time
@@ -18,26 +19,29 @@ def processes_of(pid):
     return found
 
 
+def _rollup(pid):
+    """What the kernel counts of a process's memory, in bytes."""
+    with open(f"/proc/{pid}/smaps_rollup", encoding="ascii") as f:
+        next(f)  # the range of its addresses
+        return {name: int(value.split()[0]) * 1024
+                for name, _, value in (line.partition(":") for line in f)}
+
+
 def memory(pid):
     """Megabytes, summed over the program's processes: all that is mapped and there; that with
     shared pages divided among the machine's processes that map them; of it what is no file's
     (heap, stacks, relocated tables)."""
-    sums = {"Rss": 0, "Pss": 0, "Pss_Anon": 0}
+    sums = collections.Counter()
     for process in processes_of(pid):
-        with contextlib.suppress(OSError), \
-                open(f"/proc/{process}/smaps_rollup", encoding="ascii") as f:
-            for line in f:
-                name, _, value = line.partition(":")
-                if name in sums:
-                    sums[name] += int(value.split()[0]) * 1024
+        with contextlib.suppress(OSError):
+            sums.update(_rollup(process))
     return {"resident": sums["Rss"] / MB, "proportional": sums["Pss"] / MB,
             "anonymous": sums["Pss_Anon"] / MB, "processes": len(processes_of(pid))}
 
 
 def own_memory(pid):
     """Megabytes of the process alone that are no file's."""
-    with open(f"/proc/{pid}/smaps_rollup", encoding="ascii") as f:
-        return next(int(line.split()[1]) for line in f if line.startswith("Pss_Anon:")) / 1024
+    return _rollup(pid)["Pss_Anon"] / MB
 
 
 def _switches(pid):

@@ -1,6 +1,7 @@
-"""How long the engine takes, measured where the sound comes out and at its answers."""
+"""How long the engine takes, measured where the sound comes out and at its answers, and what it holds."""
 
 import time
+from pathlib import Path
 
 from sound import RATE, until
 
@@ -67,3 +68,15 @@ def usual_status(engine, count=100):
     times.sort()
     print(f"status: median {times[count // 2]:.4f} s, 99th percentile {times[count * 99 // 100 - 1]:.4f} s")
     return times[count // 2]
+
+
+def memory_of(pid, kind="VmRSS"):
+    """Bytes of one process, as the kernel's status file names them; VmHWM is the most that it has had."""
+    status = Path(f"/proc/{pid}/status").read_text(encoding="utf-8")
+    return int(status.partition(f"{kind}:")[2].split()[0]) * 1024
+
+
+def memory_of_all(engine):
+    """Bytes of the engine with its workers and players."""
+    helpers = engine.helpers("tavin.synthesis.worker") + engine.helpers("tavin.sound.player")
+    return sum(map(memory_of, [engine.process.pid, *helpers]))

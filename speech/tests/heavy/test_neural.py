@@ -10,7 +10,7 @@ import neural_models
 import pytest
 import tiny_model
 from engine_process import exists
-from measures import STATUS_LIMIT, usual_status
+from measures import STATUS_LIMIT, memory_of_all, usual_status
 from sound import RATE, until
 from spoken import expected, first_difference, trimmed, without_silence
 from test_idle import sleep_is_seen
@@ -272,13 +272,13 @@ def test_ten_megabytes_start_soon_with_constant_memory(engine, recorder):
     choose(engine)
     ready(engine)
     speaks(engine, recorder)
-    before = memory(engine)
+    before = memory_of_all(engine)
     engine.speak(LONG * (10_000_000 // len(LONG)))
     begin = time.monotonic()
     engine.wait_for("speaking", 10)
     assert time.monotonic() - begin < 2
     recorder.loud_for(2)
-    assert memory(engine) - before < 96 * 1024 * 1024
+    assert memory_of_all(engine) - before < 96 * 1024 * 1024
     engine.post("/stop")
     assert engine.status()["state"] == "idle"
 
@@ -290,14 +290,6 @@ def test_no_wake_up_after_speaking(engine, recorder):
     speaks(engine, recorder)
     pids = [engine.process.pid, neural_worker(engine), engine.helper("tavin.sound.player")]
     sleep_is_seen(pids)
-
-
-def memory(engine):
-    total = 0
-    for pid in [engine.process.pid, *engine.helpers("tavin.synthesis.worker"), *engine.helpers("tavin.sound.player")]:
-        with open(f"/proc/{pid}/status", encoding="ascii") as status:
-            total += next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmRSS"))
-    return total
 
 
 ENGLISH = "This is a text in English, and that is what it is for the voice as well."

@@ -3,20 +3,15 @@
 import http.client
 import socket
 import time
-from pathlib import Path
 
 import pytest
 from engine_process import PORT
+from measures import memory_of
 from sound import until
 
 SIZE = 60_000_000
 HEAD = "POST /speak HTTP/1.1\r\nHost: 127.0.0.1:%d\r\nX-Tavin: 1\r\nContent-Length: %d\r\n\r\n"
 LISTS = b'{"more": [' + b"{}," * (SIZE // 3)
-
-
-def memory(engine):
-    status = Path(f"/proc/{engine.process.pid}/status").read_text()
-    return int(status.partition("VmRSS:")[2].split()[0]) * 1024
 
 
 @pytest.mark.parametrize("path", ["/speak", "/config", "/stop"])
@@ -43,11 +38,11 @@ def test_a_large_body_that_begins_as_a_text_and_is_none_is_refused_soon(engine):
 
 def test_aborted_uploads_leave_no_memory_behind(engine):
     engine.status()
-    before = memory(engine)
+    before = memory_of(engine.process.pid)
     for share in (0.2, 0.5, 0.9, 0.99) * 2:
         with socket.create_connection(("127.0.0.1", PORT), 10) as client:
             body = b'{"text": "' + b"word " * (int(SIZE * share) // 5)
             client.sendall(HEAD.encode() % (PORT, SIZE) + body)
         engine.status()
-    print("left", memory(engine) - before)
-    until(lambda: memory(engine) - before < 8_000_000, 5, "the memory is given back")
+    print("left", memory_of(engine.process.pid) - before)
+    until(lambda: memory_of(engine.process.pid) - before < 8_000_000, 5, "the memory is given back")

@@ -11,6 +11,7 @@ from measures import (
     STATUS_LIMIT,
     begin_after,
     best_of,
+    memory_of_all,
     silence_after,
     time_of_move,
     usual_status,
@@ -171,7 +172,7 @@ def test_a_long_text_starts_at_once_with_constant_memory(engine, recorder):
     text = "The quick brown fox jumps over the lazy dog again. " * 200_000  # 10 MB
     engine.speak("Warm.")
     engine.wait_for("idle")
-    before = memory(engine)
+    before = memory_of_all(engine)
     engine.speak(text)
     asked = time.monotonic()
     engine.wait_for("speaking")
@@ -179,23 +180,15 @@ def test_a_long_text_starts_at_once_with_constant_memory(engine, recorder):
     assert engine.status()["chars"] == len(text)
     recorder.loud_for(2)
     # The text itself, its JSON and room for a few sentences of sound.
-    assert memory(engine) - before < 64 * 1024 * 1024
+    assert memory_of_all(engine) - before < 64 * 1024 * 1024
     engine.post("/stop")
-    until(lambda: memory(engine) - before < 8 * 1024 * 1024, 2, "the text is let go of")
+    until(lambda: memory_of_all(engine) - before < 8 * 1024 * 1024, 2, "the text is let go of")
     begin = len(recorder.samples)
     engine.speak("\u200b" * 3_000_000 + "The end.")
     assert engine.wait_for("idle", 60)["error"] is None
     recorder.quiet_for(0.3)
     assert len(trimmed(recorder.samples[begin:])) > 0.3 * RATE
-    assert memory(engine) - before < 8 * 1024 * 1024
-
-
-def memory(engine):
-    total = 0
-    for pid in [engine.process.pid, *engine.helpers("tavin.synthesis.worker"), *engine.helpers("tavin.sound.player")]:
-        with open(f"/proc/{pid}/status", encoding="ascii") as status:
-            total += next(int(line.split()[1]) * 1024 for line in status if line.startswith("VmRSS"))
-    return total
+    assert memory_of_all(engine) - before < 8 * 1024 * 1024
 
 
 def test_status_answers_at_once_while_speaking(engine, recorder):

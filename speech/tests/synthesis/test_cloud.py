@@ -1,10 +1,10 @@
 """The cloud back-ends in a whole engine, against a local server."""
 
 import signal
-from pathlib import Path
 
 import pytest
 from cloud_service import KEY, TEXT, finish, info, use
+from measures import memory_of
 from sound import RATE, until
 from spoken import trimmed, without_silence
 
@@ -104,18 +104,12 @@ def test_an_error_ends_the_text_and_blocks_nobody(cloud_engine, service, name):
 def test_a_service_that_never_stops_sending_fills_no_memory(cloud_engine, service):
     use(cloud_engine, "openai")
     assert finish(cloud_engine, "Hello.")["error"] is None
-    before = memory(cloud_engine)
+    before = memory_of(cloud_engine.process.pid, "VmHWM")
     service.trouble = "endless"
     cloud_engine.speak(TEXT)
     error = until(lambda: cloud_engine.status()["error"], 10, "the error")
     assert "more sound than the text can have" in error
-    assert memory(cloud_engine) - before < 32 * 1024 * 1024
-
-
-def memory(engine):
-    """The most that the engine has had."""
-    status = Path(f"/proc/{engine.process.pid}/status").read_text()
-    return next(int(line.split()[1]) * 1024 for line in status.splitlines() if line.startswith("VmHWM"))
+    assert memory_of(cloud_engine.process.pid, "VmHWM") - before < 32 * 1024 * 1024
 
 
 def test_what_is_ready_is_heard_before_an_error_ends_the_text(cloud_engine, service, recorder):
