@@ -60,7 +60,7 @@ void* Connection::bindGlobal(const wl_interface& interface, std::uint32_t highes
 }
 
 bool Connection::turn(std::vector<pollfd>& others, int timeoutMs) {
-  // What handlers did may have changed what is to be waited for, so the caller decides anew.
+  // What handlers did may have changed what is to be waited for, so the caller decides again.
   if (wl_display_prepare_read(display_) != 0)
     return wl_display_dispatch_pending(display_) >= 0;
   const bool sent = wl_display_flush(display_) >= 0;

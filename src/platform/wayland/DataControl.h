@@ -24,7 +24,7 @@ class DataControl {
   // Null where the compositor has neither. `connection` must outlive it.
   static std::unique_ptr<DataControl> create(Connection& connection);
 
-  // The protocol and its version, for people.
+  // The protocol and its version, for the log.
   const std::string& name() const { return name_; }
   // Called after each change of a selection.
   std::function<void(SelectionKind)> changed;

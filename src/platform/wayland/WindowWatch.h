@@ -36,7 +36,7 @@ struct Window {
 
 // One of the protocols for taskbars.
 struct WindowSource {
-  std::string name;  // For people.
+  std::string name;  // For the log.
   std::shared_ptr<void> manager;
 };
 

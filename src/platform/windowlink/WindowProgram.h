@@ -49,7 +49,7 @@ class WindowProgram : private QObject {
                 std::function<void(std::optional<quint32>)> closed);
   void closeMenu();  // `closed` is not called any more.
 
-  // Shown again where the program had to be started anew, five times in a row.
+  // Shown again where the program had to be started again, five times in a row.
   void showIcon(const QString& symbol, const QString& toolTip, std::function<void()> clicked);
   void hideIcon();
 
