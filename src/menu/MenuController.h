@@ -76,7 +76,7 @@ class MenuController final : public MenuDelegate,
   bool hotkeysPossible = true;
 
  private:
-  // MenuController.cpp: the layout.
+  // MenuLayout.cpp: what it holds.
   void layOut(const std::optional<EngineStatus>& status);
   void addSpeechItems(const std::optional<EngineStatus>& status, const ShortcutPreset& preset);
   void addShortcutNote(Menu& submenu) const;

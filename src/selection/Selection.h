@@ -28,6 +28,9 @@ class Selection {
   std::optional<QString> viaCopy() const;
 
  private:
+  static std::optional<QString> unlessBlank(std::optional<QString> text);
+
+  // SelectionByCopy.cpp
   void waitForModifiersUp() const;
   void postCommandC() const;
   void postKey(bool down) const;

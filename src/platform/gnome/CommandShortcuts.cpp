@@ -10,14 +10,14 @@
 #include <utility>
 
 #include "platform/bus/SessionBus.h"
-#include "platform/desktop/Settings.h"
+#include "platform/desktop/GioSettings.h"
 #include "platform/gnome/KeyHolders.h"
 #include "platform/gnome/ShortcutSettings.h"
 #include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::gnome {
 
-using desktop::Settings;
+using desktop::GioSettings;
 using shortcuts::Answer;
 using shortcuts::KeyCombination;
 
@@ -34,7 +34,7 @@ void waitUntilStored() {
   std::promise<void> stored;
   std::future<void> done = stored.get_future();
   std::thread([stored = std::move(stored)]() mutable {
-    Settings::sync();
+    GioSettings::sync();
     stored.set_value();
   }).detach();
   done.wait_for(storeDeadline);
@@ -57,7 +57,7 @@ CommandShortcuts::CommandShortcuts(const QDBusConnection& bus, const ServeKey& s
 }
 
 Answer CommandShortcuts::add(const KeyCombination& combination) {
-  if (!Settings::open(mediaKeysSchema()))
+  if (!GioSettings::open(mediaKeysSchema()))
     return Answer::refused(QStringLiteral("GNOME's settings daemon is not installed"));
   const BothAccelerators keys = BothAccelerators::of(combination);
   const QString action = shortcuts::actionOf(combination);

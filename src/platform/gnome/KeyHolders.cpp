@@ -7,13 +7,13 @@
 #include <QJsonObject>
 #include <QStandardPaths>
 
-#include "platform/desktop/Settings.h"
+#include "platform/desktop/GioSettings.h"
 #include "platform/gnome/ShortcutSettings.h"
 #include "platform/posix/ForeignFile.h"
 
 namespace tavin::gnome {
 
-using desktop::Settings;
+using desktop::GioSettings;
 
 namespace {
 
@@ -25,7 +25,7 @@ const QStringList& desktopSchemas() {
   return schemas;
 }
 
-bool holds(const Settings& settings, const QString& key, const BothAccelerators& combination) {
+bool holds(const GioSettings& settings, const QString& key, const BothAccelerators& combination) {
   for (const QString& text : settings.strings(key)) {
     const auto accelerator = Accelerator::parse(text);
     if (accelerator && combination.isThe(*accelerator))
@@ -34,7 +34,7 @@ bool holds(const Settings& settings, const QString& key, const BothAccelerators&
   return false;
 }
 
-std::optional<QString> holderIn(const std::optional<Settings>& settings, const QString& schema,
+std::optional<QString> holderIn(const std::optional<GioSettings>& settings, const QString& schema,
                                 const BothAccelerators& combination) {
   if (!settings)
     return std::nullopt;
@@ -48,7 +48,7 @@ std::optional<QString> holderIn(const std::optional<Settings>& settings, const Q
 std::optional<QString> otherCustomBinding(const BothAccelerators& combination,
                                           const QStringList& ours) {
   for (const QString& path : customPaths()) {
-    const auto binding = Settings::open(customSchema(), path);
+    const auto binding = GioSettings::open(customSchema(), path);
     if (!ours.contains(path) && binding && holds(*binding, QStringLiteral("binding"), combination))
       return QStringLiteral("the custom shortcut ") +
              binding->strings(QStringLiteral("name")).join(QString());
@@ -57,7 +57,7 @@ std::optional<QString> otherCustomBinding(const BothAccelerators& combination,
 }
 
 QStringList enabledExtensions() {
-  const auto shell = Settings::open(QStringLiteral("org.gnome.shell"));
+  const auto shell = GioSettings::open(QStringLiteral("org.gnome.shell"));
   if (!shell || shell->flag(QStringLiteral("disable-user-extensions")))
     return {};
   QStringList enabled = shell->strings(QStringLiteral("enabled-extensions"));
@@ -79,7 +79,8 @@ std::optional<QString> holderInExtension(const QString& folder,
                              .toString();
   const QString schemas = folder + QStringLiteral("/schemas");
   const bool brought = QFileInfo::exists(schemas + QStringLiteral("/gschemas.compiled"));
-  return holderIn(Settings::open(schema, {}, brought ? schemas : QString()), schema, combination);
+  return holderIn(GioSettings::open(schema, {}, brought ? schemas : QString()), schema,
+                  combination);
 }
 
 std::optional<QString> extension(const BothAccelerators& combination) {
@@ -99,7 +100,7 @@ std::optional<QString> extension(const BothAccelerators& combination) {
 
 std::optional<QString> holderOf(const BothAccelerators& combination, const QStringList& ours) {
   for (const QString& schema : desktopSchemas()) {
-    if (auto holder = holderIn(Settings::open(schema), schema, combination))
+    if (auto holder = holderIn(GioSettings::open(schema), schema, combination))
       return holder;
   }
   if (auto holder = otherCustomBinding(combination, ours))

@@ -1,11 +1,11 @@
 #include "platform/gnome/ShortcutSettings.h"
 
-#include "platform/desktop/Settings.h"
+#include "platform/desktop/GioSettings.h"
 #include "platform/shortcuts/ShortcutAction.h"
 
 namespace tavin::gnome {
 
-using desktop::Settings;
+using desktop::GioSettings;
 
 namespace {
 
@@ -15,7 +15,7 @@ const QString commandKey = QStringLiteral("command");
 const QString bindingKey = QStringLiteral("binding");
 
 void setPaths(const QStringList& paths) {
-  if (auto settings = Settings::open(mediaKeysSchema())) {
+  if (auto settings = GioSettings::open(mediaKeysSchema())) {
     // The list as it was before us may have been the default one.
     if (paths.isEmpty())
       settings->reset(listKey);
@@ -31,7 +31,7 @@ QString mediaKeysSchema() { return QStringLiteral("org.gnome.settings-daemon.plu
 QString customSchema() { return mediaKeysSchema() + QStringLiteral(".custom-keybinding"); }
 
 QStringList customPaths() {
-  const auto settings = Settings::open(mediaKeysSchema());
+  const auto settings = GioSettings::open(mediaKeysSchema());
   return settings ? settings->strings(listKey) : QStringList();
 }
 
@@ -56,7 +56,7 @@ QString runActionOf(const QString& action) { return action + QStringLiteral("-ke
 
 void addCustomBinding(const QString& action, const QString& title, const Accelerator& key) {
   const QString path = customPathOf(action);
-  auto binding = Settings::open(customSchema(), path);
+  auto binding = GioSettings::open(customSchema(), path);
   if (!binding)
     return;
   binding->setString(nameKey, QStringLiteral("Tavin: ") + title);
@@ -74,7 +74,7 @@ void removeCustomBinding(const QString& action) {
   if (paths.removeAll(path) == 0)
     return;
   setPaths(paths);
-  if (auto binding = Settings::open(customSchema(), path)) {
+  if (auto binding = GioSettings::open(customSchema(), path)) {
     for (const QString& key : {nameKey, commandKey, bindingKey}) binding->reset(key);
   }
 }

@@ -7,13 +7,13 @@
 #include "platform/gnome/GnomeWindows.h"
 #include "platform/gnome/XwaylandPasteboard.h"
 #include "platform/session/Candidates.h"
-#include "platform/session/PortalKey.h"
+#include "platform/session/ChoosePortalKey.h"
 #include "platform/wayland/FakeInput.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandPasteboard.h"
 #include "platform/wayland/WaylandWindowSystem.h"
-#include "platform/x11/CreateCapture.h"
-#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/CaptureBackEnd.h"
+#include "platform/x11/X11CopyKey.h"
 
 namespace tavin::session {
 namespace {
@@ -84,7 +84,7 @@ const std::array<KeyRow, 5> keyTable{
       }},
      // X11 has one way. Xwayland's windows alone would get the keys.
      {"xtest", onXorg,
-      [](const Survey&, const KeyNeeds&) -> Key { return x11::X11Keyboard::create(); }},
+      [](const Survey&, const KeyNeeds&) -> Key { return x11::X11CopyKey::create(); }},
      // Only where it is forced: nothing is ever copied.
      {"none", nowhere, [](const Survey&, const KeyNeeds&) -> Key { return nullptr; }}}};
 

@@ -24,7 +24,7 @@
 #include "platform/session/ShortcutServices.h"
 #include "platform/session/Survey.h"
 #include "platform/shortcuts/RegisteredHotkeys.h"
-#include "platform/tray/ModalAlerts.h"
+#include "platform/tray/AlertQueue.h"
 #include "platform/tray/Tray.h"
 #include "platform/wayland/CompositorEnd.h"
 #include "platform/windowlink/WindowProgram.h"

@@ -157,17 +157,17 @@ void DBusMenu::prepare() {
 
 bool DBusMenu::refresh() {
   settling_.stop();
-  const MenuLayout::Changes changes = take(source_.refresh());
+  const NumberedMenu::Changes changes = take(source_.refresh());
   resized_ = changes.rootSize;
   return std::find(changes.children.begin(), changes.children.end(), 0) != changes.children.end();
 }
 
 void DBusMenu::measure() { take(source_.measure()); }
 
-MenuLayout::Changes DBusMenu::take(const Menu* menu) {
+NumberedMenu::Changes DBusMenu::take(const Menu* menu) {
   if (menu == nullptr)
     return {};
-  MenuLayout::Changes changes = layout_.update(*menu);
+  NumberedMenu::Changes changes = layout_.update(*menu);
   announce(changes);
   return changes;
 }
@@ -192,7 +192,7 @@ void DBusMenu::settle() {
     settling_.stop();
 }
 
-void DBusMenu::announce(const MenuLayout::Changes& changes) {
+void DBusMenu::announce(const NumberedMenu::Changes& changes) {
   if (!changes.properties.empty()) {
     static const QStringList changeable{"visible", "label", "accessible-desc", "enabled",
                                         "toggle-state"};

@@ -3,7 +3,7 @@
 #include <QTimer>
 
 #include "platform/bus/BusObject.h"
-#include "platform/tray/MenuLayout.h"
+#include "platform/tray/NumberedMenu.h"
 
 namespace tavin::tray {
 
@@ -47,14 +47,14 @@ class DBusMenu final : public bus::BusObject {
   bool refresh();
   // The same unasked.
   void measure();
-  MenuLayout::Changes take(const Menu* menu);
+  NumberedMenu::Changes take(const Menu* menu);
   void keepMeasured();
   void settle();
   void closed();
-  void announce(const MenuLayout::Changes& changes);
+  void announce(const NumberedMenu::Changes& changes);
 
   MenuSource& source_;
-  MenuLayout layout_;
+  NumberedMenu layout_;
   uint revision_ = 1;
   QTimer settling_;
   bool resized_ = false;  // By the last opening.

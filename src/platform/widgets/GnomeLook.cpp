@@ -5,20 +5,20 @@
 #include <QPalette>
 
 #include "platform/desktop/DesktopName.h"
-#include "platform/desktop/Settings.h"
+#include "platform/desktop/GioSettings.h"
 #include "platform/widgets/DisplayServer.h"
 
 namespace tavin::widgets {
 namespace {
 
-using desktop::Settings;
+using desktop::GioSettings;
 
-bool wantsDark(const std::optional<Settings>& settings) {
+bool wantsDark(const std::optional<GioSettings>& settings) {
   return settings && settings->strings("color-scheme") == QStringList("prefer-dark");
 }
 
 bool wantsHighContrast() {
-  const auto settings = Settings::open("org.gnome.desktop.a11y.interface");
+  const auto settings = GioSettings::open("org.gnome.desktop.a11y.interface");
   return settings && settings->flag("high-contrast");
 }
 
@@ -32,7 +32,7 @@ void setColours(const QColor& window, const QColor& button, const QColor& highli
 }
 
 // On X11 it is in the display's dots per inch already.
-void growLetters(const std::optional<Settings>& settings) {
+void growLetters(const std::optional<GioSettings>& settings) {
   const auto factor = settings ? settings->number("text-scaling-factor") : std::nullopt;
   if (!factor || !isOnWayland())
     return;
@@ -46,7 +46,7 @@ void growLetters(const std::optional<Settings>& settings) {
 void followGnomeLook() {
   if (!desktop::isGnome())
     return;
-  const auto settings = Settings::open("org.gnome.desktop.interface");
+  const auto settings = GioSettings::open("org.gnome.desktop.interface");
   const bool dark = wantsDark(settings);
   if (wantsHighContrast())
     setColours(dark ? Qt::black : Qt::white, dark ? Qt::black : Qt::white,

@@ -4,7 +4,7 @@
 
 #include <initializer_list>
 
-#include "platform/x11/KeyMap.h"
+#include "platform/x11/Keymap.h"
 
 namespace tavin::x11 {
 
@@ -19,7 +19,7 @@ constexpr xcb_keycode_t keyInPositionOfR = 27;
 using Modifiers = Reply<xcb_get_modifier_mapping_reply_t>;
 
 // The modifier that one of these symbols' keys works; 0 where none does.
-std::uint16_t maskOf(const KeyMap& keys, const Modifiers& modifiers,
+std::uint16_t maskOf(const Keymap& keys, const Modifiers& modifiers,
                      std::initializer_list<xcb_keysym_t> wanted) {
   constexpr int firstFree = 3;  // Shift, Lock and Control have their meaning by their place.
   constexpr int modifierCount = 8;
@@ -42,7 +42,7 @@ HotkeyMapping HotkeyMapping::read(const Connection& connection) {
   HotkeyMapping mapping;
   xcb_connection_t* c = connection.get();
   const auto cookie = xcb_get_modifier_mapping(c);
-  const KeyMap keys(connection);
+  const Keymap keys(connection);
   const Modifiers modifiers(xcb_get_modifier_mapping_reply(c, cookie, nullptr));
   if (keys.isKnown() && modifiers) {
     for (int key = keys.firstKey(); key <= keys.lastKey(); ++key) {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/x11/KeyMap.h"
+#include "platform/x11/Keymap.h"
 
 namespace tavin::x11 {
 
@@ -25,7 +25,7 @@ class KeyboardSnapshot {
   bool isDown(int key) const;
   std::uint64_t flagOf(int key) const;
 
-  const KeyMap map_;
+  const Keymap map_;
   const Reply<xcb_query_keymap_reply_t> down_;
 };
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/x11/ClipboardSnapshot.h"
 #include "platform/x11/CompoundText.h"
+#include "platform/x11/ReadClipboard.h"
 
 namespace tavin::x11 {
 namespace {

@@ -14,9 +14,9 @@
 #include "platform/Eventually.h"
 #include "platform/bus/SessionBus.h"
 #include "platform/capture/AssembleCapture.h"
-#include "platform/x11/CreateCapture.h"
+#include "platform/x11/CaptureBackEnd.h"
 #include "platform/x11/TestKeyboard.h"
-#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/X11CopyKey.h"
 
 namespace tavin::test {
 
@@ -44,7 +44,7 @@ inline std::optional<capture::Capture> captureOnX11(SystemLog& log) {
     return std::nullopt;
   return capture::assembleCapture(
       log, bus::sessionBus(),
-      {std::move(windows), std::move(*clipboard), x11::X11Keyboard::create()});
+      {std::move(windows), std::move(*clipboard), x11::X11CopyKey::create()});
 }
 
 // The back ends of capture in a real session, and a keyboard to select with.

@@ -7,6 +7,7 @@ given a time; one that takes long is left out from then on.
 import re
 import time
 import tomllib
+import unicodedata
 
 import icu
 
@@ -24,6 +25,7 @@ SPARE = 1000  # bytes that a sentence may grow by in any case
 TIME_LIMIT = 20  # ICU's unit; a few milliseconds
 SLOW = 0.01  # seconds of processor time for a sentence
 PLACE = re.compile(r"\(at line (\d+),")
+LANGUAGE = re.compile(r"[a-z]{2,3}(?:-[a-z0-9]{2,8})*")
 GROUP = re.compile(r"(?<!\\)\$(\d+)")
 EVERYWHERE = ""
 
@@ -47,31 +49,41 @@ class Pronunciation:
         if not seen:
             return None
         try:
-            self._rules, faults = rules_of(content_of(self._path).decode())
+            self._rules, faults = rules_of(content_of(self._path).decode("utf-8-sig"))
         except (OSError, UnicodeDecodeError) as failure:
             faults = [f"it cannot be read ({getattr(failure, 'strerror', None) or 'it is no UTF-8'})"]
         return f"{NAME}: {'; '.join(faults)}." if faults else None
 
     def say(self, sentence, language):
-        said = sentence
+        if not self._rules:
+            return sentence
+        said = composed(sentence)
         for name in dict.fromkeys((language, language.split("-")[0], EVERYWHERE)):
             for rule in self._rules.get(name, ()):
                 said = rule.say(said)
         return said if size(said) <= GROWTH * size(sentence) + SPARE else sentence
 
 
+def composed(text):
+    """Letters with their marks in one, as most texts have them."""
+    return unicodedata.normalize("NFC", text)
+
+
 class Words:
     """Whole words. One in small letters is found however it is written."""
 
     def __init__(self, spoken):
-        self._spoken = spoken
-        self._known = re.compile(rf"(?<!\w)(?:{any_of(spoken)})(?!\w)", re.IGNORECASE)
+        self._spoken = {word.replace("’", "'"): said for word, said in spoken.items()}
+        small = any_of(word for word in self._spoken if word == word.lower())
+        exact = f"{any_of(self._spoken)}|(?i:{small})".replace("'", "['’]")
+        self._known = re.compile(rf"(?<!\w)(?:{exact})(?!\w)")
 
     def say(self, sentence):
         return self._known.sub(self._said, sentence)
 
     def _said(self, found):
-        return self._spoken.get(found[0], self._spoken.get(found[0].lower(), found[0]))
+        word = found[0].replace("’", "'")
+        return self._spoken[word if word in self._spoken else word.lower()]
 
 
 class Pattern:
@@ -117,19 +129,26 @@ def rules_of(content):
     words, patterns = {}, {}
     for language, word, spoken in entries(found):
         try:
-            check(word, spoken)
+            check(language, word, spoken)
             if is_pattern(word):
                 patterns.setdefault(language, []).append(Pattern(word[1:-1], spoken))
             else:
                 words.setdefault(language, {})[word] = spoken
         except Fault as fault:
-            faults.append(f"line {line_of(word, content)}: {fault}")
+            faults.append((word, fault))
     if sum(map(len, words.values())) > MOST_RULES or sum(map(len, patterns.values())) > MOST_PATTERNS:
         return {}, [f"more than {MOST_RULES} words or {MOST_PATTERNS} patterns"]
-    if len(faults) > MOST_FAULTS:
-        faults = [*faults[:MOST_FAULTS], f"{len(faults) - MOST_FAULTS} more"]
     rules = {name: [Words(words[name])] if name in words else [] for name in {**words, **patterns}}
-    return {name: rules[name] + patterns.get(name, []) for name in rules}, faults
+    return {name: rules[name] + patterns.get(name, []) for name in rules}, told(faults, content)
+
+
+def told(faults, content):
+    """The first of them, each with its line."""
+    first = [
+        fault if isinstance(fault, str) else f"line {line_of(fault[0], content)}: {fault[1]}"
+        for fault in faults[:MOST_FAULTS]
+    ]
+    return [*first, f"{len(faults) - MOST_FAULTS} more"] if len(faults) > MOST_FAULTS else first
 
 
 def parsed(lines):
@@ -152,12 +171,15 @@ def parsed(lines):
 def entries(found):
     for name, value in found.items():
         if isinstance(value, dict):
-            yield from ((name.lower(), word, spoken) for word, spoken in value.items())
+            language = name.lower().replace("_", "-")
+            yield from ((language, composed(word), spoken) for word, spoken in value.items())
         else:
-            yield EVERYWHERE, name, value
+            yield EVERYWHERE, composed(name), value
 
 
-def check(word, spoken):
+def check(language, word, spoken):
+    if language and not LANGUAGE.fullmatch(language):
+        raise Fault(f"“{language}” is no language such as “en” or “en-GB”")
     if not isinstance(spoken, str):
         raise Fault("what is spoken must be a text in quotation marks")
     if not word.strip() or max(len(word), len(spoken)) > LONGEST:

@@ -44,8 +44,14 @@ SQL = "sequel"
 [de]
 SQL = "Es Ku El"
 
-["en-gb"]
+["en_GB"]
 tavin = "tavvin"
+
+[es]
+"New York" = "Nueva York"
+new = "nuevo"
+"don't" = "no"
+"café" = "un café"
 """
 
 
@@ -63,13 +69,16 @@ tavin = "tavvin"
         ("Use v12 on pg5.", "en-us", "Use version 12 on page 5."),
         ("Use v12.", "de", "Use v12."),
         ("a naïve man", "en-us", "a  man"),
+        ("New York, new york", "es", "Nueva York, nuevo york"),
+        ("I don’t, don't", "es", "I no, no"),
+        ("café and café", "es", "un café and un café"),
     ],
 )
 def test_a_rule_holds_for_its_language(write, written, language, spoken):
     assert said(write(RULES), written, language) == spoken
 
 
-def test_they_come_before_all_other_rules(write):
+def test_they_come_before_those_for_numbers_signs_and_abbreviations(write):
     own = Pronunciation(write('SQL = "sequel"\n"etc." = "and the rest"\n'))
     own.look()
     assert say("SQL etc. costs $5.", "en-us", own.say) == "sequel and the rest costs 5 dollars."
@@ -104,6 +113,7 @@ def test_a_change_is_seen(write):
         ('"" = "x"', "line 2: a word has 1 to 200 characters"),
         (f'b = "{"x" * 201}"', "line 2: a word has 1 to 200 characters"),
         ('a = "twice"', "line 2 is left out"),
+        ('[english]\nb = "c"\n[en]', "line 3: “english” is no language"),
     ],
 )
 def test_a_faulty_line_is_told_once_and_left_out(write, line, told):
@@ -111,6 +121,17 @@ def test_a_faulty_line_is_told_once_and_left_out(write, line, told):
     assert told in own.look()
     assert own.look() is None
     assert own.say("a b z", "en") == "alpha b omega"
+
+
+def test_as_many_faulty_lines_as_a_file_may_hold_are_told_soon(write):
+    own = Pronunciation(write("\n".join(f"b{number} = 5" for number in range(40_000))))
+    begin = time.thread_time()
+    assert "39990 more" in own.look()
+    assert time.thread_time() - begin < 2
+
+
+def test_what_marks_the_order_of_its_bytes_is_no_fault(write):
+    assert said(write('\ufeffa = "alpha"\n'), "a b") == "alpha b"
 
 
 def test_the_last_line_may_be_the_faulty_one(write):

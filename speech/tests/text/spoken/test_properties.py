@@ -4,6 +4,7 @@ import collections
 import itertools
 import random
 import re
+import string
 import time
 
 import pytest
@@ -58,6 +59,27 @@ def test_no_plain_word_is_lost(language, seed):
         text, words = mixed(chance)
         found = iter(re.findall(r"[^\W\d_]+", said(text, language)))
         assert all(word in found for word in words), text
+
+
+NAMES = ("@", "@a", "b.org", "x.org/a", ".", "/", "\\")  # of a site, a person or a file
+GLUED = """* ** _ ` `` [ ] [1] ( ) { } < > </ | - -- — – : ; , . … / \\ = == + # $ % & &amp; " ' “ ” « » ~ ^ 1 12 2nd ² ½ € 、 。
+（ ） ： ！ 5km 5:30 1/2 é ñ 中 の :) @ @a a@b.org x.org/a x.org。 https://x.org/a， https://x.org/a—""".split()
+
+
+@pytest.mark.parametrize("language", LANGUAGES.values())
+def test_no_plain_word_is_lost_behind_a_sign_without_a_blank(language):
+    chance = random.Random(language)
+    for _ in range(300):
+        text, words = "", []
+        for number in range(chance.randrange(2, 26)):
+            words.append(chance.choice(PLAIN) + string.ascii_lowercase[number] * 2)  # none twice
+            text += words[-1] + chance.choice(["", " "]) + chance.choice([*GLUED, " "])
+            if text.endswith(NAMES):  # a name goes on up to the next blank
+                text += " "
+        found = said(text, language)
+        places = [found.find(word) for word in words]
+        assert places == sorted(places) and -1 not in places, (text, found)
+
 
 
 def wrapped(chance):

@@ -22,6 +22,7 @@ from tavin.text.spoken.blocks.tables import Tables
 
 LONGEST_HELD = 1000  # code points of a line whose end has not come
 LONGEST_WORD = 4000
+LONGEST_MARKUP = 400  # code points of a link or of code within a line, which no cut goes through
 QUOTE = re.compile(r"(?:>[> ]*)?")
 LINE_RULES = (decoration, headings, bullets)
 # Code first, in which nothing else is mark-up; citations before links, whose brackets theirs look like;
@@ -43,7 +44,7 @@ class Blocks:
     def take(self, portion):
         *lines, self._rest = (self._rest + portion).split("\n")
         told = [self._line(line, "\n") for line in lines]
-        end = self._rest.rfind(" ") + 1 or len(self._rest) // LONGEST_WORD * LONGEST_WORD
+        end = last_blank(self._rest) or len(self._rest) // LONGEST_WORD * LONGEST_WORD
         if len(self._rest) > LONGEST_HELD and end:  # too long to wait for its end
             told.append(self._line(self._rest[:end], ""))
             self._rest = self._rest[end:]
@@ -84,6 +85,18 @@ class Blocks:
         for rule in LINE_RULES:
             told = rule.say(told, self._words)
         return before + quote + inline(told, self._words)
+
+
+def last_blank(line):
+    """Behind it, and not within a link, a tag or code."""
+    end = line.rfind(" ") + 1
+    for opening, closing in (("](", ")"), ("[", "]"), ("<", ">"), ("`", "`")):
+        begin = line.rfind("[" if opening == "](" else opening, max(0, end - LONGEST_MARKUP), end)
+        inside = line.find(opening, begin, end) if begin > 0 else -1
+        is_open = inside >= 0 and line.find(closing, inside + 1, end) < 0
+        if is_open and (opening != closing or line.count(opening, 0, end) % 2):
+            end = line.rfind(" ", 0, begin) + 1
+    return end
 
 
 def inline(line, words):

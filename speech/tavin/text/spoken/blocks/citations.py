@@ -20,6 +20,7 @@ LONGEST_WORD = 40
 ROWS = frozenset("arr array list matrix vector args argv Liste liste lista".split())
 NEED_ONE = ROWS | frozenset(  # they would say nothing without what is in the brackets
     "in by of see also and or is are was from to with than range interval option step press item"
+    " reference references algorithm equation figure table section page line chapter theorem rule note version"
     " von bei nach siehe auch und oder ist sind aus mit laut dans par de voir aussi et ou est selon"
     " en por ver véase también es según".split()
 )
@@ -44,7 +45,8 @@ def series(found):
 
 def close(found):
     word = word_before(found)
-    return found[0] if word in ROWS or NAME.search(word) and not word.isdigit() else ""
+    is_row = word in ROWS or NAME.search(word) and not word.isdigit() or word and found.string.count(f"{word}[") > 1
+    return found[0] if is_row else ""
 
 
 def apart(found):

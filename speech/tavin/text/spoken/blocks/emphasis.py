@@ -5,7 +5,9 @@ import re
 OPENING = re.compile(r"(?<![\w*_~\\])(?:[*_]{1,6}|~~)(?=[^\W_]|[\"“„«'‘(\[¿¡\ue010$€£])")
 CLOSING = re.compile(r"(?<=[^\W_]|[.!?…,;:)\]\"”“»'’%\ue011])(?:[*_]{1,6}|~~)(?![\w*_~=])")
 HIGHLIGHT = re.compile(r"(?<![\w=])==(?=[^\s=])([^=]{1,300})(?<=[^\s=])==(?![\w=])")  # not "x ==5"
-STARRED = re.compile(r"(?:[A-Z]|(?<![\w-])(?:char|int|void|float|double))\*(?= )")  # "A* search", "char* p"
+# "A* search", "a 5* hotel", "C*-algebra", "char* p"
+STARRED = re.compile(r"(?:[A-Z]|(?<!\w)[a-z]|\d|(?<![\w-])(?:char|int|void|float|double))$")
+LONGEST_STARRED = 8
 ESCAPED = re.compile(r"\\(?=[*_`\[\]#>~|!])")
 SIGNS = re.compile(r"[*_~\\]|==")
 
@@ -14,6 +16,13 @@ def say(line, _words):
     if not SIGNS.search(line):
         return line
     line = HIGHLIGHT.sub(r"\1", line)
-    if line.count("*") > 1 or not STARRED.search(line):
-        line = CLOSING.sub("", OPENING.sub("", line))
+    opened = OPENING.sub("", line)
+    line = CLOSING.sub(closed if opened == line else "", opened)
     return ESCAPED.sub("", line)
+
+
+def closed(found):
+    """What was opened in a line before, if it is not the asterisk of a name."""
+    word = found.string[max(0, found.start() - LONGEST_STARRED) : found.start()]
+    is_star = found[0] == "*" and found.string[found.end() :][:1] in (" ", "-") and STARRED.search(word)
+    return "*" if is_star else ""

@@ -15,8 +15,11 @@ WITHIN = (
     "|img|input|button|label|ruby|rt|rp|wbr|time|script|style|link|meta|svg|path|iframe|video|audio|source"
     "|picture"
 )
-PARTING_TAG = re.compile(rf"</?(?:{PARTING}){ATTRIBUTES}\s?/?>", re.IGNORECASE)
-TAG = re.compile(rf"</?(?:{WITHIN}){ATTRIBUTES}\s?/?>", re.IGNORECASE)
+TAG = re.compile(rf"<(/?)({PARTING}|{WITHIN})({ATTRIBUTES})\s?(/?)>", re.IGNORECASE)
+EDGES = frozenset("p div li ul ol dl dt dd tr td th h1 h2 h3 h4 h5 h6 blockquote pre".split())
+ALONE = frozenset("br hr wbr".split())  # without an end and often without attributes
+WITH_ATTRIBUTES = frozenset("a font img input link meta path iframe source".split())
+PARTS = frozenset(PARTING.split("|")) - {"h[1-6]"} | {f"h{level}" for level in range(1, 7)}
 PICTURE = re.compile(
     rf"<img(?=[\s>])[^<>]{{0,2000}}?\salt=[\"']([^\"'<>]{{1,500}})[\"'][^<>]{{0,2000}}>",
     re.IGNORECASE,
@@ -32,8 +35,43 @@ def say(line, _words):
     if "<" in line or "-->" in line:
         line = COMMENT.sub(" ", line)
         line = PICTURE.sub(r" \1 ", line)
-        line = TAG.sub("", PARTING_TAG.sub(PARAGRAPH, line))
+        tags = Tags(line)
+        line = TAG.sub(tags.said, line)
     return ENTITY.sub(character, line) if "&" in line else line
+
+
+class Tags:
+    """Those of a line. In prose "the <div> element" and "mv <source> <path>" are none: one without attributes and
+    without its partner in the line is one where a text begins or ends with it."""
+
+    def __init__(self, line):
+        self._opened, self._closed = {}, {}  # a name's first and last place
+        for tag in TAG.finditer(line):
+            if tag[1]:
+                self._closed[tag[2].lower()] = tag.start()
+            else:
+                self._opened.setdefault(tag[2].lower(), tag.start())
+        self._bare = TAG.sub("", line).strip()
+
+    def said(self, tag):
+        name = tag[2].lower()
+        if not (tag[3] or tag[4] or name in ALONE or self._has_partner(tag, name) or self._marks_a_text(tag, name)):
+            return tag[0]
+        return PARAGRAPH if name in PARTS else ""
+
+    def _has_partner(self, tag, name):
+        if tag[1]:
+            return self._opened.get(name, tag.start()) < tag.start()
+        return self._closed.get(name, -1) > tag.start()
+
+    def _marks_a_text(self, tag, name):
+        before, after = tag.string[: tag.start()], tag.string[tag.end() :]
+        if name in PARTS and not self._bare or name in EDGES and not (before.strip() and after.strip()):
+            return True
+        before, after = before[-1:], after[:1]
+        if tag[1]:
+            return bool(before.strip()) and before not in "([{\"'“"
+        return name not in WITH_ATTRIBUTES and (after.isalnum() or after == "<") and not before.isalnum()
 
 
 def character(entity):

@@ -4,7 +4,7 @@ import re
 
 from tavin.text.spoken.rules.code import in_words
 
-CODE = re.compile(r"(?<!`)(`{1,2})(?!`)([^`\n]+)\1(?!`)")
+CODE = re.compile(r"(?<![\w`])(`{1,2})(?!`)([^`\n]+)\1(?![^\W\d_]{2}|`)")
 
 
 def say(line, words):

@@ -9,12 +9,21 @@ KEY = re.compile(
     r"(?![\w+/=-])"
 )
 SAID = 4
+RUN = re.compile(r"[A-Z]?[a-z]+|[A-Z]+(?![a-z])|\d+")
+RANDOM = 2.75  # letters or digits in a run, at most, in the middle; words have more
+HEXADECIMAL = re.compile(r"[0-9a-fA-F-]+")
 LONG_NUMBER = re.compile(r"(?<![\w.,])\d{13,}(?![\w.,]*\d)")
 
 
 def say(sentence, words):
-    sentence = KEY.sub(lambda key: spoken(key[0], words), sentence)
+    sentence = KEY.sub(lambda key: spoken(key[0], words) if is_random(key[0]) else key[0], sentence)
     return LONG_NUMBER.sub(lambda number: " ".join(number[0]), sentence)
+
+
+def is_random(key):
+    """Not "Quarterly_Report_2024_Final_Version", "testUserCanLogin2"."""
+    runs = RUN.findall(key)
+    return HEXADECIMAL.fullmatch(key) or sum(map(len, runs)) < RANDOM * len(runs)
 
 
 def spoken(key, words):

@@ -19,7 +19,7 @@ struct MenuNode {
 // loses root lines while it opens, and none lets a line change its kind. So the root is a fixed
 // pool of lines of every kind that are relabelled, shown and hidden; the lines of a submenu keep
 // their numbers while their kinds stay the same and get new ones otherwise.
-class MenuLayout {
+class NumberedMenu {
  public:
   struct Changes {
     std::vector<int> properties;  // Lines that look different now.
@@ -27,7 +27,7 @@ class MenuLayout {
     bool rootSize = false;        // Other root lines are shown than before.
   };
 
-  MenuLayout();
+  NumberedMenu();
   // Draws the menu's present items.
   Changes update(const Menu& menu);
   const MenuNode& root() const { return root_; }

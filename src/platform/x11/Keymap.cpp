@@ -1,10 +1,10 @@
-#include "platform/x11/KeyMap.h"
+#include "platform/x11/Keymap.h"
 
 #include <algorithm>
 
 namespace tavin::x11 {
 
-KeyMap::KeyMap(const Connection& connection) {
+Keymap::Keymap(const Connection& connection) {
   xcb_connection_t* c = connection.get();
   const xcb_setup_t* setup = xcb_get_setup(c);
   firstKey_ = setup->min_keycode;
@@ -14,7 +14,7 @@ KeyMap::KeyMap(const Connection& connection) {
   symbols_.reset(xcb_get_keyboard_mapping_reply(c, cookie, nullptr));
 }
 
-std::span<const xcb_keysym_t> KeyMap::symbolsOf(int key) const {
+std::span<const xcb_keysym_t> Keymap::symbolsOf(int key) const {
   if (!isKnown() || key < firstKey_ || key > lastKey_)
     return {};
   const std::size_t width = symbols_->keysyms_per_keycode;
@@ -25,7 +25,7 @@ std::span<const xcb_keysym_t> KeyMap::symbolsOf(int key) const {
   return start + width > all.size() ? std::span<const xcb_keysym_t>{} : all.subspan(start, width);
 }
 
-bool KeyMap::hasAny(int key, std::initializer_list<xcb_keysym_t> wanted) const {
+bool Keymap::hasAny(int key, std::initializer_list<xcb_keysym_t> wanted) const {
   return std::ranges::any_of(symbolsOf(key), [&](xcb_keysym_t symbol) {
     return std::ranges::find(wanted, symbol) != wanted.end();
   });

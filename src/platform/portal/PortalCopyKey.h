@@ -23,12 +23,12 @@ struct ModifierHabits {
 
 // Types the copy command with the user's permission, through the desktop's portal. Work
 // queue only, save its making and end: main thread.
-class PortalKeyboard final : public copy::CopyKey {
+class PortalCopyKey final : public copy::CopyKey {
  public:
   // `keymap` tells what the user's keyboard puts on each key, in XKB's format; empty where that is
   // not known.
-  PortalKeyboard(std::shared_ptr<RemoteDesktop> desktop, ModifierHabits modifiers,
-                 std::function<std::string()> keymap)
+  PortalCopyKey(std::shared_ptr<RemoteDesktop> desktop, ModifierHabits modifiers,
+                std::function<std::string()> keymap)
       : desktop_(std::move(desktop)),
         modifiers_(std::move(modifiers)),
         keymap_(std::move(keymap)) {}

@@ -1,11 +1,11 @@
-#include "platform/session/PortalKey.h"
+#include "platform/session/ChoosePortalKey.h"
 
 #include <optional>
 #include <utility>
 
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/XwaylandModifiers.h"
-#include "platform/portal/PortalKeyboard.h"
+#include "platform/portal/PortalCopyKey.h"
 #include "platform/wayland/Keymap.h"
 #include "platform/wayland/KwinModifiers.h"
 
@@ -38,7 +38,7 @@ std::unique_ptr<copy::CopyKey> createPortalKey(
   auto habits = habitsOf(survey, log, modifiers);
   if (!habits)
     return nullptr;
-  return std::make_unique<portal::PortalKeyboard>(
+  return std::make_unique<portal::PortalCopyKey>(
       std::make_shared<portal::RemoteDesktop>(log), std::move(*habits),
       [] { return wayland::readKeymap(Deadline::in(secondsForKeymap)); });
 }

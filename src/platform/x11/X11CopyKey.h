@@ -9,10 +9,10 @@
 namespace tavin::x11 {
 
 // Types the copy command through XTEST. Work queue only.
-class X11Keyboard final : public copy::CopyKey {
+class X11CopyKey final : public copy::CopyKey {
  public:
   // Null without a display, and where it lets nobody type.
-  static std::unique_ptr<X11Keyboard> create();
+  static std::unique_ptr<X11CopyKey> create();
 
   std::uint64_t heldModifiers() override;
   // What is held is released first, so it keeps no command back.
@@ -20,7 +20,7 @@ class X11Keyboard final : public copy::CopyKey {
   void type() override;
 
  private:
-  explicit X11Keyboard(std::unique_ptr<Connection> connection);
+  explicit X11CopyKey(std::unique_ptr<Connection> connection);
   void fake(std::uint8_t type, xcb_keycode_t key) const;
 
   const std::unique_ptr<Connection> connection_;

@@ -1,4 +1,4 @@
-#include "platform/desktop/Settings.h"
+#include "platform/desktop/GioSettings.h"
 
 #include <gio/gio.h>
 
@@ -33,8 +33,8 @@ bool isOf(const Value& value, const GVariantType* type) {
 
 }  // namespace
 
-std::optional<Settings> Settings::open(const QString& schema, const QString& path,
-                                       const QString& folder) {
+std::optional<GioSettings> GioSettings::open(const QString& schema, const QString& path,
+                                             const QString& folder) {
   auto found = lookUp(schema, folder);
   const bool hasPlace = found && g_settings_schema_get_path(found.get()) != nullptr;
   if (!found || hasPlace != path.isEmpty())
@@ -43,10 +43,10 @@ std::optional<Settings> Settings::open(const QString& schema, const QString& pat
   std::shared_ptr<GSettings> settings(
       g_settings_new_full(found.get(), nullptr, hasPlace ? nullptr : place.constData()),
       g_object_unref);
-  return Settings(std::move(found), std::move(settings));
+  return GioSettings(std::move(found), std::move(settings));
 }
 
-QStringList Settings::keys() const {
+QStringList GioSettings::keys() const {
   const std::unique_ptr<gchar*, decltype(&g_strfreev)> names(
       g_settings_schema_list_keys(schema_.get()), g_strfreev);
   QStringList keys;
@@ -55,13 +55,13 @@ QStringList Settings::keys() const {
 }
 
 // GLib ends the program that asks for a key that is not there.
-Settings::Value Settings::value(const QString& key) const {
+GioSettings::Value GioSettings::value(const QString& key) const {
   const QByteArray name = key.toUtf8();
   const bool has = g_settings_schema_has_key(schema_.get(), name.constData()) != FALSE;
   return {has ? g_settings_get_value(settings_.get(), name.constData()) : nullptr, g_variant_unref};
 }
 
-QStringList Settings::strings(const QString& key) const {
+QStringList GioSettings::strings(const QString& key) const {
   const Value found = value(key);
   if (isOf(found, G_VARIANT_TYPE_STRING))
     return {QString::fromUtf8(g_variant_get_string(found.get(), nullptr))};
@@ -75,13 +75,13 @@ QStringList Settings::strings(const QString& key) const {
   return list;
 }
 
-void Settings::setString(const QString& key, const QString& value) {
+void GioSettings::setString(const QString& key, const QString& value) {
   if (strings(key) == QStringList(value))
     return;
   g_settings_set_string(settings_.get(), key.toUtf8().constData(), value.toUtf8().constData());
 }
 
-void Settings::setStrings(const QString& key, const QStringList& value) {
+void GioSettings::setStrings(const QString& key, const QStringList& value) {
   std::vector<QByteArray> texts;
   for (const QString& text : value) texts.push_back(text.toUtf8());
   std::vector<const gchar*> pointers;
@@ -90,22 +90,22 @@ void Settings::setStrings(const QString& key, const QStringList& value) {
   g_settings_set_strv(settings_.get(), key.toUtf8().constData(), pointers.data());
 }
 
-bool Settings::flag(const QString& key) const {
+bool GioSettings::flag(const QString& key) const {
   const Value found = value(key);
   return isOf(found, G_VARIANT_TYPE_BOOLEAN) && g_variant_get_boolean(found.get()) != FALSE;
 }
 
-std::optional<double> Settings::number(const QString& key) const {
+std::optional<double> GioSettings::number(const QString& key) const {
   const Value found = value(key);
   if (!isOf(found, G_VARIANT_TYPE_DOUBLE))
     return std::nullopt;
   return g_variant_get_double(found.get());
 }
 
-void Settings::reset(const QString& key) {
+void GioSettings::reset(const QString& key) {
   g_settings_reset(settings_.get(), key.toUtf8().constData());
 }
 
-void Settings::sync() { g_settings_sync(); }
+void GioSettings::sync() { g_settings_sync(); }
 
 }  // namespace tavin::desktop

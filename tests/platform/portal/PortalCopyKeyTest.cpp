@@ -9,7 +9,7 @@
 #include "FakeRemoteDesktop.h"
 #include "platform/Eventually.h"
 #include "platform/copy/CopyKeyboard.h"
-#include "platform/portal/PortalKeyboard.h"
+#include "platform/portal/PortalCopyKey.h"
 
 namespace tavin::test {
 namespace {
@@ -33,11 +33,11 @@ std::string keymapWith(const std::string& symbol) {
          symbol + " ] }; }; };";
 }
 
-class PortalKeyboardTest : public ::testing::Test {
+class PortalCopyKeyTest : public ::testing::Test {
  protected:
   void start(portal::ModifierHabits habits = {}) {
     keyboard = std::make_unique<copy::CopyKeyboard>(
-        std::make_unique<portal::PortalKeyboard>(
+        std::make_unique<portal::PortalCopyKey>(
             std::make_shared<portal::RemoteDesktop>(log, portal::RestoreToken(tokenPath())),
             std::move(habits), [this] { return keymap; }),
         [this] { return mayCopy; });
@@ -88,7 +88,7 @@ class PortalKeyboardTest : public ::testing::Test {
   std::string keymap;  // Empty: it is not known.
 };
 
-TEST_F(PortalKeyboardTest, AsksAtTheFirstNeedAndTypesFromTheSecondOn) {
+TEST_F(PortalCopyKeyTest, AsksAtTheFirstNeedAndTypesFromTheSecondOn) {
   start();
   EXPECT_THAT(portal->calls, IsEmpty());
   open();
@@ -100,7 +100,7 @@ TEST_F(PortalKeyboardTest, AsksAtTheFirstNeedAndTypesFromTheSecondOn) {
   EXPECT_EQ(dialogs(), 1);
 }
 
-TEST_F(PortalKeyboardTest, PressesTheKeysThatTheLayoutHasNow) {
+TEST_F(PortalCopyKeyTest, PressesTheKeysThatTheLayoutHasNow) {
   start();
   open();
   keymap = keymapWith("Insert");
@@ -112,7 +112,7 @@ TEST_F(PortalKeyboardTest, PressesTheKeysThatTheLayoutHasNow) {
   EXPECT_EQ(portal->keys, moved);
 }
 
-TEST_F(PortalKeyboardTest, OfAPortalThatHangsNoKeyStaysDown) {
+TEST_F(PortalCopyKeyTest, OfAPortalThatHangsNoKeyStaysDown) {
   start();
   open();
   portal->keysHang = true;
@@ -127,7 +127,7 @@ TEST_F(PortalKeyboardTest, OfAPortalThatHangsNoKeyStaysDown) {
   EXPECT_EQ(portal->keys, chord);
 }
 
-TEST_F(PortalKeyboardTest, AsksOnceHoweverOftenIsPressedMeanwhile) {
+TEST_F(PortalCopyKeyTest, AsksOnceHoweverOftenIsPressedMeanwhile) {
   portal->dialogStaysOpen = true;
   start();
   EXPECT_FALSE(press());
@@ -140,7 +140,7 @@ TEST_F(PortalKeyboardTest, AsksOnceHoweverOftenIsPressedMeanwhile) {
   EXPECT_EQ(portal->keys, chord);
 }
 
-TEST_F(PortalKeyboardTest, NobodyIsAskedForAProgramThatGetsNoKeys) {
+TEST_F(PortalCopyKeyTest, NobodyIsAskedForAProgramThatGetsNoKeys) {
   start();
   mayCopy = false;
   EXPECT_FALSE(press());
@@ -148,7 +148,7 @@ TEST_F(PortalKeyboardTest, NobodyIsAskedForAProgramThatGetsNoKeys) {
   EXPECT_THAT(portal->calls, IsEmpty());
 }
 
-TEST_F(PortalKeyboardTest, WhatWasDeclinedIsNotAskedForAgain) {
+TEST_F(PortalCopyKeyTest, WhatWasDeclinedIsNotAskedForAgain) {
   portal->answerCode = 1;
   start();
   pressAndWait("declined");
@@ -163,7 +163,7 @@ TEST_F(PortalKeyboardTest, WhatWasDeclinedIsNotAskedForAgain) {
   EXPECT_TRUE(portal->session.isEmpty());
 }
 
-TEST_F(PortalKeyboardTest, AQuestionThatTheDesktopBreaksOffIsAskedAgainByTheNextPress) {
+TEST_F(PortalCopyKeyTest, AQuestionThatTheDesktopBreaksOffIsAskedAgainByTheNextPress) {
   portal->answerCode = portal::endedOtherwise;
   start();
   pressAndWait("not asked to the end");
@@ -172,7 +172,7 @@ TEST_F(PortalKeyboardTest, AQuestionThatTheDesktopBreaksOffIsAskedAgainByTheNext
   EXPECT_TRUE(press());
 }
 
-TEST_F(PortalKeyboardTest, ADesktopThatAlwaysBreaksOffIsNotAskedForEver) {
+TEST_F(PortalCopyKeyTest, ADesktopThatAlwaysBreaksOffIsNotAskedForEver) {
   portal->answerCode = portal::endedOtherwise;
   start();
   pressAndWait("not asked to the end");
@@ -183,7 +183,7 @@ TEST_F(PortalKeyboardTest, ADesktopThatAlwaysBreaksOffIsNotAskedForEver) {
   EXPECT_EQ(dialogs(), 3);
 }
 
-TEST_F(PortalKeyboardTest, ADesktopThatAlwaysClosesItsQuestionIsNotAskedForEver) {
+TEST_F(PortalCopyKeyTest, ADesktopThatAlwaysClosesItsQuestionIsNotAskedForEver) {
   portal->dialogStaysOpen = true;
   start();
   for (const char* answer : {"ended", "ended", "declined"}) {
@@ -198,7 +198,7 @@ TEST_F(PortalKeyboardTest, ADesktopThatAlwaysClosesItsQuestionIsNotAskedForEver)
   EXPECT_EQ(dialogs(), 3);
 }
 
-TEST_F(PortalKeyboardTest, AGrantWithoutTheKeyboardIsNone) {
+TEST_F(PortalCopyKeyTest, AGrantWithoutTheKeyboardIsNone) {
   portal->answerDevices = 0;
   start();
   pressAndWait("declined");
@@ -206,7 +206,7 @@ TEST_F(PortalKeyboardTest, AGrantWithoutTheKeyboardIsNone) {
   EXPECT_THAT(portal->keys, IsEmpty());
 }
 
-TEST_F(PortalKeyboardTest, AnInterfaceWithoutAKeyboardOpensNothing) {
+TEST_F(PortalCopyKeyTest, AnInterfaceWithoutAKeyboardOpensNothing) {
   portal->deviceTypes = 0;
   start();
   pressAndWait("no keyboard");
@@ -216,7 +216,7 @@ TEST_F(PortalKeyboardTest, AnInterfaceWithoutAKeyboardOpensNothing) {
   EXPECT_TRUE(press());
 }
 
-TEST_F(PortalKeyboardTest, ASessionThatTheUserEndedIsOpenedByTheNextPress) {
+TEST_F(PortalCopyKeyTest, ASessionThatTheUserEndedIsOpenedByTheNextPress) {
   start();
   open();
   portal->closeSession();
@@ -226,7 +226,7 @@ TEST_F(PortalKeyboardTest, ASessionThatTheUserEndedIsOpenedByTheNextPress) {
   EXPECT_EQ(dialogs(), 2);
 }
 
-TEST_F(PortalKeyboardTest, APortalThatRestartsIsAskedByTheNextPress) {
+TEST_F(PortalCopyKeyTest, APortalThatRestartsIsAskedByTheNextPress) {
   start();
   open();
   portal->leave();
@@ -236,7 +236,7 @@ TEST_F(PortalKeyboardTest, APortalThatRestartsIsAskedByTheNextPress) {
   EXPECT_TRUE(press());
 }
 
-TEST_F(PortalKeyboardTest, APortalThatEndsWhileItAsksKeepsNobodyWaiting) {
+TEST_F(PortalCopyKeyTest, APortalThatEndsWhileItAsksKeepsNobodyWaiting) {
   portal->dialogStaysOpen = true;
   start();
   EXPECT_FALSE(press());
@@ -249,7 +249,7 @@ TEST_F(PortalKeyboardTest, APortalThatEndsWhileItAsksKeepsNobodyWaiting) {
   EXPECT_TRUE(press());
 }
 
-TEST_F(PortalKeyboardTest, ANewerPortalRemembersTheUsersAnswer) {
+TEST_F(PortalCopyKeyTest, ANewerPortalRemembersTheUsersAnswer) {
   portal->version = 2;
   portal->answerToken = "first";
   start();
@@ -265,14 +265,14 @@ TEST_F(PortalKeyboardTest, ANewerPortalRemembersTheUsersAnswer) {
   ASSERT_TRUE(eventually([&] { return portal::RestoreToken(tokenPath()).read() == "second"; }));
 }
 
-TEST_F(PortalKeyboardTest, AnOlderPortalIsNotAskedToRemember) {
+TEST_F(PortalCopyKeyTest, AnOlderPortalIsNotAskedToRemember) {
   start();
   open();
   EXPECT_FALSE(portal->selection.contains("persist_mode"));
   EXPECT_FALSE(QFileInfo::exists(tokenPath()));
 }
 
-TEST_F(PortalKeyboardTest, WhileTheUserHoldsAModifierNoChordIsMade) {
+TEST_F(PortalCopyKeyTest, WhileTheUserHoldsAModifierNoChordIsMade) {
   std::uint64_t held = EventFlags::option;
   start({.held = [&held] { return held; }, .released = false});
   open();
@@ -283,7 +283,7 @@ TEST_F(PortalKeyboardTest, WhileTheUserHoldsAModifierNoChordIsMade) {
   EXPECT_EQ(portal->keys, chord);
 }
 
-TEST_F(PortalKeyboardTest, WhereThatCanBeDoneHeldModifiersAreReleasedFirst) {
+TEST_F(PortalCopyKeyTest, WhereThatCanBeDoneHeldModifiersAreReleasedFirst) {
   start({.held = {}, .released = true});
   open();
   EXPECT_TRUE(press());
@@ -293,7 +293,7 @@ TEST_F(PortalKeyboardTest, WhereThatCanBeDoneHeldModifiersAreReleasedFirst) {
   EXPECT_EQ(portal->keys, others + chord.mid(0, 1) + alt + chord.mid(1));
 }
 
-TEST_F(PortalKeyboardTest, WithoutAPortalNothingIsMade) {
+TEST_F(PortalCopyKeyTest, WithoutAPortalNothingIsMade) {
   portal.reset();
   start();
   pressAndWait("no keyboard");

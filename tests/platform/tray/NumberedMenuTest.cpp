@@ -2,14 +2,14 @@
 
 #include "SampleMenu.h"
 #include "platform/desktop/Catalogue.h"
-#include "platform/tray/MenuLayout.h"
+#include "platform/tray/NumberedMenu.h"
 
 namespace tavin::tray {
 namespace {
 
 using namespace tavin::test;
 
-std::vector<const MenuNode*> shown(const MenuLayout& layout) {
+std::vector<const MenuNode*> shown(const NumberedMenu& layout) {
   std::vector<const MenuNode*> nodes;
   for (const MenuNode& node : layout.root().children)
     if (node.properties.value("visible").toBool())
@@ -29,8 +29,8 @@ std::vector<int> ids(const std::vector<MenuNode>& nodes) {
   return result;
 }
 
-TEST(MenuLayout, ShowsTheItemsInOrder) {
-  MenuLayout layout;
+TEST(NumberedMenu, ShowsTheItemsInOrder) {
+  NumberedMenu layout;
   Menu menu;
   menu.items = {command("one"), submenu("two", {}), separator(), command("three")};
   layout.update(menu);
@@ -38,8 +38,8 @@ TEST(MenuLayout, ShowsTheItemsInOrder) {
   EXPECT_EQ(shown(layout)[2]->properties.value("type"), "separator");
 }
 
-TEST(MenuLayout, FromRightToLeftTheSignsOfAShortcutKeepTheirOrder) {
-  MenuLayout layout;
+TEST(NumberedMenu, FromRightToLeftTheSignsOfAShortcutKeepTheirOrder) {
+  NumberedMenu layout;
   Menu menu;
   menu.items = {command("one\t⌥ Esc"), command("⌃⌥ R"), command("two")};
   layout.update(menu);
@@ -52,7 +52,7 @@ TEST(MenuLayout, FromRightToLeftTheSignsOfAShortcutKeepTheirOrder) {
 }
 
 // GNOME's shell shows each separator that has a visible line before and after it, hidden or not.
-int separatorsInGnome(const MenuLayout& layout) {
+int separatorsInGnome(const NumberedMenu& layout) {
   bool between = false;
   int count = 0;
   for (const MenuNode& node : layout.root().children) {
@@ -66,8 +66,8 @@ int separatorsInGnome(const MenuLayout& layout) {
   return count;
 }
 
-TEST(MenuLayout, NoHiddenSeparatorStandsBetweenTheLinesOfTheMenu) {
-  MenuLayout layout;
+TEST(NumberedMenu, NoHiddenSeparatorStandsBetweenTheLinesOfTheMenu) {
+  NumberedMenu layout;
   const auto login = [] {
     MenuItem item = command("login");
     item.action = MenuAction::toggleLogin;
@@ -88,8 +88,8 @@ TEST(MenuLayout, NoHiddenSeparatorStandsBetweenTheLinesOfTheMenu) {
   EXPECT_EQ(separatorsInGnome(layout), 2);
 }
 
-TEST(MenuLayout, RootLinesStayWhateverTheMenuHolds) {
-  MenuLayout layout;
+TEST(NumberedMenu, RootLinesStayWhateverTheMenuHolds) {
+  NumberedMenu layout;
   const std::vector<int> before = ids(layout.root().children);
   Menu menu;
   menu.items = {command("a"), separator(), command("b", MenuAction::toggleLogin)};
@@ -101,8 +101,8 @@ TEST(MenuLayout, RootLinesStayWhateverTheMenuHolds) {
   EXPECT_TRUE(changes.rootSize);
 }
 
-TEST(MenuLayout, NoLineEverChangesItsKind) {
-  MenuLayout layout;
+TEST(NumberedMenu, NoLineEverChangesItsKind) {
+  NumberedMenu layout;
   const auto kinds = [&] {
     QStringList result;
     for (const MenuNode& node : layout.root().children)
@@ -118,8 +118,8 @@ TEST(MenuLayout, NoLineEverChangesItsKind) {
   EXPECT_EQ(kinds(), before);
 }
 
-TEST(MenuLayout, AnUnchangedMenuChangesNothing) {
-  MenuLayout layout;
+TEST(NumberedMenu, AnUnchangedMenuChangesNothing) {
+  NumberedMenu layout;
   Menu menu;
   menu.items = {command("one"), submenu("two", {choice("a", "a", true)})};
   layout.update(menu);
@@ -129,8 +129,8 @@ TEST(MenuLayout, AnUnchangedMenuChangesNothing) {
   EXPECT_FALSE(changes.rootSize);
 }
 
-TEST(MenuLayout, SubmenuOfTheSameShapeKeepsItsNumbers) {
-  MenuLayout layout;
+TEST(NumberedMenu, SubmenuOfTheSameShapeKeepsItsNumbers) {
+  NumberedMenu layout;
   Menu menu;
   menu.items = {submenu("voices", {choice("a", "a", true), choice("b", "b")})};
   layout.update(menu);
@@ -142,8 +142,8 @@ TEST(MenuLayout, SubmenuOfTheSameShapeKeepsItsNumbers) {
   EXPECT_THAT(changes.children, ::testing::IsEmpty());
 }
 
-TEST(MenuLayout, SubmenuOfAnotherShapeGetsNewNumbers) {
-  MenuLayout layout;
+TEST(NumberedMenu, SubmenuOfAnotherShapeGetsNewNumbers) {
+  NumberedMenu layout;
   Menu menu;
   menu.items = {submenu("voices", {disabled("Loading…")})};
   layout.update(menu);
@@ -155,8 +155,8 @@ TEST(MenuLayout, SubmenuOfAnotherShapeGetsNewNumbers) {
   EXPECT_EQ(shown(layout)[0]->children.size(), 2U);
 }
 
-TEST(MenuLayout, AMenuBeyondThePoolIsShownWhole) {
-  MenuLayout layout;
+TEST(NumberedMenu, AMenuBeyondThePoolIsShownWhole) {
+  NumberedMenu layout;
   Menu menu;
   for (int i = 0; i < 200; ++i) menu.items.push_back(command(QString::number(i)));
   EXPECT_THAT(layout.update(menu).children, ::testing::ElementsAre(0));
@@ -164,8 +164,8 @@ TEST(MenuLayout, AMenuBeyondThePoolIsShownWhole) {
   EXPECT_THAT(layout.update(menu).children, ::testing::IsEmpty());
 }
 
-TEST(MenuLayout, EscapesUnderscoresAndKeepsTheRest) {
-  MenuLayout layout;
+TEST(NumberedMenu, EscapesUnderscoresAndKeepsTheRest) {
+  NumberedMenu layout;
   Menu menu;
   menu.items = {command("snake_case & <b>\t⌥ Esc")};
   layout.update(menu);
@@ -173,8 +173,8 @@ TEST(MenuLayout, EscapesUnderscoresAndKeepsTheRest) {
   EXPECT_EQ(shown(layout)[0]->properties.value("accessible-desc"), "snake_case & <b>\t⌥ Esc");
 }
 
-TEST(MenuLayout, EnablesByTheMenusRule) {
-  MenuLayout layout;
+TEST(NumberedMenu, EnablesByTheMenusRule) {
+  NumberedMenu layout;
   MenuItem off = command("off");
   off.enabled = false;
   Menu menu;
@@ -187,8 +187,8 @@ TEST(MenuLayout, EnablesByTheMenusRule) {
   EXPECT_FALSE(children[1].properties.value("enabled").toBool()) << "it has none";
 }
 
-TEST(MenuLayout, ChoicesAreRadioLinesAndTheLoginItemACheckmark) {
-  MenuLayout layout;
+TEST(NumberedMenu, ChoicesAreRadioLinesAndTheLoginItemACheckmark) {
+  NumberedMenu layout;
   Menu menu;
   MenuItem login = command("Launch at Login", MenuAction::toggleLogin);
   login.state = true;

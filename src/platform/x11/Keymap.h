@@ -8,9 +8,9 @@
 namespace tavin::x11 {
 
 // What the layout has put on the keys, as the display tells it at one moment.
-class KeyMap {
+class Keymap {
  public:
-  explicit KeyMap(const Connection& connection);
+  explicit Keymap(const Connection& connection);
 
   // Whether the display told it. Without it no key has a symbol.
   bool isKnown() const { return symbols_ != nullptr; }

@@ -4,7 +4,7 @@
 #include "platform/x11/KeyboardSnapshot.h"
 #include "platform/x11/TestKeyboard.h"
 #include "platform/x11/TestWindow.h"
-#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/X11CopyKey.h"
 
 namespace tavin::x11 {
 namespace {
@@ -15,9 +15,9 @@ constexpr xcb_keycode_t kInsertKey = 118;
 constexpr std::uint16_t kCopyKey = 8;
 constexpr std::uint32_t kInsertSymbol = 0xff63;
 
-class X11KeyboardTest : public testing::Test {
+class X11CopyKeyTest : public testing::Test {
  protected:
-  X11KeyboardTest() { test::activate(user_.connection(), window_.id()); }
+  X11CopyKeyTest() { test::activate(user_.connection(), window_.id()); }
 
   // True where both events could be made.
   bool typeCopy(std::uint64_t flags = EventFlags::command) {
@@ -48,10 +48,10 @@ class X11KeyboardTest : public testing::Test {
   bool allowed_ = true;
   test::TestKeyboard user_;
   test::TestWindow window_{"editor"};
-  copy::CopyKeyboard keyboard_{X11Keyboard::create(), [this] { return allowed_; }};
+  copy::CopyKeyboard keyboard_{X11CopyKey::create(), [this] { return allowed_; }};
 };
 
-TEST_F(X11KeyboardTest, TellsTheModifiersThatAreHeld) {
+TEST_F(X11CopyKeyTest, TellsTheModifiersThatAreHeld) {
   const std::pair<xcb_keycode_t, std::uint64_t> modifiers[] = {
       {key::leftShift, EventFlags::shift},
       {key::leftControl, EventFlags::control},
@@ -69,7 +69,7 @@ TEST_F(X11KeyboardTest, TellsTheModifiersThatAreHeld) {
   EXPECT_EQ(keyboard_.flagsState(), EventFlags::option | EventFlags::shift);
 }
 
-TEST_F(X11KeyboardTest, LocksAndOtherKeysAreNoModifiers) {
+TEST_F(X11CopyKeyTest, LocksAndOtherKeysAreNoModifiers) {
   for (const auto lock : {key::capsLock, key::numLock}) {
     user_.type({lock});
     EXPECT_EQ(keyboard_.flagsState(), 0u);
@@ -81,14 +81,14 @@ TEST_F(X11KeyboardTest, LocksAndOtherKeysAreNoModifiers) {
   EXPECT_EQ(keyboard_.flagsState(), 0u);
 }
 
-TEST_F(X11KeyboardTest, TheCopyCommandArrivesAsControlInsert) {
+TEST_F(X11CopyKeyTest, TheCopyCommandArrivesAsControlInsert) {
   EXPECT_TRUE(typeCopy());
   EXPECT_EQ(keysSoFar(),
             (QStringList{"press 37 0", "press 118 4", "release 118 4", "release 37 4"}));
 }
 
 // The program may end between the two.
-TEST_F(X11KeyboardTest, NoKeyIsHeldAfterTheEventOfTheKeyGoingDown) {
+TEST_F(X11CopyKeyTest, NoKeyIsHeldAfterTheEventOfTheKeyGoingDown) {
   const auto event = keyboard_.createKeyboardEvent(kCopyKey, true);
   ASSERT_NE(event, nullptr);
   event->setFlags(EventFlags::command);
@@ -102,7 +102,7 @@ TEST_F(X11KeyboardTest, NoKeyIsHeldAfterTheEventOfTheKeyGoingDown) {
   EXPECT_EQ(keysSoFar(), QStringList());
 }
 
-TEST_F(X11KeyboardTest, TheKeyGoingUpAloneTypesNothing) {
+TEST_F(X11CopyKeyTest, TheKeyGoingUpAloneTypesNothing) {
   ASSERT_NE(keyboard_.createKeyboardEvent(kCopyKey, true), nullptr);
   const auto up = keyboard_.createKeyboardEvent(kCopyKey, false);
   ASSERT_NE(up, nullptr);
@@ -110,7 +110,7 @@ TEST_F(X11KeyboardTest, TheKeyGoingUpAloneTypesNothing) {
   EXPECT_EQ(keysSoFar(), QStringList());
 }
 
-TEST_F(X11KeyboardTest, HeldModifiersAreLetGoOfFirstAndNotPressedAgain) {
+TEST_F(X11CopyKeyTest, HeldModifiersAreLetGoOfFirstAndNotPressedAgain) {
   user_.press(key::leftAlt);
   user_.press(key::leftShift);
   keysSoFar();
@@ -120,13 +120,13 @@ TEST_F(X11KeyboardTest, HeldModifiersAreLetGoOfFirstAndNotPressedAgain) {
   EXPECT_EQ(keyboard_.flagsState(), 0u);
 }
 
-TEST_F(X11KeyboardTest, NothingIsTypedWhereTheProgramMustNotGetIt) {
+TEST_F(X11CopyKeyTest, NothingIsTypedWhereTheProgramMustNotGetIt) {
   allowed_ = false;
   EXPECT_FALSE(typeCopy());
   EXPECT_EQ(keysSoFar(), QStringList());
 }
 
-TEST_F(X11KeyboardTest, OtherKeysAndOtherModifiersTypeNothing) {
+TEST_F(X11CopyKeyTest, OtherKeysAndOtherModifiersTypeNothing) {
   EXPECT_EQ(keyboard_.createKeyboardEvent(9, true), nullptr);
   EXPECT_EQ(keyboard_.createKeyboardEvent(kCopyKey, false), nullptr) << "an up without a down";
   typeCopy(0);
@@ -134,14 +134,14 @@ TEST_F(X11KeyboardTest, OtherKeysAndOtherModifiersTypeNothing) {
   EXPECT_EQ(keysSoFar(), QStringList());
 }
 
-TEST_F(X11KeyboardTest, NothingIsTypedIntoAMenuOrALock) {
+TEST_F(X11CopyKeyTest, NothingIsTypedIntoAMenuOrALock) {
   ASSERT_TRUE(window_.command("grab"));
   EXPECT_FALSE(typeCopy());
   ASSERT_TRUE(window_.command("ungrab"));
   EXPECT_TRUE(typeCopy());
 }
 
-TEST_F(X11KeyboardTest, WithoutAnInsertKeyThereIsNoCopy) {
+TEST_F(X11CopyKeyTest, WithoutAnInsertKeyThereIsNoCopy) {
   xcb_connection_t* c = user_.connection().get();
   const xcb_keysym_t none = XCB_NO_SYMBOL;
   const xcb_keysym_t insert = kInsertSymbol;
@@ -153,7 +153,7 @@ TEST_F(X11KeyboardTest, WithoutAnInsertKeyThereIsNoCopy) {
   EXPECT_TRUE(typeCopy());
 }
 
-TEST_F(X11KeyboardTest, TheInsertKeyIsFoundWhereverTheLayoutHasIt) {
+TEST_F(X11CopyKeyTest, TheInsertKeyIsFoundWhereverTheLayoutHasIt) {
   constexpr xcb_keycode_t other = 96;
   xcb_connection_t* c = user_.connection().get();
   const xcb_keysym_t none = XCB_NO_SYMBOL;

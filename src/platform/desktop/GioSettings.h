@@ -16,12 +16,12 @@ namespace tavin::desktop {
 
 // GNOME's settings of one schema. Reading never waits; writing is carried out soon after. Main
 // thread, except where said.
-class Settings {
+class GioSettings {
  public:
   // None where the schema is not installed. A schema without a place of its own needs `path`;
   // `folder` is one with compiled schemas besides those of the system, for extensions.
-  static std::optional<Settings> open(const QString& schema, const QString& path = {},
-                                      const QString& folder = {});
+  static std::optional<GioSettings> open(const QString& schema, const QString& path = {},
+                                         const QString& folder = {});
 
   QStringList keys() const;
   // A text or a list of texts; empty for settings of other types and for keys that are not there.
@@ -38,7 +38,7 @@ class Settings {
   static void sync();
 
  private:
-  Settings(std::shared_ptr<GSettingsSchema> schema, std::shared_ptr<GSettings> settings)
+  GioSettings(std::shared_ptr<GSettingsSchema> schema, std::shared_ptr<GSettings> settings)
       : schema_(std::move(schema)), settings_(std::move(settings)) {}
   using Value = std::unique_ptr<GVariant, void (*)(GVariant*)>;
   Value value(const QString& key) const;  // None where there is no such key.

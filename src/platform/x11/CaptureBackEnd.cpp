@@ -1,4 +1,4 @@
-#include "platform/x11/CreateCapture.h"
+#include "platform/x11/CaptureBackEnd.h"
 
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11WindowSystem.h"

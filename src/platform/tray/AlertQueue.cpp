@@ -1,4 +1,4 @@
-#include "platform/tray/ModalAlerts.h"
+#include "platform/tray/AlertQueue.h"
 
 #include <deque>
 #include <utility>
@@ -9,13 +9,13 @@ namespace tavin {
 
 namespace {
 
-class ModalAlerts final : public AlertPresenter {
+class AlertQueue final : public AlertPresenter {
  public:
-  explicit ModalAlerts(std::shared_ptr<windowlink::WindowProgram> program)
+  explicit AlertQueue(std::shared_ptr<windowlink::WindowProgram> program)
       : program_(std::move(program)) {}
-  ~ModalAlerts() override { program_->closeAlert(); }
-  ModalAlerts(const ModalAlerts&) = delete;
-  ModalAlerts& operator=(const ModalAlerts&) = delete;
+  ~AlertQueue() override { program_->closeAlert(); }
+  AlertQueue(const AlertQueue&) = delete;
+  AlertQueue& operator=(const AlertQueue&) = delete;
 
   void activateIgnoringOtherApps() override { nextInFront_ = true; }
 
@@ -59,7 +59,7 @@ class ModalAlerts final : public AlertPresenter {
 
 std::unique_ptr<AlertPresenter> createAlertPresenter(
     std::shared_ptr<windowlink::WindowProgram> program) {
-  return std::make_unique<ModalAlerts>(std::move(program));
+  return std::make_unique<AlertQueue>(std::move(program));
 }
 
 }  // namespace tavin

@@ -1,4 +1,4 @@
-#include "platform/x11/ClipboardSnapshot.h"
+#include "platform/x11/ReadClipboard.h"
 
 #include <cstring>
 #include <set>

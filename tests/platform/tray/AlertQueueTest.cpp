@@ -15,7 +15,7 @@
 #include "InProcessLauncher.h"
 #include "TestApplication.h"
 #include "platform/desktop/Catalogue.h"
-#include "platform/tray/ModalAlerts.h"
+#include "platform/tray/AlertQueue.h"
 
 namespace tavin {
 namespace {
@@ -56,7 +56,7 @@ void press(QWidget* widget, int key) {
   }
 }
 
-class ModalAlertsTest : public ::testing::Test {
+class AlertQueueTest : public ::testing::Test {
  protected:
   // Asks for an alert in front, with an answer that is noted. One is open then.
   void run(const Alert& alert) {
@@ -77,14 +77,14 @@ QString shownInAView() {
   return view == nullptr ? QString() : view->toPlainText();
 }
 
-TEST_F(ModalAlertsTest, ALongTextIsShownInFull) {
+TEST_F(AlertQueueTest, ALongTextIsShownInFull) {
   const QString lines = QString("a line of a traceback\n").repeated(5000) + "its end";
   run({"heading", lines, {}, false});
   ASSERT_NE(openAlert(), nullptr);
   EXPECT_EQ(shownInAView(), lines);
 }
 
-TEST_F(ModalAlertsTest, ALongParagraphIsBrokenBetweenCharactersAndShownInFull) {
+TEST_F(AlertQueueTest, ALongParagraphIsBrokenBetweenCharactersAndShownInFull) {
   const QString family = QString::fromUtf8("👨‍👩‍👧");
   for (const QString& text : {QString(1'000'000, 'x'), "x" + family.repeated(20'000),
                               "e" + QString(50'000, QChar(0x301))}) {
@@ -169,7 +169,7 @@ Alert keyDialog(const Look& look) {
           true};
 }
 
-TEST_F(ModalAlertsTest, NoLanguageAndNoSizeOfLettersCutsAText) {
+TEST_F(AlertQueueTest, NoLanguageAndNoSizeOfLettersCutsAText) {
   ASSERT_TRUE(languages().contains("pt_BR"));
   std::size_t count = 0;
   for (const int points : {10, 16, 30}) {
@@ -188,7 +188,7 @@ TEST_F(ModalAlertsTest, NoLanguageAndNoSizeOfLettersCutsAText) {
   }
 }
 
-TEST_F(ModalAlertsTest, AWindowGrowsWithItsLetters) {
+TEST_F(AlertQueueTest, AWindowGrowsWithItsLetters) {
   const auto widthOf = [this](int points, std::size_t count) {
     const Look look("en", points);
     run(keyDialog(look));
@@ -201,7 +201,7 @@ TEST_F(ModalAlertsTest, AWindowGrowsWithItsLetters) {
   EXPECT_GE(widthOf(30, 2), 2 * 320);
 }
 
-TEST_F(ModalAlertsTest, ShowsTextsAsTheyAreWithASingleButton) {
+TEST_F(AlertQueueTest, ShowsTextsAsTheyAreWithASingleButton) {
   run({"Tavin couldn't read that", "<b>bold</b>\n&amp; plain", {}, false});
   ASSERT_NE(openAlert(), nullptr);
   EXPECT_EQ(texts(), QStringList({"Tavin couldn't read that", "<b>bold</b>\n&amp; plain"}));
@@ -213,7 +213,7 @@ TEST_F(ModalAlertsTest, ShowsTextsAsTheyAreWithASingleButton) {
   EXPECT_EQ(answers[0].button, AlertResponse::firstButton);
 }
 
-TEST_F(ModalAlertsTest, ButtonsStandInOrderAndTheFirstIsTheDefault) {
+TEST_F(AlertQueueTest, ButtonsStandInOrderAndTheFirstIsTheDefault) {
   run({"title", "text", {"Open Settings", "Cancel"}, false});
   ASSERT_EQ(buttons().size(), 2);
   EXPECT_EQ(buttons()[0]->text(), "Open Settings");
@@ -225,7 +225,7 @@ TEST_F(ModalAlertsTest, ButtonsStandInOrderAndTheFirstIsTheDefault) {
   EXPECT_EQ(answers[0].button, AlertResponse::firstButton + 1);
 }
 
-TEST_F(ModalAlertsTest, ClosingIsNoButton) {
+TEST_F(AlertQueueTest, ClosingIsNoButton) {
   run({"title", "text", {"Save", "Cancel"}, false});
   openAlert()->reject();  // What Escape does.
   ASSERT_TRUE(answered(1));
@@ -236,7 +236,7 @@ TEST_F(ModalAlertsTest, ClosingIsNoButton) {
   EXPECT_EQ(answers[1].button, 0);
 }
 
-TEST_F(ModalAlertsTest, SecureFieldHasTheKeyboardAndGivesItsTextUnchanged) {
+TEST_F(AlertQueueTest, SecureFieldHasTheKeyboardAndGivesItsTextUnchanged) {
   run({"OpenAI API key", "text", {"Save", "Cancel"}, true});
   auto* field = openAlert()->findChild<QLineEdit*>();
   ASSERT_NE(field, nullptr);
@@ -251,7 +251,7 @@ TEST_F(ModalAlertsTest, SecureFieldHasTheKeyboardAndGivesItsTextUnchanged) {
   EXPECT_EQ(answers[0].text, "  key & more ");
 }
 
-TEST_F(ModalAlertsTest, OpensOneAfterTheOther) {
+TEST_F(AlertQueueTest, OpensOneAfterTheOther) {
   run({"first", "", {}, false});
   run({"second", "", {}, false});
   run({"third", "", {}, false});
@@ -265,7 +265,7 @@ TEST_F(ModalAlertsTest, OpensOneAfterTheOther) {
   EXPECT_EQ(openAlert(), nullptr);
 }
 
-TEST_F(ModalAlertsTest, TheNextOpensAfterTheCompletionRan) {
+TEST_F(AlertQueueTest, TheNextOpensAfterTheCompletionRan) {
   bool openWhenCompleted = true;
   alerts->runModal({"first", "", {}, false}, [&](const AlertResponse&) {
     openWhenCompleted = openAlert() != nullptr;
@@ -280,7 +280,7 @@ TEST_F(ModalAlertsTest, TheNextOpensAfterTheCompletionRan) {
       [&] { return openAlert() != nullptr && texts()[0] == "asked for by the completion"; }));
 }
 
-TEST_F(ModalAlertsTest, GoesAwayWithAnAlertOpenAndOthersWaiting) {
+TEST_F(AlertQueueTest, GoesAwayWithAnAlertOpenAndOthersWaiting) {
   run({"first", "", {}, true});
   run({"second", "", {}, false});
   alerts.reset();
@@ -288,7 +288,7 @@ TEST_F(ModalAlertsTest, GoesAwayWithAnAlertOpenAndOthersWaiting) {
   EXPECT_TRUE(answers.empty());
 }
 
-TEST_F(ModalAlertsTest, NoTextPushesTheButtonsOffTheScreen) {
+TEST_F(AlertQueueTest, NoTextPushesTheButtonsOffTheScreen) {
   for (const QString& text : {QString("x").repeated(1'000'000), QString("x").repeated(600),
                               "/path" + QString("/x").repeated(130), QString("\n").repeated(300),
                               QString("line\n").repeated(45), QString("word ").repeated(110)}) {
@@ -303,7 +303,7 @@ TEST_F(ModalAlertsTest, NoTextPushesTheButtonsOffTheScreen) {
   }
 }
 
-TEST_F(ModalAlertsTest, NoneIsDroppedHoweverManyWait) {
+TEST_F(AlertQueueTest, NoneIsDroppedHoweverManyWait) {
   for (int i = 0; i < 100; ++i) run({QString::number(i), "", {}, false});
   for (std::size_t i = 0; i < 100; ++i) {
     ASSERT_TRUE(
@@ -313,7 +313,7 @@ TEST_F(ModalAlertsTest, NoneIsDroppedHoweverManyWait) {
   }
 }
 
-TEST_F(ModalAlertsTest, OneAskedForWhileAnotherIsOpenBringsThatOneToTheFront) {
+TEST_F(AlertQueueTest, OneAskedForWhileAnotherIsOpenBringsThatOneToTheFront) {
   run({"first", "", {}, false});
   ASSERT_TRUE(waitFor([] { return openAlert()->isActiveWindow(); }));
   QWidget other;
@@ -325,7 +325,7 @@ TEST_F(ModalAlertsTest, OneAskedForWhileAnotherIsOpenBringsThatOneToTheFront) {
   EXPECT_EQ(texts()[0], "first");
 }
 
-TEST_F(ModalAlertsTest, EnterPressesTheButtonThatHasTheKeyboard) {
+TEST_F(AlertQueueTest, EnterPressesTheButtonThatHasTheKeyboard) {
   for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
     for (const int index : {0, 1}) {
       run({"OpenAI API key", "text", {"Save", "Cancel"}, true});
@@ -339,7 +339,7 @@ TEST_F(ModalAlertsTest, EnterPressesTheButtonThatHasTheKeyboard) {
   }
 }
 
-TEST_F(ModalAlertsTest, EnterInTheFieldIsTheDefaultButtonAfterAnotherHadTheKeyboard) {
+TEST_F(AlertQueueTest, EnterInTheFieldIsTheDefaultButtonAfterAnotherHadTheKeyboard) {
   run({"OpenAI API key", "text", {"Save", "Cancel"}, true});
   ASSERT_TRUE(waitFor([] { return openAlert() != nullptr && openAlert()->isActiveWindow(); }));
   auto* field = openAlert()->findChild<QLineEdit*>();
@@ -350,7 +350,7 @@ TEST_F(ModalAlertsTest, EnterInTheFieldIsTheDefaultButtonAfterAnotherHadTheKeybo
   EXPECT_EQ(answers[0].button, AlertResponse::firstButton);
 }
 
-TEST_F(ModalAlertsTest, HasADialogsButtonsOnlyAndTheProgramsIcon) {
+TEST_F(AlertQueueTest, HasADialogsButtonsOnlyAndTheProgramsIcon) {
   run({"title", "text", {}, false});
   const Qt::WindowFlags flags = openAlert()->windowFlags();
   EXPECT_TRUE(flags.testFlag(Qt::WindowCloseButtonHint));
@@ -361,7 +361,7 @@ TEST_F(ModalAlertsTest, HasADialogsButtonsOnlyAndTheProgramsIcon) {
   EXPECT_LT(icon.pixelColor(24, 8).red(), 0x60);
 }
 
-TEST_F(ModalAlertsTest, TheFieldIsAsWideAsTheText) {
+TEST_F(AlertQueueTest, TheFieldIsAsWideAsTheText) {
   run({"OpenAI API key",
        QString("Stored in your keyring. ").repeated(4),
        {"Save", "Cancel"},

@@ -1,4 +1,4 @@
-#include "platform/tray/MenuLayout.h"
+#include "platform/tray/NumberedMenu.h"
 
 #include <algorithm>
 
@@ -76,7 +76,7 @@ MenuNode hiddenNode(int id, Kind kind) {
   return node;
 }
 
-void hide(MenuNode& node, MenuLayout::Changes& changes) {
+void hide(MenuNode& node, NumberedMenu::Changes& changes) {
   node.item = {};
   node.children.clear();
   if (!node.properties.value("visible").toBool())
@@ -97,7 +97,7 @@ const MenuNode* findIn(const MenuNode& node, int id) {
 
 }  // namespace
 
-MenuLayout::MenuLayout() {
+NumberedMenu::NumberedMenu() {
   root_.properties.insert("children-display", "submenu");
   const auto add = [this](Kind kind) { root_.children.push_back(hiddenNode(nextId_++, kind)); };
   for (int section = 0; section < poolSections; ++section) {
@@ -107,7 +107,7 @@ MenuLayout::MenuLayout() {
   }
 }
 
-MenuLayout::Changes MenuLayout::update(const Menu& menu) {
+NumberedMenu::Changes NumberedMenu::update(const Menu& menu) {
   Changes changes;
   auto& pool = root_.children;
   std::size_t next = 0;
@@ -125,7 +125,7 @@ MenuLayout::Changes MenuLayout::update(const Menu& menu) {
   return changes;
 }
 
-void MenuLayout::show(MenuNode& node, const Menu& menu, const MenuItem& item, Changes& changes) {
+void NumberedMenu::show(MenuNode& node, const Menu& menu, const MenuItem& item, Changes& changes) {
   QVariantMap properties = drawnProperties(menu, item);
   if (properties != node.properties) {
     node.properties = std::move(properties);
@@ -136,7 +136,7 @@ void MenuLayout::show(MenuNode& node, const Menu& menu, const MenuItem& item, Ch
     updateChildren(node, *item.submenu, changes);
 }
 
-void MenuLayout::updateChildren(MenuNode& node, const Menu& menu, Changes& changes) {
+void NumberedMenu::updateChildren(MenuNode& node, const Menu& menu, Changes& changes) {
   const bool sameKinds = std::equal(
       node.children.begin(), node.children.end(), menu.items.begin(), menu.items.end(),
       [](const MenuNode& child, const MenuItem& item) { return isOfKind(child, kindOf(item)); });
@@ -151,6 +151,6 @@ void MenuLayout::updateChildren(MenuNode& node, const Menu& menu, Changes& chang
     show(node.children[i], menu, menu.items[i], sameKinds ? changes : unannounced);
 }
 
-const MenuNode* MenuLayout::find(int id) const { return findIn(root_, id); }
+const MenuNode* NumberedMenu::find(int id) const { return findIn(root_, id); }
 
 }  // namespace tavin::tray
