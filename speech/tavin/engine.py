@@ -153,7 +153,8 @@ class Engine:
 
     def _reading_of(self, text):
         written = Written(text)
-        backend = self._choice.synth().backend
+        synth = self._choice.synth()
+        backend, pace = synth.backend, synth.pace
         own = self._choice.language
 
         async def choose(sentence):
@@ -167,8 +168,8 @@ class Engine:
             return say(part, written.of(part, own()), self._pronunciation.say)
 
         whole = written.whole(own())
-        found = pieces(text, whole, backend.longest_piece, backend.first_piece, divide, spoken)
-        reading = Reading(found, choose, backend, self._output, self._fail)
+        found = pieces(text, whole, backend.longest_piece, backend.first_piece, divide, spoken, pace.longest)
+        reading = Reading(found, choose, backend, self._output, self._fail, pace)
         reading.on_place = lambda: self._presence.tell()
         return reading
 

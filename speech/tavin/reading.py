@@ -7,6 +7,7 @@ text is a new stream: what the old one has not played is lost.
 """
 
 import asyncio
+import time
 from itertools import takewhile
 
 from tavin.clips import Clips
@@ -25,13 +26,15 @@ def without_silence(samples):
 
 
 class Reading:
-    def __init__(self, found, choose, backend, output, on_error):
+    def __init__(self, found, choose, backend, output, on_error, pace):
         """`found`: the text's pieces. `choose(sentence)` waits for the synthesis, the voice and the
-        speed to speak it with."""
+        speed to speak it with. `pace` is what cuts the
+        pieces, and told how much sound is left."""
         self._choose = choose
         self._output = output
         self._on_error = on_error
         self._pieces = found
+        self._pace = pace
         self._clips = Clips()
         self._exhausted = False  # the text, not what was found in it
         self._given_up = False
@@ -177,6 +180,7 @@ class Reading:
 
     async def _find_more(self):
         """Look on in the text; others run meanwhile where nothing was found to make."""
+        self._pace.left = self._left()
         piece = next(self._pieces, None)
         if piece is None:
             self._exhausted = True
@@ -225,7 +229,16 @@ class Reading:
             sound += samples
             self._changed.set()
 
+        begin = time.monotonic()
         await synthesis.say(clip.piece, voice, speed, hear)
+        synthesis.pace.note(len(first), time.monotonic() - begin, len(sound) / (2 * synthesis.rate))
+
+    def _left(self):
+        """Seconds of sound that nobody has heard yet."""
+        if not self._rate:
+            return 0.0
+        unheard = self._stream.unheard() if self._stream else 0
+        return (sum(clip.waiting for clip in self._clips.ahead) + unheard) / (2 * self._rate)
 
     def _give_up(self, clip):
         """Play what there is and end, unless the user chooses something else by then."""

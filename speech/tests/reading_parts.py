@@ -2,6 +2,7 @@
 
 import asyncio
 
+from tavin.pace import Pace
 from tavin.process import frames
 from tavin.sound.stream import Stream
 from tavin.synthesis.backends import BACKENDS
@@ -41,6 +42,7 @@ class Synthesizer:
 
     def __init__(self):
         self.heard = []
+        self.pace = Pace()
 
     async def start(self):
         pass

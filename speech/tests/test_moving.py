@@ -90,7 +90,7 @@ class Moving:
             return others.get(sentence.strip(), teller), "voice", teller.speed
 
         found = pieces(text, "en-us", 300)
-        self.reading = Reading(found, choose, teller.backend, self.player, self.errors.append)
+        self.reading = Reading(found, choose, teller.backend, self.player, self.errors.append, teller.pace)
         self.task = asyncio.create_task(self.reading.run())
 
     async def until_played(self, *sentences):
@@ -120,6 +120,15 @@ def scenario(steps, *arguments, **options):
             await steps(scene)
 
     asyncio.run(play())
+
+
+def test_sound_that_nobody_has_heard_is_told_to_what_cuts_the_pieces():
+    async def steps(scene):
+        await scene.hear_sentences(2)
+        await scene.until_played("One.", "Two.", "Three.")
+        assert scene.teller.pace.left * 2 * scene.teller.rate == pytest.approx(LENGTH, abs=BUFFER), "of the third"
+
+    scenario(steps)
 
 
 def test_next_goes_to_the_next_sentence_in_a_new_stream():

@@ -9,6 +9,7 @@ import weakref
 import pytest
 from reading_parts import SOUND, Player, Synthesizer
 from tavin.engine import Engine
+from tavin.pace import Pace
 from tavin.reading import Reading
 from tavin.settings import Settings
 from tavin.text.pieces import pieces
@@ -89,9 +90,10 @@ def test_a_text_is_let_go_of_when_it_is_over(sound_server, monkeypatch, tmp_path
         gc.enable()
 
 
-def read(text):
+def read(text, pace=None):
     """The synthesizer and the player that read a text to its end."""
     player, synthesizer = Player(), Synthesizer()
+    synthesizer.pace = pace or synthesizer.pace
 
     async def choose(_):
         return synthesizer, "voice", 1.0
@@ -102,7 +104,7 @@ def read(text):
     async def scenario():
         backend = synthesizer.backend
         found = pieces(text, "en-us", backend.longest_piece, backend.first_piece)
-        reading = Reading(found, choose, backend, player, on_error)
+        reading = Reading(found, choose, backend, player, on_error, synthesizer.pace)
         async with asyncio.timeout(120):
             await reading.run()
 
@@ -114,6 +116,24 @@ def read(text):
 def test_where_there_is_nothing_to_say_no_sound_is_opened(text):
     synthesizer, player = read(text)
     assert (synthesizer.heard, player.opened) == ([], 0)
+
+
+class Noting(Pace):
+    """Keeps what it was told."""
+
+    def __init__(self):
+        self.notes = []
+        super().__init__()
+
+    def note(self, length, seconds, sound):
+        self.notes.append((length, sound))
+        assert 0 <= seconds < 60
+
+
+def test_how_long_pieces_are_and_last_is_told_to_what_cuts_them():
+    pace = Noting()
+    read("One sentence. Another one. The third.", pace)
+    assert pace.notes == [(13, 1.0), (12, 1.0), (10, 1.0)]
 
 
 @pytest.mark.parametrize("silence", [0, 264, 1000])

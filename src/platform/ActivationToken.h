@@ -16,7 +16,7 @@ inline void keepActivationToken(const QString& token) {
 
 // The token for the window that answers it, once; empty without one. Main thread.
 inline QString takeActivationToken() {
-  const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+  QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
   qunsetenv("XDG_ACTIVATION_TOKEN");
   return token;
 }

@@ -12,6 +12,7 @@ from typing import Callable
 
 from tavin.log import log
 from tavin.messages import identified
+from tavin.pace import Pace
 from tavin.process import frames
 from tavin.process.child import Child
 from tavin.process.shared import Shared
@@ -45,6 +46,7 @@ class Synthesis:
         self.rate = None
         self.voices = []  # dictionaries with id, name, language
         self.missing = None  # why the back-end cannot work, for the user
+        self.pace = Pace()
         self._key = key
         self._list = Shared(self._ask_for_voices, kept=LIST_SECONDS, lasts=is_refusal)
         self._child = None

@@ -34,15 +34,18 @@ CHARACTER_BREAKS = icu.BreakIterator.createCharacterInstance(icu.Locale.getRoot(
 
 class Limit:
     """How long a piece may be. The first ones are short, where a synthesiser gives nothing before it
-    has all: sound starts soon, and each piece is made while those before it are heard."""
+    has all: sound starts soon, and each piece is made while those before it are heard. `in_time` says how long one
+    may be for that; where it does not know, each may be as long as all before it."""
 
-    def __init__(self, longest, first):
+    def __init__(self, longest, first, in_time):
         self._longest = longest
         self._first = first
+        self._in_time = in_time
         self._given = 0
 
     def now(self):
-        return max(self._first, min(self._longest, self._given))
+        in_time = self._in_time() if self._given else None
+        return max(self._first, min(self._longest, self._given if in_time is None else in_time))
 
     def suits(self, length):
         """Whether it may stay whole: a word or two alone would sound worse than they cost."""
@@ -99,15 +102,19 @@ def undivided(sentence):
     return [sentence]
 
 
-def pieces(text, language, longest, first=None, divide=undivided, say=without_marks):
+def unknown():
+    return None
+
+
+def pieces(text, language, longest, first=None, divide=undivided, say=without_marks, in_time=unknown):
     """Yield pieces of at most `longest` code points; empty ones where nothing is to say. One that was
     cut off what follows ends with a blank more. `divide` parts a sentence into what is spoken alike,
     `say` makes of such a part what is spoken.
 
     An empty piece gives the caller the chance to let others run. With `first`, the first pieces
-    have about so many code points where a sentence is longer.
+    have about so many code points where a sentence is longer; `in_time` is the limit's.
     """
-    limit = Limit(longest, min(first or longest, longest))
+    limit = Limit(longest, min(first or longest, longest), in_time)
     segmenter = Segmenter(language)
     places = Places()
     rest = "\n"  # the text's first line begins like all others

@@ -20,8 +20,7 @@ char byteOf(double part) { return static_cast<char>(std::lround(part * 255)); }
 
 }  // namespace
 
-Canvas::Canvas(int size)
-    : size_(size), points_(static_cast<std::size_t>(size) * static_cast<std::size_t>(size)) {}
+Canvas::Canvas(int size) : size_(size), points_(qsizetype{size} * size) {}
 
 void Canvas::drawRounded(const QRect& box, double radius, Shade shade) {
   const double light = shade == Shade::white ? 1 : 0;
@@ -29,7 +28,7 @@ void Canvas::drawRounded(const QRect& box, double radius, Shade shade) {
     for (int x = box.left(); x <= box.right(); ++x) {
       const double covered =
           std::clamp(0.5 - distance(QRectF(box), radius, x + 0.5, y + 0.5), 0.0, 1.0);
-      Point& point = points_[static_cast<std::size_t>(y * size_ + x)];
+      Point& point = points_[y * size_ + x];
       point.light = point.light * (1 - covered) + light * covered;
       point.covered = point.covered * (1 - covered) + covered;
     }

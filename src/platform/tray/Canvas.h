@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QList>
 #include <QRect>
-#include <vector>
 
 #include "platform/tray/TrayImage.h"
 
@@ -26,7 +26,7 @@ class Canvas {
   };
 
   int size_;
-  std::vector<Point> points_;
+  QList<Point> points_;
 };
 
 }  // namespace tavin::tray

@@ -81,7 +81,7 @@ void makeWindow(QMenu& menu) {
 }  // namespace
 
 void fillMenu(QMenu& widget, const std::vector<MenuLine>& lines,
-              std::function<void(quint32)> chosen) {
+              const std::function<void(quint32)>& chosen) {
   makeDisabledLinesReadable(widget);
   widget.setSeparatorsCollapsible(false);
   auto* radios = new QActionGroup(&widget);

@@ -11,7 +11,7 @@ from tavin.text.spoken.speaker import say
 HERE = Path(__file__).parent
 LANGUAGES = {"en": "en-us", "de": "de", "fr": "fr", "es": "es"}
 WRITTEN_FOR = str.maketrans({"¶": "\n", "⇥": "\t", "␌": "\x0c", "⍽": "\u202f"})
-NO_RULES = {"numbers"}  # what rules share
+NO_RULES = {"numbers", "blanks", "grids"}  # what rules share
 
 
 def table(code):

@@ -15,7 +15,7 @@ from tavin.text.spoken.speaker import say
 from test_corpus import LANGUAGES, SNIPPETS
 
 PLAIN = "house tree water garden morning window letter people winter story".split()
-JOINTS = [" ", " ", " ", "\n", "\n\n", ". ", ", ", "? "]
+JOINTS = [" ", " ", " ", "  ", "     ", "\n", "\n\n", ". ", ", ", "? "]
 SIGNS = """**x** * ** _ __ ` `` ``` ~~~ # ## > - + • | |a|b| |---|---| --- === *** [1] [ ] [x] ( ) { } < > <b> </b> <br>
 <a href="x"> & &amp; &lt; &#13; &#xe010; \\ / // /usr/bin ~/a.b C:\\x http:// https://a.b/c?d=e!
 www.x.org a@b.org x@ 😀 😀😀 👍🏽 ❤️ 🇩🇪
@@ -30,7 +30,7 @@ HOSTILE = [
     *("😀", "😀a", "👍🏽", "\u200d", "#", "#1", "1:", "1:2", "$1", "1$", "1/2 ", "e.g. ", "z. B. ", "e", "&#",
       "&a", "&amp;", "<!--", "\x0c", "\x0c\n", "1\n"),
     *("$", "$a ", "1$ ", "==a", "a==", "1:00-", "1.1.", "am 1.1.", "a[1]", "Mary I ", "Fr. ", "1. II ", "```{\n", "A* ", "a.A. The "),
-    *("a\t", "~", "=", "^1", "⁻²", "aB1+", "a1", "H₂", "½", "1er ", "²", "→", " → ", "km ", "5 km ", "'", "\"",
+    *("a\t", "a  ", "a  b\n", "a  b  c  d\n", "a     1\n", "a  b c\n", "  a\n", "a  b\n---\n", "~", "=", "^1", "⁻²", "aB1+", "a1", "H₂", "½", "1er ", "²", "→", " → ", "km ", "5 km ", "'", "\"",
       "...", "- ", "- a\n", "|a|b|\n", "```\n", "# a\n"),
 ]
 
@@ -95,6 +95,27 @@ def wrapped(chance):
     return "\n".join(lines)
 
 
+def in_columns(chance):
+    """Rows of one to three words in each of two to five columns, some cells empty or too wide, and lines of prose between."""
+    widths = [chance.randrange(4, 24) for _ in range(chance.randrange(2, 6))]
+    lines = []
+    for _ in range(chance.randrange(2, 80)):
+        cells = [" ".join(chance.choices([*PLAIN, "12", "7 %", "-"], k=chance.choice([0, 1, 1, 1, 2, 3]))) for _ in widths]
+        pad = chance.choice([str.ljust, str.ljust, str.rjust])
+        lines.append("  ".join(pad(cell, width) for cell, width in zip(cells, widths)))
+        if chance.random() < 0.1:
+            lines.append(chance.choice(["", "-" * 20, " ".join(chance.choices(PLAIN, k=12)), "```", "| a | b |"]))
+    return "\n".join(lines)
+
+
+def test_no_word_of_columns_is_lost():
+    chance = random.Random(5)
+    for _ in range(150):
+        text = in_columns(chance)
+        written, found = (collections.Counter(re.findall("|".join(PLAIN), part)) for part in (text, said(text, "en-us")))
+        assert not written - found, text
+
+
 def test_no_number_of_wrapped_prose_is_lost_unless_it_counts_up_at_the_distance_of_pages():
     chance, lost = random.Random(3), 0
     for _ in range(300):
@@ -114,6 +135,7 @@ def test_no_text_grows_more_than_tenfold(language):
     texts = [sign * count for sign in [*SIGNS, *HOSTILE] for count in (1, 50)]
     texts += [" ".join([sign] * 50) for sign in SIGNS] + [param.values[1] for param in SNIPPETS]
     texts.append("|a very long head of a column|\n|---|\n" + "|1|\n" * 100)
+    texts.append("A VERY LONG HEAD OF A COLUMN    ANOTHER\n" + "a                               1\n" * 100)
     for text in texts:
         assert size(said(text, language)) <= GROWTH * size(text), text[:100]
 
@@ -137,6 +159,15 @@ def test_ten_megabytes_begin_as_soon_as_one_line():
     first = list(itertools.islice(filter(None, found), 3))
     assert time.thread_time() - begin < 0.05
     assert first[:2] == ["It costs 5 dollars, says link to example dot org.", "See a is not b."]
+
+
+@pytest.mark.parametrize("line", ["Anna     31", "----", "a  b", "   and more", ""])
+def test_a_table_of_ten_megabytes_is_not_held_back(line):
+    text = "Name     Age\nBob       7\n" + (line + "\n") * (10_000_000 // (len(line) + 1))
+    said("warm   up\nwarm   up", "en-us")
+    begin = time.thread_time()
+    next(filter(None, pieces(text, "en-us", 600)))
+    assert time.thread_time() - begin < 0.05
 
 
 def test_other_languages_have_what_does_not_depend_on_the_language():

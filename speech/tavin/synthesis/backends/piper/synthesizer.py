@@ -26,7 +26,7 @@ from tavin.text.pieces import GOES_ON  # noqa: E402
 RATE = 22050  # of nearly all voices; the others' sound is brought to it
 BRACKETS = re.compile(r"\[\[|\]\]")  # between them the library would take phonemes
 QUIET = 0.01  # of the loudest sample: below there is nothing to hear
-PAUSE_AT_END, PAUSE_WITHIN = 0.25, 0.03  # seconds; in place of the silence that the model leaves
+PAUSE_AT_MARK, PAUSE_WITHIN = 0.25, 0.03  # seconds; in place of the silence that the model leaves
 
 
 class Synthesizer:
@@ -47,7 +47,8 @@ class Synthesizer:
     def say(self, text, voice, speed, emit):
         self._load(voice)
         scale = self._voice.config.length_scale / speed
-        pause = (PAUSE_WITHIN if text.endswith(GOES_ON) else PAUSE_AT_END) / speed
+        within_clause = text.endswith(GOES_ON) and text.rstrip()[-1:].isalnum()
+        pause = (PAUSE_WITHIN if within_clause else PAUSE_AT_MARK) / speed
         try:
             for chunk in self._voice.synthesize(BRACKETS.sub(" ", text), SynthesisConfig(length_scale=scale)):
                 emit(sound(chunk.audio_float_array, chunk.sample_rate, pause))

@@ -15,6 +15,7 @@ from tavin.text.spoken.blocks import (
     inline_code,
     links,
 )
+from tavin.text.spoken.blocks.columns import Columns
 from tavin.text.spoken.blocks.fences import Fences
 from tavin.text.spoken.blocks.page_breaks import PageBreaks
 from tavin.text.spoken.blocks.pages import Pages
@@ -39,6 +40,7 @@ class Blocks:
         self._pages = Pages()
         self._page_breaks = PageBreaks()
         self._fences = Fences(words)
+        self._columns = Columns()
         self._tables = Tables()
 
     def take(self, portion):
@@ -53,15 +55,15 @@ class Blocks:
 
     def end(self):
         last = [self._line(self._rest, "")]
-        last += map(self._marked, self._unbroken(self._pages.end()))
-        last += map(self._marked, self._page_breaks.end())
-        return "\n".join(filter(None, [*last, self._held_row()]))
+        for line in (*self._unbroken(self._pages.end()), *self._page_breaks.end()):
+            last += self._marked(line)
+        return "\n".join(filter(None, [*last, *self._held_rows(), self._held_row()]))
 
     def _line(self, line, end):
         if self._within:
             self._within = False
-            return self._held_row() + inline(line, self._words) + end
-        told = [self._marked(line) for line in self._unbroken(self._pages.take(line))]
+            return "\n".join([*self._held_rows(), self._held_row() + inline(line, self._words)]) + end
+        told = [said for line in self._unbroken(self._pages.take(line)) for said in self._marked(line)]
         return "\n".join(told) + (end if told else "")
 
     def _unbroken(self, lines):
@@ -69,13 +71,24 @@ class Blocks:
         for line in lines:
             yield from self._page_breaks.take(line, self._fences.is_open())
 
+    def _held_rows(self):
+        return map(self._in_columns, self._columns.end())
+
     def _held_row(self):
         return inline(self._tables.end(), self._words)
 
     def _marked(self, line):
+        """What is said of the line and those that were held back; nothing where it is."""
         code = self._fences.take(line)
-        if code is not None:
-            return self._held_row() + code
+        if code is None:
+            return map(self._in_columns, self._columns.take(line))
+        return [*self._held_rows(), self._held_row() + code]
+
+    def _in_columns(self, told):
+        line, row = told
+        return self._plain(line) if row is None else self._held_row() + inline(row, self._words)
+
+    def _plain(self, line):
         before, row = self._tables.take(line)
         before = inline(before, self._words)
         if row is not None:

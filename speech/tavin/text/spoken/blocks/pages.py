@@ -4,9 +4,12 @@ numbers not at all, and a sentence goes on over a page's end."""
 import re
 
 PAGE_END = "\x0c"
-# "- 12 -", "Page 3 of 12"
-NUMBER = re.compile(r"[\W_]*(?:[^\W\d_]{1,8} )?\d{1,4}(?: ?(?:/|[^\W\d_]{1,3}) ?\d{1,4})?[\W_]*")
-DIGITS = re.compile(r"\d+")
+PAGE = "page|p|pp|pg|seite|s|página|pagina|pág|pag|str|strona|sida|side|sivu"
+# "- 12 -", "Page 3 of 12"; but not "Total 450"
+NUMBER = re.compile(
+    rf"[\W_]*(?:(?:{PAGE})\.? )?\d{{1,4}}(?: ?(?:/|[^\W\d_]{{1,3}}) ?\d{{1,4}})?[\W_]*", re.IGNORECASE
+)
+OWN_NUMBER = re.compile(r"^\d{1,4}\b|\b\d{1,4}$")  # the page's, in its head
 HEADS = 4  # those of left and right pages, of this chapter and the last
 LONGEST_HEAD = 100
 MOST_HELD = 8
@@ -39,7 +42,7 @@ class Pages:
         """Whether the first line of a page is no blank one and no head that was read."""
         if not line.strip():
             return False
-        head = DIGITS.sub("0", line.strip())
+        head = without_number(line.strip())
         if head in self._heads and len(head) <= LONGEST_HEAD:
             return False
         self._heads = [*self._heads, head[: LONGEST_HEAD + 1]][-HEADS:]
@@ -48,3 +51,9 @@ class Pages:
 
     def end(self):
         return self._held
+
+
+def without_number(head):
+    """Not of "Chapter 2", which is what a page begins with."""
+    words = OWN_NUMBER.sub("", head).strip()
+    return words if len(words.split()) > 1 else head

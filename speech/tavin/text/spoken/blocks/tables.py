@@ -7,6 +7,7 @@ from tavin.text.spoken.marks import PARAGRAPH
 
 BAR = re.compile(r"(?<!\\)\|")
 LABEL = re.compile(r"[\W_]|\(?\w{1,4}[.)]")  # of an item of a list, which a tab sets off
+STOPPED = re.compile(r"(?<=:)[;,](?= )")  # behind a name with a colon
 LONGEST_HEAD = 40  # code points; what is longer would be heard in every row
 
 
@@ -14,19 +15,19 @@ class Tables:
     def __init__(self):
         self._held = None  # a row that may be the head
         self._heads = None
-        self._read = False  # whether a row of this table was
+        self._unsaid = []  # those of them that no row was read with
 
     def take(self, line):
         """What was held back before the line, and what is said of it: None where it is none of a table."""
         if is_border(line):
             if self._held is None:
                 return "", ""
-            before, self._heads, self._held, self._read = self._heads_alone(), cells(self._held), None, False
+            before, self._heads, self._held = self._heads_alone(), cells(self._held), None
+            self._unsaid = list(filter(None, self._heads))
             return before, ""
         if is_row(line, self._heads):
             if self._heads:
-                self._read = True
-                return "", row(cells(line), self._heads)
+                return "", self._named(cells(line))
             before = self._release()
             self._held = line
             return before, ""
@@ -36,13 +37,24 @@ class Tables:
             return before, row(parts)
         return before, None
 
+    def _named(self, found):
+        """Each cell with its head; one that it cannot be said with comes before, once."""
+        heads = self._heads + [""] * len(found)
+        of_cells = [head for cell, head in zip(found, heads) if cell]
+        said = "; ".join(named(cell, head) for cell, head in zip(found, heads) if cell)
+        is_short = fits(said, "|".join(found))
+        alone = [head for head in of_cells if head in self._unsaid and not (is_short and len(head) <= LONGEST_HEAD)]
+        self._unsaid = [head for head in self._unsaid if head not in of_cells]
+        return row(alone) + (spoken(said) if is_short else row(found))
+
     def _release(self):
         held, self._held = self._held, None
         return row(cells(held)) if held is not None else ""
 
     def _heads_alone(self):
-        heads, self._heads = self._heads, None
-        return row(heads) if heads and not self._read else ""
+        self._heads, unsaid = None, self._unsaid
+        self._unsaid = []
+        return row(unsaid)
 
     def end(self):
         return self._heads_alone() + self._release()
@@ -64,13 +76,12 @@ def cells(line):
     return [cell.replace("\\|", "|").strip() for cell in BAR.split(line.strip().removeprefix("|").removesuffix("|"))]
 
 
-def row(found, heads=None):
-    said = ""
-    if heads:
-        heads = heads + [""] * len(found)
-        said = "; ".join(named(cell, head) for cell, head in zip(found, heads) if cell)
-    if not said or not fits(said, "|".join(found)):
-        said = ", ".join(cell.strip() for cell in found if cell.strip())
+def row(found):
+    return spoken(", ".join(cell.strip() for cell in found if cell.strip()))
+
+
+def spoken(said):
+    said = STOPPED.sub("", said)
     return f"{PARAGRAPH}{said}{'' if said[-1:] in '.!?:' else '.'}{PARAGRAPH}" if said else ""
 
 

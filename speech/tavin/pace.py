@@ -1,0 +1,46 @@
+"""How fast a neural voice is made on this machine, and so how long its next piece may be."""
+
+from collections import deque
+
+RECENT = 8  # pieces; a machine that gets busy is soon slower
+RESERVE = 0.6  # of the sound that is left: a piece may become longer than was asked, and its time is a guess
+
+GROWTH = 1.3  # behind pieces that are too much alike to tell how time grows with their length
+SPARE = 1.5  # how much longer than to keep up a piece is, to be ahead soon
+LEAST_SHARE = 0.2  # of a piece's time, that its length causes
+
+
+class Pace:
+    """A piece takes some time whatever its length, and more with each code point. Short ones are made in time
+    where little sound is left, but too short ones take longer than their sound lasts."""
+
+    def __init__(self):
+        self._made = deque(maxlen=RECENT)  # code points, seconds to make it, seconds of its sound
+        self.left = 0.0  # seconds of sound that nobody has heard yet
+
+    def note(self, length, seconds, sound):
+        if length and sound:
+            self._made.append((length, seconds, sound))
+
+    def longest(self):
+        """Code points of the next piece; None before there was one, and where none can keep up."""
+        if not self._made:
+            return None
+        lengths, seconds, sounds = zip(*self._made)
+        fixed, each = line(lengths, seconds)
+        gain = sum(sounds) / sum(lengths) - each
+        if gain <= 0:
+            return None
+        in_time = (RESERVE * self.left - fixed) / each
+        tried = GROWTH * min(lengths) if max(lengths) < GROWTH * min(lengths) else 0
+        return int(max(in_time, min(max(tried, SPARE * fixed / gain), 2 * max(lengths))))
+
+
+def line(lengths, seconds):
+    """What any piece takes, and what each code point more: the least squares, of which a part by length at least."""
+    count = len(lengths)
+    length, mean = sum(lengths) / count, sum(seconds) / count
+    spread = sum((one - length) ** 2 for one in lengths)
+    slope = sum((one - length) * (other - mean) for one, other in zip(lengths, seconds)) / spread if spread else mean
+    each = max(LEAST_SHARE * mean / length, min(slope, mean / length))
+    return mean - each * length, each
