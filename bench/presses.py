@@ -1,4 +1,4 @@
-"""From the key's press to the request to speak, on each road that a selection can come by."""
+"""From the key's press to the request to speak, for each way to a selection."""
 
 import os
 import time
@@ -17,7 +17,7 @@ REST = 0.15  # Programs draw what was selected, and the engine's last answers ar
 
 
 @dataclass
-class Road:
+class Way:
     """A window with `text` selected by `select`. `piped`: the selection can be piped too."""
     name: str
     text: str
@@ -36,7 +36,7 @@ def start_hotkey_daemon(desktop):
 
 
 def open_programs(desktop, build, programs, count=10):
-    """Fills the accessibility bus, beside the roads' own programs, with `count` or more; returns
+    """Fills the accessibility bus, beside the ways' own programs, with `count` or more; returns
     how many there are."""
     for number in range(3):
         desktop.start(["/usr/bin/python3", os.path.join(programs, "gtk4_field.py"), TEXT])
@@ -71,7 +71,7 @@ def _on_the_bus(desktop, least):
     return len(found) if len(found) >= least else None
 
 
-def roads(desktop, build):
+def ways(desktop, build):
     folder = desktop.session.folder
     path = os.path.join(folder, "letter.txt")
     with open(path, "w", encoding="utf-8") as f:
@@ -83,11 +83,11 @@ def roads(desktop, build):
     toy = desktop.open([os.path.join(build, "bin/qt6_field"), TEXT, "--bare"], "Qt 6 field",
                        env=off_the_bus)
     return [
-        Road("accessibility", TEXT, editor,
+        Way("accessibility", TEXT, editor,
              lambda: desktop.select_until(TEXT, lambda: desktop.key("ctrl+a"))),
-        Road("primary", WORD, xterm,
+        Way("primary", WORD, xterm,
              lambda: desktop.select_until(WORD, lambda: desktop.click(xterm, 30, 12, times=2))),
-        Road("copy", TEXT, toy, lambda: None, piped=False),
+        Way("copy", TEXT, toy, lambda: None, piped=False),
     ]
 
 
@@ -114,21 +114,21 @@ def press_pipe(keyboard, engine, text, seconds=10.0):
     return {"speak": spoken.head - begun, "complete": spoken.complete - begun}
 
 
-def measure(desktop, keyboard, engine, all_roads, count):
-    """`count` presses on each road, road after road in turn, Tavin and the pipe taking turns in
-    being first. Returns {road: {"tavin": [...], "pipe": [...]}}."""
-    results = {road.name: {"tavin": [], "pipe": []} for road in all_roads}
+def measure(desktop, keyboard, engine, all_ways, count):
+    """`count` presses for each way, one after the other, Tavin and the pipe taking turns in
+    being first. Returns {way: {"tavin": [...], "pipe": [...]}}."""
+    results = {way.name: {"tavin": [], "pipe": []} for way in all_ways}
     for number in range(count):
-        for road in all_roads:
-            desktop.focus(road.window)
-            road.select()
-            turns = [("tavin", press_tavin)] + ([("pipe", press_pipe)] if road.piped else [])
+        for way in all_ways:
+            desktop.focus(way.window)
+            way.select()
+            turns = [("tavin", press_tavin)] + ([("pipe", press_pipe)] if way.piped else [])
             for name, press in turns if number % 2 else reversed(turns):
                 time.sleep(REST)
                 try:
-                    results[road.name][name].append(press(keyboard, engine, road.text))
+                    results[way.name][name].append(press(keyboard, engine, way.text))
                 except SessionError as error:
-                    raise SessionError(f"{road.name} road, {name}, press {number + 1}: {error}; "
+                    raise SessionError(f"{way.name}, {name}, press {number + 1}: {error}; "
                                        f"selected: {desktop.primary()!r}") from None
     return results
 
@@ -148,7 +148,7 @@ def _wait_for_rest(pid, seconds=180.0, calm=3.0):
 
 
 def measure_long(desktop, keyboard, engine, megabytes, count):
-    """Seconds until a long selection in an editor is in the engine's hands; a press that brings
+    """Seconds until a long selection in an editor has come to the engine; a press that brings
     nothing counts as "lost"."""
     line = "A line of the long text, counted among many others of its kind.\n"
     text = line * (megabytes * 1024 * 1024 // len(line))

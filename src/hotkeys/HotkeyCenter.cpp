@@ -35,7 +35,7 @@ void HotkeyCenter::installOnce() {
       const auto found = handlers->find(id);
       if (found == handlers->end())
         return;
-      const Handler handler = found->second;  // It may register anew, which drops the stored one.
+      const Handler handler = found->second;  // It may register again, which drops the stored one.
       handler();
     });
   });

@@ -21,7 +21,7 @@ struct ShortcutPreset {
   static const QString defaultsKey;
 
   static const std::vector<ShortcutPreset>& all();
-  // Read anew at each call; the first row where nothing valid is stored. Main thread.
+  // Read at each call; the first row where nothing valid is stored. Main thread.
   static const ShortcutPreset& current(UserDefaults& defaults);
 
   QString pauseLabel() const;

@@ -35,7 +35,7 @@ class MenuTarget {
   virtual void showError(const Words& message) = 0;
 };
 
-// Lays out the status item's menu anew at each opening, from a fresh status of the engine, and
+// Lays out the status item's menu at each opening, from a fresh status of the engine, and
 // carries out its commands. Every choice but the shortcut is the engine's: a command tells the
 // engine, and the next opening shows what it then reports. Main thread only.
 class MenuController final : public MenuDelegate,

@@ -6,7 +6,7 @@
 
 namespace tavin {
 
-// A moment after which waiting is no use any more.
+// The moment at which a wait is given up.
 class Deadline {
  public:
   using Clock = std::chrono::steady_clock;

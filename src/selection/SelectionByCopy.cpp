@@ -1,19 +1,15 @@
 // The selection by a copy that the focused program is made to do.
 #include <unistd.h>
 
-#include <chrono>
-
+#include "platform/Deadline.h"
 #include "platform/Platform.h"
 #include "selection/Selection.h"
 
 namespace tavin {
 namespace {
 
-using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
-
-constexpr auto modifierWait = 500ms;
-constexpr auto copyWait = 400ms;
+constexpr double modifierWait = 0.5;  // Seconds.
+constexpr double copyWait = 0.4;
 constexpr useconds_t pollInterval = 10'000;  // Microseconds.
 constexpr std::uint16_t ansiCKey = 8;
 // Not Caps Lock and not the function key: neither changes what Command-C means.
@@ -40,8 +36,8 @@ std::optional<QString> Selection::viaCopy() const {
 }
 
 void Selection::waitForModifiersUp() const {
-  const auto deadline = Clock::now() + modifierWait;
-  while ((keyboard_.flagsState() & heldModifiers) != 0 && Clock::now() < deadline)
+  const Deadline deadline = Deadline::in(modifierWait);
+  while ((keyboard_.flagsState() & heldModifiers) != 0 && !deadline.passed())
     ::usleep(pollInterval);
 }
 
@@ -59,9 +55,8 @@ void Selection::postKey(bool down) const {
 }
 
 bool Selection::waitForCopy(std::int64_t startingCount) const {
-  const auto deadline = Clock::now() + copyWait;
-  while (pasteboard_.changeCount() == startingCount && Clock::now() < deadline)
-    ::usleep(pollInterval);
+  const Deadline deadline = Deadline::in(copyWait);
+  while (pasteboard_.changeCount() == startingCount && !deadline.passed()) ::usleep(pollInterval);
   return pasteboard_.changeCount() != startingCount;
 }
 

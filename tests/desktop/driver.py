@@ -117,8 +117,8 @@ class Desktop:
     def let_go(self):
         """What tells the desktop that no shortcut is held any more, where it needs that."""
 
-    def gives_leave(self, _tavin):
-        """Whether the press made Tavin ask for leave to copy, and it was given."""
+    def gives_permission(self, _tavin):
+        """Whether the press made Tavin ask for permission to copy, and it was given."""
         return False
 
     def click(self, wid, x, y, times=1):
@@ -288,7 +288,7 @@ class Tavin:
         if texts:
             # The watch over the playback asks once and finds the engine idle.
             self.engine.wait_for("/status", count=3, since=since)
-        elif self.desktop.gives_leave(self):
+        elif self.desktop.gives_permission(self):
             return self.press(keys)
         return texts
 

@@ -169,7 +169,7 @@ class GnomeDesktop(WaylandDesktop):
     DIALOG, ALLOW, SHARE = "Remote desktop", (430, 74), (457, 23)
 
     def permission_dialog(self):
-        """The window in which the portal asks for leave, once it has the keyboard."""
+        """The window in which the portal asks for permission, once it has the keyboard."""
         return wait_until(lambda: next((w["id"] for w in self.all_windows()
                                         if w["title"] == self.DIALOG and w["focused"]), None),
                           15, "the permission dialog")
@@ -215,7 +215,7 @@ class GnomeDesktop(WaylandDesktop):
 class WillingDesktop(GnomeDesktop):
     """For tests that know of no dialogs: a user who grants what is asked for, and presses again."""
 
-    def gives_leave(self, tavin):
+    def gives_permission(self, tavin):
         said = tavin.log()
         if said.count("asking the desktop") <= said.count("lets Tavin press"):
             return False
@@ -223,6 +223,6 @@ class WillingDesktop(GnomeDesktop):
                      if w["type"] == NORMAL and w["title"] != self.DIALOG)
         self.share()
         wait_until(lambda: tavin.log().count("lets Tavin press") > said.count("lets Tavin press"),
-                   10, "leave")
+                   10, "permission")
         wait_until(lambda: self.has_keyboard(front), 10, "the program in front")
         return True

@@ -9,7 +9,7 @@ from session import SessionError, wait_until
 
 DAEMON = "org.gnome.settings-daemon.global-shortcuts"
 PROGRAM = "app.tavin.Tavin"
-LEAVE = "tavin/remote-desktop-token"
+PERMISSION = "tavin/remote-desktop-token"
 PROGRAM_SHORTCUTS = f"{DAEMON}.application:/org/gnome/settings-daemon/global-shortcuts/{PROGRAM}/"
 
 
@@ -59,7 +59,7 @@ class PortalDesktop(GnomeDesktop):
 
     def forget_leave(self):
         with contextlib.suppress(FileNotFoundError):
-            os.unlink(os.path.join(self.session.env["XDG_CONFIG_HOME"], LEAVE))
+            os.unlink(os.path.join(self.session.env["XDG_CONFIG_HOME"], PERMISSION))
 
     def shortcut_dialogs(self):
         return [w["id"] for w in self.all_windows()

@@ -159,7 +159,7 @@ def test_a_killed_worker_is_an_error_that_names_it_and_the_text_goes_on(engine, 
     choose(engine)
     ready(engine)
     first = neural_worker(engine)
-    os.kill(first, signal.SIGSTOP)  # dies with the sentence in its hands
+    os.kill(first, signal.SIGSTOP)  # dies before it has spoken the sentence
     engine.speak("First sentence. Second sentence. Third sentence.")
     time.sleep(0.3)
     os.kill(first, signal.SIGKILL)

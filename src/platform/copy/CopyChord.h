@@ -14,7 +14,7 @@ struct KeyStep {
   bool down;
 };
 
-// The keys that bear Control and Insert; these, unless a layout has moved them.
+// The keys with Control and Insert; these, unless a layout has moved them.
 struct ChordKeys {
   int control = KEY_LEFTCTRL;
   int insert = KEY_INSERT;

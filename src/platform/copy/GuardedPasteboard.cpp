@@ -97,7 +97,7 @@ bool GuardedPasteboard::takeAnswer(std::int64_t changes, bool late) {
     wake_.call();
     return false;
   }
-  // It may have come before the watch began. A display that was started again counts anew.
+  // It may have come before the watch began. A display that was started again counts from 0.
   const auto unseen = changes - std::ssize(unjudged_);
   answered(changesByTarget() + (unseen < 0 ? 1 : unseen));
   unjudged_.clear();

@@ -20,7 +20,7 @@ struct ClipboardChange {
 // which may run beside the others, but not beside pasteboardItems().
 class WatchedPasteboard : public Pasteboard {
  public:
-  // Begins anew with the program that has the keyboard now: what was before is no change.
+  // Begins again with the program that has the keyboard now: what was before is no change.
   // `onChange` is called after each change from now on, by any thread; it must return at once and
   // call nothing here. Bounded in time, as the others are.
   virtual void beginWatch(std::function<void()> onChange) = 0;

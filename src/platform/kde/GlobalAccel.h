@@ -12,7 +12,7 @@
 namespace tavin::kde {
 
 // Global shortcuts of a Plasma session on Wayland: KGlobalAccel, asked over a bus connection of our
-// own. It shows no dialog and tells a conflict. Registers anew with a service that was restarted.
+// own. It shows no dialog and tells a conflict. Registers again with a service that was restarted.
 // A service that does not run, or does not answer within half a second, answers later. What is
 // registered stays so, even for a program that was killed, until `release` or the next start.
 // The key in the ANSI "R" position is found by the layouts that there are when it is registered.

@@ -93,7 +93,7 @@ void RemoteDesktop::letGo(const QDBusObjectPath& session, const std::vector<KeyS
 }
 
 void RemoteDesktop::ask() {
-  log_.write(QStringLiteral("Tavin: asking the desktop for leave to press the copy key"));
+  log_.write(QStringLiteral("Tavin: asking the desktop for permission to press the copy key"));
   if (!bus_->isConnected())
     return giveUp(QStringLiteral("there is no session bus"));
   announceTo(*bus_);

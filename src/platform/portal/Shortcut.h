@@ -23,7 +23,7 @@ QDBusArgument& operator<<(QDBusArgument& argument, const Shortcut& shortcut);
 const QDBusArgument& operator>>(const QDBusArgument& argument, Shortcut& shortcut);
 
 // What we ask for: an id of its own for each combination, since a desktop keeps the key that an id
-// had once. The key in the ANSI "R" position is taken to bear R.
+// had once. The key in the ANSI "R" position is taken for R.
 Shortcut wantedShortcut(const shortcuts::KeyCombination& combination);
 
 // For a message's arguments.

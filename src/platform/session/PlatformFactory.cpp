@@ -15,7 +15,6 @@
 #include "platform/desktop/SettingsUserDefaults.h"
 #include "platform/desktop/SignalWatch.h"
 #include "platform/gnome/HeldModifiers.h"
-#include "platform/gui/WindowProgram.h"
 #include "platform/http/LoopbackSession.h"
 #include "platform/posix/OwnProcess.h"
 #include "platform/posix/PosixProcessLauncher.h"
@@ -28,6 +27,7 @@
 #include "platform/tray/AlertQueue.h"
 #include "platform/tray/Tray.h"
 #include "platform/wayland/CompositorEnd.h"
+#include "platform/windowlink/WindowProgram.h"
 #include "platform/x11/DisplayBell.h"
 #include "platform/x11/DisplayWatch.h"
 
@@ -75,10 +75,10 @@ std::shared_ptr<x11::DisplayWatch> watchDisplay(Application& application, const 
 }
 
 void addWindows(Platform& platform, const Survey& survey, std::function<void()> commandChosen) {
-  auto program = std::make_shared<gui::WindowProgram>(
+  auto program = std::make_shared<windowlink::WindowProgram>(
       *platform.processLauncher, *platform.log,
-      gui::WindowProgram::Place{.executable = platform.bundle.windowProgram,
-                                .qtPlatform = QLatin1String(survey.qtPlatform())});
+      windowlink::WindowProgram::Place{.executable = platform.bundle.windowProgram,
+                                       .qtPlatform = QLatin1String(survey.qtPlatform())});
   platform.alerts = createAlertPresenter(program);
   platform.makeStatusItem = [commandChosen = std::move(commandChosen), program,
                              display = watchDisplay(*platform.application, survey)] {

@@ -9,7 +9,6 @@
 #include "platform/gnome/ShellWatch.h"
 #include "platform/wayland/Compositor.h"
 #include "platform/wayland/Connection.h"
-#include "platform/wayland/PlasmaWindows.h"
 #include "platform/x11/Connection.h"
 
 namespace tavin::session {

@@ -3,7 +3,7 @@
 #include <deque>
 #include <utility>
 
-#include "platform/gui/WindowProgram.h"
+#include "platform/windowlink/WindowProgram.h"
 
 namespace tavin {
 
@@ -11,7 +11,8 @@ namespace {
 
 class AlertQueue final : public AlertPresenter {
  public:
-  explicit AlertQueue(std::shared_ptr<gui::WindowProgram> program) : program_(std::move(program)) {}
+  explicit AlertQueue(std::shared_ptr<windowlink::WindowProgram> program)
+      : program_(std::move(program)) {}
   ~AlertQueue() override { program_->closeAlert(); }
   AlertQueue(const AlertQueue&) = delete;
   AlertQueue& operator=(const AlertQueue&) = delete;
@@ -48,7 +49,7 @@ class AlertQueue final : public AlertPresenter {
                         });
   }
 
-  const std::shared_ptr<gui::WindowProgram> program_;
+  const std::shared_ptr<windowlink::WindowProgram> program_;
   std::deque<Request> waiting_;
   bool nextInFront_ = false;
   bool busy_ = false;  // From the opening of an alert to the end of its completion.
@@ -56,7 +57,8 @@ class AlertQueue final : public AlertPresenter {
 
 }  // namespace
 
-std::unique_ptr<AlertPresenter> createAlertPresenter(std::shared_ptr<gui::WindowProgram> program) {
+std::unique_ptr<AlertPresenter> createAlertPresenter(
+    std::shared_ptr<windowlink::WindowProgram> program) {
   return std::make_unique<AlertQueue>(std::move(program));
 }
 

@@ -9,7 +9,7 @@ namespace tavin::tray {
 
 class MenuSource;
 
-// The menu as com.canonical.dbusmenu, for panels that draw it themselves. It is filled anew when a
+// The menu as com.canonical.dbusmenu, for panels that draw it themselves. It is filled again when a
 // panel announces that the root is about to show, before that call is answered.
 //
 // GTK's panels announce it when they have opened the menu already, in the size that it had until

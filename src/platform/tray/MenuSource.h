@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "platform/Menu.h"
-#include "platform/gui/Messages.h"
+#include "platform/windowlink/Messages.h"
 
 namespace tavin::tray {
 
@@ -34,7 +34,7 @@ class MenuSource : private QObject {
 QString drawnTitle(const QString& title);
 
 // How an item shows its state.
-using gui::Toggle;
+using windowlink::Toggle;
 Toggle toggleOf(const MenuItem& item);
 
 }  // namespace tavin::tray

@@ -2,14 +2,14 @@
 
 #include <utility>
 
-#include "platform/gui/WindowProgram.h"
 #include "platform/tray/MenuSource.h"
+#include "platform/windowlink/WindowProgram.h"
 
 namespace tavin::tray {
 
 namespace {
 
-using gui::MenuLine;
+using windowlink::MenuLine;
 
 MenuLine lineOf(const Menu& menu, const MenuItem& item, std::vector<MenuItem>& commands) {
   MenuLine line;
@@ -39,7 +39,7 @@ std::vector<MenuLine> linesOf(const Menu& menu, std::vector<MenuItem>& commands)
   return lines;
 }
 
-PopupMenu::PopupMenu(MenuSource& source, std::shared_ptr<gui::WindowProgram> program)
+PopupMenu::PopupMenu(MenuSource& source, std::shared_ptr<windowlink::WindowProgram> program)
     : source_(source), program_(std::move(program)) {}
 
 PopupMenu::~PopupMenu() { program_->closeMenu(); }

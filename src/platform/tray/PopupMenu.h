@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "platform/Menu.h"
-#include "platform/gui/Messages.h"
+#include "platform/windowlink/Messages.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 class WindowProgram;
 }
 
@@ -17,13 +17,13 @@ namespace tavin::tray {
 class MenuSource;
 
 // The items as lines to draw; the command with number N is appended to `commands` as the Nth.
-std::vector<gui::MenuLine> linesOf(const Menu& menu, std::vector<MenuItem>& commands);
+std::vector<windowlink::MenuLine> linesOf(const Menu& menu, std::vector<MenuItem>& commands);
 
 // The menu shown by ourselves, for where no panel does it. One is open at a time. Main thread only.
 class PopupMenu {
  public:
   // `source` must outlive this object.
-  PopupMenu(MenuSource& source, std::shared_ptr<gui::WindowProgram> program);
+  PopupMenu(MenuSource& source, std::shared_ptr<windowlink::WindowProgram> program);
   ~PopupMenu();
   PopupMenu(const PopupMenu&) = delete;
   PopupMenu& operator=(const PopupMenu&) = delete;
@@ -34,7 +34,7 @@ class PopupMenu {
 
  private:
   MenuSource& source_;
-  const std::shared_ptr<gui::WindowProgram> program_;
+  const std::shared_ptr<windowlink::WindowProgram> program_;
   bool isOpen_ = false;
 };
 

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "platform/gui/WindowProgram.h"
 #include "platform/tray/MenuSource.h"
 #include "platform/tray/NotifierTray.h"
 #include "platform/tray/PopupMenu.h"
+#include "platform/windowlink/WindowProgram.h"
 #include "platform/x11/DisplayWatch.h"
 
 namespace tavin {
@@ -14,7 +14,7 @@ namespace {
 
 class Tray final : public StatusItem {
  public:
-  Tray(std::function<void()> commandChosen, std::shared_ptr<gui::WindowProgram> program,
+  Tray(std::function<void()> commandChosen, std::shared_ptr<windowlink::WindowProgram> program,
        std::shared_ptr<x11::DisplayWatch> display)
       : program_(std::move(program)),
         display_(std::move(display)),
@@ -59,7 +59,7 @@ class Tray final : public StatusItem {
       program_->hideIcon();
   }
 
-  const std::shared_ptr<gui::WindowProgram> program_;
+  const std::shared_ptr<windowlink::WindowProgram> program_;
   const std::shared_ptr<x11::DisplayWatch> display_;
   tray::MenuSource source_;
   tray::PopupMenu popup_;
@@ -73,7 +73,7 @@ class Tray final : public StatusItem {
 }  // namespace
 
 std::unique_ptr<StatusItem> createStatusItem(std::function<void()> commandChosen,
-                                             std::shared_ptr<gui::WindowProgram> program,
+                                             std::shared_ptr<windowlink::WindowProgram> program,
                                              std::shared_ptr<x11::DisplayWatch> display) {
   return std::make_unique<Tray>(std::move(commandChosen), std::move(program), std::move(display));
 }

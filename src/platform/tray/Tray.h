@@ -7,7 +7,7 @@
 
 namespace tavin {
 
-namespace gui {
+namespace windowlink {
 class WindowProgram;
 }
 namespace x11 {
@@ -19,7 +19,7 @@ class DisplayWatch;
 // null where there can be none. Works without a session bus. `commandChosen` is called right before
 // each command that is chosen in the menu.
 std::unique_ptr<StatusItem> createStatusItem(std::function<void()> commandChosen,
-                                             std::shared_ptr<gui::WindowProgram> program,
+                                             std::shared_ptr<windowlink::WindowProgram> program,
                                              std::shared_ptr<x11::DisplayWatch> display);
 
 }  // namespace tavin

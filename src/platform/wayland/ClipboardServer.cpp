@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "platform/wayland/Listener.h"
+
 namespace tavin::wayland {
 namespace {
 
@@ -25,23 +27,19 @@ struct ClipboardServer::Served {
   PasteboardItem item;
   Owned<zwlr_data_control_source_v1> source;
 
-  static void send(void* self, zwlr_data_control_source_v1*, const char* type, std::int32_t fd) {
-    const auto& served = *static_cast<Served*>(self);
+  void send(const char* type, std::int32_t fd) {
     posix::FileDescriptor pipe(fd);
-    const auto& types = served.item.types;
+    const auto& types = item.types;
     const auto found = std::find_if(types.begin(), types.end(), [type](const auto& entry) {
       return entry.first == QLatin1String(type);
     });
     if (found != types.end())
-      served.server.writers_.begin(std::move(pipe), found->second);
+      server.writers_.begin(std::move(pipe), found->second);
   }
-  static void cancelled(void* self, zwlr_data_control_source_v1*) {
-    auto& current = static_cast<Served*>(self)->server.served_;
-    if (current.get() == self)
-      current.reset();
+  void cancelled() {
+    if (server.served_.get() == this)
+      server.served_.reset();
   }
-  static constexpr zwlr_data_control_source_v1_listener listener{.send = send,
-                                                                 .cancelled = cancelled};
 };
 
 ClipboardServer::ClipboardServer(EventThread& thread, Connection& connection, DataControl& control,
@@ -140,7 +138,9 @@ void ClipboardServer::claim(PasteboardItem item) {
   auto served = std::make_unique<Served>(*this, std::move(item), control_.createSource());
   if (!served->source)
     return;
-  zwlr_data_control_source_v1_add_listener(served->source.get(), &Served::listener, served.get());
+  static constexpr zwlr_data_control_source_v1_listener events{
+      .send = calls<&Served::send>, .cancelled = calls<&Served::cancelled>};
+  zwlr_data_control_source_v1_add_listener(served->source.get(), &events, served.get());
   for (const auto& [type, bytes] : served->item.types)
     zwlr_data_control_source_v1_offer(served->source.get(), type.toLatin1().constData());
   auto* const source = served->source.get();

@@ -18,13 +18,13 @@ namespace tavin::wayland {
 // Owns the clipboard for us and serves what we put there at any moment, whatever the rest of the
 // program is doing: on the thread of its connection. Any other thread may call the public
 // functions; each is bounded in time.
-class ClipboardServer final : public EventThread::Server {
+class ClipboardServer {
  public:
   // All must outlive it; `windows` is null where nothing is told of them. `transferIdleSeconds`:
   // when a program that takes no more of a transfer is given up.
   ClipboardServer(EventThread& thread, Connection& connection, DataControl& control,
                   const WindowWatch* windows, double transferIdleSeconds);
-  ~ClipboardServer() override;
+  ~ClipboardServer();
 
   // The number of times that any program took or cleared the clipboard since the start. Exact: it
   // holds everything that happened before the call, or is the last one known where the compositor
@@ -40,11 +40,12 @@ class ClipboardServer final : public EventThread::Server {
   std::vector<copy::ClipboardChange> takeChanges();
   void shortcutArrived(copy::UserInput::Time time);
 
-  // To be called on the thread after each change.
+  // To be called on the thread: after each change; for what it waits for; and then, to do what can
+  // be done now, which waits for nobody but the compositor.
   void noteChange();
-  void addFiles(std::vector<pollfd>& files) override { writers_.addFiles(files); }
-  std::optional<Deadline> nextDeadline() override;
-  void proceed() override;
+  void addFiles(std::vector<pollfd>& files) { writers_.addFiles(files); }
+  std::optional<Deadline> nextDeadline();
+  void proceed();
 
  private:
   struct Served;

@@ -28,12 +28,12 @@ class Compositor {
   // Any thread; they live as long as they are held. Never null.
   std::shared_ptr<ClipboardServer> clipboard();
   std::shared_ptr<SelectionReader> reader();
-  // The protocol that brings the clipboard, for people.
+  // The protocol that brings the clipboard, for the log.
   const std::string& clipboardName() const { return line_->control->name(); }
 
   // Whether it tells which window is active.
   bool tellsWindows() const { return line_->windows != nullptr; }
-  // The protocol that tells it, for people.
+  // The protocol that tells it, for the log.
   std::string windowsName() const { return line_->windows ? line_->windows->name() : "none"; }
   struct Front {
     Toplevel window;  // The active one.

@@ -4,7 +4,14 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "platform/wayland/Listener.h"
+
 namespace tavin::wayland {
+namespace {
+
+void noteDone(bool& done, std::uint32_t) { done = true; }
+
+}  // namespace
 
 std::unique_ptr<Connection> Connection::open(Deadline deadline) {
   const char* name = std::getenv("WAYLAND_DISPLAY");
@@ -20,18 +27,17 @@ std::unique_ptr<Connection> Connection::open(Deadline deadline) {
 
 Connection::Connection(wl_display* display)
     : display_(display), registry_(wl_display_get_registry(display)) {
-  static constexpr wl_registry_listener listener{
-      .global =
-          [](void* self, wl_registry*, std::uint32_t name, const char* interface,
-             std::uint32_t version) {
-            static_cast<Connection*>(self)->globals_.try_emplace(interface, Global{name, version});
-          },
-      .global_remove =
-          [](void* self, wl_registry*, std::uint32_t name) {
-            std::erase_if(static_cast<Connection*>(self)->globals_,
-                          [name](const auto& global) { return global.second.name == name; });
-          }};
-  wl_registry_add_listener(registry_.get(), &listener, this);
+  static constexpr wl_registry_listener events{.global = calls<&Connection::globalCame>,
+                                               .global_remove = calls<&Connection::globalWent>};
+  wl_registry_add_listener(registry_.get(), &events, this);
+}
+
+void Connection::globalCame(std::uint32_t name, const char* interface, std::uint32_t version) {
+  globals_.try_emplace(interface, Global{name, version});
+}
+
+void Connection::globalWent(std::uint32_t name) {
+  std::erase_if(globals_, [name](const auto& global) { return global.second.name == name; });
 }
 
 Connection::~Connection() {
@@ -54,7 +60,7 @@ void* Connection::bindGlobal(const wl_interface& interface, std::uint32_t highes
 }
 
 bool Connection::turn(std::vector<pollfd>& others, int timeoutMs) {
-  // What handlers did may have changed what is to be waited for, so the caller decides anew.
+  // What handlers did may have changed what is to be waited for, so the caller decides again.
   if (wl_display_prepare_read(display_) != 0)
     return wl_display_dispatch_pending(display_) >= 0;
   const bool sent = wl_display_flush(display_) >= 0;
@@ -76,10 +82,9 @@ bool Connection::turn(std::vector<pollfd>& others, int timeoutMs) {
 
 bool Connection::roundTrip(Deadline deadline) {
   bool done = false;
-  static constexpr wl_callback_listener listener{
-      .done = [](void* flag, wl_callback*, std::uint32_t) { *static_cast<bool*>(flag) = true; }};
+  static constexpr wl_callback_listener events{.done = calls<noteDone>};
   const Owned<wl_callback> callback(wl_display_sync(display_));
-  wl_callback_add_listener(callback.get(), &listener, &done);
+  wl_callback_add_listener(callback.get(), &events, &done);
   std::vector<pollfd> others;
   while (!done && !deadline.passed()) {
     if (!turn(others, deadline.remainingMs()))

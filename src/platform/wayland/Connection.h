@@ -45,6 +45,8 @@ class Connection {
 
  private:
   explicit Connection(wl_display* display);
+  void globalCame(std::uint32_t name, const char* interface, std::uint32_t version);
+  void globalWent(std::uint32_t name);
   void* bindGlobal(const wl_interface& interface, std::uint32_t highest);
 
   struct Global {

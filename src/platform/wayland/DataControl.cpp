@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/wayland/Listener.h"
+
 namespace tavin::wayland {
 namespace {
 
@@ -26,37 +28,14 @@ const wl_interface& extManager() {
   return interface;
 }
 
-const zwlr_data_control_offer_v1_listener offerEvents{
-    .offer = [](void* types, zwlr_data_control_offer_v1*, const char* type) {
-      auto& list = *static_cast<std::vector<std::string>*>(types);
-      if (list.size() < mostTypes)
-        list.emplace_back(type);
-    }};
+void addType(std::vector<std::string>& types, const char* type) {
+  if (types.size() < mostTypes)
+    types.emplace_back(type);
+}
+
+constexpr zwlr_data_control_offer_v1_listener offerEvents{.offer = calls<addType>};
 
 }  // namespace
-
-struct DataControl::Events {
-  static void dataOffer(void* self, zwlr_data_control_device_v1*,
-                        zwlr_data_control_offer_v1* offer) {
-    static_cast<DataControl*>(self)->announce(offer);
-  }
-  static void selection(void* self, zwlr_data_control_device_v1*,
-                        zwlr_data_control_offer_v1* offer) {
-    static_cast<DataControl*>(self)->take(SelectionKind::clipboard, offer);
-  }
-  static void primary(void* self, zwlr_data_control_device_v1*, zwlr_data_control_offer_v1* offer) {
-    static_cast<DataControl*>(self)->take(SelectionKind::primary, offer);
-  }
-  static void finished(void* self, zwlr_data_control_device_v1*) {
-    static_cast<DataControl*>(self)->finish();
-  }
-  static constexpr zwlr_data_control_device_v1_listener listener{
-      .data_offer = dataOffer,
-      .selection = selection,
-      .finished = finished,
-      .primary_selection = primary,
-  };
-};
 
 std::unique_ptr<DataControl> DataControl::create(Connection& connection) {
   const Flavour flavours[] = {
@@ -81,7 +60,13 @@ DataControl::DataControl(Owned<zwlr_data_control_manager_v1> manager, wl_seat* s
     : name_(std::move(name)),
       manager_(std::move(manager)),
       device_(zwlr_data_control_manager_v1_get_data_device(manager_.get(), seat)) {
-  zwlr_data_control_device_v1_add_listener(device_.get(), &Events::listener, this);
+  static constexpr zwlr_data_control_device_v1_listener events{
+      .data_offer = calls<&DataControl::announce>,
+      .selection = calls<&DataControl::take<SelectionKind::clipboard>>,
+      .finished = calls<&DataControl::finish>,
+      .primary_selection = calls<&DataControl::take<SelectionKind::primary>>,
+  };
+  zwlr_data_control_device_v1_add_listener(device_.get(), &events, this);
 }
 
 const Offer* DataControl::offer(SelectionKind selection) const {
@@ -105,7 +90,8 @@ void DataControl::announce(zwlr_data_control_offer_v1* proxy) {
   announced_.push_back(std::move(offer));
 }
 
-void DataControl::take(SelectionKind selection, zwlr_data_control_offer_v1* proxy) {
+template <SelectionKind selection>
+void DataControl::take(zwlr_data_control_offer_v1* proxy) {
   State& current = selection == SelectionKind::clipboard ? clipboard_ : primary_;
   const auto found = std::find_if(announced_.begin(), announced_.end(), [proxy](const auto& offer) {
     return proxy && offer->proxy.get() == proxy;

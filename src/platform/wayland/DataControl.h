@@ -24,7 +24,7 @@ class DataControl {
   // Null where the compositor has neither. `connection` must outlive it.
   static std::unique_ptr<DataControl> create(Connection& connection);
 
-  // The protocol and its version, for people.
+  // The protocol and its version, for the log.
   const std::string& name() const { return name_; }
   // Called after each change of a selection.
   std::function<void(SelectionKind)> changed;
@@ -46,14 +46,14 @@ class DataControl {
     std::unique_ptr<Offer> offer;
     std::int64_t changes = 0;
   };
-  struct Events;
 
   DataControl(Owned<zwlr_data_control_manager_v1> manager, wl_seat* seat, std::string name);
   const State& state(SelectionKind selection) const {
     return selection == SelectionKind::clipboard ? clipboard_ : primary_;
   }
   void announce(zwlr_data_control_offer_v1* proxy);
-  void take(SelectionKind selection, zwlr_data_control_offer_v1* proxy);
+  template <SelectionKind selection>
+  void take(zwlr_data_control_offer_v1* proxy);
   void finish();
 
   const std::string name_;

@@ -2,6 +2,8 @@
 
 #include <csignal>
 
+#include "platform/wayland/ClipboardServer.h"
+
 namespace tavin::wayland {
 namespace {
 
@@ -17,8 +19,8 @@ void blockBrokenPipes() {
 
 EventThread::EventThread(Connection& connection) : connection_(connection) {}
 
-void EventThread::start(Server& server) {
-  thread_ = std::thread([this, &server] { run(server); });
+void EventThread::start(ClipboardServer& clipboard) {
+  thread_ = std::thread([this, &clipboard] { run(clipboard); });
 }
 
 void EventThread::stop() {
@@ -28,22 +30,22 @@ void EventThread::stop() {
   thread_.join();
 }
 
-void EventThread::run(Server& server) {
+void EventThread::run(ClipboardServer& clipboard) {
   blockBrokenPipes();
   std::vector<pollfd> files;
   bool goesOn = true;
   do {
     goesOn = inbox_.run();
-    server.proceed();
-  } while (goesOn && connection_.turn(files, prepare(server, files)));
+    clipboard.proceed();
+  } while (goesOn && connection_.turn(files, prepare(clipboard, files)));
   inbox_.close();
 }
 
 // Collects what to wait for; returns for how many milliseconds, -1 for ever.
-int EventThread::prepare(Server& server, std::vector<pollfd>& files) {
+int EventThread::prepare(ClipboardServer& clipboard, std::vector<pollfd>& files) {
   files.assign(1, {inbox_.file(), POLLIN, 0});
-  server.addFiles(files);
-  const auto deadline = server.nextDeadline();
+  clipboard.addFiles(files);
+  const auto deadline = clipboard.nextDeadline();
   return deadline ? deadline->remainingMs() : -1;
 }
 

@@ -10,28 +10,20 @@
 
 namespace tavin::wayland {
 
+class ClipboardServer;
+
 // The one thread that uses a connection once it runs: asleep in poll until the compositor tells
-// something, one of the files that its server waits for is ready, or another thread asks it to do
-// something. Not a single wake-up besides.
+// something, one of the files that the clipboard waits for is ready, or another thread asks it to
+// do something. Not a single wake-up besides.
 class EventThread {
  public:
-  // What waits on the thread for files or for a moment.
-  class Server {
-   public:
-    virtual ~Server() = default;
-    virtual void addFiles(std::vector<pollfd>& files) = 0;
-    virtual std::optional<Deadline> nextDeadline() = 0;
-    // Does what can be done now; waits for nobody but the compositor.
-    virtual void proceed() = 0;
-  };
-
   // `connection` must outlive it.
   explicit EventThread(Connection& connection);
   ~EventThread() { stop(); }
 
-  // `server` must outlive the running thread.
-  void start(Server& server);
-  // The server is not called afterwards.
+  // `clipboard` must outlive the running thread.
+  void start(ClipboardServer& clipboard);
+  // The clipboard is not called afterwards.
   void stop();
   // Whether the connection has broken, or it was stopped: nothing happens on it any more. Any
   // thread.
@@ -44,8 +36,8 @@ class EventThread {
   }
 
  private:
-  void run(Server& server);
-  int prepare(Server& server, std::vector<pollfd>& files);
+  void run(ClipboardServer& clipboard);
+  int prepare(ClipboardServer& clipboard, std::vector<pollfd>& files);
 
   Connection& connection_;
   posix::TaskInbox inbox_;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/wayland/Listener.h"
+
 namespace tavin::wayland {
 namespace {
 
@@ -10,19 +12,6 @@ constexpr std::uint32_t milliseconds = 1;
 
 }  // namespace
 
-struct InputWatch::Events {
-  template <typename Clock>
-  static void idle(void* self, Clock*) {
-    static_cast<InputWatch*>(self)->becomesIdle();
-  }
-  template <typename Clock>
-  static void resumed(void* self, Clock*) {
-    static_cast<InputWatch*>(self)->resumes();
-  }
-  static constexpr ext_idle_notification_v1_listener standard{.idled = idle, .resumed = resumed};
-  static constexpr org_kde_kwin_idle_timeout_listener kde{.idle = idle, .resumed = resumed};
-};
-
 InputWatch::InputWatch(Connection& connection)
     : seat_(connection.seat()),
       standard_(connection.bind<ext_idle_notifier_v1>(ext_idle_notifier_v1_interface, 1)),
@@ -30,6 +19,10 @@ InputWatch::InputWatch(Connection& connection)
                      : connection.bind<org_kde_kwin_idle>(org_kde_kwin_idle_interface, 1)) {}
 
 void InputWatch::begin() {
+  constexpr auto idle = calls<&InputWatch::becomesIdle>;
+  constexpr auto resumed = calls<&InputWatch::resumes>;
+  static constexpr ext_idle_notification_v1_listener standard{.idled = idle, .resumed = resumed};
+  static constexpr org_kde_kwin_idle_timeout_listener kde{.idle = idle, .resumed = resumed};
   end();
   pressIsOver_ = Clock::now() + copy::shortcutsEnd;
   idle_ = false;
@@ -37,10 +30,10 @@ void InputWatch::begin() {
   if (standard_) {
     standardClock_.reset(
         ext_idle_notifier_v1_get_idle_notification(standard_.get(), milliseconds, seat_));
-    ext_idle_notification_v1_add_listener(standardClock_.get(), &Events::standard, this);
+    ext_idle_notification_v1_add_listener(standardClock_.get(), &standard, this);
   } else if (kde_) {
     kdeClock_.reset(org_kde_kwin_idle_get_idle_timeout(kde_.get(), seat_, milliseconds));
-    org_kde_kwin_idle_timeout_add_listener(kdeClock_.get(), &Events::kde, this);
+    org_kde_kwin_idle_timeout_add_listener(kdeClock_.get(), &kde, this);
   }
 }
 

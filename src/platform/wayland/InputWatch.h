@@ -24,7 +24,6 @@ class InputWatch {
 
  private:
   using Clock = copy::UserInput::Clock;
-  struct Events;
   void becomesIdle() { idle_ = true; }
   void resumes();
 

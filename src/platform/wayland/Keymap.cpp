@@ -3,40 +3,30 @@
 #include <sys/mman.h>
 
 #include "platform/posix/FileDescriptor.h"
+#include "platform/wayland/Listener.h"
 
 namespace tavin::wayland {
 
-struct Keymap::Events {
-  static void capabilities(void* self, wl_seat* seat, std::uint32_t devices) {
-    auto& map = *static_cast<Keymap*>(self);
-    if ((devices & WL_SEAT_CAPABILITY_KEYBOARD) == 0 || map.keyboard_)
-      return;
-    map.keyboard_.reset(wl_seat_get_keyboard(seat));
-    wl_keyboard_add_listener(map.keyboard_.get(), &keyboard, self);
-  }
-  static void keymap(void* self, wl_keyboard*, std::uint32_t format, std::int32_t file,
-                     std::uint32_t size) {
-    static_cast<Keymap*>(self)->take(format, file, size);
-  }
-  template <typename... Arguments>
-  static void ignore(void*, wl_keyboard*, Arguments...) {}
-
-  static constexpr wl_seat_listener seat{.capabilities = capabilities,
-                                         .name = nullptr};  // Of later versions.
-  static constexpr wl_keyboard_listener keyboard{.keymap = keymap,
-                                                 .enter = ignore,
-                                                 .leave = ignore,
-                                                 .key = ignore,
-                                                 .modifiers = ignore,
-                                                 .repeat_info = ignore};
-};
-
 Keymap::Keymap(Connection& connection) : seat_(connection.bind<wl_seat>(wl_seat_interface, 1)) {
+  static constexpr wl_seat_listener events{.capabilities = calls<&Keymap::devicesChanged>,
+                                           .name = ignored};
   if (seat_)
-    wl_seat_add_listener(seat_.get(), &Events::seat, this);
+    wl_seat_add_listener(seat_.get(), &events, this);
 }
 
-void Keymap::take(std::uint32_t format, int file, std::uint32_t size) {
+void Keymap::devicesChanged(std::uint32_t devices) {
+  static constexpr auto events = [] {
+    auto table = ignoringAll<wl_keyboard_listener>();
+    table.keymap = calls<&Keymap::take>;
+    return table;
+  }();
+  if ((devices & WL_SEAT_CAPABILITY_KEYBOARD) == 0 || keyboard_)
+    return;
+  keyboard_.reset(wl_seat_get_keyboard(seat_.get()));
+  wl_keyboard_add_listener(keyboard_.get(), &events, this);
+}
+
+void Keymap::take(std::uint32_t format, std::int32_t file, std::uint32_t size) {
   const posix::FileDescriptor owned(file);
   if (format != WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1)
     return;

@@ -20,8 +20,8 @@ class Keymap {
   const std::string& text() const { return text_; }
 
  private:
-  struct Events;
-  void take(std::uint32_t format, int file, std::uint32_t size);
+  void devicesChanged(std::uint32_t devices);
+  void take(std::uint32_t format, std::int32_t file, std::uint32_t size);
 
   Owned<wl_seat> seat_;
   Owned<wl_keyboard> keyboard_;

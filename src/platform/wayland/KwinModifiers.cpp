@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include "platform/Keyboard.h"
+#include "platform/wayland/Listener.h"
 
 namespace tavin::wayland {
 namespace {
@@ -27,6 +28,11 @@ std::uint64_t flagOf(std::uint32_t key) {
     default:
       return 0;
   }
+}
+
+void noteKey(std::uint64_t& held, std::uint32_t key, std::uint32_t state) {
+  if (state == statePressed)
+    held |= flagOf(key);
 }
 
 }  // namespace
@@ -65,13 +71,8 @@ std::uint64_t KwinModifiers::modifiers() {
   if (!states)
     return EventFlags::option;
   std::uint64_t held = 0;
-  static constexpr org_kde_kwin_keystate_listener listener{
-      .stateChanged = [](void* flags, org_kde_kwin_keystate*, std::uint32_t key,
-                         std::uint32_t state) {
-        if (state == statePressed)
-          *static_cast<std::uint64_t*>(flags) |= flagOf(key);
-      }};
-  org_kde_kwin_keystate_add_listener(states.get(), &listener, &held);
+  static constexpr org_kde_kwin_keystate_listener events{.stateChanged = calls<noteKey>};
+  org_kde_kwin_keystate_add_listener(states.get(), &events, &held);
   org_kde_kwin_keystate_fetchStates(states.get());
   return connection_->roundTrip(Deadline::in(secondsForAnswer)) ? held : EventFlags::option;
 }

@@ -17,13 +17,13 @@ bool kwinReleasesHeldKeys();
 class KwinModifiers {
  public:
   // Null where the compositor does not tell it. The one on a connection of its own is null also
-  // where that is not answered in time; it connects anew where the compositor was started again.
+  // where that is not answered in time; it connects again where the compositor was started again.
   static std::unique_ptr<KwinModifiers> create(Deadline deadline);
   static std::unique_ptr<KwinModifiers> on(std::shared_ptr<Connection> connection);
 
   // Those held now, as EventFlags; bounded by a tenth of a second, and by half a one where it
-  // connects anew. Where no answer came it says Alt: the key that the user pressed last may be down
-  // still, and would join the command.
+  // connects again. Where no answer came it says Alt: the key that the user pressed last may be
+  // down still, and would join the command.
   std::uint64_t modifiers();
 
  private:

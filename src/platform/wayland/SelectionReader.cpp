@@ -47,8 +47,8 @@ std::optional<SelectionReader::Listing> SelectionReader::list(SelectionKind sele
       thread_.ask<std::optional<Listing>>(deadline, [=, this]() -> std::optional<Listing> {
         if (!connection_.roundTrip(deadline) || !control_.isAlive())
           return std::nullopt;
-        eventfd_t ignored = 0;
-        eventfd_read(changeOf(selection), &ignored);
+        eventfd_t changes = 0;
+        eventfd_read(changeOf(selection), &changes);
         const Offer* offer = control_.offer(selection);
         return Listing{offer != nullptr, control_.changes(selection),
                        offer ? offer->types : std::vector<std::string>{}};

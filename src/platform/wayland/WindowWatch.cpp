@@ -3,35 +3,28 @@
 #include <atomic>
 
 #include "platform/posix/ProcessFolder.h"
-#include "platform/wayland/ForeignToplevels.h"
-#include "platform/wayland/PlasmaWindows.h"
+#include "platform/wayland/WindowSources.h"
 
 namespace tavin::wayland {
 namespace {
 
 constexpr const char* ownAppId = "app.tavin.Tavin";
+constexpr std::size_t mostWindows = 5000;
+
+// Never given twice, nor by the compositor that comes after this one.
+std::uint64_t newWindowId() {
+  static std::atomic<std::uint64_t> last = 0;
+  return ++last;
+}
 
 }  // namespace
 
 std::unique_ptr<WindowWatch> WindowWatch::create(Connection& connection) {
   std::unique_ptr<WindowWatch> watch(new WindowWatch);
-  watch->source_ = PlasmaWindows::create(connection, *watch);
-  if (!watch->source_)
-    watch->source_ = ForeignToplevels::create(connection, *watch);
-  return watch->source_ ? std::move(watch) : nullptr;
-}
-
-WindowWatch::~WindowWatch() = default;
-
-Toplevel WindowWatch::active() const {
-  const auto found = windows_.find(activeId_);
-  return found == windows_.end() ? Toplevel{} : found->second;
-}
-
-// Nor by the compositor that comes after this one.
-std::uint64_t WindowWatch::newId() {
-  static std::atomic<std::uint64_t> last = 0;
-  return ++last;
+  watch->source_ = plasmaWindows(connection, *watch);
+  if (!watch->source_.manager)
+    watch->source_ = foreignToplevels(connection, *watch);
+  return watch->source_.manager ? std::move(watch) : nullptr;
 }
 
 bool WindowWatch::isOwn(const Toplevel& window) {
@@ -40,33 +33,46 @@ bool WindowWatch::isOwn(const Toplevel& window) {
 
 std::set<std::int64_t> WindowWatch::processes() const {
   std::set<std::int64_t> all;
-  for (const auto& [id, window] : windows_) {
-    if (window.processId != 0)
-      all.insert(window.processId);
+  for (const auto& window : windows_) {
+    if (window.toplevel.processId != 0)
+      all.insert(window.toplevel.processId);
   }
   return all;
 }
 
 void WindowWatch::primaryChanged(bool offered) {
-  const Toplevel front = active();
-  const bool known = offered && front.id != 0 && !isOwn(front);
-  maker_ = known ? PrimaryMaker{front, true} : PrimaryMaker{};
+  const bool known = offered && active_.id != 0 && !isOwn(active_);
+  maker_ = known ? PrimaryMaker{active_, true} : PrimaryMaker{};
 }
 
-void WindowWatch::update(const Toplevel& window, bool active) {
-  windows_[window.id] = window;
-  if (active == (window.id == activeId_))
-    return;
-  activeId_ = active ? window.id : 0;
+bool WindowWatch::isFull() const { return windows_.size() == mostWindows; }
+
+Window& WindowWatch::add(std::shared_ptr<void> object) {
+  Window& window = windows_.emplace_back(Window{*this, std::move(object)});
+  window.toplevel.id = newWindowId();
+  return window;
+}
+
+void Window::changed() { list.update(*this); }
+
+void Window::closed() { list.remove(toplevel.id); }
+
+void WindowWatch::update(const Window& window) {
+  const Toplevel& told = window.toplevel;
+  const bool wasActive = told.id == active_.id;
+  if (window.active)
+    active_ = told;
+  else if (wasActive)
+    active_ = {};
   // A menu of ours takes the keyboard away for a moment, which changes no selection.
-  if (active && window.id != maker_.window.id && !isOwn(window))
+  if (window.active && !wasActive && told.id != maker_.window.id && !isOwn(told))
     maker_.inFrontSince = false;
 }
 
 void WindowWatch::remove(std::uint64_t id) {
-  windows_.erase(id);
-  if (id == activeId_)
-    activeId_ = 0;
+  windows_.remove_if([id](const Window& window) { return window.toplevel.id == id; });
+  if (id == active_.id)
+    active_ = {};
 }
 
 }  // namespace tavin::wayland

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
+#include <list>
 #include <memory>
 #include <set>
 #include <string>
@@ -17,29 +17,42 @@ struct Toplevel {
   std::int64_t processId = 0;  // 0 where the compositor does not tell.
 };
 
-// One of the protocols for taskbars; it tells a WindowWatch what happens to the windows.
-class WindowSource {
- public:
-  // More than anyone opens; a hostile program shall not fill the memory.
-  static constexpr std::size_t mostWindows = 5000;
+inline constexpr const char* plasmaWindowsName = "plasma-window-management";
 
-  virtual ~WindowSource() = default;
-  // Of the protocol, for people.
-  virtual std::string name() const = 0;
+class WindowWatch;
+
+// A window in the list, as its source tells of it.
+struct Window {
+  // What the source has told counts from now on.
+  void changed();
+  // Ends it.
+  void closed();
+
+  WindowWatch& list;
+  const std::shared_ptr<void> object;  // The compositor's.
+  Toplevel toplevel = {};
+  bool active = false;
 };
 
-// Knows which window is the active one, and remembers in which of them the present PRIMARY
-// selection was made: on Wayland it has no owner, so the program that was in front when it changed
-// counts as the one that made it. Used by the thread of its connection alone.
+// One of the protocols for taskbars.
+struct WindowSource {
+  std::string name;  // For the log.
+  std::shared_ptr<void> manager;
+};
+
+// The one list of the windows. Knows which window is the active one, and remembers in which of them
+// the present PRIMARY selection was made: on Wayland it has no owner, so the program that was in
+// front when it changed counts as the one that made it. Used by the thread of its connection alone.
 class WindowWatch {
  public:
   // Null where the compositor does not tell. `connection` must outlive it.
   static std::unique_ptr<WindowWatch> create(Connection& connection);
-  ~WindowWatch();
+  WindowWatch(const WindowWatch&) = delete;
+  WindowWatch& operator=(const WindowWatch&) = delete;
 
-  std::string name() const { return source_->name(); }
+  const std::string& name() const { return source_.name; }
   // The active window; id 0 where none is, as while a panel or a lock screen has the keyboard.
-  Toplevel active() const;
+  const Toplevel& active() const { return active_; }
   // Whether it is a window of ours.
   static bool isOwn(const Toplevel& window);
   // Of the windows, where the compositor tells; else empty.
@@ -53,17 +66,20 @@ class WindowWatch {
   // To be called after each change of PRIMARY; `offered` is whether it holds anything.
   void primaryChanged(bool offered);
 
-  // For the source: a number for a new window; whatever is known of it; its end.
-  static std::uint64_t newId();
-  void update(const Toplevel& window, bool active);
-  void remove(std::uint64_t id);
+  // For the source. More than anyone opens are not taken: a hostile program shall not fill the
+  // memory. A window stays where it is until it is closed.
+  bool isFull() const;
+  Window& add(std::shared_ptr<void> object);
 
  private:
+  friend Window;
   WindowWatch() = default;
+  void update(const Window& window);
+  void remove(std::uint64_t id);
 
-  std::unique_ptr<WindowSource> source_;
-  std::map<std::uint64_t, Toplevel> windows_;
-  std::uint64_t activeId_ = 0;
+  WindowSource source_;
+  std::list<Window> windows_;
+  Toplevel active_;
   PrimaryMaker maker_;
 };
 

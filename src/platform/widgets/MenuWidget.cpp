@@ -15,8 +15,8 @@ namespace tavin::widgets {
 
 namespace {
 
-using gui::MenuLine;
-using gui::Toggle;
+using windowlink::MenuLine;
+using windowlink::Toggle;
 
 // A single ampersand marks an access key.
 QString escaped(QString title) { return title.replace('&', QLatin1String("&&")); }

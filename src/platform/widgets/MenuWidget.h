@@ -5,13 +5,13 @@
 #include <optional>
 #include <vector>
 
-#include "platform/gui/Messages.h"
+#include "platform/windowlink/Messages.h"
 
 namespace tavin::widgets {
 
 // Draws the lines into an empty `widget`. `chosen` is called with a command's number when the menu
 // has closed for it.
-void fillMenu(QMenu& widget, const std::vector<gui::MenuLine>& lines,
+void fillMenu(QMenu& widget, const std::vector<windowlink::MenuLine>& lines,
               const std::function<void(quint32)>& chosen);
 
 // Opens the filled menu in front, with the keyboard, without a position at the pointer. Returns at

@@ -31,18 +31,18 @@ Windows::Windows(posix::FileDescriptor socket, std::function<void()> ended)
 Windows::~Windows() { delete menu_; }
 
 void Windows::received(const QByteArray& message) {
-  const auto request = gui::decodeRequest(message);
+  const auto request = windowlink::decodeRequest(message);
   if (!request)
     return ended_();
   finishing_ = false;
   std::visit([this](const auto& kind) { obey(kind); }, *request);
 }
 
-void Windows::tell(const gui::Event& event) { channel_.send(gui::encode(event)); }
+void Windows::tell(const windowlink::Event& event) { channel_.send(windowlink::encode(event)); }
 
-void Windows::obey(const gui::Ping&) { tell(gui::Pong()); }
+void Windows::obey(const windowlink::Ping&) { tell(windowlink::Pong()); }
 
-void Windows::obey(const gui::Finish&) {
+void Windows::obey(const windowlink::Finish&) {
   finishing_ = true;
   finishUnlessNeeded();
 }
@@ -51,10 +51,10 @@ void Windows::obey(const gui::Finish&) {
 void Windows::finishUnlessNeeded() {
   const QClipboard& clipboard = *QGuiApplication::clipboard();
   if (finishing_ && !clipboard.ownsClipboard() && !clipboard.ownsSelection())
-    tell(gui::Finished());
+    tell(windowlink::Finished());
 }
 
-void Windows::obey(const gui::ShowAlert& request) {
+void Windows::obey(const windowlink::ShowAlert& request) {
   keepActivationToken(request.token);
   dialog_ = std::make_unique<AlertDialog>(request.alert);
   connect(
@@ -71,19 +71,19 @@ void Windows::answerAlert(quint32 id) {
   QTimer::singleShot(0, dialog_.get(), [this, id] {
     const AlertResponse response = dialog_->takeResponse();
     QTimer::singleShot(0, this, [dialog = dialog_.release()] { delete dialog; });
-    tell(gui::AlertAnswered{id, response});
+    tell(windowlink::AlertAnswered{id, response});
   });
 }
 
-void Windows::obey(const gui::BringAlertToFront& request) {
+void Windows::obey(const windowlink::BringAlertToFront& request) {
   keepActivationToken(request.token);
   if (dialog_)
     bringToFront(*dialog_);
 }
 
-void Windows::obey(const gui::CloseAlert&) { dialog_.reset(); }
+void Windows::obey(const windowlink::CloseAlert&) { dialog_.reset(); }
 
-void Windows::obey(const gui::ShowMenu& request) {
+void Windows::obey(const windowlink::ShowMenu& request) {
   keepActivationToken(request.token);
   delete menu_;
   menu_ = new QMenu;
@@ -93,18 +93,18 @@ void Windows::obey(const gui::ShowMenu& request) {
   fillMenu(*menu_, request.lines, [chosen](quint32 number) { *chosen = number; });
   // From the event loop: a menu closes before it says what was chosen.
   connect(menu_, &QMenu::aboutToHide, this, [this, chosen, id = request.id] {
-    QTimer::singleShot(0, menu_, [this, chosen, id] { tell(gui::MenuClosed{id, *chosen}); });
+    QTimer::singleShot(0, menu_, [this, chosen, id] { tell(windowlink::MenuClosed{id, *chosen}); });
   });
   popUp(*menu_, request.position);
 }
 
-void Windows::obey(const gui::CloseMenu&) { delete menu_; }
+void Windows::obey(const windowlink::CloseMenu&) { delete menu_; }
 
-void Windows::obey(const gui::ShowIcon& request) {
+void Windows::obey(const windowlink::ShowIcon& request) {
   if (request.symbol.isEmpty())
     return icon_.reset();
   if (!icon_)
-    icon_ = std::make_unique<XEmbedIcon>([this] { tell(gui::IconClicked()); });
+    icon_ = std::make_unique<XEmbedIcon>([this] { tell(windowlink::IconClicked()); });
   icon_->setImage(request.symbol, request.toolTip);
 }
 

@@ -6,8 +6,8 @@
 #include <functional>
 #include <memory>
 
-#include "platform/gui/Channel.h"
-#include "platform/gui/Messages.h"
+#include "platform/windowlink/Channel.h"
+#include "platform/windowlink/Messages.h"
 
 namespace tavin::widgets {
 
@@ -24,16 +24,16 @@ class Windows : private QObject {
 
  private:
   void received(const QByteArray& message);
-  void obey(const gui::Ping&);
-  void obey(const gui::Finish&);
-  void obey(const gui::ShowAlert& request);
-  void obey(const gui::BringAlertToFront& request);
-  void obey(const gui::CloseAlert&);
-  void obey(const gui::ShowMenu& request);
-  void obey(const gui::CloseMenu&);
-  void obey(const gui::ShowIcon& request);
+  void obey(const windowlink::Ping&);
+  void obey(const windowlink::Finish&);
+  void obey(const windowlink::ShowAlert& request);
+  void obey(const windowlink::BringAlertToFront& request);
+  void obey(const windowlink::CloseAlert&);
+  void obey(const windowlink::ShowMenu& request);
+  void obey(const windowlink::CloseMenu&);
+  void obey(const windowlink::ShowIcon& request);
   void answerAlert(quint32 id);
-  void tell(const gui::Event& event);
+  void tell(const windowlink::Event& event);
   void finishUnlessNeeded();
 
   const std::function<void()> ended_;
@@ -41,7 +41,7 @@ class Windows : private QObject {
   QPointer<QMenu> menu_;
   std::unique_ptr<XEmbedIcon> icon_;
   bool finishing_ = false;
-  gui::Channel channel_;
+  windowlink::Channel channel_;
 };
 
 }  // namespace tavin::widgets

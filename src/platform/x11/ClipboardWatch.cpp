@@ -16,7 +16,7 @@ constexpr std::uint32_t lastOfWheel = 7;
 // hours or days.
 constexpr std::chrono::seconds sameClock(10);
 
-// The display counts milliseconds, and begins anew after 49 days.
+// The display counts milliseconds, and begins at 0 again after 49 days.
 std::chrono::milliseconds between(xcb_timestamp_t time, ClipboardWatch::Time now) {
   const auto counted =
       std::chrono::floor<std::chrono::milliseconds>(now.time_since_epoch()).count();

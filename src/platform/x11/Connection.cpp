@@ -2,6 +2,8 @@
 
 #include <xcb/xfixes.h>
 
+#include <algorithm>
+#include <array>
 #include <string>
 
 #include "platform/posix/SocketProbe.h"
@@ -15,6 +17,44 @@ constexpr double secondsToOpen = 2;
 // The beginning of a connection of version 11, least byte first, without a word of authority:
 // whether the answer is yes or no does not matter.
 constexpr std::string_view greeting{"l\0\13\0\0\0\0\0\0\0\0\0", 12};
+
+// What is wanted of a window system and its clipboard. They are asked for together, because each
+// alone would be one more wait for the display at start.
+constexpr std::array<std::string_view, 24> usualAtoms{
+    "ATOM_PAIR",
+    "CLIPBOARD",
+    "CLIPBOARD_MANAGER",
+    "COMPOUND_TEXT",
+    "INCR",
+    "MULTIPLE",
+    "NULL",
+    "SAVE_TARGETS",
+    "STRING",
+    "TARGETS",
+    "TAVIN_CLIPBOARD",
+    "TAVIN_CLOCK",
+    "TAVIN_SELECTION",
+    "TEXT",
+    "TIMESTAMP",
+    "UTF8_STRING",
+    "_NET_ACTIVE_WINDOW",
+    "_NET_SUPPORTING_WM_CHECK",
+    "_NET_WM_WINDOW_TYPE",
+    "_NET_WM_WINDOW_TYPE_DOCK",
+    "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU",
+    "_NET_WM_WINDOW_TYPE_MENU",
+    "_NET_WM_WINDOW_TYPE_NOTIFICATION",
+    "_NET_WM_WINDOW_TYPE_POPUP_MENU",
+};
+
+xcb_intern_atom_cookie_t askAtom(xcb_connection_t* connection, std::string_view name) {
+  return xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name.data());
+}
+
+xcb_atom_t answerTo(xcb_connection_t* connection, xcb_intern_atom_cookie_t asked) {
+  const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, asked, nullptr));
+  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
 
 }  // namespace
 
@@ -54,10 +94,19 @@ Connection::Connection(xcb_connection_t* connection, xcb_screen_t* screen)
 Connection::~Connection() { xcb_disconnect(connection_); }
 
 xcb_atom_t Connection::atom(std::string_view name) const {
-  const auto cookie =
-      xcb_intern_atom(connection_, 0, static_cast<uint16_t>(name.size()), name.data());
-  const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection_, cookie, nullptr));
-  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+  const auto* const usual = std::find(usualAtoms.begin(), usualAtoms.end(), name);
+  if (usual == usualAtoms.end())
+    return answerTo(connection_, askAtom(connection_, name));
+  if (usualAtoms_.empty())
+    askUsualAtoms();
+  return usualAtoms_[static_cast<std::size_t>(usual - usualAtoms.begin())];
+}
+
+void Connection::askUsualAtoms() const {
+  std::array<xcb_intern_atom_cookie_t, usualAtoms.size()> asked{};
+  std::transform(usualAtoms.begin(), usualAtoms.end(), asked.begin(),
+                 [this](std::string_view name) { return askAtom(connection_, name); });
+  for (const auto& cookie : asked) usualAtoms_.push_back(answerTo(connection_, cookie));
 }
 
 bool Connection::roundTrip() const {

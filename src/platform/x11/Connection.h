@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "platform/Deadline.h"
 
@@ -54,9 +55,11 @@ class Connection {
 
  private:
   Connection(xcb_connection_t* connection, xcb_screen_t* screen);
+  void askUsualAtoms() const;
 
   xcb_connection_t* connection_;
   xcb_screen_t* screen_;
+  mutable std::vector<xcb_atom_t> usualAtoms_;  // Empty until one is wanted.
 };
 
 }  // namespace tavin::x11

@@ -117,7 +117,7 @@ void HotkeyGrabs::followKeyboard() {
     if (auto change = changeOf(combination, grabbed))
       changes.emplace_back(combination, std::move(*change));
   }
-  // Only now: whoever hears of it may register anew.
+  // Only now: whoever hears of it may register again.
   for (const auto& [combination, change] : changes) tellAnswer(combination, change);
 }
 

@@ -25,7 +25,7 @@ class X11CopyKey final : public copy::CopyKey {
 
   const std::unique_ptr<Connection> connection_;
   const ActiveWindow activeWindow_;
-  // The keys that bear them on the keyboard's present layout.
+  // The keys that have them on the keyboard's present layout.
   std::optional<xcb_keycode_t> control_;
   std::optional<xcb_keycode_t> insert_;
 };

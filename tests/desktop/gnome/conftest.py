@@ -34,7 +34,7 @@ def desktop(session):
 
 @pytest.fixture
 def shortcuts():
-    """How Tavin names the road of the shortcuts."""
+    """Tavin's name for the service of the shortcuts."""
     return "portal" if HAS_PORTAL else "gnome"
 
 
@@ -51,9 +51,9 @@ def bare_field(desktop, build):
 
 @pytest.fixture
 def granted(tavin, desktop, bare_field):
-    """A Tavin that was given leave, with the program in front again."""
+    """A Tavin that was given permission, with the program in front again."""
     assert tavin.press() == []
     desktop.share()
-    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "leave")
+    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "permission")
     wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
     return tavin

@@ -1,4 +1,4 @@
-"""The copy road under GNOME on Wayland: through the portal, with the user's leave."""
+"""The synthetic copy under GNOME on Wayland: through the portal, with the user's permission."""
 
 import json
 import os
@@ -82,7 +82,7 @@ def test_a_portal_that_restarts_is_asked_again(granted, desktop, session, bare_f
     assert granted.press() == []
     desktop.share_again()
     wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
-    wait_until(lambda: granted.log().count("lets Tavin press") == 2, 10, "leave")
+    wait_until(lambda: granted.log().count("lets Tavin press") == 2, 10, "permission")
     assert granted.press() == [copied_text]
 
 
@@ -100,6 +100,6 @@ def test_a_user_who_stops_it_is_asked_again_by_the_next_press(granted, desktop, 
     desktop.focus(bare_field)
     assert granted.press() == []
     desktop.share_again()
-    wait_until(lambda: granted.log().count("lets Tavin press") == 2, 10, "leave")
+    wait_until(lambda: granted.log().count("lets Tavin press") == 2, 10, "permission")
     wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
     assert granted.press() == [copied_text]

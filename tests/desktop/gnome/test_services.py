@@ -60,7 +60,7 @@ GLib.MainLoop().run()"""])
     stop(blocker)
     assert tavin.press() == []
     desktop.share()
-    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "leave")
+    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "permission")
     wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
     assert tavin.press() == [copied_text]
 
@@ -99,7 +99,7 @@ def test_a_programs_actions_are_one_each(tavin, engine):
 
 
 def test_nobody_wakes_it(granted, desktop, copied_text):
-    """Also with the leave to press keys."""
+    """Also with the permission to press keys."""
     assert granted.press() == [copied_text]
     time.sleep(3)  # What that has set off.
     before = granted.times_asleep()

@@ -6,8 +6,8 @@
 #include <memory>
 
 #include "platform/SystemLog.h"
-#include "platform/gui/WindowProgram.h"
 #include "platform/widgets/Windows.h"
+#include "platform/windowlink/WindowProgram.h"
 
 namespace tavin::test {
 
@@ -36,14 +36,14 @@ class InProcessLauncher final : public ProcessLauncher {
 
 // The program as the tray and the alerts use it, anew for each caller. The launcher is one for all
 // and holds the windows of one program: those of the one before must be closed.
-inline std::shared_ptr<gui::WindowProgram> inProcessProgram() {
+inline std::shared_ptr<windowlink::WindowProgram> inProcessProgram() {
   class NoLog final : public SystemLog {
     void write(const QString& /*line*/) override {}
   };
   static NoLog log;
   static InProcessLauncher launcher;
-  return std::make_shared<gui::WindowProgram>(launcher, log,
-                                              gui::WindowProgram::Place{"/proc/self/exe", "xcb"});
+  return std::make_shared<windowlink::WindowProgram>(
+      launcher, log, windowlink::WindowProgram::Place{"/proc/self/exe", "xcb"});
 }
 
 }  // namespace tavin::test

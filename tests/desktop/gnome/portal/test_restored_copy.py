@@ -1,16 +1,16 @@
-"""What GNOME 48 remembers of the leave to copy."""
+"""What GNOME 48 remembers of the permission to copy."""
 
 import os
 
 from driver import Tavin
-from gnome_portal import LEAVE
+from gnome_portal import PERMISSION
 from session import wait_until
 
 COPIED = "what was copied before"
 
 
 def leave_in(session):
-    return os.path.join(session.env["XDG_CONFIG_HOME"], LEAVE)
+    return os.path.join(session.env["XDG_CONFIG_HOME"], PERMISSION)
 
 
 def test_the_next_start_asks_nothing(granted, desktop, session, engine, build, copied_text):
@@ -21,7 +21,7 @@ def test_the_next_start_asks_nothing(granted, desktop, session, engine, build, c
         assert granted.quit()[0] == 0
         granted = Tavin(desktop, engine, build, log=log)
         assert granted.press() == []
-        wait_until(lambda: "lets Tavin press" in granted.log(), 10, "leave")
+        wait_until(lambda: "lets Tavin press" in granted.log(), 10, "permission")
         assert desktop.no_dialog()
         assert granted.press() == [copied_text]
         assert desktop.clipboard_text() == COPIED
@@ -34,6 +34,6 @@ def test_a_word_that_gnome_does_not_know_is_answered_by_its_dialog(desktop, sess
         f.write("00000000-0000-0000-0000-000000000000")
     assert tavin.press() == []
     desktop.share()
-    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "leave")
+    wait_until(lambda: "lets Tavin press" in tavin.log(), 10, "permission")
     wait_until(lambda: desktop.has_keyboard(bare_field), 10, "the program in front")
     assert tavin.press() == [copied_text]

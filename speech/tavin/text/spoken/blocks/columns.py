@@ -6,7 +6,7 @@ import re
 from tavin.text.spoken.blocks import bullets
 from tavin.text.spoken.blocks.blanks import blanks, boundaries, common
 from tavin.text.spoken.blocks.grids import GAP, MANY, Grid, is_rule
-from tavin.text.spoken.blocks.tables import LABEL, row
+from tavin.text.spoken.blocks.tables import LABEL, NO_HEADS, Heads, row
 
 LONGEST_LINE = 300  # code points; of what is longer blanks part no columns
 MOST_HELD = 30
@@ -22,7 +22,7 @@ class Columns:
         self._held = []
         self._said = 0  # of those that are held: they show where the columns are
         self._blanks = []  # that all of them have in common
-        self._heads = None  # of the table that is being read
+        self._heads = NO_HEADS  # of the table that is being read
 
     def take(self, line):
         """What is sure by now: pairs of a line that is in no table and None, or of None and what is said of a row."""
@@ -43,12 +43,12 @@ class Columns:
         return self._sure() if len(self._held) - self._said >= MOST_HELD else []
 
     def end(self):
-        told = self._sure()
-        self._forget()
-        return told
+        return [*self._sure(), *self._forget()]
 
     def _forget(self):
-        self._held, self._said, self._blanks, self._heads = [], 0, [], None
+        rest = self._heads.rest()
+        self._held, self._said, self._blanks, self._heads = [], 0, [], NO_HEADS
+        return [(None, rest)] if rest else []
 
     def _common(self, line):
         """The blanks of the held lines and this one, where it may be a row below them."""
@@ -68,8 +68,8 @@ class Columns:
         told = self._sure()
         found = GAP.split(line.strip())
         if self._held and len(found) >= MANY:
-            return [*told, (None, row(found, self._heads if len(found) == len(self._heads or ()) else None))]
-        self._forget()
+            return [*told, (None, self._heads.row(found) if len(found) == len(self._heads) else row(found))]
+        told += self._forget()
         if len(found) == 1:
             return [*told, (line, None)]
         self._held, self._blanks = [line], blanks(line)
@@ -83,10 +83,9 @@ class Columns:
         grid = Grid(self._held, self._blanks)
         if not self._said:
             if not grid.is_sure():
-                self._forget()
-                return [(line, None) for line in new]
-            self._heads = grid.heads()
-        told = [(None, row(cells, self._heads)) for cells in grid.rows(self._said, bool(self._heads))]
+                return [*self._forget(), *((line, None) for line in new)]
+            self._heads = Heads(grid.heads() or [])
+        told = [(None, self._heads.row(cells)) for cells in grid.rows(self._said, bool(self._heads))]
         heads = self._held[: 1 + is_rule(self._held[1])] if self._heads else []
         self._held = heads + [line for line in self._held[len(heads) :] if not is_rule(line)][-KEPT:]
         self._said = len(self._held)

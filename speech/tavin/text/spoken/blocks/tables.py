@@ -11,34 +11,20 @@ STOPPED = re.compile(r"(?<=:)[;,](?= )")  # behind a name with a colon
 LONGEST_HEAD = 40  # code points; what is longer would be heard in every row
 
 
-class Tables:
-    def __init__(self):
-        self._held = None  # a row that may be the head
-        self._heads = None
-        self._unsaid = []  # those of them that no row was read with
+class Heads:
+    """Of a table's columns: each is said with the cells below it. One that cannot be comes before them, once, and one
+    without any cell at the end."""
 
-    def take(self, line):
-        """What was held back before the line, and what is said of it: None where it is none of a table."""
-        if is_border(line):
-            if self._held is None:
-                return "", ""
-            before, self._heads, self._held = self._heads_alone(), cells(self._held), None
-            self._unsaid = list(filter(None, self._heads))
-            return before, ""
-        if is_row(line, self._heads):
-            if self._heads:
-                return "", self._named(cells(line))
-            before = self._release()
-            self._held = line
-            return before, ""
-        before = self._heads_alone() + self._release()
-        parts = line.strip().split("\t")
-        if len(parts) > 1 and not LABEL.fullmatch(parts[0]):
-            return before, row(parts)
-        return before, None
+    def __init__(self, heads):
+        self._heads = heads
+        self._unsaid = list(filter(None, heads))
 
-    def _named(self, found):
-        """Each cell with its head; one that it cannot be said with comes before, once."""
+    def __len__(self):
+        return len(self._heads)
+
+    def row(self, found):
+        if not self._heads:
+            return row(found)
         heads = self._heads + [""] * len(found)
         of_cells = [head for cell, head in zip(found, heads) if cell]
         said = "; ".join(named(cell, head) for cell, head in zip(found, heads) if cell)
@@ -47,17 +33,45 @@ class Tables:
         self._unsaid = [head for head in self._unsaid if head not in of_cells]
         return row(alone) + (spoken(said) if is_short else row(found))
 
+    def rest(self):
+        unsaid, self._unsaid = self._unsaid, []
+        return row(unsaid)
+
+
+NO_HEADS = Heads([])
+
+
+class Tables:
+    def __init__(self):
+        self._held = None  # a row that may be the head
+        self._heads = NO_HEADS
+
+    def take(self, line):
+        """What was held back before the line, and what is said of it: None where it is none of a table."""
+        if is_border(line):
+            if self._held is None:
+                return "", ""
+            before, self._heads, self._held = self._heads.rest(), Heads(cells(self._held)), None
+            return before, ""
+        if is_row(line, self._heads):
+            if self._heads:
+                return "", self._heads.row(cells(line))
+            before = self._release()
+            self._held = line
+            return before, ""
+        before = self.end()
+        parts = line.strip().split("\t")
+        if len(parts) > 1 and not LABEL.fullmatch(parts[0]):
+            return before, row(parts)
+        return before, None
+
     def _release(self):
         held, self._held = self._held, None
         return row(cells(held)) if held is not None else ""
 
-    def _heads_alone(self):
-        self._heads, unsaid = None, self._unsaid
-        self._unsaid = []
-        return row(unsaid)
-
     def end(self):
-        return self._heads_alone() + self._release()
+        rest, self._heads = self._heads.rest(), NO_HEADS
+        return rest + self._release()
 
 
 def is_border(line):

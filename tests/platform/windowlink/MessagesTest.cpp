@@ -4,9 +4,9 @@
 #include <QIODevice>
 #include <random>
 
-#include "platform/gui/Messages.h"
+#include "platform/windowlink/Messages.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 namespace {
 
 Request anAlert() {
@@ -154,4 +154,4 @@ TEST(MessagesTest, AnyBytesAreAMessageOrNone) {
 }
 
 }  // namespace
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink

@@ -10,7 +10,7 @@
 
 #include "platform/AlertPresenter.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 
 // What Tavin and the program that shows its windows say to each other. Neither trusts what it is
 // told: a message that is cut off, goes on after its end or says more than it may is none.
@@ -36,8 +36,8 @@ struct MenuLine {
   }
 };
 
-// A `token` is what the desktop gave the user's deed that a window answers. An `id` tells an answer
-// to what is open from one to what was open before.
+// A `token` is what the desktop gave the user's action that a window answers. An `id` tells an
+// answer to what is open from one to what was open before.
 struct ShowAlert {
   quint32 id = 0;
   Alert alert;
@@ -113,4 +113,4 @@ QByteArray encode(const Event& event);
 std::optional<Request> decodeRequest(const QByteArray& message);
 std::optional<Event> decodeEvent(const QByteArray& message);
 
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink

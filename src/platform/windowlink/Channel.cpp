@@ -1,4 +1,4 @@
-#include "platform/gui/Channel.h"
+#include "platform/windowlink/Channel.h"
 
 #include <fcntl.h>
 #include <sys/socket.h>
@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <utility>
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 namespace {
 
 constexpr qsizetype headerSize = sizeof(quint32);
@@ -106,4 +106,4 @@ void Channel::end() {
   ended();
 }
 
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink

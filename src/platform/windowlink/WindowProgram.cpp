@@ -1,4 +1,4 @@
-#include "platform/gui/WindowProgram.h"
+#include "platform/windowlink/WindowProgram.h"
 
 #include <fcntl.h>
 #include <sys/socket.h>
@@ -9,7 +9,7 @@
 
 #include "platform/ActivationToken.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 namespace {
 
 constexpr int questionEveryMs = 5000;
@@ -253,4 +253,4 @@ void WindowProgram::restartForIcon() {
     send(icon_);
 }
 
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink

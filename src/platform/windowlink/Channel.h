@@ -8,7 +8,7 @@
 
 #include "platform/posix/FileDescriptor.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 
 // Messages in order over one end of a socket pair, from the event loop of the thread that made it.
 // Waits for nobody: what the other end does not take at once waits in memory.
@@ -41,4 +41,4 @@ class Channel : private QObject {
 // Leaves zeros where the bytes were: what is typed travels through here.
 void wipe(QByteArray& bytes);
 
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink

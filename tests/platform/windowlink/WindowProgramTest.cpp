@@ -4,9 +4,9 @@
 #include <QFile>
 
 #include "SocketPair.h"
-#include "platform/gui/WindowProgram.h"
+#include "platform/windowlink/WindowProgram.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 namespace {
 
 using namespace tavin::test;
@@ -307,4 +307,4 @@ TEST_F(WindowProgramTest, DestroyingItEndsTheProgramAndTellsNobody) {
 }
 
 }  // namespace
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink

@@ -10,10 +10,10 @@
 
 #include "platform/ProcessLauncher.h"
 #include "platform/SystemLog.h"
-#include "platform/gui/Channel.h"
-#include "platform/gui/Messages.h"
+#include "platform/windowlink/Channel.h"
+#include "platform/windowlink/Messages.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 
 // The program that shows Tavin's alerts, its own menu and its icon in an old-style tray, so that no
 // library for windows and no plug-in of a theme is in Tavin itself. It is started when one of them
@@ -49,7 +49,7 @@ class WindowProgram : private QObject {
                 std::function<void(std::optional<quint32>)> closed);
   void closeMenu();  // `closed` is not called any more.
 
-  // Shown again where the program had to be started anew, five times in a row.
+  // Shown again where the program had to be started again, five times in a row.
   void showIcon(const QString& symbol, const QString& toolTip, std::function<void()> clicked);
   void hideIcon();
 
@@ -96,4 +96,4 @@ class WindowProgram : private QObject {
   int restarts_ = 0;
 };
 
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink

@@ -39,7 +39,7 @@ bool waitUntil(Condition condition) {
 // An event loop for the test's length.
 class WithEventLoop {
   int count_ = 1;
-  char name_[9] = "gui_test";
+  char name_[16] = "windowlink_test";
   char* arguments_[2] = {name_, nullptr};
   QCoreApplication application_{count_, arguments_};
 };

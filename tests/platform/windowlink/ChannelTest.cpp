@@ -4,9 +4,9 @@
 #include <optional>
 
 #include "SocketPair.h"
-#include "platform/gui/Channel.h"
+#include "platform/windowlink/Channel.h"
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 namespace {
 
 using namespace tavin::test;
@@ -110,4 +110,4 @@ TEST_F(ChannelTest, SendingToAnEndThatIsGoneHarmsNobody) {
 }
 
 }  // namespace
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink

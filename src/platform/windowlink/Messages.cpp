@@ -1,10 +1,10 @@
-#include "platform/gui/Messages.h"
+#include "platform/windowlink/Messages.h"
 
 #include <QDataStream>
 #include <QIODevice>
 #include <type_traits>
 
-namespace tavin::gui {
+namespace tavin::windowlink {
 namespace {
 
 constexpr auto version = QDataStream::Qt_6_4;
@@ -165,4 +165,4 @@ std::optional<Event> decodeEvent(const QByteArray& message) {
   return decode(message, static_cast<const Event*>(nullptr));
 }
 
-}  // namespace tavin::gui
+}  // namespace tavin::windowlink
