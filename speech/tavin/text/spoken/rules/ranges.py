@@ -8,7 +8,7 @@ RANGE = re.compile(
     r"(?<![\w.,:/+–-])([$€£]?)(\d{1,9}(?:[.,]\d{1,9})?) ?([%°]?)(–| – |-)([$€£]?)(\d{1,9}(?:[.,]\d{1,9})?)"
     r"(?![\w–-]*[\d–-]|[.,:/]\d)"
 )
-BOTH_IN = re.compile(r"(?<=\d)([KkMBb]|bn|mn)(?: ?– ?|-)(?=[$€£]\d[\d.,]{0,12}\1(?!\w))")  # "$100K-$200K"
+BOTH_IN = re.compile(r"(?<=\d)([KkMBbm]|bn|mn| [mb]illion)(?: ?– ?|-)(?=[$€£]\d[\d.,]{0,12}\1(?!\w))")  # "$100K-$200K"
 AIRLINER = re.compile(r"7\d7-[1-9]00")
 YEAR = re.compile(r"(?:1[5-9]|20)\d\d")
 LONGEST_WORD = 40
@@ -36,7 +36,8 @@ def spoken(found, scored, words):
     if not sign and not unit and (said := years(found, words)):
         return said
     before = found.string[max(0, found.start() - LONGEST_WORD) : found.start()]
-    if size(last) > 2 * size(first) > 1998 and has_number(before, words) or AIRLINER.fullmatch(found[0]):
+    is_far = size(last) > 2 * size(first) > 1998 and not first.endswith("00")  # for a range: "order 1234-5678"
+    if is_far and has_number(before, words) or AIRLINER.fullmatch(found[0]):
         return found[0]
     if dash == "-" and (len(first) == 3 and len(last) == 4 or size(first) >= size(last) or first.startswith("0")):
         return found[0]
