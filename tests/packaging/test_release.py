@@ -80,12 +80,11 @@ def test_the_manual_page_is_well_formed():
 
 
 def variables_read():
-    """The environment variables of Tavin's own that the program and its engine name; X's atoms are
-    called like them."""
+    """The environment variables of Tavin's own that the program and its engine name."""
     sources = [path for kind in ("src/**/*.cpp", "src/**/*.h", "speech/tavin/**/*.py")
                for path in glob.glob(os.path.join(ROOT, kind), recursive=True)]
     return {name for path in sources
-            for name in re.findall(r'(?<!atom\()"(TAVIN_\w+)"', read(path))}
+            for name in re.findall(r'"(TAVIN_\w+)"', read(path))}
 
 
 def test_the_manual_page_names_each_variable_that_is_read():

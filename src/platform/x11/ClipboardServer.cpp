@@ -40,8 +40,8 @@ ClipboardServer::ClipboardServer(std::unique_ptr<Connection> connection, std::ui
       clipboard_(connection_->atom("CLIPBOARD")),
       manager_(connection_->atom("CLIPBOARD_MANAGER")),
       saveTargets_(connection_->atom("SAVE_TARGETS")),
-      kept_(connection_->atom("TAVIN_CLIPBOARD")),
-      clock_(connection_->atom("TAVIN_CLOCK")),
+      kept_(connection_->atom("_TAVIN_CLIPBOARD")),
+      clock_(connection_->atom("_TAVIN_CLOCK")),
       answers_(*connection_, transferIdleSeconds),
       watch_(*connection_) {
   connection_->tellOwners(clipboard_, window_);

@@ -31,9 +31,6 @@ constexpr std::array<std::string_view, 24> usualAtoms{
     "SAVE_TARGETS",
     "STRING",
     "TARGETS",
-    "TAVIN_CLIPBOARD",
-    "TAVIN_CLOCK",
-    "TAVIN_SELECTION",
     "TEXT",
     "TIMESTAMP",
     "UTF8_STRING",
@@ -45,6 +42,9 @@ constexpr std::array<std::string_view, 24> usualAtoms{
     "_NET_WM_WINDOW_TYPE_MENU",
     "_NET_WM_WINDOW_TYPE_NOTIFICATION",
     "_NET_WM_WINDOW_TYPE_POPUP_MENU",
+    "_TAVIN_CLIPBOARD",
+    "_TAVIN_CLOCK",
+    "_TAVIN_SELECTION",
 };
 
 xcb_intern_atom_cookie_t askAtom(xcb_connection_t* connection, std::string_view name) {

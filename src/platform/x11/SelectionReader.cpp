@@ -50,7 +50,7 @@ std::unique_ptr<SelectionReader> SelectionReader::create() {
 SelectionReader::SelectionReader(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent)
     : connection_(std::move(connection)),
       fixesEvent_(fixesEvent),
-      property_(connection_->atom("TAVIN_SELECTION")),
+      property_(connection_->atom("_TAVIN_SELECTION")),
       incr_(connection_->atom("INCR")) {}
 
 SelectionReader::~SelectionReader() = default;
