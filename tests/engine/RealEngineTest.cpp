@@ -58,8 +58,8 @@ class RealEngineTest : public ::testing::Test {
     http::LoopbackSession session{fakes.log};
     posix::PosixProcessLauncher launcher;
     const Bundle bundle{.resourcesDirectory = std::nullopt,
-                        .info = {{"TavinEngineDir", QStringLiteral(TAVIN_SPEECH_FOLDER)}},
-                        .windowProgram = {}};
+                        .windowProgram = {},
+                        .info = {{"TavinEngineDir", QStringLiteral(TAVIN_SPEECH_FOLDER)}}};
     std::shared_ptr<EngineClient> client = std::make_shared<EngineClient>(
         EngineClient::Services{session, {launcher, fakes.mainQueue, fakes.log, bundle}});
   };
