@@ -12,6 +12,8 @@ namespace {
 // The time of a message begins when it is sent, and a program answers one after the other: with
 // more of them under way it is ours that makes the last ones late.
 constexpr std::size_t mostUnderWay = 200;
+// More are forgotten: nothing tells which programs have ended.
+constexpr std::size_t mostProcessIds = 1000;
 
 const ObjectRef registryRoot{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
 
@@ -132,6 +134,8 @@ std::vector<std::int64_t> Bus::processIds(const std::vector<ObjectRef>& programs
     const auto known = processIds_.find(program.service);
     ids.push_back(known == processIds_.end() ? 0 : known->second);
   }
+  if (processIds_.size() > mostProcessIds)
+    processIds_.clear();
   return ids;
 }
 
