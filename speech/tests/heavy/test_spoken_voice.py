@@ -36,7 +36,7 @@ Water is H₂O, and x² ≥ 4. Call 555-0199 now. My 2nd son, age 7, was born in
 """
 # As the recogniser may write it, which has signs of its own for some.
 NUMBERS_HEARD = [
-    *(r"louis (the (14th|fourteenth)|xiv)", r"1643 to 1715", r"(three quarters|3/4|¾)( of a)? cup", r"350 ?(°|degrees)"),
+    *(r"the 14th|the fourteenth|xiv", r"1643 to 1715", r"((three|3) quarters?|3/4|¾)", r"350 ?(°|degrees)"),
     *(r"(5|five) to (6|six) met", r"2\.5 ?(%|percent)", r"(10|ten) (km|kilomet)", r"5[:.]?30 p\.?m", r"(3|three) to (1|one)"),
     *(r"november (the )?22|22[^a-z]*november", r"h ?2 ?[o0]", r"x[ -]?(squared|2|²)", r"greater than or equal|at least"),
     *(r"(second|2nd) son", r"1990s|nineteen nineties"),
