@@ -36,9 +36,9 @@ Water is H₂O, and x² ≥ 4. Call 555-0199 now. My 2nd son, age 7, was born in
 """
 # As the recogniser may write it, which has signs of its own for some.
 NUMBERS_HEARD = [
-    *(r"the 14th|the fourteenth|xiv", r"1643 to 1715", r"((three|3) quarters?|3/4|¾)", r"350 ?(°|degrees)"),
-    *(r"(5|five) to (6|six) met", r"2\.5 ?(%|percent)", r"(10|ten) (km|kilomet)", r"5[:.]?30 p\.?m", r"(3|three) to (1|one)"),
-    *(r"november (the )?22|22[^a-z]*november", r"h ?2 ?[o0]", r"x[ -]?(squared|2|²)", r"greater than or equal|at least"),
+    *(r"the 14th|the fourteenth|xiv", r"1643( to)? 1715", r"((three|3) quarters?|3/4|¾)", r"350 ?(°|degrees)"),
+    *(r"(5|five)( to)? (6|six) met", r"2\.5 ?(%|percent)", r"(10|ten) (km|kilomet)", r"5[:.]?30 p\.?m", r"(3|three)( to)? (1|one)"),
+    *(r"november (the )?22|22[^a-z]*november", r"h ?2 ?[o0]", r"x ?(squared|2|²)", r"greater than or equal|at least"),
     *(r"(second|2nd) son", r"1990s|nineteen nineties"),
 ]
 
@@ -57,7 +57,7 @@ def heard_of(engine, recorder, text):  # noqa: F811
 
 
 def test_numbers_are_heard_as_what_they_mean(engine, recorder):  # noqa: F811
-    heard = heard_of(engine, recorder, NUMBERS)
+    heard = heard_of(engine, recorder, NUMBERS).replace("-", " ")  # as it writes "to" now and then
     missing = [part for part in NUMBERS_HEARD if not re.search(part, heard)]
     assert len(missing) <= MISHEARD, (missing, heard)
     assert not re.search(NOT_HEARD, heard), heard
