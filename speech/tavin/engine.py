@@ -5,6 +5,7 @@ the start returns at once.
 """
 
 import asyncio
+from functools import partial
 
 from tavin.keys.keys import KeyringError, Keys, is_key
 from tavin.log import log
@@ -154,7 +155,7 @@ class Engine:
     def _reading_of(self, text):
         written = Written(text)
         synth = self._choice.synth()
-        backend, pace = synth.backend, synth.pace
+        backend = synth.backend
         own = self._choice.language
 
         async def choose(sentence):
@@ -168,8 +169,8 @@ class Engine:
             return say(part, written.of(part, own()), self._pronunciation.say)
 
         whole = written.whole(own())
-        found = pieces(text, whole, backend.longest_piece, backend.first_piece, divide, spoken, pace.longest)
-        reading = Reading(found, choose, backend, self._output, self._fail, pace)
+        find = partial(pieces, text, whole, backend.longest_piece, backend.first_piece, divide, spoken)
+        reading = Reading(find, choose, synth, self._output, self._fail)
         reading.on_place = lambda: self._presence.tell()
         return reading
 

@@ -4,7 +4,6 @@ from collections import deque
 
 RECENT = 8  # pieces; a machine that gets busy is soon slower
 RESERVE = 0.6  # of the sound that is left: a piece may become longer than was asked, and its time is a guess
-
 GROWTH = 1.3  # behind pieces that are too much alike to tell how time grows with their length
 SPARE = 1.5  # how much longer than to keep up a piece is, to be ahead soon
 LEAST_SHARE = 0.2  # of a piece's time, that its length causes
@@ -16,14 +15,18 @@ class Pace:
 
     def __init__(self):
         self._made = deque(maxlen=RECENT)  # code points, seconds to make it, seconds of its sound
-        self.left = 0.0  # seconds of sound that nobody has heard yet
+        self._voice = None
 
-    def note(self, length, seconds, sound):
-        if length and sound:
+    def note(self, voice, length, seconds, sound):
+        if voice != self._voice:  # another may be faster or slower
+            self._made.clear()
+            self._voice = voice
+        if length and seconds and sound:
             self._made.append((length, seconds, sound))
 
-    def longest(self):
-        """Code points of the next piece; None before there was one, and where none can keep up."""
+    def longest(self, left):
+        """Code points of the next piece, where so many seconds of sound are left that nobody has heard yet; None before
+        there was one, and where none can keep up."""
         if not self._made:
             return None
         lengths, seconds, sounds = zip(*self._made)
@@ -31,7 +34,7 @@ class Pace:
         gain = sum(sounds) / sum(lengths) - each
         if gain <= 0:
             return None
-        in_time = (RESERVE * self.left - fixed) / each
+        in_time = (RESERVE * left - fixed) / each
         tried = GROWTH * min(lengths) if max(lengths) < GROWTH * min(lengths) else 0
         return int(max(in_time, min(max(tried, SPARE * fixed / gain), 2 * max(lengths))))
 

@@ -26,15 +26,14 @@ def without_silence(samples):
 
 
 class Reading:
-    def __init__(self, found, choose, backend, output, on_error, pace):
-        """`found`: the text's pieces. `choose(sentence)` waits for the synthesis, the voice and the
-        speed to speak it with. `pace` is what cuts the
-        pieces, and told how much sound is left."""
+    def __init__(self, find, choose, synthesis, output, on_error):
+        """`find(in_time=...)` gives the text's pieces. `choose(sentence)` waits for the synthesis, the voice and the
+        speed to speak it with; `synthesis` is what it is likely to be at first."""
         self._choose = choose
         self._output = output
         self._on_error = on_error
-        self._pieces = found
-        self._pace = pace
+        self._find = find
+        self._pieces = iter(())
         self._clips = Clips()
         self._exhausted = False  # the text, not what was found in it
         self._given_up = False
@@ -43,7 +42,7 @@ class Reading:
         self._made = None
         self._playing = None
         self._failure = None  # the last
-        self._backend = backend
+        self._synthesis = synthesis
         self._changed = asyncio.Event()
         self._stream = None
         self._rate = None
@@ -54,6 +53,7 @@ class Reading:
 
     async def run(self):
         """Read to the end; the caller cancels it to stop."""
+        self._pieces, self._find = self._find(in_time=self.longest_in_time), None
         try:
             if sentence := await self._find_first():
                 self._rate = await self._first_rate(sentence)
@@ -176,11 +176,10 @@ class Reading:
             if failures >= FAILURES_IN_A_ROW:
                 if isinstance(self._failure, UnspeakableError):
                     raise self._failure
-                raise SynthesisError(f"{self._backend.label} cannot read this text.")
+                raise SynthesisError(f"{self._synthesis.backend.label} cannot read this text.")
 
     async def _find_more(self):
         """Look on in the text; others run meanwhile where nothing was found to make."""
-        self._pace.left = self._left()
         piece = next(self._pieces, None)
         if piece is None:
             self._exhausted = True
@@ -214,7 +213,7 @@ class Reading:
     async def _say(self, clip):
         synthesis, voice, speed = await self._choose(clip.piece.sentence)
         await synthesis.start()
-        self._backend = synthesis.backend
+        self._synthesis = synthesis
         clip.rate = synthesis.rate
         sentence, place, sound = clip.piece.sentence, clip.place, clip.sound
         first, *rest = (Piece(part, sentence, place) for part in cut(clip.piece, synthesis.backend.longest_piece))
@@ -231,14 +230,15 @@ class Reading:
 
         begin = time.monotonic()
         await synthesis.say(clip.piece, voice, speed, hear)
-        synthesis.pace.note(len(first), time.monotonic() - begin, len(sound) / (2 * synthesis.rate))
+        synthesis.pace.note(voice, len(first), time.monotonic() - begin, len(sound) / (2 * synthesis.rate))
 
-    def _left(self):
-        """Seconds of sound that nobody has heard yet."""
+    def longest_in_time(self):
+        """Code points of a next piece that is made while what is ready is heard; None where that is not known."""
         if not self._rate:
-            return 0.0
+            return None
         unheard = self._stream.unheard() if self._stream else 0
-        return (sum(clip.waiting for clip in self._clips.ahead) + unheard) / (2 * self._rate)
+        left = sum(clip.waiting for clip in self._clips.ahead) + unheard
+        return self._synthesis.pace.longest(left / (2 * self._rate))
 
     def _give_up(self, clip):
         """Play what there is and end, unless the user chooses something else by then."""
@@ -254,7 +254,7 @@ class Reading:
         waiting = sum(clip.waiting for clip in made)
         one_ready = any(not clip.sent for clip in made)
         # Always a sentence, and so much sound that a slow one is made while it is heard.
-        return not one_ready or waiting < self._backend.ahead * 2 * self._rate
+        return not one_ready or waiting < self._synthesis.backend.ahead * 2 * self._rate
 
     async def _play(self):
         if self._is_over():

@@ -4,6 +4,7 @@ import asyncio
 import dataclasses
 import re
 from contextlib import asynccontextmanager
+from functools import partial
 
 import pytest
 from engine_process import FOLDER
@@ -89,8 +90,7 @@ class Moving:
         async def choose(sentence):
             return others.get(sentence.strip(), teller), "voice", teller.speed
 
-        found = pieces(text, "en-us", 300)
-        self.reading = Reading(found, choose, teller.backend, self.player, self.errors.append, teller.pace)
+        self.reading = Reading(partial(pieces, text, "en-us", 300), choose, teller, self.player, self.errors.append)
         self.task = asyncio.create_task(self.reading.run())
 
     async def until_played(self, *sentences):
@@ -122,11 +122,12 @@ def scenario(steps, *arguments, **options):
     asyncio.run(play())
 
 
-def test_sound_that_nobody_has_heard_is_told_to_what_cuts_the_pieces():
+def test_how_long_a_next_piece_may_be_is_told_by_the_sound_that_nobody_has_heard():
     async def steps(scene):
         await scene.hear_sentences(2)
         await scene.until_played("One.", "Two.", "Three.")
-        assert scene.teller.pace.left * 2 * scene.teller.rate == pytest.approx(LENGTH, abs=BUFFER), "of the third"
+        scene.teller.pace.longest = lambda left: left * 2 * scene.teller.rate
+        assert scene.reading.longest_in_time() == pytest.approx(2 * LENGTH, abs=BUFFER), "of two sentences"
 
     scenario(steps)
 

@@ -12,14 +12,13 @@ SPOKEN = 0.058  # as Kokoro does; seconds of sound for a code point, at normal s
 def waits(fixed, each, speed=1.0, known=True):
     """How long a listener waits for each piece behind the first, and the pieces' lengths."""
     pace, left, gaps, lengths = Pace(), 0.0, [], []
-    for piece in pieces(TEXT, "en-us", LONGEST, FIRST, in_time=pace.longest if known else lambda: None):
+    for piece in pieces(TEXT, "en-us", LONGEST, FIRST, in_time=lambda: pace.longest(left) if known else None):
         if piece:
             seconds, sound = fixed + each * len(piece), SPOKEN / speed * len(piece)
             gaps.append(max(0.0, seconds - left))
             lengths.append(len(piece))
             left = max(0.0, left - seconds) + sound
-            pace.note(len(piece), seconds, sound)
-            pace.left = left
+            pace.note("voice", len(piece), seconds, sound)
     return gaps[1:], lengths
 
 
@@ -60,15 +59,24 @@ def test_pieces_grow_as_before_where_the_machine_cannot_keep_up():
 
 def test_a_machine_that_gets_busy_is_given_shorter_pieces():
     pace = Pace()
-    pace.left = 3.0
     for _ in range(8):
-        pace.note(80, 0.8, 5.6)
-    before = pace.longest()
-    pace.note(80, 4.0, 5.6)
-    assert pace.longest() < before
+        pace.note("voice", 80, 0.8, 5.6)
+    before = pace.longest(3.0)
+    pace.note("voice", 80, 4.0, 5.6)
+    assert pace.longest(3.0) < before
+
+
+def test_of_another_voice_nothing_is_known():
+    pace = Pace()
+    pace.note("fast", 80, 0.1, 5.6)
+    pace.note("slow", 20, 2.0, 1.4)
+    alone = Pace()
+    alone.note("slow", 20, 2.0, 1.4)
+    assert pace.longest(3.0) == alone.longest(3.0)
 
 
 def test_before_the_first_piece_nothing_is_known():
     pace = Pace()
-    pace.note(0, 1.0, 0.0)
-    assert pace.longest() is None
+    pace.note("voice", 0, 1.0, 0.0)
+    pace.note("voice", 10, 0.0, 1.0)
+    assert pace.longest(3.0) is None

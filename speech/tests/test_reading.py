@@ -5,6 +5,7 @@ import gc
 import os
 import signal
 import weakref
+from functools import partial
 
 import pytest
 from reading_parts import SOUND, Player, Synthesizer
@@ -103,8 +104,8 @@ def read(text, pace=None):
 
     async def scenario():
         backend = synthesizer.backend
-        found = pieces(text, "en-us", backend.longest_piece, backend.first_piece)
-        reading = Reading(found, choose, backend, player, on_error, synthesizer.pace)
+        find = partial(pieces, text, "en-us", backend.longest_piece, backend.first_piece)
+        reading = Reading(find, choose, synthesizer, player, on_error)
         async with asyncio.timeout(120):
             await reading.run()
 
@@ -125,15 +126,15 @@ class Noting(Pace):
         self.notes = []
         super().__init__()
 
-    def note(self, length, seconds, sound):
-        self.notes.append((length, sound))
+    def note(self, voice, length, seconds, sound):
+        self.notes.append((voice, length, sound))
         assert 0 <= seconds < 60
 
 
-def test_how_long_pieces_are_and_last_is_told_to_what_cuts_them():
+def test_how_long_pieces_take_and_last_is_noted():
     pace = Noting()
     read("One sentence. Another one. The third.", pace)
-    assert pace.notes == [(13, 1.0), (12, 1.0), (10, 1.0)]
+    assert pace.notes == [("voice", 13, 1.0), ("voice", 12, 1.0), ("voice", 10, 1.0)]
 
 
 @pytest.mark.parametrize("silence", [0, 264, 1000])

@@ -28,7 +28,7 @@ LINE_END = re.compile(rf"(?:(?<=\w)([-\u2010{SOFT_HYPHEN}]))? ?\n\s*")
 HANGING = re.compile(r"(?:and|or|und|oder)\b")
 FULL_LINE = 40  # code points; where there are so many it was probably the page that ended the line
 FULL_WIDE_LINE = 20  # of those that are as wide as two
-OPENING = "([{\"'“„”‘‚«»‹›¿¡$€£"
+OPENING = "([{`\"'“„”‘‚«»‹›¿¡$€£"
 CLOSING = ")]}\"'”’»«"
 LIST_ITEM = re.compile(r"\(?\w{1,3}\)")  # "a)", "(12)"
 # Also the beginning of a line like "3. Mai", so only where the line before begins like that.

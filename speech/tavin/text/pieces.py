@@ -44,6 +44,8 @@ class Limit:
         self._given = 0
 
     def now(self):
+        if self._first >= self._longest:
+            return self._longest
         in_time = self._in_time() if self._given else None
         return max(self._first, min(self._longest, self._given if in_time is None else in_time))
 

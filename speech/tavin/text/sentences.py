@@ -5,6 +5,7 @@ import re
 
 import icu
 
+from tavin.text.spoken.bible import BOOKS
 from tavin.text.spoken.languages import words_of
 
 LOOKED_AT = 20  # code points at a sentence's end
@@ -35,7 +36,7 @@ DAY = re.compile(
 # And these before a number.
 COUNTED = re.compile(
     r"\b(?:[Nn]o|Nr|pp?|[Vv]ol|[Cc]h|[Cc]hap|[Ss]ec|[Ee]q|[Aa]rt|[Aa]pprox|[Cc]a|est"
-    r"|Cor|Thess|Rom|Matt|Eph|Heb|Ps|[Vv]ols|cls?|paras?|Apt|Ste|Bd|Kap|Abb|Tab|Ziff|S)\. ?$"
+    rf"|{'|'.join(book[:-1] for book in BOOKS)}|[Vv]ols|cls?|paras?|Apt|Ste|Bd|Kap|Abb|Tab|Ziff|S)\. ?$"
 )
 LETTERED = re.compile(r"#\d|[A-Z]\.?-?\d{2}")
 ROMAN = re.compile(r"(?!I\b(?!–))[IVXL]+\b")

@@ -74,6 +74,7 @@ class Words:
 
     def __init__(self, spoken):
         self._spoken = {word.replace("’", "'"): said for word, said in spoken.items()}
+        self._small = {word.casefold(): said for word, said in self._spoken.items() if word == word.lower()}
         small = any_of(word for word in self._spoken if word == word.lower())
         exact = f"{any_of(self._spoken)}|(?i:{small})".replace("'", "['’]")
         self._known = re.compile(rf"(?<!\w)(?:{exact})(?!\w)")
@@ -83,7 +84,9 @@ class Words:
 
     def _said(self, found):
         word = found[0].replace("’", "'")
-        return self._spoken[word if word in self._spoken else word.lower()]
+        if word in self._spoken:
+            return self._spoken[word]
+        return self._small.get(word.casefold(), found[0])
 
 
 class Pattern:

@@ -52,6 +52,8 @@ tavin = "tavvin"
 new = "nuevo"
 "don't" = "no"
 "café" = "un café"
+"µm" = "micras"
+istanbul = "Estambul"
 """
 
 
@@ -71,6 +73,8 @@ new = "nuevo"
         ("a naïve man", "en-us", "a  man"),
         ("New York, new york", "es", "Nueva York, nuevo york"),
         ("I don’t, don't", "es", "I no, no"),
+        ("5 μm, 5 µm", "es", "5 micras, 5 micras"),
+        ("İstanbul, Istanbul", "es", "İstanbul, Estambul"),
         ("café and café", "es", "un café and un café"),
     ],
 )

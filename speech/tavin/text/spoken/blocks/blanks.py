@@ -40,7 +40,8 @@ def meeting(these, those):
         this, that = these[-1], those[-1]
         if max(this.start, that.start) < min(this.end, that.end) and (this.wide or that.wide or this.edge == that.edge):
             yield this, that
-        (these if this.end <= that.end else those).pop()
+        ended = these if this.end <= that.end else those
+        ended.pop()
 
 
 def overlap(this, that):

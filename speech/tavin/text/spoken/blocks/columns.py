@@ -6,7 +6,7 @@ import re
 from tavin.text.spoken.blocks import bullets
 from tavin.text.spoken.blocks.blanks import blanks, boundaries, common
 from tavin.text.spoken.blocks.grids import GAP, MANY, Grid, is_rule
-from tavin.text.spoken.blocks.tables import LABEL, NO_HEADS, Heads, row
+from tavin.text.spoken.blocks.tables import LABEL, NO_HEADS, Heads, is_border, is_row, row
 
 LONGEST_LINE = 300  # code points; of what is longer blanks part no columns
 MOST_HELD = 30
@@ -54,9 +54,15 @@ class Columns:
         """The blanks of the held lines and this one, where it may be a row below them."""
         if not self._held:
             return blanks(line) if GAP.search(line) else None
+        known = boundaries(self._blanks)
+        end = known[-1].end if known else 0
+        if known and not line[:end].strip():  # more of the row before's last cell
+            return self._blanks
+        if known and len(self._held) > 1:  # justified prose may stand in the last
+            line = line[:end] + GAP.sub(" ", line[end:])
         found = common(self._blanks, blanks(line))
         parts = boundaries(found or ())
-        if not parts or not line[: parts[-1].end].strip():  # more of the row before's last cell
+        if not parts or not line[: parts[-1].end].strip():
             return found if parts else None
         inside = [part for part in parts if part.end <= len(line.rstrip())]
         fewest = 1 if any(map(is_rule, self._held)) else MANY
@@ -95,5 +101,7 @@ class Columns:
 def may_be_row(line):
     """What has marks of its own is read by these."""
     if not line.strip() or "\t" in line or line.startswith(">") or is_rule(line):
+        return False
+    if is_row(line, NO_HEADS) or is_border(line):
         return False
     return not bullets.BULLET.match(line) and not LABEL.fullmatch(GAP.split(line.strip())[0])

@@ -74,10 +74,12 @@ class Grid:
         parts = self._headed() if headed else self._parts
         told = []
         for line in self._lines[max(begin, headed) :]:
+            if is_rule(line):
+                continue
             row = cells(line, parts)
             if told and goes_on(row):
                 told[-1][-1] += " " + row[-1].text
-            elif not is_rule(line):
+            else:
                 told.append([cell.text for cell in row])
         return told
 
@@ -90,11 +92,11 @@ def cells(line, parts):
 def cell(line, begin, end):
     text = line[begin:end]
     start = begin + len(text) - len(text.lstrip())
-    return Cell(text.strip(), start, start + len(text.strip()))
+    return Cell(text.strip().removesuffix(","), start, start + len(text.strip()))
 
 
 def is_rule(line):
-    return decoration.LINE.fullmatch(line) is not None and bool(line.strip())
+    return bool(line.strip()) and decoration.LINE.fullmatch(line.strip()) is not None
 
 
 def goes_on(row):

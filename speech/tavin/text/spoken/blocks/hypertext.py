@@ -18,6 +18,7 @@ WITHIN = (
 TAG = re.compile(rf"<(/?)({PARTING}|{WITHIN})({ATTRIBUTES})\s?(/?)>", re.IGNORECASE)
 EDGES = frozenset("p div li ul ol dl dt dd tr td th h1 h2 h3 h4 h5 h6 blockquote pre".split())
 ALONE = frozenset("br hr wbr".split())  # without an end and often without attributes
+CELLS = frozenset(("td", "th"))
 WITH_ATTRIBUTES = frozenset("a font img input link meta path iframe source".split())
 PARTS = frozenset(PARTING.split("|")) - {"h[1-6]"} | {f"h{level}" for level in range(1, 7)}
 PICTURE = re.compile(
@@ -57,7 +58,9 @@ class Tags:
         name = tag[2].lower()
         if not (tag[3] or tag[4] or name in ALONE or self._has_partner(tag, name) or self._marks_a_text(tag, name)):
             return tag[0]
-        return PARAGRAPH if name in PARTS else ""
+        if name in PARTS:
+            return PARAGRAPH
+        return " " if name in CELLS else ""
 
     def _has_partner(self, tag, name):
         if tag[1]:
@@ -66,7 +69,7 @@ class Tags:
 
     def _marks_a_text(self, tag, name):
         before, after = tag.string[: tag.start()], tag.string[tag.end() :]
-        if name in PARTS and not self._bare or name in EDGES and not (before.strip() and after.strip()):
+        if not self._bare or name in EDGES and (before.rstrip()[-1:] in ("", *".!?:") or not after.strip()):
             return True
         before, after = before[-1:], after[:1]
         if tag[1]:

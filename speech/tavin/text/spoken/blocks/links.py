@@ -20,7 +20,9 @@ def say(line, _words):
 
 
 def referred(link):
-    """What it refers to is silent where it is no word of the text: a number, the same word, a label of several."""
+    """What it refers to is silent where it is no word of the text: a number, the same word, a label of several, or
+    in running text."""
     words, label = link[1], link[2]
+    before = link.string[: link.start()].rstrip()[-1:]
     silent = not label or label.isdigit() or label.lower() == words.lower() or WORDS.match(words)
-    return words if silent else link[0]
+    return words if silent or before.isalpha() or before in tuple(",;:(") else link[0]

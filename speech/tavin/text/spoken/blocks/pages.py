@@ -9,7 +9,7 @@ PAGE = "page|p|pp|pg|seite|s|página|pagina|pág|pag|str|strona|sida|side|sivu"
 NUMBER = re.compile(
     rf"[\W_]*(?:(?:{PAGE})\.? )?\d{{1,4}}(?: ?(?:/|[^\W\d_]{{1,3}}) ?\d{{1,4}})?[\W_]*", re.IGNORECASE
 )
-OWN_NUMBER = re.compile(r"^\d{1,4}\b|\b\d{1,4}$")  # the page's, in its head
+OWN_NUMBER = re.compile(r"^(?!{0})\d{{1,4}}\b|\b(?!{0})\d{{1,4}}$".format(r"(?:1[5-9]|20)\d\d\b"))  # in a head; no year
 HEADS = 4  # those of left and right pages, of this chapter and the last
 LONGEST_HEAD = 100
 MOST_HELD = 8

@@ -83,15 +83,15 @@ def from_iso(date, words):
 def from_numbers(date, words):
     one, other = int(date[1]), int(date[3])
     day, month = (other, one) if words.month_first and one <= 12 or other > 12 else (one, other)
-    return if_one(date, day, month, date[4], words)
+    return spoken_if_valid(date, day, month, date[4], words)
 
 
 def without_year(date, words):
     day, month = (int(date[2]), int(date[1])) if words.month_first else (int(date[1]), int(date[2]))
-    return if_one(date, day, month, "", words)
+    return spoken_if_valid(date, day, month, "", words)
 
 
-def if_one(date, day, month, year, words):
+def spoken_if_valid(date, day, month, year, words):
     return spoken(day, month, year, words) if 1 <= month <= 12 and 1 <= day <= 31 else date[0]
 
 

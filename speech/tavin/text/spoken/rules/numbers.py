@@ -32,7 +32,7 @@ def with_unit(number, unit, words, attribute=False):
     plain = _format(words.locale).precision(icu.Precision.maxFraction(9))
     digits = plain.formatDouble(value)
     named = plain.unit(unit).formatDouble(value)
-    return " ".join(named.replace(digits, number, 1).split())
+    return " ".join(named.replace(digits, number, 1).replace("⋅", "").split())  # "Terawatt⋅stunden"
 
 
 def value_of(number, words):

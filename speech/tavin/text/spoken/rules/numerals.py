@@ -96,7 +96,8 @@ def patterns(counting, ruling, german):
 
 
 def spoken(found, number, words):
-    return found[0] if is_pronoun(found, words) or is_initial(found, words) else f"{found[1]} {number(found, words)}"
+    is_none = is_pronoun(found, words) or number is ruler and is_initial(found, words)
+    return found[0] if is_none else f"{found[1]} {number(found, words)}"
 
 
 def counted_as(found, _words):

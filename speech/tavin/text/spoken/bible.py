@@ -1,0 +1,9 @@
+"""English names of the Bible's books, by the abbreviations that stand before a chapter."""
+
+BOOKS = {
+    "Gen.": "Genesis", "Exod.": "Exodus", "Lev.": "Leviticus", "Deut.": "Deuteronomy", "Josh.": "Joshua", "Judg.": "Judges",
+    "Ps.": "Psalm", "Prov.": "Proverbs", "Eccl.": "Ecclesiastes", "Isa.": "Isaiah", "Jer.": "Jeremiah", "Ezek.": "Ezekiel",
+    "Dan.": "Daniel", "Matt.": "Matthew", "Rom.": "Romans", "Cor.": "Corinthians", "Gal.": "Galatians", "Eph.": "Ephesians",
+    "Phil.": "Philippians", "Col.": "Colossians", "Thess.": "Thessalonians", "Tim.": "Timothy", "Heb.": "Hebrews",
+    "Pet.": "Peter", "Rev.": "Revelation",
+}
