@@ -18,14 +18,14 @@ from tavin.setup.setup import Setup
 from tavin.sound.output import Output
 from tavin.sound.stream import OutputError
 from tavin.synthesis.backends import BACKENDS
-from tavin.synthesis.choice import Choice
+from tavin.synthesis.voice_choice import Choice
 from tavin.synthesis.synthesis import BackendError, Synthesis, SynthesisError
 from tavin.text.cld2 import detector
 from tavin.text.language import Written
 from tavin.text.pieces import pieces
 from tavin.text.quotations import divided
 from tavin.text.spoken.pronunciation import Pronunciation
-from tavin.text.spoken.speaker import say
+from tavin.text.spoken.say import say
 
 PATIENCE_AT_START = 1.0
 SPEEDS = (0.8, 0.9, 1.0, 1.1, 1.25, 1.5, 1.75, 2.0)  # the menu's

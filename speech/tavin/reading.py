@@ -11,7 +11,7 @@ import time
 from itertools import takewhile
 
 from tavin.clips import Clips
-from tavin.synthesis.choice import UnspeakableError
+from tavin.synthesis.voice_choice import UnspeakableError
 from tavin.synthesis.synthesis import BackendError, SynthesisError
 from tavin.text.pieces import Piece, cut
 

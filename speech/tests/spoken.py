@@ -11,7 +11,7 @@ SCRIPT = """
 import importlib, sys
 from tavin.synthesis.backends import BACKENDS
 from tavin.text.pieces import pieces
-from tavin.text.spoken.speaker import say
+from tavin.text.spoken.say import say
 name, voice, speed = sys.argv[1:]
 backend = BACKENDS[name]
 synthesizer = importlib.import_module(f"tavin.synthesis.backends.{name}.synthesizer").Synthesizer()

@@ -10,7 +10,7 @@ from test_browsers import firefox
 
 sys.path.append(os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../../speech"))
 from tavin.text.pieces import pieces  # noqa: E402
-from tavin.text.spoken.speaker import say  # noqa: E402
+from tavin.text.spoken.say import say  # noqa: E402
 
 HEAD = "A Tale of Two Houses"
 AGAIN = ["in all that time, as each of those who lived in the town used", "to say whenever a stranger came along and wanted to know it,"] * 7

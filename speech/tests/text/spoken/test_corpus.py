@@ -6,7 +6,7 @@ from pathlib import Path
 import pytest
 from tavin.text.pieces import pieces
 from tavin.text.spoken import blocks, rules
-from tavin.text.spoken.speaker import say
+from tavin.text.spoken.say import say
 
 HERE = Path(__file__).parent
 LANGUAGES = {"en": "en-us", "de": "de", "fr": "fr", "es": "es"}

@@ -8,7 +8,7 @@ import time
 import pytest
 from engine_process import FOLDER
 from tavin.text.spoken.pronunciation import Pronunciation
-from tavin.text.spoken.speaker import say
+from tavin.text.spoken.say import say
 
 
 @pytest.fixture

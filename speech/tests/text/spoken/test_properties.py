@@ -9,9 +9,9 @@ import time
 
 import pytest
 from tavin.text.pieces import pieces
-from tavin.text.spoken.blocks.page_breaks import PAGE_LENGTH
+from tavin.text.spoken.blocks.unmarked_pages import PAGE_LENGTH
 from tavin.text.spoken.bounds import GROWTH, size
-from tavin.text.spoken.speaker import say
+from tavin.text.spoken.say import say
 from test_corpus import LANGUAGES, SNIPPETS
 
 PLAIN = "house tree water garden morning window letter people winter story".split()

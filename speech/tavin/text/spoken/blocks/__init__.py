@@ -17,9 +17,9 @@ from tavin.text.spoken.blocks import (
 )
 from tavin.text.spoken.blocks.columns import Columns
 from tavin.text.spoken.blocks.fences import Fences
-from tavin.text.spoken.blocks.page_breaks import PageBreaks
-from tavin.text.spoken.blocks.pages import Pages
+from tavin.text.spoken.blocks.form_feeds import FormFeeds
 from tavin.text.spoken.blocks.tables import Tables
+from tavin.text.spoken.blocks.unmarked_pages import UnmarkedPages
 
 LONGEST_HELD = 1000  # code points of a line whose end has not come
 LONGEST_WORD = 4000
@@ -37,8 +37,8 @@ class Blocks:
         self._words = words
         self._rest = ""
         self._within = False  # whether a part of this line was handed on
-        self._pages = Pages()
-        self._page_breaks = PageBreaks()
+        self._form_feeds = FormFeeds()
+        self._unmarked_pages = UnmarkedPages()
         self._fences = Fences(words)
         self._columns = Columns()
         self._tables = Tables()
@@ -55,7 +55,7 @@ class Blocks:
 
     def end(self):
         last = [self._line(self._rest, "")]
-        for line in (*self._unbroken(self._pages.end()), *self._page_breaks.end()):
+        for line in (*self._unbroken(self._form_feeds.end()), *self._unmarked_pages.end()):
             last += self._marked(line)
         return "\n".join(filter(None, [*last, *self._held_rows(), self._held_row()]))
 
@@ -63,13 +63,13 @@ class Blocks:
         if self._within:
             self._within = False
             return "\n".join([*self._held_rows(), self._held_row() + inline(line, self._words)]) + end
-        told = [said for line in self._unbroken(self._pages.take(line)) for said in self._marked(line)]
+        told = [said for line in self._unbroken(self._form_feeds.take(line)) for said in self._marked(line)]
         return "\n".join(told) + (end if told else "")
 
     def _unbroken(self, lines):
         """Lazy: whether code has begun is known once the lines before are marked."""
         for line in lines:
-            yield from self._page_breaks.take(line, self._fences.is_open())
+            yield from self._unmarked_pages.take(line, self._fences.is_open())
 
     def _held_rows(self):
         return map(self._in_columns, self._columns.end())

@@ -3,12 +3,12 @@
 from tavin.text.spoken.rules import (
     abbreviations,
     acronyms,
+    checksums,
     dates,
     emoji,
     fractions,
     identifiers,
     initials,
-    keys,
     links,
     mail,
     money,
@@ -28,7 +28,7 @@ from tavin.text.spoken.rules import (
 # What is one thing with signs in it comes first, so that no other rule takes a part of it; then numbers,
 # the more particular first; signs last, when what they belong to is known.
 RULES = (
-    *(links, mail, keys, paths, emoji),
+    *(links, mail, checksums, paths, emoji),
     *(phones, verses, numerals, weekdays, dates, times, fractions, ranges, years, money, units, ordinals),
     *(abbreviations, initials, signs, acronyms, identifiers),
 )

@@ -18,7 +18,7 @@ BESIDE_NUMBER = re.compile(r"[-–—~·|\s]*(?:/ ?\d{1,4})?")  # "- 12 -", "12/
 DIVIDED = re.compile(rf".*\w[-\u2010{SOFT_HYPHEN}]")
 
 
-class PageBreaks:
+class UnmarkedPages:
     def __init__(self):
         self._lines = ["", ""]  # the last two of the text
         self._held = []  # a page's foot and the next one's head, or not

@@ -7,7 +7,7 @@ import pytest
 from sound import until
 from spoken import difference_in_speech, expected
 from tavin.synthesis.backends import BACKENDS
-from tavin.synthesis.choice import Choice, UnspeakableError
+from tavin.synthesis.voice_choice import Choice, UnspeakableError
 from tavin.synthesis.synthesis import BackendError, SynthesisError
 
 VOICES = {

@@ -15,7 +15,7 @@ LONGEST_HEAD = 100
 MOST_HELD = 8
 
 
-class Pages:
+class FormFeeds:
     def __init__(self):
         self._heads = []
         self._top = True  # of a page, where its head may be

@@ -4,14 +4,14 @@ import random
 
 import pytest
 from tavin.text.pieces import pieces
-from tavin.text.spoken.blocks import page_breaks
-from tavin.text.spoken.speaker import say
+from tavin.text.spoken.blocks import unmarked_pages
+from tavin.text.spoken.say import say
 
 BEFORE = ["It was late in the year when the two of them went", "back to the house at the end of the long street which"]
 AFTER = ["had stood there empty since the day their parents", "had moved away. Nobody knew why."]
 WHOLE = [" ".join(BEFORE + AFTER[:1]) + " had moved away.", "Nobody knew why."]
 LINE = "and of those who had been there before them not many"
-PAGE = [LINE] * (page_breaks.PAGE_LENGTH // len(LINE) + 1)
+PAGE = [LINE] * (unmarked_pages.PAGE_LENGTH // len(LINE) + 1)
 TEXT = " ".join(PAGE)
 
 
@@ -157,7 +157,7 @@ def read_whole(monkeypatch):
     def is_read_whole(text):
         said = spoken(text)
         with monkeypatch.context() as patch:
-            patch.setattr(page_breaks.PageBreaks, "take", lambda self, line, in_code=False: [line])
+            patch.setattr(unmarked_pages.UnmarkedPages, "take", lambda self, line, in_code=False: [line])
             return said == spoken(text)
 
     return is_read_whole
@@ -271,11 +271,11 @@ def test_wherever_a_text_is_cut_its_pages_are_found():
 
 
 def test_what_is_held_back_is_little():
-    breaks = page_breaks.PageBreaks()
+    breaks = unmarked_pages.UnmarkedPages()
     chance = random.Random(1)
     lines = [*BEFORE, *AFTER, "12", "", "A TALE 12", "A TALE", "x" * 500, "- 3 -"]
     for _ in range(10_000):
         breaks.take(chance.choice(lines))
-        assert len(breaks.end()) <= page_breaks.MOST_HELD
-        assert sum(map(len, breaks.end())) <= page_breaks.MOST_HELD * page_breaks.LONGEST_HEAD
-        assert len(breaks._seen) <= page_breaks.MOST_SEEN
+        assert len(breaks.end()) <= unmarked_pages.MOST_HELD
+        assert sum(map(len, breaks.end())) <= unmarked_pages.MOST_HELD * unmarked_pages.LONGEST_HEAD
+        assert len(breaks._seen) <= unmarked_pages.MOST_SEEN
