@@ -26,10 +26,11 @@ bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).li
 
 void setColours(const QColor& window, const QColor& button, const QColor& highlight) {
   QPalette palette(button, window);
-  palette.setColor(QPalette::Base, window);  // Black otherwise, and a menu's lines as well.
   palette.setColor(QPalette::Highlight, highlight);
   palette.setColor(QPalette::HighlightedText, Qt::white);
   QApplication::setPalette(palette);
+  palette.setColor(QPalette::Base, window);  // Black otherwise, as a menu's lines are.
+  QApplication::setPalette(palette, "QMenu");
 }
 
 // On X11 it is in the display's dots per inch already.
