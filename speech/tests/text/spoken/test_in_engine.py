@@ -15,7 +15,7 @@ def found_by_engine(tmp_path, monkeypatch):
     monkeypatch.setenv("XDG_CONFIG_HOME", str(tmp_path))
     engine = Engine(Settings(tmp_path / "engine.json"))
     monkeypatch.setattr(engine._choice, "language", lambda: "en-us")
-    return lambda text: engine._reading_of(text)._pieces
+    return lambda text: engine._reading_of(text)._find()
 
 
 @pytest.fixture
