@@ -63,9 +63,12 @@ class Icon:
         })""")
 
     def picture(self):
-        """Once all of it is drawn."""
-        menu = self._desktop.look(PLACE.format(ICON + "[0].menu.box"))
-        return once_drawn(lambda: on_screen(self._desktop, *map(round, menu)))
+        """Once all of it is drawn: it grows while lines are put into it."""
+        return once_drawn(lambda: on_screen(self._desktop, *wait_until(self._place, 5, "the menu's place")))
+
+    def _place(self):
+        place = self._desktop.look(PLACE.format(ICON + "[0].menu.box"))
+        return None if None in place else [round(part) for part in place]  # it is not laid out yet
 
     def choose(self, title):
         self._desktop.click_actor(f"{LINES}.find(i => i.label.text.startsWith('{title}'))")
@@ -91,7 +94,8 @@ def test_three_lines_are_drawn_between_the_parts(tavin, desktop):
         wait_until(lambda: icon.titles()[0].startswith("Speak Selection"), 10, "the first line")
         assert icon.picture().rules() == 3, icon.separators()
         desktop.key("Escape")
-        wait_until(lambda: not desktop.look(ICON + "[0].menu.isOpen"), 5, "the menu's end")
+        # One that is opened again while it fades is hidden by the end of that.
+        wait_until(lambda: not desktop.look(ICON + "[0].menu.actor.visible"), 5, "the menu's end")
 
 
 def test_speak_selection_reads_the_program_before_the_menu(tavin, desktop, engine, field):
