@@ -6,8 +6,8 @@
 
 namespace tavin::copy {
 
-// From the first key of a shortcut's press, which may be a modifier, to its arrival, which is waited
-// for no longer. What the user copies himself so soon before a press is taken for the press.
+// From the first key of a shortcut's press, which may be a modifier, to its arrival; for a later
+// one nobody waits. What the user copies himself so soon before a press is taken for the press.
 constexpr std::chrono::milliseconds shortcutsWay{1000};
 // Where a desktop tells that there was input but not which, what comes so soon after a shortcut is
 // the end of its press.
