@@ -1,4 +1,4 @@
-// When the menu is laid out, which MenuLayout.cpp does; its commands are MenuCommands.cpp.
+// When the menu is laid out; MenuLayout.cpp has what it holds, MenuCommands.cpp its commands.
 #include "menu/MenuController.h"
 
 #include "engine/EngineClient.h"

@@ -33,6 +33,9 @@ class RecordingEngine:
         """From now on requests are taken and not answered."""
         self._may_answer.clear()
 
+    def answer_again(self):
+        self._may_answer.set()
+
     def close(self):
         self._may_answer.set()
         self._server.shutdown()

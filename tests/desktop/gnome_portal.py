@@ -52,12 +52,12 @@ class PortalDesktop(GnomeDesktop):
 
     def __init__(self, session):
         super().__init__(session)
-        self.forget_leave()
+        self.forget_permission()
 
     def share_again(self):
         """The user has chosen to be asked once."""
 
-    def forget_leave(self):
+    def forget_permission(self):
         with contextlib.suppress(FileNotFoundError):
             os.unlink(os.path.join(self.session.env["XDG_CONFIG_HOME"], PERMISSION))
 

@@ -19,6 +19,22 @@ def press_and_let_it_copy(desktop, build, busy):
     press_until_asked(desktop)
 
 
+def press_in_time(desktop, engine):
+    """Presses the shortcut. False where this machine was so busy that the press may have been on its way for
+    longer than the second, or have ended later after its arrival than the half, that Tavin allows it."""
+    since = engine.mark()
+    begun = time.monotonic()
+    desktop.key(SPEAK)
+    pressed = time.monotonic() - begun
+    engine.wait_for("/status", since=since)
+    return pressed < 0.4 and time.monotonic() - begun < 0.9
+
+
+def repeat_until_in_time(attempt):
+    """At most three times."""
+    assert any(attempt(number) for number in (1, 2, 3)), "each press was on its way for too long"
+
+
 def press_in_vain(tavin, desktop, build, busy):
     """Returns when the capture is over, and what is pressed now is not the shortcut's end."""
     desktop.own("clipboard", COPIED)
@@ -49,21 +65,36 @@ def test_an_empty_clipboard_is_empty_again(tavin, desktop, build):
 
 # The second press comes while the program is busy; the first copy, before its command or after.
 @pytest.mark.parametrize("again", [0.6, 0.9, 1, 1.1, 1.15, 1.2])
-def test_two_presses_that_are_both_answered_late_leave_it_too(tavin, desktop, build, again):
-    press_and_let_it_copy(desktop, build, 1.2)
-    time.sleep(again)
-    desktop.key(SPEAK)
-    has_copied(desktop, 2)
-    wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+def test_two_presses_that_are_both_answered_late_leave_it_too(tavin, desktop, engine, build, again):
+    def attempt(number):
+        desktop.own("clipboard", COPIED)
+        press_until_asked(desktop)
+        time.sleep(again)
+        in_time = press_in_time(desktop, engine)
+        has_copied(desktop, 2 * number)
+        if in_time:
+            wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+        return in_time
+
+    desktop.open_bare_field(build, TEXT, 1.2)
+    repeat_until_in_time(attempt)
 
 
 def test_a_copy_between_the_next_press_and_its_capture_is_undone(tavin, desktop, engine, build):
-    press_and_let_it_copy(desktop, build, 1.2)
-    time.sleep(0.6)
-    engine.hang()  # Which the next press asks for its status first, and waits.
-    desktop.key(SPEAK)
-    has_copied(desktop)
-    wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+    def attempt(number):
+        desktop.own("clipboard", COPIED)
+        press_until_asked(desktop)
+        time.sleep(0.6)
+        engine.hang()  # Which the next press asks for its status first, and waits.
+        in_time = press_in_time(desktop, engine)
+        has_copied(desktop, number)
+        if in_time:
+            wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+        engine.answer_again()
+        return in_time
+
+    desktop.open_bare_field(build, TEXT, 1.2)
+    repeat_until_in_time(attempt)
 
 
 def test_what_the_user_copies_meanwhile_stays(tavin, desktop, build):

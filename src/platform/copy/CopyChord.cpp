@@ -13,7 +13,7 @@ constexpr xkb_keycode_t firstKeyOfKernel = 8;  // Its number 0.
 
 // In each of its layouts: which of them is active is not known, and in another one the key may be
 // Delete.
-bool bears(xkb_keymap* keymap, xkb_keycode_t key, xkb_keysym_t symbol) {
+bool hasSymbol(xkb_keymap* keymap, xkb_keycode_t key, xkb_keysym_t symbol) {
   const xkb_layout_index_t layouts = xkb_keymap_num_layouts_for_key(keymap, key);
   for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
     const xkb_keysym_t* symbols = nullptr;
@@ -27,7 +27,7 @@ bool bears(xkb_keymap* keymap, xkb_keycode_t key, xkb_keysym_t symbol) {
 std::optional<int> keyFor(xkb_keymap* keymap, xkb_keysym_t symbol) {
   const xkb_keycode_t last = xkb_keymap_max_keycode(keymap);
   for (xkb_keycode_t key = firstKeyOfKernel; key <= last; ++key)
-    if (bears(keymap, key, symbol))
+    if (hasSymbol(keymap, key, symbol))
       return static_cast<int>(key - firstKeyOfKernel);
   return std::nullopt;
 }

@@ -137,11 +137,9 @@ void GuardedPasteboard::shortcutArrived(UserInput::Time time) {
   wake_.call();
 }
 
-// Most captures leave the clipboard alone, and need not wait while a slow program is asked for it.
+// Takes no lock: most captures leave the clipboard alone, and need not wait while a slow program is
+// asked for it.
 void GuardedPasteboard::captureBegins() {
-  const std::unique_lock lock(mutex_, std::try_to_lock);
-  if (lock)
-    return endCapture();
   captureBegun_ = true;
   wake_.call();
 }
@@ -166,7 +164,7 @@ void GuardedPasteboard::run() {
   while (!ending_) {
     wake_.waitUntil(next);
     const auto lock = takeTurn();
-    if (captureBegun_.exchange(false))
+    if (captureBegun_)
       endCapture();
     settle(true);
     next = nextLook();
@@ -179,10 +177,11 @@ GuardedPasteboard::Clock::time_point GuardedPasteboard::nextLook() const {
   if (!closed_ && Clock::now() < captureOver_)
     return captureOver_;
   const auto input = unjudged_.empty() ? std::nullopt : unjudged_.back().input.first();
-  return input ? std::min(*input + arrivalWait, keptUntil_) : keptUntil_;
+  return input ? std::min(*input + shortcutsWay, keptUntil_) : keptUntil_;
 }
 
 void GuardedPasteboard::endCapture() {
+  captureBegun_ = false;
   captureOver_ = Clock::now();
   settle(false);
 }

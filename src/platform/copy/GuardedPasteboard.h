@@ -56,7 +56,7 @@ class GuardedPasteboard final : public Pasteboard {
 
   // One of our shortcuts was pressed, and arrived then. Any thread, returns at once.
   void shortcutArrived(UserInput::Time time = Clock::now());
-  // The user has asked for a selection. Work queue only; never waits.
+  // The user has asked for a selection. Work queue only, returns at once.
   void captureBegins();
   // From now on no capture gets or changes anything; the contents are given back as soon as the
   // command is answered. Returns then, or when the time is over. The keyboard must have been closed
@@ -93,7 +93,7 @@ class GuardedPasteboard final : public Pasteboard {
   CopyKeyboard& keyboard_;
   const Patience patience_;
 
-  std::mutex door_;   // To the next one, which is held while a program is asked for its contents.
+  std::mutex door_;   // Taken before mutex_, so that who waits has the next turn.
   std::mutex mutex_;  // For the pasteboard's calls, save string(), and for what follows.
   // Of the present capture.
   std::optional<Contents> contents_;  // None once the command is typed.
@@ -111,7 +111,7 @@ class GuardedPasteboard final : public Pasteboard {
   std::mutex arrivalsMutex_;
   std::vector<Clock::time_point> arrivals_;  // Of shortcuts; not yet told to the pasteboard.
 
-  std::atomic<bool> captureBegun_ = false;  // And nobody has seen to it yet.
+  std::atomic<bool> captureBegun_ = false;  // And the former one has not been ended yet.
   std::atomic<bool> closed_ = false;
   std::atomic<bool> busy_ = false;  // A capture is under way, or a command unanswered.
   WakeUp becameFree_;               // No longer busy, which finish() waits for.

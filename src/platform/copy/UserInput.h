@@ -6,11 +6,9 @@
 
 namespace tavin::copy {
 
-// From the first key of a shortcut's press, which may be a modifier, to its arrival. What the user
-// copies himself so soon before a press is taken for the press.
+// From the first key of a shortcut's press, which may be a modifier, to its arrival; for a later
+// one nobody waits. What the user copies himself so soon before a press is taken for the press.
 constexpr std::chrono::milliseconds shortcutsWay{1000};
-// So long a shortcut's arrival is waited for: this program may be slow to hear of it.
-constexpr std::chrono::milliseconds arrivalWait{3000};
 // Where a desktop tells that there was input but not which, what comes so soon after a shortcut is
 // the end of its press.
 constexpr std::chrono::milliseconds shortcutsEnd{500};
@@ -42,7 +40,7 @@ class UserInput {
     first_ = last_ > end ? std::optional(last_) : std::nullopt;
   }
   // Whether a shortcut of whose arrival nothing is known yet may explain what there was.
-  bool mayBeExplained(Time now) const { return first_ && *first_ > now - arrivalWait; }
+  bool mayBeExplained(Time now) const { return first_ && *first_ > now - shortcutsWay; }
 
  private:
   std::optional<Time> first_;

@@ -10,8 +10,8 @@ inline QStringList currentDesktops() {
   return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
 }
 
-inline bool isGnome() {
-  return currentDesktops().contains(QLatin1String("GNOME"), Qt::CaseInsensitive);
+inline bool isGnome(const QStringList& desktops = currentDesktops()) {
+  return desktops.contains(QLatin1String("GNOME"), Qt::CaseInsensitive);
 }
 
 }  // namespace tavin::desktop

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QUrl>
 #include <atomic>
 #include <chrono>
@@ -10,6 +11,7 @@
 #include <thread>
 #include <utility>
 
+#include "platform/ActivationToken.h"
 #include "platform/desktop/AccessibilitySettings.h"
 #include "platform/desktop/BellSound.h"
 #include "platform/desktop/DesktopName.h"
@@ -23,6 +25,19 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds longestBeep{6};
 // Beeps that hang keep their threads for as long as the sound server hangs.
 constexpr int mostThreads = 4;
+
+// Which lives on without us. With the token, where there is one, its window comes to the front.
+bool start(const QString& program, const QStringList& arguments, const QString& token) {
+  QProcess process;
+  process.setProgram(program);
+  process.setArguments(arguments);
+  process.setWorkingDirectory(QDir::homePath());
+  auto environment = QProcessEnvironment::systemEnvironment();
+  if (!token.isEmpty())
+    environment.insert(QLatin1String(activationTokenVariable), token);
+  process.setProcessEnvironment(environment);
+  return process.startDetached();
+}
 
 }  // namespace
 
@@ -62,9 +77,9 @@ void DesktopWorkspace::openFile(const QString& path) {
   if (!QFileInfo(path).isFile())
     return;
   const QString url = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded());
-  const QString home = QDir::homePath();
-  if (!QProcess::startDetached(QStringLiteral("xdg-open"), {url}, home))
-    QProcess::startDetached(QStringLiteral("gio"), {QStringLiteral("open"), url}, home);
+  const QString token = takeActivationToken();
+  if (!start(QStringLiteral("xdg-open"), {url}, token))
+    start(QStringLiteral("gio"), {QStringLiteral("open"), url}, token);
 }
 
 bool DesktopWorkspace::hasAccessibilitySettings() {
@@ -74,7 +89,7 @@ bool DesktopWorkspace::hasAccessibilitySettings() {
 void DesktopWorkspace::openAccessibilitySettings() {
   if (auto command = accessibilitySettingsCommand()) {
     const QString program = command->takeFirst();
-    QProcess::startDetached(program, *command, QDir::homePath());
+    start(program, *command, takeActivationToken());
   }
 }
 

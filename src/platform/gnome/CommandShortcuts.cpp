@@ -65,7 +65,7 @@ Answer CommandShortcuts::add(const KeyCombination& combination) {
     removeCustomBinding(action);  // A killed Tavin's.
     return Answer::refused(QStringLiteral("it is the key of ") + *holder);
   }
-  addCustomBinding(action, shortcuts::titleOf(combination), keys.ours);
+  addCustomBinding(action, shortcuts::fullTitleOf(combination), keys.ours);
   const bool active = daemonRuns();
   hotKeys_.push_back({.action = action, .combination = combination, .active = active});
   return active ? Answer::granted()

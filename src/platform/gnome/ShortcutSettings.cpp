@@ -59,7 +59,7 @@ void addCustomBinding(const QString& action, const QString& title, const Acceler
   auto binding = GioSettings::open(customSchema(), path);
   if (!binding)
     return;
-  binding->setString(nameKey, QStringLiteral("Tavin: ") + title);
+  binding->setString(nameKey, title);
   binding->setString(commandKey,
                      QStringLiteral("gapplication action app.tavin.Tavin ") + runActionOf(action));
   binding->setString(bindingKey, key.text());

@@ -30,7 +30,7 @@ using Result = std::variant<UrlResponse, UrlError>;
 constexpr unsigned http11 = 11;
 // Holds an answer's head, a chunk's or what follows the last one: without end they are an error.
 constexpr std::size_t bufferSize = std::size_t{64} * 1024;
-// More before the answer itself are an error: each of them begins the idle limit anew.
+// More before the answer itself are an error: the idle limit begins again with each of them.
 constexpr int mostInterimAnswers = 8;
 
 beast::string_view view(const QByteArray& bytes) {
@@ -97,7 +97,7 @@ class Transfer {
       if (error || !isInterim())
         return error;
     }
-    return beast::http::error::unexpected_body;
+    return beast::http::error::header_limit;
   }
 
   UrlResponse response() const {

@@ -55,7 +55,7 @@ Shortcut wantedShortcut(const KeyCombination& combination) {
   return {
       shortcuts::actionOf(combination) + u'-' + trigger.toLower().replace(u'+', u'-'),
       // GNOME's question names no program.
-      {{QStringLiteral("description"), QStringLiteral("Tavin: ") + shortcuts::titleOf(combination)},
+      {{QStringLiteral("description"), shortcuts::fullTitleOf(combination)},
        {QStringLiteral("preferred_trigger"), trigger}}};
 }
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "platform/ActivationToken.h"
 #include "platform/Installation.h"
 #include "platform/ThreadQueue.h"
 #include "platform/bus/SessionBus.h"
@@ -142,6 +143,7 @@ StartedPlatform complete(std::unique_ptr<Platform> platform, Survey survey,
 StartedPlatform startPlatform(int& argc, char** argv) {
   posix::openStandardFiles();
   posix::keepMemoryPrivate();
+  keepActivationTokenOfStart();
   desktop::SignalWatch::endAtOnceMeanwhile();
   Survey survey = Survey::take();
   if (forcesMissingWindows(survey))

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/desktop/DesktopName.h"
 #include "platform/gnome/CommandShortcuts.h"
 #include "platform/gnome/HeldModifiers.h"
 #include "platform/gnome/KeyHolders.h"
@@ -28,10 +29,6 @@ constexpr int firstGnomeWithPortal = 48;
 const QString ownBindings = QStringLiteral(
     "on this desktop, key bindings of its own can run 'gapplication action app.tavin.Tavin speak' "
     "and '... pause'");
-
-bool isGnomeByName(const Survey& survey) {
-  return survey.desktops.contains(QStringLiteral("GNOME"));
-}
 
 Made createGrabs(const Survey&, const ShortcutNeeds&) {
   if (auto grabs = x11::HotkeyGrabs::create())
@@ -75,7 +72,7 @@ Made awaitShell(const Survey& survey, const ShortcutNeeds& needs) {
 Made createNone(const Survey& survey, const ShortcutNeeds& needs) {
   // A desktop that only calls itself GNOME has no shell, and waits in vain.
   const bool forced = qEnvironmentVariable(variable) == QLatin1String("none");
-  if (isGnomeByName(survey) && survey.gnomeShellVersion.isEmpty() && !forced)
+  if (desktop::isGnome(survey.desktops) && survey.gnomeShellVersion.isEmpty() && !forced)
     return awaitShell(survey, needs);
   return std::make_unique<shortcuts::NoService>(ownBindings);
 }
@@ -121,7 +118,7 @@ QString shortcutServiceFor(const Survey& survey) { return QLatin1String(choose(s
 ChosenShortcuts createShortcuts(const Survey& survey, const ShortcutNeeds& needs) {
   const Row& row = choose(survey);
   // A Tavin that was killed in the same user's other session may have left them there.
-  if (isGnomeByName(survey) && QLatin1String(row.name) != QLatin1String(gnomeService))
+  if (desktop::isGnome(survey.desktops) && QLatin1String(row.name) != QLatin1String(gnomeService))
     gnome::removeCustomBindings();
   return {row.create(survey, needs), QLatin1String(row.name)};
 }

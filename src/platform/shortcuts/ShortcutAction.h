@@ -23,4 +23,9 @@ inline QString titleOf(const KeyCombination& combination) {
              : QCoreApplication::translate("Shortcut", "Speak Selection or Stop");
 }
 
+// Where the desktop shows it without the program's name.
+inline QString fullTitleOf(const KeyCombination& combination) {
+  return QStringLiteral("Tavin: ") + titleOf(combination);
+}
+
 }  // namespace tavin::shortcuts

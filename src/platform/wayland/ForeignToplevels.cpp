@@ -19,9 +19,9 @@ bool holdsState(const wl_array& states, std::uint32_t wanted) {
   return false;
 }
 
-void noteAppId(Window& window, const char* id) { window.toplevel.appId = id; }
+void noteAppId(ListedWindow& window, const char* id) { window.toplevel.appId = id; }
 
-void noteStates(Window& window, wl_array* states) {
+void noteStates(ListedWindow& window, wl_array* states) {
   window.active = holdsState(*states, ZWLR_FOREIGN_TOPLEVEL_HANDLE_V1_STATE_ACTIVATED);
 }
 
@@ -29,8 +29,8 @@ constexpr auto toplevelEvents = [] {
   auto events = ignoringAll<zwlr_foreign_toplevel_handle_v1_listener>();
   events.app_id = calls<noteAppId>;
   events.state = calls<noteStates>;
-  events.done = calls<&Window::changed>;
-  events.closed = calls<&Window::closed>;
+  events.done = calls<&ListedWindow::changed>;
+  events.closed = calls<&ListedWindow::closed>;
   return events;
 }();
 
@@ -38,7 +38,7 @@ void addToplevel(WindowWatch& watch, zwlr_foreign_toplevel_handle_v1* handle) {
   Owned<zwlr_foreign_toplevel_handle_v1> owned(handle);
   if (watch.isFull())
     return;
-  Window& window = watch.add(std::move(owned));
+  ListedWindow& window = watch.add(std::move(owned));
   zwlr_foreign_toplevel_handle_v1_add_listener(handle, &toplevelEvents, &window);
 }
 

@@ -57,9 +57,9 @@ bool KwinModifiers::toldOn(const Connection& connection) {
 }
 
 void KwinModifiers::reconnect() {
-  std::shared_ptr<Connection> anew = Connection::open(Deadline::in(secondsUntilConnected));
-  if (anew && toldOn(*anew))
-    connection_ = std::move(anew);
+  std::shared_ptr<Connection> fresh = Connection::open(Deadline::in(secondsUntilConnected));
+  if (fresh && toldOn(*fresh))
+    connection_ = std::move(fresh);
 }
 
 // The compositor would tell whoever stays bound of each press of a modifier.

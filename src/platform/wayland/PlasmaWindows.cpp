@@ -7,17 +7,17 @@ namespace {
 constexpr std::uint32_t versionWithUuids = 13;
 constexpr std::uint32_t versionKnown = 16;
 
-void setAppId(Window& window, const char* id) {
+void setAppId(ListedWindow& window, const char* id) {
   window.toplevel.appId = id;
   window.changed();
 }
 
-void setProcess(Window& window, std::uint32_t id) {
+void setProcess(ListedWindow& window, std::uint32_t id) {
   window.toplevel.processId = id;
   window.changed();
 }
 
-void setState(Window& window, std::uint32_t flags) {
+void setState(ListedWindow& window, std::uint32_t flags) {
   window.active = (flags & ORG_KDE_PLASMA_WINDOW_MANAGEMENT_STATE_ACTIVE) != 0;
   window.changed();
 }
@@ -27,7 +27,7 @@ constexpr auto windowEvents = [] {
   events.app_id_changed = calls<setAppId>;
   events.state_changed = calls<setState>;
   events.pid_changed = calls<setProcess>;
-  events.unmapped = calls<&Window::closed>;
+  events.unmapped = calls<&ListedWindow::closed>;
   return events;
 }();
 
@@ -36,7 +36,7 @@ void addWindow(WindowWatch& watch, org_kde_plasma_window_management* manager, st
   if (watch.isFull())
     return;
   auto* const object = org_kde_plasma_window_management_get_window_by_uuid(manager, uuid);
-  Window& window = watch.add(Owned<org_kde_plasma_window>(object));
+  ListedWindow& window = watch.add(Owned<org_kde_plasma_window>(object));
   org_kde_plasma_window_add_listener(object, &windowEvents, &window);
 }
 

@@ -47,17 +47,17 @@ void WindowWatch::primaryChanged(bool offered) {
 
 bool WindowWatch::isFull() const { return windows_.size() == mostWindows; }
 
-Window& WindowWatch::add(std::shared_ptr<void> object) {
-  Window& window = windows_.emplace_back(Window{*this, std::move(object)});
+ListedWindow& WindowWatch::add(std::shared_ptr<void> object) {
+  ListedWindow& window = windows_.emplace_back(ListedWindow{*this, std::move(object)});
   window.toplevel.id = newWindowId();
   return window;
 }
 
-void Window::changed() { list.update(*this); }
+void ListedWindow::changed() { list.update(*this); }
 
-void Window::closed() { list.remove(toplevel.id); }
+void ListedWindow::closed() { list.remove(toplevel.id); }
 
-void WindowWatch::update(const Window& window) {
+void WindowWatch::update(const ListedWindow& window) {
   const Toplevel& told = window.toplevel;
   const bool wasActive = told.id == active_.id;
   if (window.active)
@@ -70,7 +70,7 @@ void WindowWatch::update(const Window& window) {
 }
 
 void WindowWatch::remove(std::uint64_t id) {
-  windows_.remove_if([id](const Window& window) { return window.toplevel.id == id; });
+  windows_.remove_if([id](const ListedWindow& window) { return window.toplevel.id == id; });
   if (id == active_.id)
     active_ = {};
 }

@@ -22,7 +22,7 @@ inline constexpr const char* plasmaWindowsName = "plasma-window-management";
 class WindowWatch;
 
 // A window in the list, as its source tells of it.
-struct Window {
+struct ListedWindow {
   // What the source has told counts from now on.
   void changed();
   // Ends it.
@@ -69,16 +69,16 @@ class WindowWatch {
   // For the source. More than anyone opens are not taken: a hostile program shall not fill the
   // memory. A window stays where it is until it is closed.
   bool isFull() const;
-  Window& add(std::shared_ptr<void> object);
+  ListedWindow& add(std::shared_ptr<void> object);
 
  private:
-  friend Window;
+  friend ListedWindow;
   WindowWatch() = default;
-  void update(const Window& window);
+  void update(const ListedWindow& window);
   void remove(std::uint64_t id);
 
   WindowSource source_;
-  std::list<Window> windows_;
+  std::list<ListedWindow> windows_;
   Toplevel active_;
   PrimaryMaker maker_;
 };

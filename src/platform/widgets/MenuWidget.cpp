@@ -68,7 +68,7 @@ void makeDisabledLinesReadable(QMenu& menu) {
 }
 
 // Fusion draws boxes and the edge of a menu in the window's colour made darker, which nobody can
-// see on a dark ground; the ground has another colour.
+// see on a dark ground; the menu's ground is Base, so Window is free for outlines.
 void makeOutlinesClear(QMenu& menu) {
   QPalette palette = menu.palette();
   const QColor text = palette.color(QPalette::Active, QPalette::WindowText);

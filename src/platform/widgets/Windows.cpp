@@ -17,6 +17,12 @@ namespace {
 // Tavin is to be trusted; an alert's text may be a long one.
 constexpr quint32 longestRequest = 1U << 28;
 
+// The token for the next window that is shown or brought to the front: there Qt looks for it.
+void giveToQt(const QString& token) {
+  if (!token.isEmpty())
+    qputenv(activationTokenVariable, token.toUtf8());
+}
+
 }  // namespace
 
 Windows::Windows(posix::FileDescriptor socket, std::function<void()> ended)
@@ -55,7 +61,7 @@ void Windows::finishUnlessNeeded() {
 }
 
 void Windows::obey(const windowlink::ShowAlert& request) {
-  keepActivationToken(request.token);
+  giveToQt(request.token);
   dialog_ = std::make_unique<AlertDialog>(request.alert);
   connect(
       dialog_.get(), &QDialog::finished, this, [this, id = request.id] { answerAlert(id); },
@@ -76,7 +82,7 @@ void Windows::answerAlert(quint32 id) {
 }
 
 void Windows::obey(const windowlink::BringAlertToFront& request) {
-  keepActivationToken(request.token);
+  giveToQt(request.token);
   if (dialog_)
     bringToFront(*dialog_);
 }
@@ -84,7 +90,7 @@ void Windows::obey(const windowlink::BringAlertToFront& request) {
 void Windows::obey(const windowlink::CloseAlert&) { dialog_.reset(); }
 
 void Windows::obey(const windowlink::ShowMenu& request) {
-  keepActivationToken(request.token);
+  giveToQt(request.token);
   delete menu_;
   menu_ = new QMenu;
   menu_->setWindowTitle(QStringLiteral("Tavin"));

@@ -37,7 +37,8 @@ class Connection {
   xcb_connection_t* get() const { return connection_; }
   xcb_screen_t* screen() const { return screen_; }
   xcb_window_t root() const { return screen_->root; }
-  // The atom of that name, made where it is missing; 0 when the connection is broken.
+  // The atom of that name, made where it is missing; 0 when the connection is broken, and for good
+  // where the display failed to make one of the usual ones.
   xcb_atom_t atom(std::string_view name) const;
   // Waits until the display has done all that was asked of it and its events are here. False when
   // the connection is broken.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -87,6 +88,7 @@ class RecordingClipboard {
   }
   void explain(copy::UserInput::Time arrival) {
     const std::lock_guard lock(mutex_);
+    ++arrivals;
     input_.explainBy(arrival, arrival);
     for (auto& change : seen_) change.input.explainBy(arrival, arrival);
   }
@@ -98,6 +100,7 @@ class RecordingClipboard {
   }
 
   int readings = 0;
+  std::atomic<int> arrivals = 0;  // Of shortcuts, that it was told.
   std::function<void()> whileRead, whileWritten, whileTaken;
 
  private:

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <future>
 #include <thread>
 
 #include "platform/copy/GuardedPasteboardFixture.h"
@@ -140,7 +141,7 @@ TEST_F(GuardedPasteboardTest, WhatTheUserCopiesBeforeTheNextCommandEndsNoLaterWa
   captureInVain();
   pasteboard_.pasteboardItems();
   pasteboard_.changeCount();
-  clipboard_.act(copy::UserInput::Clock::now() - copy::arrivalWait);
+  clipboard_.act(copy::UserInput::Clock::now() - copy::shortcutsWay);
   clipboard_.copy();
   EXPECT_TRUE(isOver());
   clipboard_.set(kUsers);
@@ -148,6 +149,31 @@ TEST_F(GuardedPasteboardTest, WhatTheUserCopiesBeforeTheNextCommandEndsNoLaterWa
   pasteboard_.captureBegins();
   clipboard_.copy();
   EXPECT_TRUE(becomes(kUsers));
+}
+
+// The guard may have its next turn only when the command is typed.
+TEST_F(GuardedPasteboardTest, ACaptureThatBeganWhileASlowProgramWasAskedGetsItsOwnCopy) {
+  for (int round = 0; round < 50; ++round) {
+    captureInVain();
+    pasteboard_.captureBegins();
+    std::promise<void> asked, answer;
+    clipboard_.whileRead = [&] {
+      asked.set_value();
+      answer.get_future().wait();
+    };
+    clipboard_.copy(false);
+    asked.get_future().wait();
+    pasteboard_.captureBegins();
+    answer.set_value();
+    captureInVain();
+    const int before = clipboard_.arrivals;
+    pasteboard_.shortcutArrived();
+    ASSERT_TRUE(eventually([&] { return clipboard_.arrivals > before; }));
+    const auto count = pasteboard_.changeCount();
+    clipboard_.copy();
+    ASSERT_EQ(pasteboard_.changeCount(), count + 1);
+    pasteboard_.writeObjects(kUsers);
+  }
 }
 
 TEST_F(GuardedPasteboardTest, TheEndWaitsForTheAnswerAndUndoesIt) {

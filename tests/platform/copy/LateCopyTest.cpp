@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QScopeGuard>
 #include <atomic>
 #include <future>
 #include <thread>
@@ -64,7 +65,7 @@ TEST_F(LateCopyTest, WhatAnotherProgramPutsThereStays) {
 
 TEST_F(LateCopyTest, WhatTheUserPutsThereStays) {
   captureInVain();
-  clipboard_.act(copy::UserInput::Clock::now() - copy::arrivalWait);
+  clipboard_.act(copy::UserInput::Clock::now() - copy::shortcutsWay);
   clipboard_.copy();
   EXPECT_TRUE(isOver());
   EXPECT_EQ(clipboard_.contents(), kCopied);
@@ -100,20 +101,22 @@ TEST_F(LateCopyTest, ACaptureThatBeginsWithoutAShortcutDecides) {
   clipboard_.act(copy::UserInput::Clock::now() + kForEver);
   clipboard_.copy();
   pasteboard_.captureBegins();
-  EXPECT_FALSE(clipboard_.isWatched());
+  EXPECT_TRUE(isOver());
   EXPECT_EQ(clipboard_.contents(), kCopied);
 }
 
 // Who put something there is asked for it, as it may be a clipboard manager with what was saved.
-TEST_F(LateCopyTest, ACaptureBeginsWhileASlowProgramIsAskedForTheClipboard) {
+TEST_F(LateCopyTest, ACaptureThatBeginsWhileASlowProgramIsAskedForTheClipboardDecides) {
   captureInVain();
   std::promise<void> asked, answer;
   clipboard_.whileRead = [&] {
     asked.set_value();
     answer.get_future().wait();
   };
-  clipboard_.copy(false);
+  clipboard_.copy(false, kUsers);
   asked.get_future().wait();
+  clipboard_.act(copy::UserInput::Clock::now() + kForEver);
+  clipboard_.copy(true, kUsers);
   // Would never come back.
   auto begun = std::async([this] { pasteboard_.captureBegins(); });
   EXPECT_EQ(begun.wait_for(5s), std::future_status::ready);
@@ -128,14 +131,17 @@ TEST_F(LateCopyTest, ACaptureWaitsForOneAnswerOfAProgramThatChangesTheClipboardA
   std::function<void()> answer = [&] {
     std::this_thread::sleep_for(20ms);
     ++answers;
-    ended = ends.load();
-    if (ended)
+    if ((ended = ends.load()))
       return;
     clipboard_.whileRead = answer;
     clipboard_.copy(false, kUsers);
   };
   clipboard_.whileRead = answer;
   clipboard_.copy(false, kUsers);
+  const auto end = qScopeGuard([&] {
+    ends = true;
+    EXPECT_TRUE(eventually([&] { return ended.load(); }));
+  });
   for (int round = 0; round < 10; ++round) {
     const int before = answers;
     ASSERT_TRUE(eventually([&] { return answers > before; }));
@@ -143,8 +149,6 @@ TEST_F(LateCopyTest, ACaptureWaitsForOneAnswerOfAProgramThatChangesTheClipboardA
     pasteboard_.clearContents();
     EXPECT_LE(answers - waited, 2);  // One ended before the wait began.
   }
-  ends = true;
-  EXPECT_TRUE(eventually([&] { return ended.load(); }));
 }
 
 TEST_F(LateCopyTest, TheShortcutOfTheNextCaptureShowsNoCopyOfTheUsersOwn) {

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <thread>
 
+#include "platform/ActivationToken.h"
 #include "platform/Eventually.h"
 #include "platform/desktop/ConfigHome.h"
 #include "platform/desktop/DesktopWorkspace.h"
@@ -19,9 +20,10 @@ class DesktopWorkspaceTest : public testing::Test {
   void install(const char* program) {
     QFile file(folder_.filePath(QLatin1String(program)));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\nPATH=/usr/bin:/bin\nprintf '%s' \"$*\" > '" + calls_.toLocal8Bit() +
-               ".new'\nmv '" + calls_.toLocal8Bit() + ".new' '" + calls_.toLocal8Bit() +
-               "'\nexec sleep 5\n");
+    file.write("#!/bin/sh\nPATH=/usr/bin:/bin\n"
+               "printf '%s' \"$*${XDG_ACTIVATION_TOKEN+ token $XDG_ACTIVATION_TOKEN}\" > '" +
+               calls_.toLocal8Bit() + ".new'\nmv '" + calls_.toLocal8Bit() + ".new' '" +
+               calls_.toLocal8Bit() + "'\nexec sleep 5\n");
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   }
 
@@ -70,6 +72,18 @@ TEST_F(DesktopWorkspaceTest, OpensTheAccessibilitySettings) {
   workspace_.openAccessibilitySettings();
   install("systemsettings");
   EXPECT_TRUE(workspace_.hasAccessibilitySettings());
+  workspace_.openAccessibilitySettings();
+  EXPECT_EQ(called(), "kcm_access");
+}
+
+TEST_F(DesktopWorkspaceTest, AProgramThatItStartsGetsTheDesktopsTokenOnce) {
+  const ScopedVariable desktop("XDG_CURRENT_DESKTOP", "KDE");
+  install("systemsettings");
+  keepActivationToken("of the choice");
+  workspace_.openAccessibilitySettings();
+  EXPECT_EQ(called(), "kcm_access token of the choice");
+  EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "other threads read it";
+  QFile::remove(calls_);
   workspace_.openAccessibilitySettings();
   EXPECT_EQ(called(), "kcm_access");
 }

@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
 #include <future>
 
@@ -72,11 +73,34 @@ TEST_F(LoopbackSessionTest, InterimAnswersArePassedOver) {
   EXPECT_EQ(body(result), R"({"a":1})");
 }
 
-TEST_F(LoopbackSessionTest, InterimAnswersWithoutEndFail) {
-  RawServer server([](const auto& peer) {
-    while (peer.send("HTTP/1.1 100 Continue\r\n\r\n")) std::this_thread::sleep_for(1ms);
+TEST_F(LoopbackSessionTest, EightInterimAnswersArePassedOverAndTheNinthFails) {
+  std::atomic<int> interim = 8;
+  RawServer server([&](const auto& peer) {
+    peer.send(QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(interim));
+    peer.answer("{}");
   });
-  EXPECT_TRUE(failed(session.dataTask(get(server, 5))));
+  EXPECT_EQ(body(session.dataTask(get(server))), "{}");
+  interim = 9;
+  EXPECT_TRUE(failed(session.dataTask(get(server))));
+}
+
+TEST_F(LoopbackSessionTest, InterimAnswerWithABodyFails) {
+  RawServer server([](const auto& peer) {
+    peer.send("HTTP/1.1 100 Continue\r\nContent-Length: 2\r\n\r\n{}");
+    peer.answer("{}");
+  });
+  EXPECT_TRUE(failed(session.dataTask(get(server))));
+}
+
+TEST_F(LoopbackSessionTest, InterimAnswersDelayNoDeadline) {
+  RawServer server([](const auto& peer) {
+    for (int i = 0; i < 8 && peer.send("HTTP/1.1 100 Continue\r\n\r\n"); ++i)
+      std::this_thread::sleep_for(100ms);
+    peer.answer("{}");
+  });
+  UrlRequest request = get(server, 0.3);
+  request.deadline = 0.3;
+  EXPECT_EQ(std::get<UrlError>(session.dataTask(request)).code, UrlError::timedOut);
 }
 
 TEST_F(LoopbackSessionTest, AnotherProtocolIsAnAnswerThatSaysNothing) {

@@ -9,14 +9,14 @@ from session import wait_until
 COPIED = "what was copied before"
 
 
-def leave_in(session):
+def token_file_in(session):
     return os.path.join(session.env["XDG_CONFIG_HOME"], PERMISSION)
 
 
 def test_the_next_start_asks_nothing(granted, desktop, session, engine, build, copied_text):
     desktop.own("clipboard", COPIED)
     assert granted.press() == [copied_text]
-    assert os.stat(leave_in(session)).st_mode & 0o777 == 0o600
+    assert os.stat(token_file_in(session)).st_mode & 0o777 == 0o600
     for log in ("second.log", "third.log"):  # Each word serves once.
         assert granted.quit()[0] == 0
         granted = Tavin(desktop, engine, build, log=log)
@@ -29,8 +29,8 @@ def test_the_next_start_asks_nothing(granted, desktop, session, engine, build, c
 
 def test_a_word_that_gnome_does_not_know_is_answered_by_its_dialog(desktop, session, tavin,
                                                                   bare_field, copied_text):
-    os.makedirs(os.path.dirname(leave_in(session)), exist_ok=True)
-    with open(leave_in(session), "w", encoding="utf-8") as f:
+    os.makedirs(os.path.dirname(token_file_in(session)), exist_ok=True)
+    with open(token_file_in(session), "w", encoding="utf-8") as f:
         f.write("00000000-0000-0000-0000-000000000000")
     assert tavin.press() == []
     desktop.share()
