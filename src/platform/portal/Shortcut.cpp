@@ -52,11 +52,10 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Shortcut& shortcu
 
 Shortcut wantedShortcut(const KeyCombination& combination) {
   const QString trigger = triggerText(combination);
-  return {
-      shortcuts::actionOf(combination) + u'-' + trigger.toLower().replace(u'+', u'-'),
-      // GNOME's question names no program.
-      {{QStringLiteral("description"), shortcuts::fullTitleOf(combination)},
-       {QStringLiteral("preferred_trigger"), trigger}}};
+  return {shortcuts::actionOf(combination) + u'-' + trigger.toLower().replace(u'+', u'-'),
+          // GNOME's question names no program.
+          {{QStringLiteral("description"), shortcuts::fullTitleOf(combination)},
+           {QStringLiteral("preferred_trigger"), trigger}}};
 }
 
 QVariant toArgument(const QList<Shortcut>& shortcuts) {

@@ -20,10 +20,11 @@ class DesktopWorkspaceTest : public testing::Test {
   void install(const char* program) {
     QFile file(folder_.filePath(QLatin1String(program)));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\nPATH=/usr/bin:/bin\n"
-               "printf '%s' \"$*${XDG_ACTIVATION_TOKEN+ token $XDG_ACTIVATION_TOKEN}\" > '" +
-               calls_.toLocal8Bit() + ".new'\nmv '" + calls_.toLocal8Bit() + ".new' '" +
-               calls_.toLocal8Bit() + "'\nexec sleep 5\n");
+    file.write(
+        "#!/bin/sh\nPATH=/usr/bin:/bin\n"
+        "printf '%s' \"$*${XDG_ACTIVATION_TOKEN+ token $XDG_ACTIVATION_TOKEN}\" > '" +
+        calls_.toLocal8Bit() + ".new'\nmv '" + calls_.toLocal8Bit() + ".new' '" +
+        calls_.toLocal8Bit() + "'\nexec sleep 5\n");
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   }
 
