@@ -169,6 +169,13 @@ def test_the_rate_is_the_speed(desktop, reading):
     reading.wait_for("paused")
 
 
+def test_the_rate_is_kept_for_the_next_start(desktop, reading):
+    assert desktop.set_rate("d", 1.5) == MessageType.method_return
+    assert reading.status()["speed"] == 1.5
+    reading.kill()
+    assert reading.start().status()["speed"] == 1.5
+
+
 def test_it_says_who_it_is_and_what_it_can_do(desktop, reading):
     known = desktop.all_of("org.mpris.MediaPlayer2")
     assert (known["Identity"], known["DesktopEntry"], known["CanQuit"]) == ("Tavin", "app.tavin.Tavin", False)
