@@ -7,6 +7,7 @@ import time
 
 import pytest
 from engine_process import FOLDER
+from tavin.log import log
 from tavin.text.spoken.pronunciation import Pronunciation
 from tavin.text.spoken.say import say
 
@@ -132,6 +133,29 @@ def test_as_many_faulty_lines_as_a_file_may_hold_are_told_soon(write):
     begin = time.thread_time()
     assert "39990 more" in own.look()
     assert time.thread_time() - begin < 2
+
+
+@pytest.mark.parametrize(
+    "lines, told",
+    [
+        ([f'a{number} = "b"' for number in range(2001)], "more than 2000 words or 100 patterns"),
+        ([f'"/a{number}/" = "b"' for number in range(101)], "more than 2000 words or 100 patterns"),
+        (["#" * 1_100_000], "cannot be read"),
+    ],
+)
+def test_more_than_it_may_hold_is_told_and_nothing_of_it_holds(write, lines, told):
+    own = Pronunciation(write("\n".join(['a = "alpha"', *lines])))
+    assert told in own.look()
+    assert own.say("a", "en") == "a"
+
+
+def test_a_pattern_that_takes_long_is_told_in_the_log_once(write, caplog):
+    own = Pronunciation(write('"/(a+)+$/" = "x"\n'))
+    own.look()
+    with caplog.at_level("INFO", logger=log.name):
+        for _ in range(3):
+            own.say("a" * 4000 + "!", "en")
+    assert caplog.text.count("takes too long") == 1
 
 
 def test_what_marks_the_order_of_its_bytes_is_no_fault(write):
