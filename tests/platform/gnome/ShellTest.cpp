@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "FakeShell.h"
+#include "fake/FakeServices.h"
 #include "platform/Eventually.h"
 #include "platform/Keyboard.h"
 #include "platform/gnome/HeldModifiers.h"
@@ -38,19 +39,11 @@ TEST_F(ShellTest, AnActionWithoutAKeyHoldsNothing) {
   EXPECT_TRUE(eventually([&] { return !heldForAllThatIsKnown(); }, 2000));
 }
 
-class Control final : public RemoteControl {
- public:
-  explicit Control(RemoteActions& served) : served_(served) {}
-  void serve(RemoteActions actions) override { served_ = std::move(actions); }
-
- private:
-  RemoteActions& served_;
-};
-
 TEST_F(ShellTest, AnActionThatLooksForASelectionCountsAsAPress) {
   shell.start();
-  RemoteActions served;
-  session::NotingControl control(std::make_unique<Control>(served),
+  auto fake = std::make_unique<FakeRemoteControl>();
+  const RemoteActions& served = fake->actions;
+  session::NotingControl control(std::move(fake),
                                  [this] { gnome::HeldModifiers::noteIn(modifiers); });
   bool heldWhileItRan = false;
   control.serve({.activate = {},

@@ -2,24 +2,17 @@
 
 #include <utility>
 
+#include "fake/FakeServices.h"
 #include "platform/session/NotingControl.h"
 
 namespace tavin::test {
 namespace {
 
-class Control final : public RemoteControl {
- public:
-  explicit Control(RemoteActions& served) : served_(served) {}
-  void serve(RemoteActions actions) override { served_ = std::move(actions); }
-
- private:
-  RemoteActions& served_;
-};
-
 TEST(NotingControlTest, OfWhatOtherProgramsMayRunSpeakAloneCountsAsAShortcut) {
-  RemoteActions served;
+  auto fake = std::make_unique<FakeRemoteControl>();
+  const RemoteActions& served = fake->actions;
   int arrived = 0, ran = 0;
-  session::NotingControl control(std::make_unique<Control>(served), [&] { ++arrived; });
+  session::NotingControl control(std::move(fake), [&] { ++arrived; });
   const auto run = [&] { ++ran; };
   control.serve({run, run, run, run, run, run, run, run, run, run, run});
   for (const auto& action :

@@ -10,6 +10,7 @@
 #include "platform/Eventually.h"
 #include "platform/atspi/Program.h"
 #include "platform/copy/CopyKeyboard.h"
+#include "platform/copy/TypeCopy.h"
 #include "platform/wayland/SwayTree.h"
 #include "platform/wayland/VirtualKeyboard.h"
 #include "platform/wayland/WaylandWindowSystem.h"
@@ -17,6 +18,7 @@
 namespace tavin::wayland {
 namespace {
 
+using test::kCopyKey;
 using test::Program;
 using PrimaryProof = windows::WindowSystem::PrimaryProof;
 
@@ -183,8 +185,6 @@ TEST_F(WaylandWindowSystemTest, AMenuThatStaysIsWaitedForHalfASecond) {
 
 class VirtualKeyboardTest : public WaylandWindowSystemTest {
  protected:
-  static constexpr std::uint16_t kCopyKey = 8;
-
   void SetUp() override {
     record_ = folder_.filePath("record");
     terminal_ = std::make_unique<Program>(QStringList{
@@ -197,16 +197,7 @@ class VirtualKeyboardTest : public WaylandWindowSystemTest {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   }
   bool typeCopy(std::uint64_t flags = EventFlags::command) {
-    bool made = true;
-    for (const bool down : {true, false}) {
-      const auto event = keyboard_.createKeyboardEvent(kCopyKey, down);
-      made = made && event;
-      if (!event)
-        continue;
-      event->setFlags(flags);
-      event->post();
-    }
-    return made;
+    return test::typeCopy(keyboard_, flags);
   }
 
   QTemporaryDir folder_;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/copy/CopyKeyboard.h"
+#include "platform/copy/TypeCopy.h"
 #include "platform/x11/KeyboardSnapshot.h"
 #include "platform/x11/TestKeyboard.h"
 #include "platform/x11/TestWindow.h"
@@ -10,27 +11,17 @@ namespace tavin::x11 {
 namespace {
 
 namespace key = test::key;
+using test::kCopyKey;
 
 constexpr xcb_keycode_t kInsertKey = 118;
-constexpr std::uint16_t kCopyKey = 8;
 constexpr std::uint32_t kInsertSymbol = 0xff63;
 
 class X11CopyKeyTest : public testing::Test {
  protected:
   X11CopyKeyTest() { test::activate(user_.connection(), window_.id()); }
 
-  // True where both events could be made.
   bool typeCopy(std::uint64_t flags = EventFlags::command) {
-    bool made = true;
-    for (const bool down : {true, false}) {
-      const auto event = keyboard_.createKeyboardEvent(kCopyKey, down);
-      made = made && event;
-      if (!event)
-        continue;
-      event->setFlags(flags);
-      event->post();
-    }
-    return made;
+    return test::typeCopy(keyboard_, flags);
   }
   // The keys that reached the window since the last call, told by one more key.
   QStringList keysSoFar() {
