@@ -74,9 +74,9 @@ class Words:
 
     def __init__(self, spoken):
         self._spoken = {word.replace("’", "'"): said for word, said in spoken.items()}
-        self._small = {word.casefold(): said for word, said in self._spoken.items() if word == word.lower()}
-        small = any_of(word for word in self._spoken if word == word.lower())
-        exact = f"{any_of(self._spoken)}|(?i:{small})".replace("'", "['’]")
+        small = [word for word in self._spoken if word == word.lower()]
+        self._small = {word.casefold(): self._spoken[word] for word in small}
+        exact = f"{any_of(self._spoken)}|(?i:{any_of(small)})".replace("'", "['’]")
         self._known = re.compile(rf"(?<!\w)(?:{exact})(?!\w)")
 
     def say(self, sentence):

@@ -7,7 +7,7 @@ from tavin.text.spoken.marks import PARAGRAPH
 
 ATTRIBUTES = r"(?:\s+[a-zA-Z_:@][-\w:.@]{0,50}=(?:\"[^\"<>]{0,2000}\"|'[^'<>]{0,2000}'|[^\s\"'<>=]{1,2000}))*"
 PARTING = (
-    "p|div|br|hr|li|ul|ol|dl|dt|dd|tr|table|thead|tbody|h[1-6]|blockquote|pre|section|article|header|footer|nav"
+    "p|div|br|hr|li|ul|ol|dl|dt|dd|tr|table|thead|tbody|h1|h2|h3|h4|h5|h6|blockquote|pre|section|article|header|footer|nav"
     "|main|aside|figure|figcaption|form|body|html|head|title|details|summary"
 )
 WITHIN = (
@@ -20,7 +20,7 @@ EDGES = frozenset("p div li ul ol dl dt dd tr td th h1 h2 h3 h4 h5 h6 blockquote
 ALONE = frozenset("br hr wbr".split())  # without an end and often without attributes
 CELLS = frozenset(("td", "th"))
 WITH_ATTRIBUTES = frozenset("a font img input link meta path iframe source".split())
-PARTS = frozenset(PARTING.split("|")) - {"h[1-6]"} | {f"h{level}" for level in range(1, 7)}
+PARTS = frozenset(PARTING.split("|"))
 PICTURE = re.compile(
     rf"<img(?=[\s>])[^<>]{{0,2000}}?\salt=[\"']([^\"'<>]{{1,500}})[\"'][^<>]{{0,2000}}>",
     re.IGNORECASE,
