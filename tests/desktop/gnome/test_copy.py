@@ -1,12 +1,11 @@
 """The synthetic copy under GNOME on Wayland: through the portal, with the user's permission."""
 
-import contextlib
 import json
 import os
 
 import pytest
 from driver import SPEAK, Tavin
-from session import SessionError, wait_until
+from session import wait_until
 
 COPIED = "what was copied before"
 
@@ -45,16 +44,11 @@ def test_what_was_declined_is_asked_for_again_by_the_next_start_only(tavin, desk
     assert tavin.press() == []
     assert desktop.no_dialog()
     assert tavin.quit()[0] == 0
+    # The settings daemon lets go of a key a moment later; the next one's press would be that key's.
+    wait_until(lambda: not desktop.is_shortcut(SPEAK), 10, "the key's release")
     again = Tavin(desktop, engine, build, log="again.log")
-    wait_until(lambda: is_heard(again), 40, "a press")
+    assert again.press() == []
     desktop.permission_dialog()
-
-
-def is_heard(tavin):
-    """The desktop may still be letting go of the keys of the one that was here before."""
-    with contextlib.suppress(SessionError):
-        return tavin.press() == []
-    return False
 
 
 def test_accessibility_goes_on_working_without_leave(tavin, desktop, bare_field, programs):
