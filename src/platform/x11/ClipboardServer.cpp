@@ -98,23 +98,24 @@ void ClipboardServer::shortcutArrived(copy::UserInput::Time time) {
   });
 }
 
-bool ClipboardServer::handOver(Deadline deadline) {
+bool ClipboardServer::handOver(Deadline answerDue, Deadline deadline) {
   const auto result = std::make_shared<std::promise<bool>>();
   auto answer = result->get_future();
   const auto settle = [result](bool kept) { result->set_value(kept); };
-  const bool asked = perform(deadline, [this, settle] {
+  const bool asked = perform(deadline, [this, answerDue, settle] {
     giveUpIfDue(true);
     synchronise();
     xcb_connection_t* c = connection_->get();
     if (!owning_ || !answers_.offersAnything())
       return settle(true);
-    if (connection_->ownerOf(manager_) == XCB_WINDOW_NONE)
+    const xcb_window_t manager = connection_->ownerOf(manager_);
+    if (manager == XCB_WINDOW_NONE)
       return settle(false);
     const auto targets = answers_.targets();
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, kept_, XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(targets.size()), targets.data());
     xcb_convert_selection(c, window_, manager_, saveTargets_, kept_, serverTime());
-    onHandedOver_ = settle;
+    handOver_ = HandOver{manager, answerDue, settle};
   });
   return asked &&
          answer.wait_for(std::chrono::milliseconds(deadline.remainingMs())) ==
@@ -136,6 +137,8 @@ void ClipboardServer::run() {
     handleQueuedEvents();
     answers_.transfers().dropIdle();
     giveUpIfDue(false);
+    if (const auto at = handedOverAt(); at && at->passed())
+      endHandOver(false);
     xcb_flush(c);
     pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {inbox_.file(), POLLIN, 0}};
     poll(descriptors, 2, pollTimeout());
@@ -147,6 +150,8 @@ int ClipboardServer::pollTimeout() const {
   const auto transfers = answers_.transfers().nextDeadline();
   if (giveUpAt_)
     return giveUpAt_->remainingMs();
+  if (const auto at = handedOverAt())
+    return at->remainingMs();
   return transfers ? transfers->remainingMs() : -1;
 }
 
@@ -174,9 +179,8 @@ void ClipboardServer::handle(const xcb_generic_event_t& event) {
       answers_.transfers().propertyDeleted(change.window, change.atom);
   } else if (kind == XCB_DESTROY_NOTIFY) {
     answers_.transfers().windowGone(as<xcb_destroy_notify_event_t>(event).window);
-  } else if (kind == XCB_SELECTION_NOTIFY && onHandedOver_) {
-    onHandedOver_(as<xcb_selection_notify_event_t>(event).property != XCB_ATOM_NONE);
-    onHandedOver_ = nullptr;
+  } else if (kind == XCB_SELECTION_NOTIFY && handOver_) {
+    endHandOver(as<xcb_selection_notify_event_t>(event).property != XCB_ATOM_NONE);
   } else {
     watch_.observe(event);
   }
@@ -237,6 +241,19 @@ bool ClipboardServer::claim(ClipboardContents contents) {
   if (owning_)
     answers_.offer(std::move(contents), claimedAt_);
   return owning_;
+}
+
+// A manager that does not answer keeps what it has read; none as long as that is not all.
+std::optional<Deadline> ClipboardServer::handedOverAt() const {
+  if (!handOver_ || answers_.transfers().nextDeadline())
+    return std::nullopt;
+  const auto read = answers_.readBy(handOver_->manager);
+  return read ? std::max(read, std::optional(handOver_->answerDue)) : std::nullopt;
+}
+
+void ClipboardServer::endHandOver(bool kept) {
+  handOver_->onEnd(kept);
+  handOver_.reset();
 }
 
 void ClipboardServer::giveUpIfDue(bool now) {
