@@ -18,6 +18,7 @@ class ClipboardAnswers {
   void offer(ClipboardContents contents, xcb_timestamp_t since);
   // Transfers that have begun go on: they hold their own data.
   void withdraw();
+  const ClipboardContents& contents() const { return contents_; }
   bool offersAnything() const { return !contents_.empty(); }
   // The targets that are worth keeping after our end.
   std::vector<xcb_atom_t> targets() const;

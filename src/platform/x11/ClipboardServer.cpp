@@ -102,7 +102,7 @@ bool ClipboardServer::handOver(Deadline answerDue, Deadline deadline) {
   const auto result = std::make_shared<std::promise<bool>>();
   auto answer = result->get_future();
   const auto settle = [result](bool kept) { result->set_value(kept); };
-  const bool asked = perform(deadline, [this, answerDue, settle] {
+  const bool asked = perform(deadline, [this, answerDue, deadline, settle] {
     giveUpIfDue(true);
     synchronise();
     xcb_connection_t* c = connection_->get();
@@ -115,7 +115,7 @@ bool ClipboardServer::handOver(Deadline answerDue, Deadline deadline) {
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, kept_, XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(targets.size()), targets.data());
     xcb_convert_selection(c, window_, manager_, saveTargets_, kept_, serverTime());
-    handOver_ = HandOver{manager, answerDue, settle};
+    handOver_ = HandOver{manager, answerDue, deadline, false, settle};
   });
   return asked &&
          answer.wait_for(std::chrono::milliseconds(deadline.remainingMs())) ==
@@ -137,8 +137,7 @@ void ClipboardServer::run() {
     handleQueuedEvents();
     answers_.transfers().dropIdle();
     giveUpIfDue(false);
-    if (const auto at = handedOverAt(); at && at->passed())
-      endHandOver(false);
+    continueHandOver();
     xcb_flush(c);
     pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {inbox_.file(), POLLIN, 0}};
     poll(descriptors, 2, pollTimeout());
@@ -150,8 +149,8 @@ int ClipboardServer::pollTimeout() const {
   const auto transfers = answers_.transfers().nextDeadline();
   if (giveUpAt_)
     return giveUpAt_->remainingMs();
-  if (const auto at = handedOverAt())
-    return at->remainingMs();
+  if (const auto next = nextHandOverStep())
+    return next->remainingMs();
   return transfers ? transfers->remainingMs() : -1;
 }
 
@@ -243,12 +242,24 @@ bool ClipboardServer::claim(ClipboardContents contents) {
   return owning_;
 }
 
-// A manager that does not answer keeps what it has read; none as long as that is not all.
-std::optional<Deadline> ClipboardServer::handedOverAt() const {
+// A manager that does not answer keeps what it reads by itself. It is told anew what there is: one
+// that was told of two changes at once, a late copy and its end, may have mixed them up.
+void ClipboardServer::continueHandOver() {
+  const auto next = nextHandOverStep();
+  if (!next || !next->passed())
+    return;
+  const bool inTime = !handOver_->deadline.passed();
+  if (!handOver_->announced && owning_ && inTime && claim(answers_.contents()))
+    handOver_->announced = true;
+  else
+    endHandOver(false);
+}
+
+// None while something else is waited for: that the manager reads, and all of it.
+std::optional<Deadline> ClipboardServer::nextHandOverStep() const {
   if (!handOver_ || answers_.transfers().nextDeadline())
     return std::nullopt;
-  const auto read = answers_.readBy(handOver_->manager);
-  return read ? std::max(read, std::optional(handOver_->answerDue)) : std::nullopt;
+  return handOver_->announced ? answers_.readBy(handOver_->manager) : handOver_->answerDue;
 }
 
 void ClipboardServer::endHandOver(bool kept) {

@@ -39,9 +39,9 @@ class ClipboardServer {
   std::vector<copy::ClipboardChange> takeChanges();
   void shortcutArrived(copy::UserInput::Time time);
   // Asks the session's clipboard manager to keep what we serve. One that has not answered by
-  // `answerDue` is taken for one that never does and keeps what it reads by itself: it is waited
-  // for until it has. False where there is none, or it has not said before `deadline` that it took
-  // everything; true also when there is nothing to keep.
+  // `answerDue` is taken for one that never does and keeps what it reads by itself: it is told
+  // anew, and waited for until it has read it. False where there is none, or it has not said before
+  // `deadline` that it took everything; true also when there is nothing to keep.
   bool handOver(Deadline answerDue, Deadline deadline);
 
  private:
@@ -61,7 +61,8 @@ class ClipboardServer {
   bool claim(ClipboardContents contents);
   bool isOwnDoing(const xcb_xfixes_selection_notify_event_t& notice) const;
   void giveUpIfDue(bool now);
-  std::optional<Deadline> handedOverAt() const;
+  void continueHandOver();
+  std::optional<Deadline> nextHandOverStep() const;
   void endHandOver(bool kept);
 
   const std::unique_ptr<Connection> connection_;
@@ -76,7 +77,8 @@ class ClipboardServer {
   std::optional<Deadline> giveUpAt_;
   struct HandOver {
     xcb_window_t manager;
-    Deadline answerDue;
+    Deadline answerDue, deadline;
+    bool announced;  // Anew, after that.
     std::function<void(bool)> onEnd;
   };
   std::optional<HandOver> handOver_;
