@@ -41,6 +41,7 @@ WORDS = Words(
         "-": "dash",
     },
     number="number",
+    menus="File|Edit|View|Insert|Format|Settings|Preferences|Options|Tools|Help|Window|Account|Home|Menu",
     hashtag="hashtag",
     minus="minus",
     to="to",
@@ -97,7 +98,7 @@ WORDS = Words(
         "Mon.": "Monday", "Tue.": "Tuesday", "Tues.": "Tuesday", "Wed.": "Wednesday", "Thu.": "Thursday",
         "Thurs.": "Thursday",
         "e.g.": "for example", "e. g.": "for example", "i.e.": "that is", "i. e.": "that is", "etc.": "et cetera",
-        "vs.": "versus", "cf.": "compare",
+        "vs.": "versus", "cf.": "compare", "Cf.": "Compare",
         "et al.": "and others", "approx.": "approximately", "Dr.": "Doctor", "Mr.": "Mister", "Mrs.": "Missus",
         "Ms.": "Ms", "Prof.": "Professor",
         "Jr.": "Junior", "Sr.": "Senior", "Gen.": "General", "Sen.": "Senator", "Gov.": "Governor",
@@ -115,6 +116,7 @@ WORDS = Words(
         "Nov.": "November", "Dec.": "December",
     },
     before_number={
+        "Op.": "opus", "op.": "opus", "mvt.": "movement", "ext.": "extension", "Ext.": "extension", "ll.": "lines",
         "Thm.": "theorem", "Lem.": "lemma", "Prop.": "proposition", "Cir.": "circuit", "dep.": "departs",
         "Dep.": "Departs", "arr.": "arrives", "Arr.": "Arrives", "Eqs.": "equations", "Secs.": "sections", "Refs.": "references",
         "Ref.": "reference", "Rev.": "revision", "App.": "appendix",
@@ -136,6 +138,8 @@ WORDS = Words(
         "l": ("half a liter", "of a liter"), "kg": ("half a kilogram", "of a kilogram"), "lb": ("half a pound", "of a pound"),
     },
     out_of="out of",
+    over="over",
+    pressures="BP|[Bb]lood [Pp]ressure",
     by="by",
     short_months={
         "Jan": "January", "Feb": "February", "Mar": "March", "Apr": "April", "Jun": "June", "Jul": "July", "Aug": "August",

@@ -29,7 +29,7 @@ WORD = re.compile(r"\w{0,8}")
 def patterns(scales):
     """For amounts with the sign before them and behind. `scales` abbreviate millions and the like."""
     scale = rf"(?: ?({any_of(scales)})(?![^\W\d_]))?"
-    before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|({CODES}) )({NUMBER}){scale}(?![\w%])(/(?=[^\W\d_]))?"
+    before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|(?<!/)({CODES}) )({NUMBER}){scale}(?![\w%])(/(?=[^\W\d_]))?"
     after = rf"(?<![\w.,^])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)(/(?=[^\W\d_]))?"
     return re.compile(before), re.compile(after)
 
