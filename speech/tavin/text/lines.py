@@ -33,7 +33,7 @@ CLOSING = ")]}\"'”’»«"
 LIST_ITEM = re.compile(r"\(?\w{1,3}\)")  # "a)", "(12)"
 # Also the beginning of a line like "3. Mai", so only where the line before begins like that.
 NUMBERED = re.compile(r"\s*\d{1,3}\. ")
-LABELLED = re.compile(r"\s*[A-ZÀ-Þ][\w-]{1,14}: ")  # of a mail's head: "Subject: "
+LABELLED = re.compile(r"\s*[^\W\d_][\w-]{1,14}:\s")  # of a mail's head, "Subject: ", or of settings
 # Of a log or a chat: "[10:32] ", "2026-11-22T10:32:05", "Nov 22 10:32:05", "10.0.0.1 - -".
 STAMPED = re.compile(
     r"\s*[\[(<]?(?:\d{4}[-/]\d\d[-/]\d\d[T \]]|\d{1,2}[:.]\d\d(?::\d\d)?[\]) ]|[A-Z][a-z]{2} {1,2}\d{1,2} \d\d:\d\d"
