@@ -9,6 +9,7 @@ from tavin.text.spoken.blocks import (
     citations,
     decoration,
     emphasis,
+    formulas,
     grouped_digits,
     headings,
     hypertext,
@@ -30,9 +31,9 @@ LONGEST_MARKUP = 400  # code points of a link or of code within a line, which no
 UNCLOSED = tuple(map(re.compile, (r"\[(?:[^\[\]]|\](?!\())*\]\([^\[)]*$", r"\[[^\[\]]*$", "<[^<>]*$", "`[^`]*$")))
 QUOTE = re.compile(r"(?:>[> ]*)?")
 LINE_RULES = (decoration, headings, bullets, prompts)
-# Code first, in which nothing else is mark-up; citations before links, whose brackets theirs look like;
+# Code and formulas first, in which nothing else is mark-up; citations before links, whose brackets theirs look like;
 # addresses before emphasis, which they may hold the signs of.
-INLINE_RULES = (grouped_digits, inline_code, hypertext, citations, links, addresses, emphasis, leaders)
+INLINE_RULES = (grouped_digits, inline_code, formulas, hypertext, citations, links, addresses, emphasis, leaders)
 
 
 class Blocks:

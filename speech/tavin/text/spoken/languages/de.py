@@ -113,7 +113,7 @@ WORDS = Words(
         "Hr.": "Herr", "St.": "Sankt",
         "v. u. Z.": "vor unserer Zeit", "n. u. Z.": "nach unserer Zeit", "u. Z.": "unserer Zeit",
         "v. Chr.": "vor Christus", "v.Chr.": "vor Christus", "n. Chr.": "nach Christus", "n.Chr.": "nach Christus",
-        "Str.": "Straße", "Jh.": "Jahrhundert", "Tel.": "Telefon", "Mio.": "Millionen", "Mrd.": "Milliarden",
+        "Str.": "Straße", "Jh.": "Jahrhundert", "Jhdt.": "Jahrhundert", "Tel.": "Telefon", "Mio.": "Millionen", "Mrd.": "Milliarden",
         "ca.": "circa", "max.": "maximal", "min.": "mindestens", "mind.": "mindestens", "sog.": "sogenannte",
         "geb.": "geboren", "gest.": "gestorben", "gem.": "gemäß", "lt.": "laut", "zzt.": "zurzeit",
         "z. T.": "zum Teil", "z.T.": "zum Teil", "i. A.": "im Auftrag",

@@ -30,7 +30,7 @@ UNITS = {
     "kV": "kilovolt", "mV": "millivolt", "dpi": "dot-per-inch", "Gbps": "gigabit-per-second", "kbps": "kilobit-per-second",
     "m/s²": "meter-per-square-second", "m/sec²": "meter-per-square-second",
     "mmol": "millimole", "ng": "nanogram", "MWh": "megawatt-hour", "kbit": "kilobit", "Mbit": "megabit", "Gbit": "gigabit",
-    "µL": "microliter", "μL": "microliter", "µl": "microliter", "μl": "microliter", "kJ/mol": "kilojoule-per-mole", "J/K": "joule-per-kelvin", "dL": "deciliter", "l/100 km": "liter-per-100-kilometer",
+    "µL": "microliter", "μL": "microliter", "µl": "microliter", "μl": "microliter", "Ω": "ohm", "kΩ": "kiloohm", "MΩ": "megaohm", "mbar": "millibar", "kJ/mol": "kilojoule-per-mole", "J/K": "joule-per-kelvin", "dL": "deciliter", "l/100 km": "liter-per-100-kilometer",
     "l/100km": "liter-per-100-kilometer", "mpg": "mile-per-gallon",
 }
 # One for each of another: "mg/kg".
