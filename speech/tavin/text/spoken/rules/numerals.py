@@ -24,7 +24,7 @@ ANOTHER = re.compile(
     rf"(?<=\d )((?:and|or|to|und|oder|bis|et|ou|à|y|o|a)(?: (?:the|el|la|le))?) ({NUMERAL}){NUMBERED}"
 )
 ITEM = re.compile(rf"^\s*(?=\w\w)({NUMERAL})(?=\.\s*$)")  # of a list, or before a heading
-FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re)(s?)\b(?:( s)\.(?=(\s*$)?))?")
+FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re|n?de)(s?)\b(?:( s)\.(?=(\s*$)?))?")
 SPANISH_ORDINAL = re.compile(rf"\b({NUMERAL}) (?=Guerra Mundial|República|Internacional)")
 GERMAN_CENTURY = re.compile(rf"\b({NUMERAL})\. (?=Jahrhundert|Jh|Weltkrieg)")
 # What shows that an English "I" is no pronoun: "part I.", not "the part I like"; "Mary I was", not "the book I was".
