@@ -122,13 +122,15 @@ WORDS = Words(
         "GmbH": "G m b H",
     },
     before_number={
-        "Bj.": "Baujahr", "Gr.": "Größe", "op.": "Opus", "Op.": "Opus", "Rn.": "Randnummer", "Anm.": "Anmerkung", "Gl.": "Gleis", "Nrn.": "Nummern", "Pos.": "Position",
+        "Bj.": "Baujahr", "Gr.": "Größe", "op.": "Opus", "Op.": "Opus",
+        "Rn.": "Randnummer", "Anm.": "Anmerkung", "Gl.": "Gleis", "Nrn.": "Nummern", "Pos.": "Position",
         "Nr.": "Nummer", "S.": "Seite", "Bd.": "Band", "Kap.": "Kapitel", "Abb.": "Abbildung", "Tab.": "Tabelle",
         "Art.": "Artikel", "Abs.": "Absatz", "Ziff.": "Ziffer", "Jg.": "Jahrgang", "Aufl.": "Auflage",
         "Fn.": "Fußnote", "Tel.": "Telefon",
     },
     after_number={
-        "n. V.": ("nach Verlängerung", "nach Verlängerung"), "EL": ("Esslöffel", "Esslöffel"), "TL": ("Teelöffel", "Teelöffel"), "f.": ("folgende", "folgende"),
+        "n. V.": ("nach Verlängerung", "nach Verlängerung"),
+        "EL": ("Esslöffel", "Esslöffel"), "TL": ("Teelöffel", "Teelöffel"), "f.": ("folgende", "folgende"),
         "OG": ("Obergeschoss", "Obergeschoss"), "UG": ("Untergeschoss", "Untergeschoss"), "J.": ("Jahr", "Jahre"),
         "dB": ("Dezibel", "Dezibel"),
         "Min": ("Minute", "Minuten"), "Min.": ("Minute", "Minuten"), "Sek.": ("Sekunde", "Sekunden"),

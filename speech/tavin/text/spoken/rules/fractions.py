@@ -23,11 +23,13 @@ FIGURES = re.compile(rf"(?<![\w.,/:+-]){ON}(?:(\d{{1,3}}) )?{ONE}(?![\w/]|[.,:/-
 SPAN = re.compile(rf"(?<![\w.,/:+-])((?:\d{{1,3}} )?{ONE}) ?[-–] ?(?={ONE}(?![\w/-]|[.,:]\d))")
 WITH_HYPHEN = re.compile(rf"(?<![\w.,/:+-])(\d{{1,2}})-(?={ONE}(?![\w/-]|[.,:]\d))")  # as in "1-1/2 cups"
 # With a unit behind it the whole is said as a decimal.
-MIXED = re.compile(rf"(?<![\w.,/:+-])(\d{{1,3}})(?: ?([½¼¾⅛⅜⅝⅞])| (1/2|[13]/4|[1357]/8)) ?(?=(?:tsps?|[Tt]bsps?|{UNIT})(?!\w))")
+MIXED = re.compile(rf"(?<![\w.,/:+-])(\d{{1,3}})(?: ?([½¼¾⅛⅜⅝⅞])| (1/2|[13]/4|[1357]/8)) ?(?=(?:[Tt]b?sps?|{UNIT})(?!\w))")
 METER = re.compile(r"(?<![\w.,/:+-])([2-9]|12)/([248]|16) (?=(?:time|met(?:er|re)|rhythm)\b)")  # of music
 # Which one of several it is: "part 2/5", "[PATCH 2/5]".
-PART = re.compile(r"(?:\b(?:[Pp]art|[Pp]age|[Ss]tep|[Ss]lide|[Ee]pisode|Teil|Seite|Schritt|Folie|Folge|[Pp]artie|[ÉEé]tape|[Pp]arte"
-                  r"|[Pp]ágina|[Pp]aso|[Ee]pisodio) |(\[)[^\[\]]{0,20})$")
+PART = re.compile(
+    r"(?:\b(?:[Pp]art|[Pp]age|[Ss]tep|[Ss]lide|[Ee]pisode|Teil|Seite|Schritt|Folie|Folge|[Pp]artie|[ÉEé]tape"
+    r"|[Pp]arte|[Pp]ágina|[Pp]aso|[Ee]pisodio) |(\[)[^\[\]]{0,20})$"
+)
 LONGEST_BEFORE = 22
 
 

@@ -75,7 +75,8 @@ def several(counting, short):
     """Numerals behind a plural, or two with a dash between them or of which the second is no letter."""
     word = rf"\b(?:{counting}|{any_of(short)})(?:e?s)? "
     return re.compile(
-        rf"({word})((?:(?<=s )|(?<=s\. )){ONE}(?:{JOINT}{ONE}){{1,20}}|{ONE}(?:–(?!I\b)|{JOINT}(?=[IVXLC]{{2}})){ONE})(?![\w'’]|-\w)"
+        rf"({word})((?:(?<=s )|(?<=s\. )){ONE}(?:{JOINT}{ONE}){{1,20}}"
+        rf"|{ONE}(?:–(?!I\b)|{JOINT}(?=[IVXLC]{{2}})){ONE})(?![\w'’]|-\w)"
     )
 
 

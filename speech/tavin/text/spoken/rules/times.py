@@ -10,7 +10,11 @@ TIME = re.compile(
 )
 FRENCH = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4]) ?h(?: ?([0-5]\d))?(?![\w/])")
 ENGLISH = re.compile(r"(?<![\w.,:/])(1[0-2]|[1-9]) ?([ap])\.?m\b(?:\.(?!\s*$))?", re.IGNORECASE)
-BRITISH = re.compile(r"(?<![\w.,:/])(1[0-2]|0?[1-9])\.([0-5]\d)(?=(?: ?[-–] ?| to )[\d.]{1,5} ?[ap]\.?m\b| ?[ap]\.?m\b)", re.IGNORECASE)
+BRITISH = re.compile(
+    r"(?<![\w.,:/])(1[0-2]|0?[1-9])\.([0-5]\d)"
+    r"(?=(?: ?[-–] ?| to )[\d.]{1,5} ?[ap]\.?m\b| ?[ap]\.?m\b)",
+    re.IGNORECASE,
+)
 DAY_AND_NIGHT = re.compile(r"(?<![\w.,:/])(24) ?h ?/ ?24\b")
 DURATIONS = ("hour", "minute")
 LASTED = re.compile(r"(?<![\w.,:/])(\d{1,3}) ?h ([0-5]?\d) ?m(?:in)?\b(?!/)")

@@ -30,7 +30,10 @@ UNITS = {
     "kV": "kilovolt", "mV": "millivolt", "dpi": "dot-per-inch", "Gbps": "gigabit-per-second", "kbps": "kilobit-per-second",
     "m/s²": "meter-per-square-second", "m/sec²": "meter-per-square-second",
     "mmol": "millimole", "ng": "nanogram", "MWh": "megawatt-hour", "kbit": "kilobit", "Mbit": "megabit", "Gbit": "gigabit",
-    "µL": "microliter", "μL": "microliter", "µl": "microliter", "μl": "microliter", "Ω": "ohm", "kΩ": "kiloohm", "MΩ": "megaohm", "mbar": "millibar", "kJ/mol": "kilojoule-per-mole", "J/K": "joule-per-kelvin", "dL": "deciliter", "l/100 km": "liter-per-100-kilometer",
+    "µL": "microliter", "μL": "microliter", "µl": "microliter", "μl": "microliter",
+    "Ω": "ohm", "kΩ": "kiloohm", "MΩ": "megaohm", "mbar": "millibar",
+    "kJ/mol": "kilojoule-per-mole", "J/K": "joule-per-kelvin", "dL": "deciliter",
+    "l/100 km": "liter-per-100-kilometer",
     "l/100km": "liter-per-100-kilometer", "mpg": "mile-per-gallon",
 }
 # One for each of another: "mg/kg".
@@ -57,7 +60,10 @@ PER = {"km²": "square-kilometer", "km2": "square-kilometer", "m²": "square-met
 COUNTED = re.compile(r"\d[\d.,]*(?: ?[^\W\d_]+\.?){0,3}$")  # "max/min" is no amount
 LONGEST_COUNTED = 60
 ENGLISH_PER = {**PER, "mo": "month", "yr": "year", "hr": "hour", "wk": "week"}
-AMOUNT = re.compile(rf"(?:(?<![\w.,/])|(?<=[A-Za-z]/))([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}(?:(?:(?<=min)|(?<=[lo][bz]))\.(?=,| [a-zà-ÿ]))?")
+AMOUNT = re.compile(
+    rf"(?:(?<![\w.,/])|(?<=[A-Za-z]/))([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}"
+    r"(?:(?:(?<=min)|(?<=[lo][bz]))\.(?=,| [a-zà-ÿ]))?"
+)
 ENGLISH_AMOUNT = re.compile(rf"(?<![\w.,/])()({NUMBER})( ?)({any_of(ENGLISH)}){NOTHING_MORE}(?:\.(?!\s*$))?")
 INCHES = re.compile(rf"(?<![\w.,/])({NUMBER}) in\.(?= [a-z(×]|[,;)])")
 # As in "a 14-oz. can".
