@@ -46,7 +46,7 @@ ORDINAL = re.compile(r"\b(?:\d{1,2}|[IVX]{1,6})\. ?$")
 GERMAN_MONTH = re.compile(
     r"(?:Jan(?:uar|\.)|Jänner|Feb(?:ruar|\.)|März|April|Apr\.|Mai|Juni?|Juli?|Aug(?:ust|\.)|Sept?(?:ember|\.)"
     r"|Okt(?:ober|\.)|Nov(?:ember|\.)|Dez(?:ember|\.)|Jahrhundert|Jh\.|Weltkrieg|[EODU]G\b|Stock|Etage|Auflage|Quartal"
-    r"|(?:Bundesl|L)iga\b|Platz\b|Satz\b|Halb(?:jahr|zeit)|Semester|Mose\b|(?:FC|FSV|SC)\b)"
+    r"|(?:Bundesl|L)iga\b|Halb(?:jahr|zeit)|Mose\b|(?:FC|FSV|SC)\b)"
 )
 # Of a noun after an article or the like, unless a sentence seems to begin: "im 3. Stock", but "am 3. Es regnete".
 GERMAN_ORDINAL = re.compile(
