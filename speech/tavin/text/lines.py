@@ -33,7 +33,12 @@ CLOSING = ")]}\"'”’»«"
 LIST_ITEM = re.compile(r"\(?\w{1,3}\)")  # "a)", "(12)"
 # Also the beginning of a line like "3. Mai", so only where the line before begins like that.
 NUMBERED = re.compile(r"\s*\d{1,3}\. ")
-LABELLED = re.compile(r"\s*[A-ZÀ-Þ][\w-]{1,14}: ")  # of a mail's head: "Subject: "
+LABELLED = re.compile(r"\s*[^\W\d_][\w-]{1,14}:\s")  # of a mail's head, "Subject: ", or of settings
+# Of a log or a chat: "[10:32] ", "2026-11-22T10:32:05", "Nov 22 10:32:05", "10.0.0.1 - -".
+STAMPED = re.compile(
+    r"\s*[\[(<]?(?:\d{4}[-/]\d\d[-/]\d\d[T \]]|\d{1,2}[:.]\d\d(?::\d\d)?[\]) ]|[A-Z][a-z]{2} {1,2}\d{1,2} \d\d:\d\d"
+    r"|(?:\d{1,3}\.){3}\d{1,3} )"
+)
 LONGEST_BEGIN = 18
 WIDE = re.compile(
     "[\u2e80-\u303f\u3040-\u30ff\u31f0-\u31ff\u3400-\u9fff\uf900-\ufaff\uff01-\uff60\U00020000-\U0003ffff]"
@@ -70,7 +75,7 @@ def joint(line_end):
     if hyphen and after[0].isalnum():
         return mended(before, hyphen, after)
     begin = text.rfind("\n", 0, line_end.start()) + 1
-    if any(kind.match(after) and kind.match(text, begin) for kind in (NUMBERED, LABELLED)):
+    if any(kind.match(after) and kind.match(text, begin) for kind in (NUMBERED, LABELLED, STAMPED)):
         return line_end[0]
     wide = WIDE.match(before[-1]) and WIDE.match(after)
     return ("" if wide else " ") if goes_on(before, after, wide) else line_end[0]

@@ -14,7 +14,7 @@ LOOKED_AT = 20  # code points at a sentence's end
 # single capital before a stop is an initial.
 ABBREVIATION = re.compile(
     r"(?:\b(?:Dr|Drs|Dra|Mr|Mrs|Ms|Messrs|Mme|Mlle|Prof|Gen|Adm|Col|Capt|Cmdr|Maj|Lt|Sgt|Rev|Sen|Gov|Pres|St|Ft|Mt|Fig|Hr|Fr"
-    r"|Sra|Srta|Dhr|Mevr|vs|cf|e\. ?g|i\. ?e)"
+    r"|Sra|Srta|Dhr|Mevr|vs|[Cc]f|e\. ?g|i\. ?e)"
     r"|(?:^|[\s.(])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
 )
 TITLE = re.compile(r"(?:^|[,|;(] )Sr\. ?$")  # "Sr. Engineer"; behind a name it may end a sentence
@@ -45,7 +45,8 @@ WORD = re.compile(r"(?:^|\s)[(\[\"'“„«]*(\S+) ?$")
 ORDINAL = re.compile(r"\b(?:\d{1,2}|[IVX]{1,6})\. ?$")
 GERMAN_MONTH = re.compile(
     r"(?:Jan(?:uar|\.)|Jänner|Feb(?:ruar|\.)|März|April|Apr\.|Mai|Juni?|Juli?|Aug(?:ust|\.)|Sept?(?:ember|\.)"
-    r"|Okt(?:ober|\.)|Nov(?:ember|\.)|Dez(?:ember|\.)|Jahrhundert|Jh\.|Weltkrieg|[EODU]G\b|Stock|Etage|Auflage|Quartal)"
+    r"|Okt(?:ober|\.)|Nov(?:ember|\.)|Dez(?:ember|\.)|Jahrhundert|Jh\.|Weltkrieg|[EODU]G\b|Stock|Etage|Auflage|Quartal"
+    r"|(?:Bundesl|L)iga\b|Halb(?:jahr|zeit)|Mose\b|(?:FC|FSV|SC)\b)"
 )
 # Of a noun after an article or the like, unless a sentence seems to begin: "im 3. Stock", but "am 3. Es regnete".
 GERMAN_ORDINAL = re.compile(
@@ -58,6 +59,9 @@ GERMAN_BEGIN = re.compile(
     r"|Ohne|Schon|Leider|Heute|Gestern|Morgen|Daher|Denn|Ja|Nein|Oder|Ob"
     r"|Seit\w*|Seine?|So|Später|Vom|Von|Vor|War|Warum|Was|Weil|Wenn|Wer|Wie|Wo|Zu|Zum|Zur|Zwar|Zwei|Drei)\b"
 )
+# "1. 2. 2020": a number alone, or the year.
+GERMAN_DATE = re.compile(r"(?:^|[^\d.] ?)\d{1,2}\. (?:(?:1[0-2]|0?[1-9])\. )?$")
+MONTH_OR_YEAR = re.compile(r"(?:(?:1[0-2]|0?[1-9])\. ?(?:$|(?=(?:19|20)\d\d\b))|(?:19|20)\d\d\b)")
 STOPPED = re.compile(r"(?:\.|[.!?…][\"”“»«’']) ?$")
 
 
@@ -116,7 +120,8 @@ class Segmenter:
         if LETTERED.match(after) and is_counted:
             return True
         if after[0].isdigit() or after[0] == "(" and after[1:2].isdigit() and is_counted:
-            return bool(is_counted or word and word[1].endswith(self._compounds))
+            is_other = word and word[1].endswith(self._compounds) or self._german and is_german_ordinal(before, after)
+            return bool(is_counted or is_other)
         if after[0] in "/=;" or after[0] == "+" and before[-1] == ".":  # "3./4. Mai", "a != b", "3 p.m.; then", "45.+2"
             return True
         # The end of what was said; without the blank it may open in German.
@@ -130,7 +135,9 @@ class Segmenter:
 def is_german_ordinal(before, after):
     if after[0].isupper() and GERMAN_ORDINAL.search(before) and not GERMAN_BEGIN.match(after):
         return True
-    return bool(ORDINAL.search(before) and GERMAN_MONTH.match(after))
+    if ORDINAL.search(before) and GERMAN_MONTH.match(after):
+        return True
+    return bool(GERMAN_DATE.search(before) and MONTH_OR_YEAR.match(after))
 
 
 @functools.cache

@@ -163,11 +163,11 @@ def parsed(lines):
         except (tomllib.TOMLDecodeError, RecursionError) as failure:
             place = PLACE.search(str(failure))
             if not place or len(faults) >= MOST_FAULTS:
-                return {}, [*faults, "this is no TOML"]
+                return {}, ["this is no TOML", *faults]
             number = min(int(place[1]), len(lines))
             faults.append(f"line {number} is left out, it is no “word = \"spoken\"”")
             if not lines[number - 1]:
-                return {}, [*faults, "this is no TOML"]
+                return {}, ["this is no TOML", *faults]
             lines[number - 1] = ""
 
 

@@ -172,6 +172,13 @@ def test_the_last_line_may_be_the_faulty_one(write):
         assert own.say("a", "en") == "alpha"
 
 
+@pytest.mark.parametrize("count, said", [(10, "alpha"), (11, "a")])
+def test_up_to_ten_lines_that_are_no_toml_are_left_out_and_with_more_nothing_holds(write, count, said):
+    own = Pronunciation(write('a = "alpha"\n' + "what\n" * count))
+    assert ("this is no TOML" in own.look()) == (said == "a")
+    assert own.say("a", "en") == said
+
+
 NO_TOML = [b"\xff\xfe", b"=" * 5000, b"a = [" * 3000, b"=\n" * 3000, b'a = """\n' * 2000, b"\x00"]
 
 

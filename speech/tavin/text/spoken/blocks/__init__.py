@@ -9,11 +9,14 @@ from tavin.text.spoken.blocks import (
     citations,
     decoration,
     emphasis,
+    formulas,
     grouped_digits,
     headings,
     hypertext,
     inline_code,
+    leaders,
     links,
+    prompts,
 )
 from tavin.text.spoken.blocks.columns import Columns
 from tavin.text.spoken.blocks.fences import Fences
@@ -24,11 +27,13 @@ from tavin.text.spoken.blocks.unmarked_pages import UnmarkedPages
 LONGEST_HELD = 1000  # code points of a line whose end has not come
 LONGEST_WORD = 4000
 LONGEST_MARKUP = 400  # code points of a link or of code within a line, which no cut goes through
+# A link in its address, one in its words, a tag, code: up to where it is looked at.
+UNCLOSED = tuple(map(re.compile, (r"\[(?:[^\[\]]|\](?!\())*\]\([^\[)]*$", r"\[[^\[\]]*$", "<[^<>]*$", "`[^`]*$")))
 QUOTE = re.compile(r"(?:>[> ]*)?")
-LINE_RULES = (decoration, headings, bullets)
-# Code first, in which nothing else is mark-up; citations before links, whose brackets theirs look like;
+LINE_RULES = (decoration, headings, bullets, prompts)
+# Code and formulas first, in which nothing else is mark-up; citations before links, whose brackets theirs look like;
 # addresses before emphasis, which they may hold the signs of.
-INLINE_RULES = (grouped_digits, inline_code, hypertext, citations, links, addresses, emphasis)
+INLINE_RULES = (grouped_digits, inline_code, formulas, hypertext, citations, links, addresses, emphasis, leaders)
 
 
 class Blocks:
@@ -103,12 +108,10 @@ class Blocks:
 def last_blank(line):
     """Behind it, and not within a link, a tag or code."""
     end = line.rfind(" ") + 1
-    for opening, closing in (("](", ")"), ("[", "]"), ("<", ">"), ("`", "`")):
-        begin = line.rfind("[" if opening == "](" else opening, max(0, end - LONGEST_MARKUP), end)
-        inside = line.find(opening, begin, end) if begin > 0 else -1
-        is_open = inside >= 0 and line.find(closing, inside + 1, end) < 0
-        if is_open and (opening != closing or line.count(opening, 0, end) % 2):
-            end = line.rfind(" ", 0, begin) + 1
+    for unclosed in UNCLOSED:
+        markup = unclosed.search(line, max(0, end - LONGEST_MARKUP), end)
+        if markup and markup.start() > 0 and (markup[0][0] != "`" or line.count("`", 0, end) % 2):
+            end = line.rfind(" ", 0, markup.start()) + 1
     return end
 
 

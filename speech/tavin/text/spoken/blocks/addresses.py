@@ -16,9 +16,10 @@ ADDRESS = re.compile(
     rf"(?=[\w-]{{1,100}}\.)){SITE}({SIGNS}*)>?",
     re.IGNORECASE,
 )
+MORE_ENDS = "it|nl|ly|be|co|me|us|ca|jp|pl|se|tv|ai|app"  # words as well
 # Without its scheme, where a path shows that it is one.
 NAKED = re.compile(
-    rf"(?<!{LETTER})(?<![@./:\\-])((?:[a-z0-9-]{{1,63}}\.){{1,5}}(?:{SITE_ENDS}|it|nl))(/{SIGNS}*)",
+    rf"(?<!{LETTER})(?<![@./:\\-])((?:[a-z0-9-]{{1,63}}\.){{1,5}}(?:{SITE_ENDS}|{MORE_ENDS}))((?::\d{{2,5}})?/{SIGNS}*)",
     re.IGNORECASE,
 )
 ENDING = ".,;:!?…)]}*_~’"

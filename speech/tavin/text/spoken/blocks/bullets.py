@@ -4,9 +4,11 @@ import re
 
 from tavin.text.spoken.marks import PARAGRAPH
 
-# A minus before a number may be one.
+# A minus before a number may be one, but for where it is so much or so many of something.
+AMOUNT = r"\d{1,4}(?:[.,/–-]\d{1,4})?(?: \d/\d)? ?[½⅓⅔¼¾⅛]?"
 BULLET = re.compile(
-    r"\s*(?:[•‣▪▫◦●○■□◆◇⁃∙·►▶➤➢✦❖]\s*(?=\S)|\*[\t ]+(?=\S)|[-+–][\t ]+(?=[^\s\d]|\d{1,4} +[^\W\d_]{2}))"
+    r"\s*(?:[•‣▪▫◦●○■□◆◇⁃∙·►▶➤➢✦❖]\s*(?=\S)|\*[\t ]+(?=\S)|[-+–][\t ]+(?=[^\s\d½⅓⅔¼¾⅛]"
+    rf"|(?:{AMOUNT}|[½⅓⅔¼¾⅛]) *(?:[^\W\d_]{{2}}|[^\W\d_] [^\W\d_])))"
 )
 BOX = re.compile(r"\[([ xX])\] +")
 

@@ -3,6 +3,7 @@
 import re
 
 OPENING = re.compile(r"(?<![\w*_~\\])(?:[*_]{1,6}|~~)(?=[^\W_]|[\"“„«'‘(\[¿¡\ue010$€£])")
+BIRTH = re.compile(r"(?<=\()\*(?=\d{4}\b[^*]|\d{1,2}\. ?[\dA-ZÄÖÜ])")  # a sign of its own: "(*1990)"
 CLOSING = re.compile(r"(?<=[^\W_]|[.!?…,;:)\]\"”“»'’%\ue011])(?:[*_]{1,6}|~~)(?![\w*_~=])")
 HIGHLIGHT = re.compile(r"(?<![\w=])==(?=[^\s=])([^=]{1,300})(?<=[^\s=])==(?![\w=])")  # not "x ==5"
 # "A* search", "a 5* hotel", "C*-algebra", "char* p"
@@ -12,11 +13,11 @@ ESCAPED = re.compile(r"\\(?=[*_`\[\]#>~|!])")
 SIGNS = re.compile(r"[*_~\\]|==")
 
 
-def say(line, _words):
+def say(line, words):
     if not SIGNS.search(line):
         return line
     line = HIGHLIGHT.sub(r"\1", line)
-    opened = OPENING.sub("", line)
+    opened = OPENING.sub(lambda found: "*" if words.born and BIRTH.match(line, found.start()) else "", line)
     line = CLOSING.sub(closed if opened == line else "", opened)
     return ESCAPED.sub("", line)
 

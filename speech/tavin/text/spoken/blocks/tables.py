@@ -17,7 +17,7 @@ class Heads:
 
     def __init__(self, heads):
         self._heads = heads
-        self._unsaid = list(filter(None, heads))
+        self._unsaid = [column for column, head in enumerate(heads) if head]
 
     def __len__(self):
         return len(self._heads)
@@ -26,15 +26,16 @@ class Heads:
         if not self._heads:
             return row(found)
         heads = self._heads + [""] * len(found)
-        of_cells = [head for cell, head in zip(found, heads) if cell]
-        said = "; ".join(named(cell, head) for cell, head in zip(found, heads) if cell)
+        filled = [column for column, cell in enumerate(found) if cell]
+        said = "; ".join(named(found[column], heads[column]) for column in filled)
         is_short = fits(said, "|".join(found))
-        alone = [head for head in of_cells if head in self._unsaid and not (is_short and len(head) <= LONGEST_HEAD)]
-        self._unsaid = [head for head in self._unsaid if head not in of_cells]
+        unsaid = [heads[column] for column in filled if column in self._unsaid]
+        alone = [head for head in unsaid if not (is_short and len(head) <= LONGEST_HEAD)]
+        self._unsaid = [column for column in self._unsaid if column not in filled]
         return row(alone) + (spoken(said) if is_short else row(found))
 
     def rest(self):
-        unsaid, self._unsaid = self._unsaid, []
+        unsaid, self._unsaid = [self._heads[column] for column in self._unsaid], []
         return row(unsaid)
 
 

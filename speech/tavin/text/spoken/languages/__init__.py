@@ -28,6 +28,7 @@ class Words:
     signs: dict = field(default_factory=dict)  # sign -> words, between blanks or numbers
     operators: dict = field(default_factory=dict)  # in code
     number: str = ""  # for "#5"
+    menus: str = ""  # a pattern: their names in programs
     hashtag: str = ""
     minus: str = ""
     to: str = ""  # of a range
@@ -80,6 +81,9 @@ class Words:
     died: tuple = ()  # for "†"
     by: str = ""  # for the sign in "1920×1080", where that is another word
     out_of: str = ""  # for the stroke in "8/10"
+    books: str = ""  # a pattern: those of the Bible, where a colon parts chapter and verse
+    over: str = ""  # for the stroke in "120/80"
+    pressures: str = ""  # a pattern for what makes that a blood pressure
     short_months: dict = field(default_factory=dict)  # without their stop, beside a day
     before_numeral: dict = field(default_factory=dict)  # and those only before a Roman one, with what precedes them
     acronyms: dict = field(default_factory=dict)  # read wrongly by synthesisers

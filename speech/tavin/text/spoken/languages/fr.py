@@ -36,6 +36,7 @@ WORDS = Words(
         "~": "tilde", "--": "tiret tiret", "-": "tiret",
     },
     number="numéro",
+    menus="Fichier|Édition|Affichage|Insertion|Format|Paramètres|Réglages|Préférences|Options|Outils|Aide|Compte|Accueil|Menu",
     hashtag="hashtag",
     minus="moins",
     to="à",
@@ -105,7 +106,7 @@ WORDS = Words(
         "ét.": "étage", "dispo.": "disponible", "réf.": "référence", "Réf.": "Référence", "max.": "au plus",
         "av. des": "avenue des", "av. de": "avenue de", "av. du": "avenue du",
         "p. ex.": "par exemple", "p.ex.": "par exemple", "c.-à-d.": "c'est-à-dire", "etc.": "et cetera",
-        "cf.": "confer", "Cf.": "Confer", "env.": "environ", "M.": "Monsieur", "MM.": "Messieurs", "Mme": "Madame",
+        "cf.": "confer", "Cf.": "Confer", "env.": "environ", "Env.": "Environ", "M.": "Monsieur", "MM.": "Messieurs", "Mme": "Madame",
         "Mmes": "Mesdames",
         "Mlle": "Mademoiselle", "Dr": "Docteur", "Pr": "Professeur", "St": "Saint",
         "Ste": "Sainte", "av. J.-C.": "avant Jésus-Christ", "apr. J.-C.": "après Jésus-Christ",
@@ -119,6 +120,7 @@ WORDS = Words(
     before_number={
         "no": "numéro", "les nos": "les numéros", "des nos": "des numéros", "N°s": "numéros", "n°s": "numéros",
         "Art.": "Article", "Vol.": "Volume", "vols.": "volumes", "th.": "thermostat",
+        "n.": "note", "appt.": "appartement", "port.": "portable", "Chap.": "Chapitre",
         "éq.": "équation", "ch.": "chapitre", "arts.": "articles",
         "n°": "numéro", "N°": "numéro", "nº": "numéro", "p.": "page", "pp.": "pages", "vol.": "volume",
         "fig.": "figure", "chap.": "chapitre", "art.": "article", "al.": "alinéa", "éd.": "édition",
@@ -126,10 +128,15 @@ WORDS = Words(
         "tél.": "téléphone", "Tél.": "Téléphone",
     },
     before_year={"v.": "vers"},
-    going_on=frozenset("Art. th. bât. Bât. av. pl. env. max. min. éq. réf. apr.".split()),
+    going_on=frozenset("Réf. réf. Appart. Env. Art. th. bât. Bât. av. pl. env. max. min. éq. réf. apr.".split()),
     died=("mort le", "mort en"),
     with_fractions={"l": ("un demi-litre", "de litre"), "kg": ("un demi-kilogramme", "de kilogramme")},
     out_of="sur",
+    books="Genèse|Exode|Lévitique|Nombres|Deutéronome|Josué|Juges|Rois|Chroniques|Psaumes?|Proverbes|Ecclésiaste|Ésaïe|Isaïe"
+          "|Jérémie|Ézéchiel|Daniel|Matthieu|Marc|Luc|Jean|Actes|Romains|Corinthiens|Galates|Éphésiens|Philippiens|Colossiens"
+          "|Thessaloniciens|Timothée|Hébreux|Jacques|Pierre|Apocalypse|Gn|Ex|Ps|Is|Mt|Mc|Lc|Jn|Ac|Rm|Co|Ap",
+    over="sur",
+    pressures="TA|PA|[Tt]ension",
     by="sur",
     short_months={
         "janv": "janvier", "févr": "février", "avr": "avril", "juil": "juillet", "sept": "septembre", "oct": "octobre",

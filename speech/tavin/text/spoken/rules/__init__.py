@@ -11,12 +11,15 @@ from tavin.text.spoken.rules import (
     initials,
     links,
     mail,
+    menus,
     money,
     numerals,
     ordinals,
     paths,
     phones,
+    pressures,
     ranges,
+    rulers,
     signs,
     times,
     units,
@@ -29,6 +32,6 @@ from tavin.text.spoken.rules import (
 # the more particular first; signs last, when what they belong to is known.
 RULES = (
     *(links, mail, checksums, paths, emoji),
-    *(phones, verses, numerals, weekdays, dates, times, fractions, ranges, years, money, units, ordinals),
-    *(abbreviations, initials, signs, acronyms, identifiers),
+    *(phones, verses, rulers, numerals, weekdays, dates, times, pressures, fractions, ranges, years, money, units, ordinals),
+    *(abbreviations, initials, menus, signs, acronyms, identifiers),
 )

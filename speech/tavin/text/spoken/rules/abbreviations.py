@@ -71,7 +71,7 @@ def beside_numbers(locale):
         ),
         (
             re.compile(
-                rf"(?<![\w.,])(\d[\d.,/]{{0,9}}|einhalb) ?({behind})(?!\w|\.\w|(?<=\.)\.)"
+                rf"(?<![\w.,])(\d[\d.,/]{{0,9}}|ein ?halb) ?({behind})(?!\w|\.\w|(?<=\.)\.)"
                 rf"(?P<ends> {GERMAN_BEGIN.pattern})?(?!(?<=J\.) [A-ZÄÖÜ])"
             ),
             lambda found: f"{found[1]} {words.after_number[found[2]][found[1] != '1']}{stop(found)}",

@@ -49,6 +49,7 @@ COUNTED = "(?:years?|months?|weeks?|days?|hours?|minutes?|times|people|percent|p
 WEEKDAY = re.compile(r"(?:tag|woch|abend),?$")
 ACCUSATIVE = ("bis", "den", "einen")
 NOMINATIVE = ("der", "die", "das")
+CENTURY = ("Jahrhundert", "Jh.")
 DATIVE = re.compile(r"\b(?:in|an|auf|mit|bei|nach|vor|von|zu|aus|seit|unter|hinter|neben|zwischen|ab) $", re.IGNORECASE)
 
 
@@ -147,6 +148,6 @@ def german(day, words):
     second = SECOND.search(day.string, max(0, day.start() - 20), day.start())
     if before and not nominative and WEEKDAY.search(before):
         before += " den" if before.split()[0].lower() in ACCUSATIVE else " dem"
-    ending = "" if nominative else "-n" if before or second else "-r"
+    ending = "" if nominative else "-n" if before or second else "-s" if month in CENTURY else "-r"
     said = spelled(number, f"%spellout-ordinal{ending}", words)
     return f"{before} {said} " if before else f"{said} "

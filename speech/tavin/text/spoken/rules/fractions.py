@@ -3,6 +3,8 @@
 import re
 import unicodedata
 
+from tavin.text.spoken.rules.numbers import decimal_sign
+
 SIGNS = "½⅓⅔¼¾⅕⅖⅗⅘⅙⅚⅛⅜⅝⅞"
 SIGN = re.compile(rf"(?:(\d{{1,4}}) ?)?([{SIGNS}])(?=([^\W\d_])?)")
 # A mark, as in "8/10", is no part of something.
@@ -14,18 +16,34 @@ MARK = re.compile(
 )
 GERMAN_FILE = re.compile(r"(?<![\w.,])(?:\d{1,3}|[IVX]{1,4}) [A-Z][A-Za-z]{0,3} $")  # of a court: "3 StR 12/20"
 LONGEST_FILE = 12
-OF_UNIT = re.compile(r"(?<![\w.,/:+-])([1-3])/([234]) (l|kg|lb)\b")
+OF_UNIT = re.compile(r"(?<![\w.,/:+-])(?<!\d )([1-3])/([234]) (l|kg|lb)\b")
 UNIT = r"(?:l|L|ml|cl|dl|g|kg|mg|m|km|cm|mm|h|lbs?|oz)\b"  # "ein halb l" is said by nobody
-FIGURES = re.compile(rf"(?<![\w.,/:+-]){ON}(?:(\d{{1,3}}) )?([1-9])/([234568]|10)(?![\w/]|[.,:/]\d| ?{UNIT})")
+ONE = r"([1-9])/([234568]|10)"
+FIGURES = re.compile(rf"(?<![\w.,/:+-]){ON}(?:(\d{{1,3}}) )?{ONE}(?![\w/]|[.,:/-]\d| ?{UNIT})")
+SPAN = re.compile(rf"(?<![\w.,/:+-])((?:\d{{1,3}} )?{ONE}) ?[-–] ?(?={ONE}(?![\w/-]|[.,:]\d))")
+WITH_HYPHEN = re.compile(rf"(?<![\w.,/:+-])(\d{{1,2}})-(?={ONE}(?![\w/-]|[.,:]\d))")  # as in "1-1/2 cups"
+# With a unit behind it the whole is said as a decimal.
+MIXED = re.compile(rf"(?<![\w.,/:+-])(\d{{1,3}})(?: ?([½¼¾⅛⅜⅝⅞])| (1/2|[13]/4|[1357]/8)) ?(?=(?:[Tt]b?sps?|{UNIT})(?!\w))")
+METER = re.compile(r"(?<![\w.,/:+-])([2-9]|12)/([248]|16) (?=(?:time|met(?:er|re)|rhythm)\b)")  # of music
+# Which one of several it is: "part 2/5", "[PATCH 2/5]".
+PART = re.compile(
+    r"(?:\b(?:[Pp]art|[Pp]age|[Ss]tep|[Ss]lide|[Ee]pisode|Teil|Seite|Schritt|Folie|Folge|[Pp]artie|[ÉEé]tape"
+    r"|[Pp]arte|[Pp]ágina|[Pp]aso|[Ee]pisodio) |(\[)[^\[\]]{0,20})$"
+)
+LONGEST_BEFORE = 22
 
 
 def say(sentence, words):
     if not words.denominators:
         return sentence
+    sentence = MIXED.sub(lambda found: decimal(found, words), sentence)
     sentence = SIGN.sub(lambda found: spoken(found[1], *parts(found[2]), words) + (" " if found[3] else ""), sentence)
     if words.with_fractions:
         sentence = OF_UNIT.sub(lambda found: of_unit(found, words), sentence)
+    if words.language == "en":
+        sentence = METER.sub(r"\1 \2 ", WITH_HYPHEN.sub(r"\1 ", sentence))
     sentence = MARK.sub(lambda found: marked(found, words), sentence)
+    sentence = SPAN.sub(rf"\1 {words.to} ", sentence)
     return FIGURES.sub(lambda found: from_figures(found, words), sentence)
 
 
@@ -50,8 +68,20 @@ def parts(sign):
     return int(above), int(below)
 
 
+def decimal(found, words):
+    above, below = parts(found[2]) if found[2] else map(int, found[3].split("/"))
+    return f"{found[1]}{decimal_sign(words)}{str(above / below).removeprefix('0.')} "
+
+
+def is_part(found):
+    before = PART.search(found.string, max(0, found.start() - LONGEST_BEFORE), found.start())
+    return bool(before) and (not before[1] or found.string.startswith("]", found.end()))
+
+
 def from_figures(found, words):
     above, below = int(found[2]), int(found[3])
+    if not found[1] and is_part(found):
+        return f"{above} {words.out_of} {below}"
     return spoken(found[1], above, below, words) if above < below and not is_file(found, words) else found[0]
 
 

@@ -15,8 +15,9 @@ SIGNS = {
 }
 CODES = "USD|EUR|GBP|JPY|CHF|CAD|AUD|NZD|CNY|INR|SEK|NOK|DKK|PLN|CZK|HUF|MXN|BRL|ARS|ZAR|KRW|TRY|RUB"
 SIGN = any_of(SIGNS)
-FORMULA = re.compile(r"((?<!\d)\$(?!\s)[^$]{1,200}(?<!\s)\$(?![\w$]))")  # not "$5 and $6", nor "$5-$6"
+FORMULA = re.compile(r"((?<!\d)\$(?!\s)[^$]{1,200}(?<!\s)(?<!US)(?<!HK)(?<!NZ)(?<!\s[AC])\$(?![\w$]))")  # not "$5, US$ 6", nor "$5-$6"
 OPENING = re.compile(r"(?<!\d)(?<!\d )\$(?=[^\s\d])|$")  # of a formula, maybe
+BETWEEN = re.compile(r"(?<![\w.,])(\d{1,6}) ?€(\d\d)(?![\w.,]*\d)")  # as the French write it: "12 €50"
 NO_CENTS = re.compile(r"(?<=\d),[-–—]{1,2}(?= ?(?:€|EUR|Euro)(?!\w))")
 CENTS = re.compile(r"(?<![\w.,])(\d{1,3}) ?¢")
 PARTS = re.compile(r"(.*\d)[.,](\d\d)")
@@ -29,7 +30,7 @@ WORD = re.compile(r"\w{0,8}")
 def patterns(scales):
     """For amounts with the sign before them and behind. `scales` abbreviate millions and the like."""
     scale = rf"(?: ?({any_of(scales)})(?![^\W\d_]))?"
-    before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|({CODES}) )({NUMBER}){scale}(?![\w%])(/(?=[^\W\d_]))?"
+    before = rf"(?<![\w$€£¥])([-−]?)(?:({SIGN}) ?|(?<!/)({CODES}) )({NUMBER}){scale}(?![\w%])(/(?=[^\W\d_]))?"
     after = rf"(?<![\w.,^])([-−]?)({NUMBER}){scale} ?({SIGN}|{CODES})(?!\w)(/(?=[^\W\d_]))?"
     return re.compile(before), re.compile(after)
 
@@ -43,7 +44,7 @@ def say(sentence, words):
 
 def amounts(sentence, words):
     before, after = patterns(tuple(words.scales))
-    sentence = IN_BRACKETS.sub(r"(\1 \2)", NO_CENTS.sub("", sentence))
+    sentence = IN_BRACKETS.sub(r"(\1 \2)", NO_CENTS.sub("", BETWEEN.sub(r"\1,\2 €", sentence)))
     sentence = before.sub(lambda found: priced(found, found[4], found[5], found[2] or found[3], words), sentence)
     opening = OPENING.search(sentence).start()
     sentence = after.sub(lambda found: behind(found, opening, words), sentence)

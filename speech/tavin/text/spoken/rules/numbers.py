@@ -5,9 +5,7 @@ import re
 
 import icu
 
-LAKHS = r"\d{1,2}(?:,\d\d){1,4},\d{3}(?!\d)(?:\.\d{1,9})?"  # as Indians group them, which synthesisers cannot read
-INDIAN = re.compile(LAKHS)
-NUMBER = rf"(?:{LAKHS}|\d{{1,3}}(?:[.,'’ ]\d{{3}}){{1,6}}(?!\d)(?:[.,]\d{{1,9}})?|\d{{1,15}}(?:[.,]\d{{1,9}})?)"
+NUMBER = r"(?:\d{1,3}(?:[.,'’ ]\d{3}){1,6}(?!\d)(?:[.,]\d{1,9})?|\d{1,15}(?:[.,]\d{1,9})?)"
 ATTRIBUTE = re.compile(r"\b[Aa]n? $")
 
 
@@ -27,7 +25,6 @@ def _format(locale):
 
 def with_unit(number, unit, words, attribute=False):
     """The number as it was written, with the unit's name in the form that belongs to it."""
-    number = number.replace(",", "") if INDIAN.fullmatch(number) else number
     value = 1.0 if attribute else value_of(number, words)
     plain = _format(words.locale).precision(icu.Precision.maxFraction(9))
     digits = plain.formatDouble(value)
@@ -37,10 +34,14 @@ def with_unit(number, unit, words, attribute=False):
 
 def value_of(number, words):
     """About: which sign parts the decimals is the language's."""
-    decimal = icu.DecimalFormatSymbols(words.icu()).getSymbol(icu.DecimalFormatSymbols.kDecimalSeparatorSymbol)
+    decimal = decimal_sign(words)
     whole, _, rest = number.lstrip("-−").rpartition(decimal) if decimal in number else (number, "", "")
     digits = "".join(filter(str.isdigit, whole)) or "0"
     return float(f"{digits}.{''.join(filter(str.isdigit, rest)) or 0}")
+
+
+def decimal_sign(words):
+    return icu.DecimalFormatSymbols(words.icu()).getSymbol(icu.DecimalFormatSymbols.kDecimalSeparatorSymbol)
 
 
 @functools.cache

@@ -2,6 +2,7 @@
 
 import re
 
+from tavin.text.spoken.rules.dates import months
 from tavin.text.spoken.rules.times import DURATION
 
 RANGE = re.compile(
@@ -12,6 +13,7 @@ BOTH_IN = re.compile(r"(?<=\d)([KkMBbm]|bn|mn| [mb]illion)(?: ?– ?|-)(?=[$€�
 AIRLINER = re.compile(r"7\d7-[1-9]00")
 YEAR = re.compile(r"(?:1[5-9]|20)\d\d")
 LONGEST_WORD = 40
+BEHIND_DAY = re.compile(r"\.? (?:de )?([^\W\d_]{3,20})")
 FROM_YEAR = re.compile(r"\b(?:de|du|depuis|entre|desde) $", re.IGNORECASE)
 RATIO = re.compile(rf"(?<![\w.,:/<-])(\d{{1,3}}):(\d{{1,3}})(?![\w:]*\d|[.,/<-]\d| ?{DURATION})")
 SCALE = re.compile(rf"(?<![\w.,:/-])(1):(\d{{2,6}}(?:[.,]000)?)(?![\w:]*\d| ?{DURATION})")
@@ -41,7 +43,7 @@ def spoken(found, scored, words):
         return found[0]
     if dash == "-" and (len(first) == 3 and len(last) == 4 or size(first) >= size(last) or first.startswith("0")):
         return found[0]
-    if len(first) == 4 and len(last) == 2:  # years of one century
+    if len(first) == 4 and first.isdigit() and len(last) == 2:  # years of one century
         last = first[:2] + last
     sign, other = (sign, other) if other else ("", sign)  # "$5–10 million" are five to ten million dollars
     return f"{sign}{first}{unit} {words.to} {other}{last}"
@@ -53,10 +55,18 @@ def years(found, words):
     before = found.string[max(0, found.start() - LONGEST_WORD) : found.start()]
     if not YEAR.fullmatch(first) or not last.isdigit() or has_number(before, words):
         return None
+    if is_day(found, words):
+        return f"{first} {words.to} {last}"
     if len(last) == 2 and int(last) > max(12, int(first[2:])):
         return f"{first} {words.to} {first[:2]}{last}"
     is_season = words.language in ("fr", "es") and int(last) == int(first) + 1 and " " not in dash
     return f"{first} {last}" if is_season and not FROM_YEAR.search(before) else None
+
+
+def is_day(found, words):
+    """Behind a whole date, as of a life: "5 May 1815 – 27 November 1852"."""
+    month = BEHIND_DAY.match(found.string, found.end())
+    return bool(month) and month[1] in (*months(words.locale), *words.short_months)
 
 
 def has_number(before, words):

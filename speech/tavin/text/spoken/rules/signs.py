@@ -16,7 +16,7 @@ BETWEEN = re.compile(
 )
 BEFORE = re.compile(r"(?<!\w)([≈≤≥<>±√∞~∑]|<=|>=)(?= ?[\d(])|(§§?)(?= ?\d)")
 ALONE = re.compile(r"([∞‰π✓✔✗✘☐☑∑])|(?<=[\w)] )(→)|(?<=\d)(°)(?![\w])")
-MINUS = re.compile(r"(?<!Fax: )(?<!Telefon: )(?<!Durchwahl )(?<![^\s(=≈<>≤≥×÷])[-−–](?=\d)|(?<=\d) ?− ?(?=\d)| − (?=[\d(]|[a-z]\b)")
+MINUS = re.compile(r"(?<![^\s(=≈<>≤≥×÷])[-−–](?=\d)|(?<=\d) ?− ?(?=\d)| − (?=[\d(]|[a-z]\b)")
 HASH = re.compile(r"(?<![^\s(])#(?=[A-Z]{0,4}-?\d)(?![0-9A-F]{6}\b|[0-9A-F]{3}\b(?<=[A-F].)|\d+[A-Fa-f])")
 TAG = re.compile(r"(?<![\w&])#(?=[^\W\d])(?!(?:[0-9a-fA-F]{3}){1,2}\b)(?![A-Z]{1,4}-?\d)")
 SIZE = re.compile(r"(?<![\w.,])(\d{3,5})[×x](\d{3,5})(?![\w.,]*\d)")  # of a picture

@@ -10,6 +10,11 @@ TIME = re.compile(
 )
 FRENCH = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4]) ?h(?: ?([0-5]\d))?(?![\w/])")
 ENGLISH = re.compile(r"(?<![\w.,:/])(1[0-2]|[1-9]) ?([ap])\.?m\b(?:\.(?!\s*$))?", re.IGNORECASE)
+BRITISH = re.compile(
+    r"(?<![\w.,:/])(1[0-2]|0?[1-9])\.([0-5]\d)"
+    r"(?=(?: ?[-–] ?| to )[\d.]{1,5} ?[ap]\.?m\b| ?[ap]\.?m\b)",
+    re.IGNORECASE,
+)
 DAY_AND_NIGHT = re.compile(r"(?<![\w.,:/])(24) ?h ?/ ?24\b")
 DURATIONS = ("hour", "minute")
 LASTED = re.compile(r"(?<![\w.,:/])(\d{1,3}) ?h ([0-5]?\d) ?m(?:in)?\b(?!/)")
@@ -27,6 +32,8 @@ GERMAN = re.compile(r"(?<![\w.,:/])([01]?\d|2[0-4])\.([0-5]\d) Uhr\b")
 def say(sentence, words):
     if not words.hour_and_minutes:
         return sentence
+    if words.language == "en":
+        sentence = BRITISH.sub(r"\1:\2", sentence)
     sentence = FROM.sub(lambda time: f"{time[1]} {words.to} ", sentence)
     if words.language == "de":
         sentence = GERMAN_HOURS.sub(lambda time: f"{time[1]} {words.to} ", sentence)

@@ -30,11 +30,14 @@ UNITS = {
     "kV": "kilovolt", "mV": "millivolt", "dpi": "dot-per-inch", "Gbps": "gigabit-per-second", "kbps": "kilobit-per-second",
     "m/s²": "meter-per-square-second", "m/sec²": "meter-per-square-second",
     "mmol": "millimole", "ng": "nanogram", "MWh": "megawatt-hour", "kbit": "kilobit", "Mbit": "megabit", "Gbit": "gigabit",
-    "dL": "deciliter", "l/100 km": "liter-per-100-kilometer",
+    "µL": "microliter", "μL": "microliter", "µl": "microliter", "μl": "microliter",
+    "Ω": "ohm", "kΩ": "kiloohm", "MΩ": "megaohm", "mbar": "millibar",
+    "kJ/mol": "kilojoule-per-mole", "J/K": "joule-per-kelvin", "dL": "deciliter",
+    "l/100 km": "liter-per-100-kilometer",
     "l/100km": "liter-per-100-kilometer", "mpg": "mile-per-gallon",
 }
 # One for each of another: "mg/kg".
-PARTS = "ng µg μg mg g kg mmol kWh MWh ml mL l L kB KB MB GB TB kbit Mbit Gbit km m".split()
+PARTS = "kJ ng µg μg mg g kg mmol kWh MWh ml mL l L kB KB MB GB TB kbit Mbit Gbit km m".split()
 WHOLES = "kg g l L dl dL ml mL m² m³ cm² cm³ ha s min h km".split()
 UNITS |= {f"{part}/{whole}": f"{UNITS[part]}-per-{UNITS[whole]}" for part in PARTS for whole in WHOLES if part != whole}
 # Alone they are words or plurals: "1990s", "5 K".
@@ -57,7 +60,10 @@ PER = {"km²": "square-kilometer", "km2": "square-kilometer", "m²": "square-met
 COUNTED = re.compile(r"\d[\d.,]*(?: ?[^\W\d_]+\.?){0,3}$")  # "max/min" is no amount
 LONGEST_COUNTED = 60
 ENGLISH_PER = {**PER, "mo": "month", "yr": "year", "hr": "hour", "wk": "week"}
-AMOUNT = re.compile(rf"(?<![\w.,/])([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}(?:(?<=min)\.(?= [a-zà-ÿ]))?")
+AMOUNT = re.compile(
+    rf"(?:(?<![\w.,/])|(?<=[A-Za-z]/))([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}"
+    r"(?:(?:(?<=min)|(?<=[lo][bz]))\.(?=,| [a-zà-ÿ]))?"
+)
 ENGLISH_AMOUNT = re.compile(rf"(?<![\w.,/])()({NUMBER})( ?)({any_of(ENGLISH)}){NOTHING_MORE}(?:\.(?!\s*$))?")
 INCHES = re.compile(rf"(?<![\w.,/])({NUMBER}) in\.(?= [a-z(×]|[,;)])")
 # As in "a 14-oz. can".
@@ -126,5 +132,5 @@ def without_number(unit, words, number="1"):
 def strokes(per, units):
     """A stroke before a unit, or what an amount of money has made of it."""
     return re.compile(
-        rf"(?:(?:(?<=[^\W\d_]{{3}})|(?<=[^\W\d_]{{3}}\.)|(?<=\d)(?=/(?:k?m²|km2|sq mi|kWh)))/| {per} )({any_of(units)})(?![\w/²³^])"
+        rf"(?:(?:(?<=[^\W\d_]{{3}})|(?<=[^\W\d_]{{3}}\.)|(?<=\d)(?=/(?:k?m²|km2|sq mi|kWh|min)))/| {per} )({any_of(units)})(?![\w/²³^])"
     )
