@@ -6,7 +6,7 @@ RECENT = 8  # pieces; a machine that gets busy is soon slower
 RESERVE = 0.6  # of the sound that is left: a piece may become longer than was asked, and its time is a guess
 GROWTH = 1.3  # behind pieces that are too much alike to tell how time grows with their length
 SPARE = 1.5  # how much longer than to keep up a piece is, to be ahead soon
-LEAST_SHARE = 0.2  # of a piece's time, that its length causes
+LEAST_SHARE = 0.5  # of a piece's time, that its length causes: among pieces of a length the slope is chance
 
 
 class Pace:
@@ -14,15 +14,17 @@ class Pace:
     where little sound is left, but too short ones take longer than their sound lasts."""
 
     def __init__(self):
-        self._made = deque(maxlen=RECENT)  # code points, seconds to make it, seconds of its sound
+        self._made = deque(maxlen=RECENT)  # code points, seconds to make it, seconds of its sound at normal speed
         self._voice = None
+        self._speed = 1.0
 
-    def note(self, voice, length, seconds, sound):
+    def note(self, voice, speed, length, seconds, sound):
+        self._speed = speed
         if voice != self._voice:  # another may be faster or slower
             self._made.clear()
             self._voice = voice
         if length and seconds and sound:
-            self._made.append((length, seconds, sound))
+            self._made.append((length, seconds, sound * speed))
 
     def longest(self, left):
         """Code points of the next piece, where so many seconds of sound are left that nobody has heard yet; None before
@@ -31,7 +33,7 @@ class Pace:
             return None
         lengths, seconds, sounds = zip(*self._made)
         fixed, each = line(lengths, seconds)
-        gain = sum(sounds) / sum(lengths) - each
+        gain = sum(sounds) / self._speed / sum(lengths) - each
         if gain <= 0:
             return None
         in_time = (RESERVE * left - fixed) / each

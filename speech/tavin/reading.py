@@ -230,7 +230,7 @@ class Reading:
 
         begin = time.monotonic()
         await synthesis.say(clip.piece, voice, speed, hear)
-        synthesis.pace.note(voice, len(first), time.monotonic() - begin, len(sound) / (2 * synthesis.rate))
+        synthesis.pace.note(voice, speed, len(first), time.monotonic() - begin, len(sound) / (2 * synthesis.rate))
 
     def longest_in_time(self):
         """Code points of a next piece that is made while what is ready is heard; None where that is not known."""

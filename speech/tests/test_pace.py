@@ -18,7 +18,7 @@ def waits(fixed, each, speed=1.0, known=True):
             gaps.append(max(0.0, seconds - left))
             lengths.append(len(piece))
             left = max(0.0, left - seconds) + sound
-            pace.note("voice", len(piece), seconds, sound)
+            pace.note("voice", speed, len(piece), seconds, sound)
     return gaps[1:], lengths
 
 
@@ -60,23 +60,43 @@ def test_pieces_grow_as_before_where_the_machine_cannot_keep_up():
 def test_a_machine_that_gets_busy_is_given_shorter_pieces():
     pace = Pace()
     for _ in range(8):
-        pace.note("voice", 80, 0.8, 5.6)
+        pace.note("voice", 1.0, 80, 0.8, 5.6)
     before = pace.longest(3.0)
-    pace.note("voice", 80, 4.0, 5.6)
+    pace.note("voice", 1.0, 80, 4.0, 5.6)
     assert pace.longest(3.0) < before
+
+
+def test_pieces_of_one_length_say_little_of_longer_ones():
+    pace = Pace()
+    for seconds in (0.69, 0.72, 0.74, 0.82, 0.75, 0.72, 0.85):
+        pace.note("voice", 1.0, 23, seconds, 1.3)
+    pace.note("voice", 1.0, 21, 1.03, 1.3)  # the machine is busier, not slower with short pieces
+    left = 1.58
+    assert 23 < pace.longest(left) < 21 * left / 1.03
+
+
+def test_at_another_speed_sound_lasts_less_and_takes_the_same_time():
+    changed, same = Pace(), Pace()
+    for length, seconds in ((24, 0.7), (40, 1.1), (60, 1.6)):
+        changed.note("voice", 1.0, length, seconds, SPOKEN * length)
+        same.note("voice", 1.5, length, seconds, SPOKEN * length / 1.5)
+    for pace in (changed, same):
+        pace.note("voice", 1.5, 24, 0.7, SPOKEN * 24 / 1.5)
+    for left in (0.5, 1.0, 3.0):
+        assert changed.longest(left) == same.longest(left)
 
 
 def test_of_another_voice_nothing_is_known():
     pace = Pace()
-    pace.note("fast", 80, 0.1, 5.6)
-    pace.note("slow", 20, 2.0, 1.4)
+    pace.note("fast", 1.0, 80, 0.1, 5.6)
+    pace.note("slow", 1.0, 20, 2.0, 1.4)
     alone = Pace()
-    alone.note("slow", 20, 2.0, 1.4)
+    alone.note("slow", 1.0, 20, 2.0, 1.4)
     assert pace.longest(3.0) == alone.longest(3.0)
 
 
 def test_before_the_first_piece_nothing_is_known():
     pace = Pace()
-    pace.note("voice", 0, 1.0, 0.0)
-    pace.note("voice", 10, 0.0, 1.0)
+    pace.note("voice", 1.0, 0, 1.0, 0.0)
+    pace.note("voice", 1.0, 10, 0.0, 1.0)
     assert pace.longest(3.0) is None

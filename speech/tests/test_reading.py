@@ -126,15 +126,15 @@ class Noting(Pace):
         self.notes = []
         super().__init__()
 
-    def note(self, voice, length, seconds, sound):
-        self.notes.append((voice, length, sound))
+    def note(self, voice, speed, length, seconds, sound):
+        self.notes.append((voice, speed, length, sound))
         assert 0 <= seconds < 60
 
 
 def test_how_long_pieces_take_and_last_is_noted():
     pace = Noting()
     read("One sentence. Another one. The third.", pace)
-    assert pace.notes == [("voice", 13, 1.0), ("voice", 12, 1.0), ("voice", 10, 1.0)]
+    assert pace.notes == [("voice", 1.0, 13, 1.0), ("voice", 1.0, 12, 1.0), ("voice", 1.0, 10, 1.0)]
 
 
 @pytest.mark.parametrize("silence", [0, 264, 1000])

@@ -11,6 +11,7 @@ from tavin.process.child import Child
 from tavin.setup import needs
 from tavin.synthesis.synthesis import SynthesisError
 
+TRIAL = "Hello."  # spoken to nobody
 PATIENCE = 900.0  # seconds without a sign of life from the preparation: its own deadlines are shorter
 
 
@@ -71,6 +72,8 @@ class Setup:
             self.download = None
             self.know_voices()
             await self._load()
+            if voice:  # the worker loads each one when it is first asked for, which takes a second or more
+                await self._synthesis.say(TRIAL, voice, 1.0, lambda samples: None)
             self._loaded = voice
             licence = needs.of(self._backend).licence(voice)
             log.info("%s is ready (%s)", self._backend.name, f"{voice or 'all voices'}: {licence or 'licence unknown'}")

@@ -42,6 +42,15 @@ def test_a_chosen_voice_is_fetched_and_understood(engine, server, recorder):  # 
     assert max(most) < MEMORY
 
 
+def test_a_voice_that_is_ready_is_loaded_so_that_its_first_text_waits_for_nothing(engine, recorder, tmp_path):  # noqa: F811
+    choose(engine, voice=VOICE)
+    ready(engine)
+    (tmp_path / "data" / "tavin" / "piper" / f"{VOICE}.onnx").unlink()
+    engine.speak("Hello there.")
+    recorder.loud_for(0.1)
+    assert engine.wait_for("idle", 30)["error"] is None
+
+
 def test_voices_are_the_catalogues_with_the_users_language_first(engine):  # noqa: F811
     code, voices = engine.request("GET", "/voices?engine=piper")
     assert code == 200

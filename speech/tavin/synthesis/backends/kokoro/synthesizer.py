@@ -28,7 +28,7 @@ FASTEST = 2.0  # what the model can be asked for
 STRETCH = 1.5  # the sound is sped up by so much, before the model is asked to hurry: it swallows syllables then
 # The silence that the model leaves at a piece's end is cut off: one more even takes its place.
 PAUSES = {".": 0.3, "!": 0.3, "?": 0.3, "…": 0.3, ",": 0.12, ";": 0.2, ":": 0.2, "—": 0.12}
-TRIAL = "həlˈoʊ."  # spoken to nobody: shows that the files fit, and makes the first text faster
+TRIAL = "Hello."  # spoken to nobody: shows that the files fit, and makes the first text faster
 PAUSE_AT_END = 0.2  # a heading or the like
 PAUSE_WITHIN = 0.02  # between words that were too many to be said at once
 
@@ -40,13 +40,14 @@ class Synthesizer:
         model_file, voice_file = needs.files()
         self._voice_file = voice_file.path
         self._options = run_options()
+        self._phonemizer = Phonemizer(espeakng_loader.get_library_path(), espeakng_loader.get_data_path())
         try:
             session = Session(model_file.path, self._options)
             self._kokoro = kokoro_onnx.Kokoro.from_session(session, str(voice_file.path))
-            self._sound(TRIAL, self.voices()[0]["id"], 1.0)
+            voice = self.voices()[0]["id"]
+            self._sound(self._phonemizer.phonemes(TRIAL, language_of(voice)), voice, 1.0)
         except Exception as failure:
             raise RuntimeError(f"Choose Kokoro again: its files cannot be loaded ({failure}).") from None
-        self._phonemizer = Phonemizer(espeakng_loader.get_library_path(), espeakng_loader.get_data_path())
 
     def voices(self):
         return voices_in(self._voice_file)
