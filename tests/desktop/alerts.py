@@ -1,5 +1,7 @@
 """Tavin's alerts: what makes them show, and whether they have the keyboard."""
 
+import os
+
 from session import wait_until
 
 FAILED = {"engine": "kokoro", "ready": False, "setup_error": "no space left on <b>this</b> disk"}
@@ -17,6 +19,14 @@ def wait_for_alert(desktop, other_than=None):
         return windows[0] if len(windows) == 1 and windows[0] != other_than and (
             desktop.has_keyboard(windows[0])) else None
     return wait_until(found, 10, "the alert with the keyboard")
+
+
+def offer_settings(session, program):
+    """As on the desktop itself, where a button of the alert opens them: the program is a stand-in."""
+    folder = os.path.join(session.folder, "programs")
+    os.mkdir(folder)
+    os.symlink("/bin/true", os.path.join(folder, program))
+    session.env["PATH"] = folder + ":" + session.env["PATH"]
 
 
 def take_permission_away(tavin):

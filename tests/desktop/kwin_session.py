@@ -32,18 +32,22 @@ class KwinSession(WaylandSession):
     """`build` is the build tree with Tavin and with the program that works the keyboard. With
     `native`, programs speak Wayland. As for every user, KWin looks for a desktop file before it lets
     a program type or see the windows; Tavin's is there unless `linked` is off. `layout` is the
-    keyboard's and its variant, `scale` the screen's."""
+    keyboard's and its variant, `scale` the screen's. Without `frames`, what a program shows begins where
+    its window begins."""
 
     DESKTOP = "KDE"
 
-    def __init__(self, folder, build, native=False, linked=True, layout=None, scale=1, **kwargs):
+    def __init__(self, folder, build, native=False, linked=True, layout=None, scale=1,
+                 frames=False, **kwargs):
         super().__init__(folder, **kwargs)
-        self._scale = scale
+        self._scale, self._frames = scale, frames
         self._layout = layout
         self._linked_entry = linked and os.path.join(build, "share/applications", TAVIN_ENTRY)
         if native:
             self.env.update(GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland",
-                            MOZ_ENABLE_WAYLAND="1", QT_WAYLAND_DISABLE_WINDOWDECORATION="1")
+                            MOZ_ENABLE_WAYLAND="1")
+        if native and not frames:
+            self.env["QT_WAYLAND_DISABLE_WINDOWDECORATION"] = "1"
         self.programs = os.path.join(build, "bin")
         self._input_program = os.path.join(self.programs, "fake_input")
         self._input = None
@@ -76,8 +80,8 @@ class KwinSession(WaylandSession):
             f.write(f'#!/bin/sh\necho "$DISPLAY" >{self._display_file}.new\n'
                     f"mv {self._display_file}.new {self._display_file}\n")
         os.chmod(self._tell_display, 0o755)
-        # Without frames, what a program shows begins where its window begins.
-        self._configure("kwinrc", "org.kde.kdecoration2", NoPlugin="true")
+        if not self._frames:
+            self._configure("kwinrc", "org.kde.kdecoration2", NoPlugin="true")
         # Drawn by the processor, animations take its time for as long as they last.
         self._configure("kdeglobals", "KDE", AnimationDurationFactor="0")
         if self._layout:

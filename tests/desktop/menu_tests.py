@@ -9,6 +9,7 @@ from driver import Tavin
 from photographs import once_drawn
 from pixels import on_screen
 from session import stop, wait_until
+from trays import ICON
 
 TEXT = "read from the tray's menu"
 SPEEDS = ["0.8x", "0.9x", "1x", "1.1x", "1.25x", "1.5x", "1.75x", "2x"]
@@ -89,6 +90,13 @@ def test_the_first_opening_shows_all(tray, tavin, button):
     assert titles in ([entry.title for entry in expected],
                       [entry.title for entry in STATES["idle"][1]])
     assert_whole(menu)
+
+
+def test_the_menu_hides_nothing_of_the_icon(tray, tavin):
+    menu = tray.open_menu()
+    assert_whole(menu)
+    _, top, _, height = around(menu)
+    assert top + height <= ICON[1] - 12
 
 
 def test_three_lines_are_drawn_between_the_parts(tray, tavin, desktop):

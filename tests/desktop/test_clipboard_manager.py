@@ -34,6 +34,19 @@ def test_what_came_back_outlives_tavin_that_quits(tavin, desktop, build, busy, a
         assert desktop.clipboard_text() == TEXT
 
 
+# This one never says that it keeps what it is asked to keep: it keeps what it has read.
+def test_a_slow_manager_reads_what_came_back_before_tavin_ends(tavin, desktop, build, manager):
+    manager.send_signal(signal.SIGSTOP)
+    press_and_let_it_copy(desktop, build, 0.6)
+    has_copied(desktop)
+    wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+    tavin.process.send_signal(signal.SIGTERM)
+    time.sleep(1)
+    manager.send_signal(signal.SIGCONT)
+    assert tavin.process.wait(5) == 0
+    wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+
+
 # Nobody hands the manager anything then: whether it has what came back is its own affair.
 @pytest.mark.parametrize(("busy", "after"), map(moments, range(8)))
 def test_what_was_undone_does_not_come_back_when_tavin_is_killed(tavin, desktop, build, busy, after):

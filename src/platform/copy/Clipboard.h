@@ -11,7 +11,7 @@ namespace tavin::copy {
 struct Clipboard {
   std::unique_ptr<WatchedPasteboard> pasteboard;
   // To be called before the process ends: what we serve is given to the session's clipboard
-  // manager, where there is a way to. Any thread, half a second at most.
+  // manager, where there is a way to. Any thread, two seconds at most.
   std::function<void()> handOver;
 };
 

@@ -28,8 +28,8 @@ class PopupMenu {
   PopupMenu(const PopupMenu&) = delete;
   PopupMenu& operator=(const PopupMenu&) = delete;
 
-  // Fills the menu and opens it in front, with the keyboard; without a position at the pointer.
-  // Returns at once; does nothing while it is open already.
+  // Fills the menu and opens it in front, with the keyboard; without a position at the icon in an
+  // old-style tray, else at the pointer. Returns at once; does nothing while it is open already.
   void open(std::optional<QPoint> position);
 
  private:

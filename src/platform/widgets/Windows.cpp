@@ -101,7 +101,10 @@ void Windows::obey(const windowlink::ShowMenu& request) {
   connect(menu_, &QMenu::aboutToHide, this, [this, chosen, id = request.id] {
     QTimer::singleShot(0, menu_, [this, chosen, id] { tell(windowlink::MenuClosed{id, *chosen}); });
   });
-  popUp(*menu_, request.position);
+  auto position = request.position;
+  if (!position && icon_)
+    position = icon_->placeForMenu(menu_->sizeHint());
+  popUp(*menu_, position);
 }
 
 void Windows::obey(const windowlink::CloseMenu&) { delete menu_; }

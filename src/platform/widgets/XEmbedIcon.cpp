@@ -1,6 +1,8 @@
 #include "platform/widgets/XEmbedIcon.h"
 
+#include <QGuiApplication>
 #include <QPixmap>
+#include <QScreen>
 #include <QtEndian>
 #include <utility>
 
@@ -34,6 +36,16 @@ void XEmbedIcon::setImage(const QString& symbol, const QString& toolTip) {
   icon_.setIcon(icon);
   icon_.setToolTip(toolTip);
   icon_.setVisible(!icon.isNull());
+}
+
+std::optional<QPoint> XEmbedIcon::placeForMenu(const QSize& menu) const {
+  const QRect icon = icon_.geometry();
+  const QScreen* screen = QGuiApplication::screenAt(icon.center());
+  if (icon.isEmpty() || screen == nullptr)
+    return std::nullopt;
+  const int below = icon.y() + icon.height();
+  const bool fitsBelow = below + menu.height() <= screen->geometry().bottom();
+  return QPoint(icon.x(), fitsBelow ? below : icon.y() - menu.height());
 }
 
 }  // namespace tavin::widgets

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QSystemTrayIcon>
 #include <functional>
+#include <optional>
 
 namespace tavin::tray {
 struct IconPixmap;
@@ -21,6 +22,8 @@ class XEmbedIcon {
 
   // A symbol of tray::trayImage(); another hides it.
   void setImage(const QString& symbol, const QString& toolTip);
+  // Where a menu of that size hides nothing of the icon; none while no tray shows it.
+  std::optional<QPoint> placeForMenu(const QSize& menu) const;
 
  private:
   QSystemTrayIcon icon_;

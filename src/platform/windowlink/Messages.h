@@ -58,7 +58,7 @@ struct CloseAlert {
 };
 struct ShowMenu {
   quint32 id = 0;
-  std::optional<QPoint> position;  // None is where the pointer is.
+  std::optional<QPoint> position;  // None is at the icon in an old-style tray, else at the pointer.
   std::vector<MenuLine> lines;
   QString token;
 

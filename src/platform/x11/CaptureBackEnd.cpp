@@ -6,7 +6,9 @@
 namespace tavin::x11 {
 namespace {
 
-constexpr double secondsForHandOver = 0.5;
+// To say that it keeps the clipboard; a manager that never says so has the whole time to read it.
+constexpr double secondsForAnswer = 0.5;
+constexpr double secondsForHandOver = 2;
 
 }  // namespace
 
@@ -15,8 +17,10 @@ std::optional<copy::Clipboard> createClipboard() {
   auto reader = SelectionReader::create();
   if (!server || !reader)
     return std::nullopt;
-  return copy::Clipboard{std::make_unique<X11Pasteboard>(std::move(reader), server),
-                         [server] { server->handOver(Deadline::in(secondsForHandOver)); }};
+  return copy::Clipboard{std::make_unique<X11Pasteboard>(std::move(reader), server), [server] {
+                           server->handOver(Deadline::in(secondsForAnswer),
+                                            Deadline::in(secondsForHandOver));
+                         }};
 }
 
 std::unique_ptr<windows::WindowSystem> createWindowSystem() {

@@ -2,11 +2,15 @@
 
 #include <cstring>
 
+#include "platform/x11/WindowProperties.h"
+
 namespace tavin::x11 {
 namespace {
 
 // Enough for every form that a program may ask for at once.
 constexpr std::uint32_t longestPairList = 4096;
+// Between two of the targets that a program reads.
+constexpr double readerPauseSeconds = 0.1;
 
 template <typename Unit>
 ClipboardTarget listOf(xcb_atom_t type, const std::vector<Unit>& units) {
@@ -19,7 +23,7 @@ ClipboardTarget listOf(xcb_atom_t type, const std::vector<Unit>& units) {
 }  // namespace
 
 ClipboardAnswers::ClipboardAnswers(const Connection& connection, double transferIdleSeconds)
-    : connection_(connection.get()),
+    : connection_(connection),
       transfers_(connection, transferIdleSeconds),
       targetsAtom_(connection.atom("TARGETS")),
       timestamp_(connection.atom("TIMESTAMP")),
@@ -30,10 +34,16 @@ ClipboardAnswers::ClipboardAnswers(const Connection& connection, double transfer
 
 void ClipboardAnswers::offer(ClipboardContents contents, xcb_timestamp_t since) {
   contents_ = std::move(contents);
+  readers_.clear();
   since_ = since;
 }
 
 void ClipboardAnswers::withdraw() { contents_.clear(); }
+
+std::optional<Deadline> ClipboardAnswers::readBy(xcb_window_t window) const {
+  const auto found = readers_.find(clientOf(connection_, window));
+  return found == readers_.end() ? std::nullopt : std::optional(found->second);
+}
 
 std::vector<xcb_atom_t> ClipboardAnswers::targets() const {
   std::vector<xcb_atom_t> targets;
@@ -59,7 +69,7 @@ void ClipboardAnswers::answer(const xcb_selection_request_event_t& request) {
   static_assert(sizeof(notice) <= 32);
   char event[32] = {};
   std::memcpy(event, &notice, sizeof(notice));
-  xcb_send_event(connection_, 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, event);
+  xcb_send_event(connection_.get(), 0, request.requestor, XCB_EVENT_MASK_NO_EVENT, event);
 }
 
 bool ClipboardAnswers::convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
@@ -80,6 +90,7 @@ bool ClipboardAnswers::convert(xcb_window_t requestor, xcb_atom_t target, xcb_at
   for (const auto& entry : contents_) {
     if (entry.target == target) {
       put(requestor, property, entry);
+      readers_.insert_or_assign(clientOf(connection_, requestor), Deadline::in(readerPauseSeconds));
       return true;
     }
   }
@@ -90,8 +101,8 @@ bool ClipboardAnswers::convertMultiple(xcb_window_t requestor, xcb_atom_t proper
   if (property == XCB_ATOM_NONE)
     return false;
   const Reply<xcb_get_property_reply_t> reply(
-      xcb_get_property_reply(connection_,
-                             xcb_get_property(connection_, 0, requestor, property,
+      xcb_get_property_reply(connection_.get(),
+                             xcb_get_property(connection_.get(), 0, requestor, property,
                                               XCB_GET_PROPERTY_TYPE_ANY, 0, longestPairList),
                              nullptr));
   if (!reply || reply->format != 32)
@@ -114,7 +125,7 @@ void ClipboardAnswers::put(xcb_window_t requestor, xcb_atom_t property,
     return;
   }
   const auto units = static_cast<std::uint32_t>(value.bytes.size() / (value.format / 8));
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, value.type,
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, requestor, property, value.type,
                       value.format, units, value.bytes.constData());
 }
 

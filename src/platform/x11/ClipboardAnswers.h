@@ -1,5 +1,9 @@
 #pragma once
 
+#include <map>
+#include <optional>
+
+#include "platform/Deadline.h"
 #include "platform/x11/IncrementalTransfers.h"
 
 namespace tavin::x11 {
@@ -14,11 +18,15 @@ class ClipboardAnswers {
   void offer(ClipboardContents contents, xcb_timestamp_t since);
   // Transfers that have begun go on: they hold their own data.
   void withdraw();
+  const ClipboardContents& contents() const { return contents_; }
   bool offersAnything() const { return !contents_.empty(); }
   // The targets that are worth keeping after our end.
   std::vector<xcb_atom_t> targets() const;
 
   void answer(const xcb_selection_request_event_t& request);
+  // When the client of that window, which has read some of what is offered, counts as done with it;
+  // none where it has read nothing.
+  std::optional<Deadline> readBy(xcb_window_t window) const;
   IncrementalTransfers& transfers() { return transfers_; }
   const IncrementalTransfers& transfers() const { return transfers_; }
 
@@ -27,9 +35,10 @@ class ClipboardAnswers {
   bool convertMultiple(xcb_window_t requestor, xcb_atom_t property);
   void put(xcb_window_t requestor, xcb_atom_t property, const ClipboardTarget& value);
 
-  xcb_connection_t* connection_;
+  const Connection& connection_;
   IncrementalTransfers transfers_;
   ClipboardContents contents_;
+  std::map<std::uint32_t, Deadline> readers_;  // Of these contents, by client.
   xcb_timestamp_t since_ = XCB_CURRENT_TIME;
   const xcb_atom_t targetsAtom_, timestamp_, multiple_, saveTargets_, atomPair_, null_;
 };

@@ -98,23 +98,24 @@ void ClipboardServer::shortcutArrived(copy::UserInput::Time time) {
   });
 }
 
-bool ClipboardServer::handOver(Deadline deadline) {
+bool ClipboardServer::handOver(Deadline answerDue, Deadline deadline) {
   const auto result = std::make_shared<std::promise<bool>>();
   auto answer = result->get_future();
   const auto settle = [result](bool kept) { result->set_value(kept); };
-  const bool asked = perform(deadline, [this, settle] {
+  const bool asked = perform(deadline, [this, answerDue, deadline, settle] {
     giveUpIfDue(true);
     synchronise();
     xcb_connection_t* c = connection_->get();
     if (!owning_ || !answers_.offersAnything())
       return settle(true);
-    if (connection_->ownerOf(manager_) == XCB_WINDOW_NONE)
+    const xcb_window_t manager = connection_->ownerOf(manager_);
+    if (manager == XCB_WINDOW_NONE)
       return settle(false);
     const auto targets = answers_.targets();
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, kept_, XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(targets.size()), targets.data());
     xcb_convert_selection(c, window_, manager_, saveTargets_, kept_, serverTime());
-    onHandedOver_ = settle;
+    handOver_ = HandOver{manager, answerDue, deadline, false, settle};
   });
   return asked &&
          answer.wait_for(std::chrono::milliseconds(deadline.remainingMs())) ==
@@ -136,6 +137,7 @@ void ClipboardServer::run() {
     handleQueuedEvents();
     answers_.transfers().dropIdle();
     giveUpIfDue(false);
+    continueHandOver();
     xcb_flush(c);
     pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {inbox_.file(), POLLIN, 0}};
     poll(descriptors, 2, pollTimeout());
@@ -147,6 +149,8 @@ int ClipboardServer::pollTimeout() const {
   const auto transfers = answers_.transfers().nextDeadline();
   if (giveUpAt_)
     return giveUpAt_->remainingMs();
+  if (const auto next = nextHandOverStep())
+    return next->remainingMs();
   return transfers ? transfers->remainingMs() : -1;
 }
 
@@ -174,9 +178,8 @@ void ClipboardServer::handle(const xcb_generic_event_t& event) {
       answers_.transfers().propertyDeleted(change.window, change.atom);
   } else if (kind == XCB_DESTROY_NOTIFY) {
     answers_.transfers().windowGone(as<xcb_destroy_notify_event_t>(event).window);
-  } else if (kind == XCB_SELECTION_NOTIFY && onHandedOver_) {
-    onHandedOver_(as<xcb_selection_notify_event_t>(event).property != XCB_ATOM_NONE);
-    onHandedOver_ = nullptr;
+  } else if (kind == XCB_SELECTION_NOTIFY && handOver_) {
+    endHandOver(as<xcb_selection_notify_event_t>(event).property != XCB_ATOM_NONE);
   } else {
     watch_.observe(event);
   }
@@ -237,6 +240,31 @@ bool ClipboardServer::claim(ClipboardContents contents) {
   if (owning_)
     answers_.offer(std::move(contents), claimedAt_);
   return owning_;
+}
+
+// A manager that does not answer keeps what it reads by itself. It is told anew what there is: one
+// that was told of two changes at once, a late copy and its end, may have mixed them up.
+void ClipboardServer::continueHandOver() {
+  const auto next = nextHandOverStep();
+  if (!next || !next->passed())
+    return;
+  const bool inTime = !handOver_->deadline.passed();
+  if (!handOver_->announced && owning_ && inTime && claim(answers_.contents()))
+    handOver_->announced = true;
+  else
+    endHandOver(false);
+}
+
+// None while something else is waited for: that the manager reads, and all of it.
+std::optional<Deadline> ClipboardServer::nextHandOverStep() const {
+  if (!handOver_ || answers_.transfers().nextDeadline())
+    return std::nullopt;
+  return handOver_->announced ? answers_.readBy(handOver_->manager) : handOver_->answerDue;
+}
+
+void ClipboardServer::endHandOver(bool kept) {
+  handOver_->onEnd(kept);
+  handOver_.reset();
 }
 
 void ClipboardServer::giveUpIfDue(bool now) {

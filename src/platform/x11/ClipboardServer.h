@@ -38,9 +38,11 @@ class ClipboardServer {
   void endWatch();
   std::vector<copy::ClipboardChange> takeChanges();
   void shortcutArrived(copy::UserInput::Time time);
-  // Asks the session's clipboard manager to keep what we serve. False where there is none, or it
-  // has not taken everything before the deadline; true also when there is nothing to keep.
-  bool handOver(Deadline deadline);
+  // Asks the session's clipboard manager to keep what we serve. One that has not answered by
+  // `answerDue` is taken for one that never does and keeps what it reads by itself: it is told
+  // anew, and waited for until it has read it. False where there is none, or it has not said before
+  // `deadline` that it took everything; true also when there is nothing to keep.
+  bool handOver(Deadline answerDue, Deadline deadline);
 
  private:
   ClipboardServer(std::unique_ptr<Connection> connection, std::uint8_t fixesEvent,
@@ -59,6 +61,9 @@ class ClipboardServer {
   bool claim(ClipboardContents contents);
   bool isOwnDoing(const xcb_xfixes_selection_notify_event_t& notice) const;
   void giveUpIfDue(bool now);
+  void continueHandOver();
+  std::optional<Deadline> nextHandOverStep() const;
+  void endHandOver(bool kept);
 
   const std::unique_ptr<Connection> connection_;
   const std::uint8_t fixesEvent_;
@@ -70,7 +75,13 @@ class ClipboardServer {
   std::atomic<std::int64_t> changes_ = 0;
   xcb_timestamp_t claimedAt_ = XCB_CURRENT_TIME;
   std::optional<Deadline> giveUpAt_;
-  std::function<void(bool)> onHandedOver_;
+  struct HandOver {
+    xcb_window_t manager;
+    Deadline answerDue, deadline;
+    bool announced;  // Anew, after that.
+    std::function<void(bool)> onEnd;
+  };
+  std::optional<HandOver> handOver_;
 
   posix::TaskInbox inbox_;
   std::thread thread_;

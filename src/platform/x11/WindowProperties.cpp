@@ -82,9 +82,12 @@ std::vector<std::int64_t> clientProcesses(const Connection& connection) {
   return processIds(connection, XCB_NONE);
 }
 
+std::uint32_t clientOf(const Connection& connection, std::uint32_t resource) {
+  return resource & ~xcb_get_setup(connection.get())->resource_id_mask;
+}
+
 bool sameClient(const Connection& connection, std::uint32_t one, std::uint32_t other) {
-  const std::uint32_t mask = ~xcb_get_setup(connection.get())->resource_id_mask;
-  return (one & mask) == (other & mask);
+  return clientOf(connection, one) == clientOf(connection, other);
 }
 
 }  // namespace tavin::x11

@@ -22,6 +22,8 @@ std::vector<std::string> windowClass(const Connection& connection, xcb_window_t 
 std::int64_t clientProcess(const Connection& connection, std::uint32_t resource);
 // Of all clients.
 std::vector<std::int64_t> clientProcesses(const Connection& connection);
+// A number that all resources of the client that made this one have in common.
+std::uint32_t clientOf(const Connection& connection, std::uint32_t resource);
 // Whether the same client made both.
 bool sameClient(const Connection& connection, std::uint32_t one, std::uint32_t other);
 

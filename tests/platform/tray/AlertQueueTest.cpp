@@ -137,6 +137,9 @@ void expectWhole() {
   for (const QPushButton* button : buttons()) {
     EXPECT_GE(button->width(), button->sizeHint().width()) << qPrintable(button->text());
     EXPECT_GE(button->height(), button->sizeHint().height()) << qPrintable(button->text());
+    const QFontMetrics letters = button->fontMetrics();
+    EXPECT_GE(button->width() - letters.horizontalAdvance(button->text()), 2 * letters.height())
+        << "as much beside the title as a line is high: " << qPrintable(button->text());
   }
   const QSize screen = openAlert()->screen()->availableSize();
   EXPECT_LE(openAlert()->width(), screen.width());

@@ -119,21 +119,56 @@ class ManagerPlayer {
 };
 
 TEST_F(ServedClipboardTest, HandsWhatItServesToTheClipboardManager) {
-  EXPECT_TRUE(server_->handOver(Deadline::in(0.5))) << "nothing to keep";
+  EXPECT_TRUE(server_->handOver(Deadline::in(0.2), Deadline::in(0.5))) << "nothing to keep";
   pasteboard_->writeObjects({{{{"UTF8_STRING", "ours"}}}});
-  EXPECT_FALSE(server_->handOver(Deadline::in(0.5))) << "no manager";
+  EXPECT_FALSE(server_->handOver(Deadline::in(0.2), Deadline::in(0.5))) << "no manager";
   {
     const ManagerPlayer manager(true);
-    EXPECT_TRUE(server_->handOver(Deadline::in(0.5)));
+    EXPECT_TRUE(server_->handOver(Deadline::in(0.2), Deadline::in(0.5)));
     pasteboard_->writeObjects({{{{"UTF8_STRING", "ours again"}}}});
     EXPECT_EQ(test::pasted("UTF8_STRING"), "ours again");
-    EXPECT_TRUE(server_->handOver(Deadline::in(0.5)));
+    EXPECT_TRUE(server_->handOver(Deadline::in(0.2), Deadline::in(0.5)));
   }
   const ManagerPlayer manager(false);
   QElapsedTimer timer;
   timer.start();
-  EXPECT_FALSE(server_->handOver(Deadline::in(0.5)));
+  EXPECT_FALSE(server_->handOver(Deadline::in(0.2), Deadline::in(0.5)));
   EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(2000)));
+}
+
+// Plays a clipboard manager that never answers and keeps what it reads by itself.
+class SilentManager {
+ public:
+  SilentManager() {
+    const Connection& connection = reader_->connection();
+    xcb_set_selection_owner(connection.get(), connection.createHiddenWindow(),
+                            connection.atom("CLIPBOARD_MANAGER"), XCB_CURRENT_TIME);
+    connection.roundTrip();
+  }
+  QByteArray read() {
+    const Connection& connection = reader_->connection();
+    return reader_
+        ->convert(connection.atom("CLIPBOARD"), connection.atom("UTF8_STRING"), Deadline::in(5))
+        .bytes;
+  }
+
+ private:
+  std::unique_ptr<SelectionReader> reader_ = SelectionReader::create();
+};
+
+TEST_F(ServedClipboardTest, AManagerThatNeverAnswersIsWaitedForUntilItHasReadWhatIsServed) {
+  pasteboard_->writeObjects({{{{"UTF8_STRING", "ours"}}}});
+  SilentManager manager;
+  EXPECT_EQ(manager.read(), "ours") << "and is told anew all the same";
+  QElapsedTimer timer;
+  timer.start();
+  std::thread reading([&manager] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    EXPECT_EQ(manager.read(), "ours");
+  });
+  EXPECT_FALSE(server_->handOver(Deadline::in(0.1), Deadline::in(10)));
+  EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(5000)));
+  reading.join();
 }
 
 // A display that does nothing for any of the other programs while this object lives.
@@ -156,7 +191,7 @@ TEST_F(ServedClipboardTest, ADisplayThatHangsIsGivenUpInTimeAndLooksUnchanged) {
     const GrabbedDisplay grabbed;
     QElapsedTimer timer;
     timer.start();
-    EXPECT_FALSE(server_->handOver(Deadline::in(0.5)));
+    EXPECT_FALSE(server_->handOver(Deadline::in(0.2), Deadline::in(0.5)));
     EXPECT_THAT(timer.elapsed(), AllOf(Gt(400), Lt(2000)));
     timer.restart();
     EXPECT_EQ(pasteboard_->changeCount(), count);
