@@ -67,31 +67,31 @@ Answer CommandShortcuts::add(const KeyCombination& combination) {
   }
   addCustomBinding(action, shortcuts::fullTitleOf(combination), keys.ours);
   const bool active = daemonRuns();
-  hotKeys_.push_back({.action = action, .combination = combination, .active = active});
+  bindings_.push_back({.action = action, .combination = combination, .active = active});
   return active ? Answer::granted()
                 : Answer::pending(QStringLiteral("GNOME's settings daemon does not run yet"));
 }
 
 void CommandShortcuts::remove(const KeyCombination& combination) {
-  const auto found = std::ranges::find(hotKeys_, combination, &HotKey::combination);
-  if (found == hotKeys_.end())
+  const auto found = std::ranges::find(bindings_, combination, &Binding::combination);
+  if (found == bindings_.end())
     return;
   removeLater(found->action);
-  hotKeys_.erase(found);
+  bindings_.erase(found);
 }
 
 // Where another key takes its place at once, that is one change for the settings daemon, which gets
 // confused by several in a row.
 void CommandShortcuts::removeLater(const QString& action) {
   QTimer::singleShot(0, &owners_, [this, action] {
-    if (!keyOf(action))
+    if (!bindingOf(action))
       removeCustomBinding(action);
   });
 }
 
-const CommandShortcuts::HotKey* CommandShortcuts::keyOf(const QString& action) const {
-  const auto found = std::ranges::find(hotKeys_, action, &HotKey::action);
-  return found == hotKeys_.end() ? nullptr : &*found;
+const CommandShortcuts::Binding* CommandShortcuts::bindingOf(const QString& action) const {
+  const auto found = std::ranges::find(bindings_, action, &Binding::action);
+  return found == bindings_.end() ? nullptr : &*found;
 }
 
 void CommandShortcuts::commandRan(const QString& action) {
@@ -114,16 +114,16 @@ void CommandShortcuts::commandRan(const QString& action) {
 }
 
 void CommandShortcuts::press(const QString& action, Clock::time_point at) {
-  const HotKey* hotKey = keyOf(action);
-  if (!hotKey)
+  const Binding* binding = bindingOf(action);
+  if (!binding)
     return;
   if (modifiers_ && action == shortcuts::speakAction)
     modifiers_->pressed(at);
-  tellPress(KeyCombination(hotKey->combination));
+  tellPress(KeyCombination(binding->combination));
 }
 
 void CommandShortcuts::release() {
-  hotKeys_.clear();
+  bindings_.clear();
   removeCustomBindings();
   waitUntilStored();
 }
@@ -136,9 +136,9 @@ bool CommandShortcuts::daemonRuns() {
 
 void CommandShortcuts::daemonChanged(bool runs) {
   std::vector<KeyCombination> changed;
-  for (HotKey& hotKey : hotKeys_) {
-    if (std::exchange(hotKey.active, runs) != runs)
-      changed.push_back(hotKey.combination);
+  for (Binding& binding : bindings_) {
+    if (std::exchange(binding.active, runs) != runs)
+      changed.push_back(binding.combination);
   }
   for (const KeyCombination& combination : changed)
     tellAnswer(combination,

@@ -34,7 +34,8 @@ class CommandShortcuts final : public shortcuts::Service {
   void release() override;
 
  private:
-  struct HotKey {
+  // What GNOME's settings say for one combination.
+  struct Binding {
     QString action;
     shortcuts::KeyCombination combination;
     bool active = false;
@@ -42,7 +43,7 @@ class CommandShortcuts final : public shortcuts::Service {
 
   void commandRan(const QString& action);
   void press(const QString& action, Clock::time_point at);
-  const HotKey* keyOf(const QString& action) const;
+  const Binding* bindingOf(const QString& action) const;
   void removeLater(const QString& action);
   bool daemonRuns();
   // It reads our keys in the settings when it comes.
@@ -51,7 +52,7 @@ class CommandShortcuts final : public shortcuts::Service {
   QDBusConnection bus_;
   QDBusServiceWatcher owners_;
   const std::shared_ptr<HeldModifiers> modifiers_;
-  std::vector<HotKey> hotKeys_;
+  std::vector<Binding> bindings_;
   std::map<QString, PressFilter> filters_;
 };
 

@@ -62,42 +62,44 @@ Answer GlobalAccel::add(const KeyCombination& combination) {
   const auto key = qtKeyNow(combination);
   if (!key)
     return Answer::refused(QStringLiteral("KDE's shortcuts have no such key"));
-  const auto hotKey = std::make_shared<HotKey>();
-  hotKey->combination = combination;
-  hotKey->action = {.name = shortcuts::actionOf(combination),
-                    .title = shortcuts::titleOf(combination),
-                    .key = *key};
-  bus_->send(registration(hotKey->action));
-  const QDBusMessage answer = bus_->call(keyRequest(hotKey->action), QDBus::Block, answerDeadline);
+  const auto registered = std::make_shared<RegisteredAction>();
+  registered->combination = combination;
+  registered->action = {.name = shortcuts::actionOf(combination),
+                        .title = shortcuts::titleOf(combination),
+                        .key = *key};
+  bus_->send(registration(registered->action));
+  const QDBusMessage answer =
+      bus_->call(keyRequest(registered->action), QDBus::Block, answerDeadline);
   if (answer.type() != QDBusMessage::ReplyMessage) {
-    hotKeys_.push_back(hotKey);
+    actions_.push_back(registered);
     // A service that hangs answers one day; one that does not run is asked when it comes.
     if (QDBusError(answer).type() == QDBusError::NoReply)
-      ask(hotKey);
+      ask(registered);
     return Answer::pending(QStringLiteral("KDE's shortcut service has not answered yet"));
   }
-  if (!isGranted(answer, hotKey->action)) {
-    bus_->send(removal(hotKey->action));
+  if (!isGranted(answer, registered->action)) {
+    bus_->send(removal(registered->action));
     return heldByAnother();
   }
-  hotKey->active = true;
-  hotKeys_.push_back(hotKey);
+  registered->active = true;
+  actions_.push_back(registered);
   return Answer::granted();
 }
 
 void GlobalAccel::remove(const KeyCombination& combination) {
-  const auto found = std::ranges::find(hotKeys_, combination,
-                                       [](const auto& hotKey) { return hotKey->combination; });
-  if (found == hotKeys_.end())
+  const auto found = std::ranges::find(
+      actions_, combination, [](const auto& registered) { return registered->combination; });
+  if (found == actions_.end())
     return;
   bus_->send(removal((*found)->action));
-  hotKeys_.erase(found);
+  actions_.erase(found);
 }
 
 void GlobalAccel::release() {
-  if (hotKeys_.empty())
+  if (actions_.empty())
     return;
-  for (const auto& hotKey : std::exchange(hotKeys_, {})) bus_->send(removal(hotKey->action));
+  for (const auto& registered : std::exchange(actions_, {}))
+    bus_->send(removal(registered->action));
   // Once the bus has answered, it has what was sent before.
   bus_->call(QDBusMessage::createMethodCall(
                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
@@ -105,37 +107,38 @@ void GlobalAccel::release() {
              QDBus::Block, answerDeadline);
 }
 
-void GlobalAccel::ask(const std::shared_ptr<HotKey>& hotKey) {
-  auto* reply =
-      new QDBusPendingCallWatcher(bus_->asyncCall(keyRequest(hotKey->action), whenItMay), &owners_);
+void GlobalAccel::ask(const std::shared_ptr<RegisteredAction>& registered) {
+  auto* reply = new QDBusPendingCallWatcher(
+      bus_->asyncCall(keyRequest(registered->action), whenItMay), &owners_);
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
-                   [this, hotKey](QDBusPendingCallWatcher* done) {
-                     take(hotKey, done->reply());
+                   [this, registered](QDBusPendingCallWatcher* done) {
+                     take(registered, done->reply());
                      done->deleteLater();
                    });
 }
 
-void GlobalAccel::take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage& answer) {
+void GlobalAccel::take(const std::shared_ptr<RegisteredAction>& registered,
+                       const QDBusMessage& answer) {
   // One that was given back meanwhile; or the service has gone again, and is waited for.
-  if (std::ranges::find(hotKeys_, hotKey) == hotKeys_.end() ||
+  if (std::ranges::find(actions_, registered) == actions_.end() ||
       answer.type() != QDBusMessage::ReplyMessage)
     return;
-  const bool granted = isGranted(answer, hotKey->action);
+  const bool granted = isGranted(answer, registered->action);
   if (!granted)
-    bus_->send(removal(hotKey->action));
-  if (std::exchange(hotKey->active, granted) == granted && granted)
+    bus_->send(removal(registered->action));
+  if (std::exchange(registered->active, granted) == granted && granted)
     return;
-  tellAnswer(hotKey->combination, granted ? Answer::granted() : heldByAnother());
+  tellAnswer(registered->combination, granted ? Answer::granted() : heldByAnother());
 }
 
 void GlobalAccel::serviceChanged(const QString& owner) {
-  for (const auto& hotKey : std::vector(hotKeys_)) {
-    hotKey->held = false;
+  for (const auto& registered : std::vector(actions_)) {
+    registered->held = false;
     if (!owner.isEmpty()) {
-      bus_->send(registration(hotKey->action));
-      ask(hotKey);
-    } else if (std::exchange(hotKey->active, false)) {
-      tellAnswer(hotKey->combination,
+      bus_->send(registration(registered->action));
+      ask(registered);
+    } else if (std::exchange(registered->active, false)) {
+      tellAnswer(registered->combination,
                  Answer::refused(QStringLiteral("KDE's shortcut service has ended")));
     }
   }
@@ -143,22 +146,22 @@ void GlobalAccel::serviceChanged(const QString& owner) {
 
 // A held key repeats its press until it is released.
 void GlobalAccel::pressed(const QDBusMessage& signal) {
-  HotKey* hotKey = hotKeyIn(signal);
-  if (!hotKey || !hotKey->active || std::exchange(hotKey->held, true))
+  RegisteredAction* registered = actionIn(signal);
+  if (!registered || !registered->active || std::exchange(registered->held, true))
     return;
-  tellPress(KeyCombination(hotKey->combination));
+  tellPress(KeyCombination(registered->combination));
 }
 
 void GlobalAccel::released(const QDBusMessage& signal) {
-  if (HotKey* hotKey = hotKeyIn(signal))
-    hotKey->held = false;
+  if (RegisteredAction* registered = actionIn(signal))
+    registered->held = false;
 }
 
-GlobalAccel::HotKey* GlobalAccel::hotKeyIn(const QDBusMessage& signal) const {
+GlobalAccel::RegisteredAction* GlobalAccel::actionIn(const QDBusMessage& signal) const {
   const QString name = signal.arguments().value(1).toString();
   const auto found = std::ranges::find_if(
-      hotKeys_, [&name](const auto& hotKey) { return hotKey->action.name == name; });
-  return found == hotKeys_.end() ? nullptr : found->get();
+      actions_, [&name](const auto& registered) { return registered->action.name == name; });
+  return found == actions_.end() ? nullptr : found->get();
 }
 
 }  // namespace tavin::kde

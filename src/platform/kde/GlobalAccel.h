@@ -28,25 +28,26 @@ class GlobalAccel final : public shortcuts::Service {
   void release() override;
 
  private:
-  struct HotKey {
+  // What KGlobalAccel was asked for, and has answered.
+  struct RegisteredAction {
     shortcuts::KeyCombination combination;
     Action action;
     bool active = false;
     bool held = false;
   };
 
-  void ask(const std::shared_ptr<HotKey>& hotKey);
-  void take(const std::shared_ptr<HotKey>& hotKey, const QDBusMessage& answer);
+  void ask(const std::shared_ptr<RegisteredAction>& registered);
+  void take(const std::shared_ptr<RegisteredAction>& registered, const QDBusMessage& answer);
   void serviceChanged(const QString& owner);
   void pressed(const QDBusMessage& signal);
   void released(const QDBusMessage& signal);
-  HotKey* hotKeyIn(const QDBusMessage& signal) const;
+  RegisteredAction* actionIn(const QDBusMessage& signal) const;
 
   const bus::OwnConnection bus_{QStringLiteral("kglobalaccel")};
   QDBusServiceWatcher owners_;
   const std::unique_ptr<bus::BusSignal> presses_;
   const std::unique_ptr<bus::BusSignal> releases_;
-  std::vector<std::shared_ptr<HotKey>> hotKeys_;
+  std::vector<std::shared_ptr<RegisteredAction>> actions_;
 };
 
 }  // namespace tavin::kde

@@ -76,7 +76,7 @@ void GlobalShortcuts::portalLeft() {
   refuseAll(QStringLiteral("the desktop's portal has ended"));
   const bool restartedLately =
       lastRestart_.isValid() && !lastRestart_.hasExpired(betweenRestarts.count());
-  if (hotKeys_.empty() || restartedLately)
+  if (asked_.empty() || restartedLately)
     return;
   lastRestart_.start();
   QTimer::singleShot(beforeRestart, &owners_, [this] { announceTo(*bus_); });
@@ -85,16 +85,16 @@ void GlobalShortcuts::portalLeft() {
 Answer GlobalShortcuts::add(const KeyCombination& combination) {
   if (const auto holder = holder_(combination))
     return Answer::refused(QStringLiteral("it is the key of ") + *holder);
-  const auto hotKey = std::make_shared<HotKey>();
-  hotKey->combination = combination;
-  hotKey->wanted = wantedShortcut(combination);
-  hotKeys_.push_back(hotKey);
+  const auto asked = std::make_shared<AskedShortcut>();
+  asked->combination = combination;
+  asked->wanted = wantedShortcut(combination);
+  asked_.push_back(asked);
   startOverSoon();
   return Answer::pending(QStringLiteral("the desktop has not answered yet"));
 }
 
 void GlobalShortcuts::remove(const KeyCombination& combination) {
-  if (std::erase_if(hotKeys_, [&combination](const auto& each) {
+  if (std::erase_if(asked_, [&combination](const auto& each) {
         return each->combination == combination;
       }) != 0)
     startOverSoon();
@@ -114,20 +114,20 @@ void GlobalShortcuts::startOver() {
   if (creating_)
     return;  // It starts over then.
   closeSession();
-  for (const auto& hotKey : hotKeys_) hotKey->held = false;  // Its release would not be heard.
-  if (!hotKeys_.empty())
+  for (const auto& asked : asked_) asked->held = false;  // Its release would not be heard.
+  if (!asked_.empty())
     createSession();
 }
 
 void GlobalShortcuts::createSession() {
   creating_ = true;
-  const auto wanted = hotKeys_;
+  const auto wanted = asked_;
   ask(QStringLiteral("CreateSession"), {}, {{QStringLiteral("session_handle_token"), sessionToken}},
       [this, wanted](int code, const QVariantMap& results) {
         creating_ = false;
         if (code == succeeded)
           session_ = QDBusObjectPath(results.value(QStringLiteral("session_handle")).toString());
-        if (wanted != hotKeys_)
+        if (wanted != asked_)
           return startOver();
         if (code == succeeded && !session_.path().isEmpty())
           return list();
@@ -141,7 +141,7 @@ void GlobalShortcuts::list() {
       [this](int, const QVariantMap& results) {
         const auto given = shortcutsIn(results).value_or(QList<Shortcut>());
         const bool mayAsk =
-            std::ranges::none_of(hotKeys_, [](const auto& hotKey) { return hotKey->declined; });
+            std::ranges::none_of(asked_, [](const auto& asked) { return asked->declined; });
         if (lacksAny(given) && mayAsk)
           bind();
         else
@@ -151,7 +151,7 @@ void GlobalShortcuts::list() {
 
 void GlobalShortcuts::bind() {
   QList<Shortcut> wanted;
-  for (const auto& hotKey : hotKeys_) wanted << hotKey->wanted;
+  for (const auto& asked : asked_) wanted << asked->wanted;
   ask(QStringLiteral("BindShortcuts"),
       {QVariant::fromValue(session_), toArgument(wanted), QString()}, {},
       [this](int code, const QVariantMap& results) {
@@ -159,7 +159,7 @@ void GlobalShortcuts::bind() {
         const auto given = shortcutsIn(results);
         if (given && (code == succeeded || code == endedOtherwise))
           return take(*given);
-        for (const auto& hotKey : hotKeys_) hotKey->declined = code == declined;
+        for (const auto& asked : asked_) asked->declined = code == declined;
         refuseAll(code == declined ? QStringLiteral("it was declined in the desktop's dialog")
                                    : QStringLiteral("the desktop's portal failed"));
       });
@@ -177,30 +177,30 @@ void GlobalShortcuts::closeSession() {
 }
 
 bool GlobalShortcuts::lacksAny(const QList<Shortcut>& given) const {
-  return std::ranges::any_of(hotKeys_, [&given](const auto& hotKey) {
-    return std::ranges::find(given, hotKey->wanted.id, &Shortcut::id) == given.end();
+  return std::ranges::any_of(asked_, [&given](const auto& asked) {
+    return std::ranges::find(given, asked->wanted.id, &Shortcut::id) == given.end();
   });
 }
 
 // One that the desktop lists without a key is not bound.
 void GlobalShortcuts::take(const QList<Shortcut>& given) {
-  for (const auto& hotKey : std::vector(hotKeys_)) {
-    const auto found = std::ranges::find(given, hotKey->wanted.id, &Shortcut::id);
+  for (const auto& asked : std::vector(asked_)) {
+    const auto found = std::ranges::find(given, asked->wanted.id, &Shortcut::id);
     const bool active = found != given.end() && !found->trigger().isEmpty();
-    settle(hotKey, active, QStringLiteral("the desktop gave it no key"));
+    settle(asked, active, QStringLiteral("the desktop gave it no key"));
   }
 }
 
 void GlobalShortcuts::refuseAll(const QString& reason) {
-  for (const auto& hotKey : std::vector(hotKeys_)) settle(hotKey, false, reason);
+  for (const auto& asked : std::vector(asked_)) settle(asked, false, reason);
 }
 
-void GlobalShortcuts::settle(const std::shared_ptr<HotKey>& hotKey, bool active,
+void GlobalShortcuts::settle(const std::shared_ptr<AskedShortcut>& asked, bool active,
                              const QString& reason) {
-  const bool first = !std::exchange(hotKey->answered, true);
-  const bool changed = std::exchange(hotKey->active, active) != active;
+  const bool first = !std::exchange(asked->answered, true);
+  const bool changed = std::exchange(asked->active, active) != active;
   if (first || changed)
-    tellAnswer(hotKey->combination, active ? Answer::granted() : Answer::refused(reason));
+    tellAnswer(asked->combination, active ? Answer::granted() : Answer::refused(reason));
 }
 
 void GlobalShortcuts::listen() {
@@ -209,17 +209,17 @@ void GlobalShortcuts::listen() {
         *bus_, bus::BusSignal::Source{portalService, {}, interface, name}, handler));
   };
   hear(shortcutsInterface, QStringLiteral("Activated"), [this](const QDBusMessage& signal) {
-    HotKey* hotKey = hotKeyIn(signal);
-    if (!hotKey || !hotKey->active || std::exchange(hotKey->held, true))
+    AskedShortcut* asked = askedIn(signal);
+    if (!asked || !asked->active || std::exchange(asked->held, true))
       return;
     keepTokenOf(signal);
     if (pressed_)
       pressed_();
-    tellPress(KeyCombination(hotKey->combination));
+    tellPress(KeyCombination(asked->combination));
   });
   hear(shortcutsInterface, QStringLiteral("Deactivated"), [this](const QDBusMessage& signal) {
-    if (HotKey* hotKey = hotKeyIn(signal))
-      hotKey->held = false;
+    if (AskedShortcut* asked = askedIn(signal))
+      asked->held = false;
   });
   hear(sessionInterface, QStringLiteral("Closed"), [this](const QDBusMessage& signal) {
     if (signal.path() != session_.path())
@@ -234,14 +234,14 @@ void GlobalShortcuts::listen() {
   });
 }
 
-GlobalShortcuts::HotKey* GlobalShortcuts::hotKeyIn(const QDBusMessage& signal) const {
+GlobalShortcuts::AskedShortcut* GlobalShortcuts::askedIn(const QDBusMessage& signal) const {
   const auto session = signal.arguments().value(0).value<QDBusObjectPath>();
   if (session != session_)
     return nullptr;
   const QString id = signal.arguments().value(1).toString();
   const auto found =
-      std::ranges::find_if(hotKeys_, [&id](const auto& hotKey) { return hotKey->wanted.id == id; });
-  return found == hotKeys_.end() ? nullptr : found->get();
+      std::ranges::find_if(asked_, [&id](const auto& asked) { return asked->wanted.id == id; });
+  return found == asked_.end() ? nullptr : found->get();
 }
 
 }  // namespace tavin::portal

@@ -34,7 +34,8 @@ class GlobalShortcuts final : public shortcuts::Service {
   void remove(const shortcuts::KeyCombination& combination) override;
 
  private:
-  struct HotKey {
+  // What the portal is asked for, and what it and the user have answered.
+  struct AskedShortcut {
     shortcuts::KeyCombination combination;
     Shortcut wanted;
     bool active = false;
@@ -58,16 +59,16 @@ class GlobalShortcuts final : public shortcuts::Service {
   bool lacksAny(const QList<Shortcut>& given) const;
   void take(const QList<Shortcut>& given);
   void refuseAll(const QString& reason);
-  void settle(const std::shared_ptr<HotKey>& hotKey, bool active, const QString& reason);
+  void settle(const std::shared_ptr<AskedShortcut>& asked, bool active, const QString& reason);
   void listen();
-  HotKey* hotKeyIn(const QDBusMessage& signal) const;
+  AskedShortcut* askedIn(const QDBusMessage& signal) const;
 
   const Holder holder_;
   const std::function<void()> pressed_;
   const bus::OwnConnection bus_{QStringLiteral("portal")};
   QDBusServiceWatcher owners_;
   std::vector<std::unique_ptr<bus::BusSignal>> signals_;
-  std::vector<std::shared_ptr<HotKey>> hotKeys_;
+  std::vector<std::shared_ptr<AskedShortcut>> asked_;
   std::unique_ptr<Request> request_;  // The one under way.
   QDBusObjectPath session_;           // Empty where there is none.
   bool startsSoon_ = false;

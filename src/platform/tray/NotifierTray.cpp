@@ -16,6 +16,7 @@ namespace tavin::tray {
 
 namespace {
 
+constexpr double askSeconds = 0.1;
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 
 QDBusMessage toDaemon(const QString& method, const QString& name) {
@@ -42,22 +43,39 @@ NotifierTray::NotifierTray(MenuSource& source, std::function<void(QPoint)> openM
       item_(std::make_unique<StatusNotifierItem>(*bus_, std::move(openMenu))),
       menu_(std::make_unique<DBusMenu>(*bus_, source)),
       owners_(watcherName, *bus_) {
-  QObject::connect(
-      &owners_, &QDBusServiceWatcher::serviceOwnerChanged, &owners_,
-      [this](const QString&, const QString&, const QString& owner) { setWatcher(owner); });
-  if (bus_->isConnected())
-    findWatcher();
-  else
-    QTimer::singleShot(0, &owners_, [this] { setWatcher({}); });
+  QObject::connect(&owners_, &QDBusServiceWatcher::serviceOwnerChanged, &owners_,
+                   [this](const QString&, const QString&, const QString& owner) {
+                     // The answer to our own question may have told it already.
+                     if (!known_ || owner != owner_)
+                       setWatcher(owner);
+                   });
 }
 
 NotifierTray::~NotifierTray() = default;
 
 void NotifierTray::setImage(const TrayImage& image, const QString& accessibilityDescription) {
   item_->setImage(image, accessibilityDescription);
+  if (!known_ && !std::exchange(sought_, true))
+    findWatcher();
 }
 
+// Launch has the engine and the shortcuts to wait for before it comes to the event loop: a panel
+// that is there already shall not wait for them too. The daemon itself answers in no time.
 void NotifierTray::findWatcher() {
+  if (!bus_->isConnected()) {
+    QTimer::singleShot(0, &owners_, [this] { setWatcher({}); });
+    return;
+  }
+  const QString owner = bus::askBusDaemon(*bus_, QStringLiteral("GetNameOwner"), watcherName,
+                                          Deadline::in(askSeconds))
+                            .toString();
+  if (owner.isEmpty())
+    awaitWatcher();
+  else
+    setWatcher(owner);
+}
+
+void NotifierTray::awaitWatcher() {
   auto* reply =
       new QDBusPendingCallWatcher(bus_->asyncCall(toDaemon("GetNameOwner", watcherName)), &owners_);
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
@@ -76,20 +94,22 @@ void NotifierTray::setWatcher(const QString& owner) {
   watcherChanged_(!owner.isEmpty());
   if (owner.isEmpty())
     return;
+  // Answered before the panel hears of the icon, whose looks it asks for then.
   auto* reply = new QDBusPendingCallWatcher(
       bus_->asyncCall(toDaemon("GetConnectionUnixProcessID", owner)), &owners_);
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,
                    [this, owner](QDBusPendingCallWatcher* done) {
                      const QDBusPendingReply<uint> answer = *done;
-                     announce(owner, !answer.isError() && recoloursIcons(answer.value()));
+                     prepareFor(owner, !answer.isError() && recoloursIcons(answer.value()));
                      done->deleteLater();
                    });
+  item_->registerWith(owner);
 }
 
-void NotifierTray::announce(const QString& watcher, bool recolours) {
+void NotifierTray::prepareFor(const QString& watcher, bool recolours) {
   if (watcher != owner_)
     return;  // Another has come meanwhile.
-  item_->registerWith(watcher, recolours);
+  item_->setRecoloured(recolours);
   menu_->prepare();
 }
 

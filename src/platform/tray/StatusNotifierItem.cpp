@@ -48,8 +48,7 @@ void StatusNotifierItem::setImage(const TrayImage& image, const QString& accessi
     emitSignal("NewToolTip");
 }
 
-void StatusNotifierItem::registerWith(const QString& watcher, bool recolours) {
-  recolours_ = recolours;
+void StatusNotifierItem::registerWith(const QString& watcher) {
   QDBusMessage call =
       QDBusMessage::createMethodCall(watcher, "/StatusNotifierWatcher",
                                      "org.kde.StatusNotifierWatcher", "RegisterStatusNotifierItem");

@@ -17,9 +17,10 @@ class StatusNotifierItem final : public bus::BusObject {
   StatusNotifierItem(const QDBusConnection& bus, std::function<void(QPoint)> openMenu);
 
   void setImage(const TrayImage& image, const QString& accessibilityDescription);
-  // Tells the watcher about the icon. A panel that does not recolour icons is given none by name. A
-  // refusal is logged.
-  void registerWith(const QString& watcher, bool recolours);
+  // Tells the watcher about the icon. A refusal is logged.
+  void registerWith(const QString& watcher);
+  // A panel that does not recolour icons is given none by name.
+  void setRecoloured(bool recolours) { recolours_ = recolours; }
 
  protected:
   QVariantMap properties() const override;

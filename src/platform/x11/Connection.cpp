@@ -138,9 +138,8 @@ std::optional<std::uint8_t> Connection::prepareSelectionNotices() const {
   const auto* fixes = extension(xcb_xfixes_id);
   if (fixes == nullptr)
     return std::nullopt;
-  const auto cookie = xcb_xfixes_query_version(connection_, 5, 0);
-  Reply<xcb_xfixes_query_version_reply_t>(
-      xcb_xfixes_query_version_reply(connection_, cookie, nullptr));
+  // The display wants to be told the version, and every one that is in use has these notices.
+  xcb_discard_reply(connection_, xcb_xfixes_query_version(connection_, 5, 0).sequence);
   return fixes->first_event;
 }
 

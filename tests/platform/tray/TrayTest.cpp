@@ -5,6 +5,7 @@
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QMenu>
+#include <QThread>
 
 #include "FakePanel.h"
 #include "FakeXEmbedTray.h"
@@ -12,6 +13,7 @@
 #include "SampleMenu.h"
 #include "TestApplication.h"
 #include "platform/ActivationToken.h"
+#include "platform/Deadline.h"
 #include "platform/tray/StatusNotifierTypes.h"
 #include "platform/tray/Tray.h"
 #include "platform/x11/DisplayWatch.h"
@@ -59,6 +61,45 @@ TEST_F(TrayTest, DocksInATrayThatComesLater) {
   tray.reset();
   tray = std::make_unique<FakeXEmbedTray>();
   EXPECT_TRUE(waitFor([&] { return tray->docked() == 1; }));
+}
+
+// A panel that lives on in a thread of its own while ours runs no events.
+class PanelInThread {
+ public:
+  PanelInThread() {
+    panel_.moveToThread(&thread_);
+    thread_.start();
+  }
+  ~PanelInThread() {
+    inThread([&] { panel_.moveToThread(QCoreApplication::instance()->thread()); });
+    thread_.quit();
+    thread_.wait();
+  }
+  qsizetype registered() {
+    qsizetype count = 0;
+    inThread([&] { count = panel_.registered.size(); });
+    return count;
+  }
+
+ private:
+  void inThread(const std::function<void()>& task) {
+    QMetaObject::invokeMethod(&panel_, task, Qt::BlockingQueuedConnection);
+  }
+
+  FakePanel panel_;
+  QThread thread_;
+};
+
+TEST(TrayAtLaunchTest, IsAnnouncedToThePanelThatIsThereBeforeAnyEventIsHandled) {
+  PanelInThread panel;
+  const auto item = createItem();
+  EXPECT_EQ(panel.registered(), 0) << "it has no looks yet";
+  item->setImage("waveform", "Tavin");
+  const Deadline deadline = Deadline::in(5);
+  while (panel.registered() == 0 && !deadline.passed()) QThread::msleep(1);
+  EXPECT_EQ(panel.registered(), 1);
+  runEvents();
+  EXPECT_EQ(panel.registered(), 1) << "once";
 }
 
 TEST_F(TrayTest, DescribesItselfToThePanel) {
