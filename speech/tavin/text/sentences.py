@@ -15,7 +15,7 @@ LOOKED_AT = 20  # code points at a sentence's end
 ABBREVIATION = re.compile(
     r"(?:\b(?:Dr|Drs|Dra|Mr|Mrs|Ms|Messrs|Mme|Mlle|Prof|Gen|Adm|Col|Capt|Cmdr|Maj|Lt|Sgt|Rev|Sen|Gov|Pres|St|Ft|Mt|Fig|Hr|Fr"
     r"|Sra|Srta|Dhr|Mevr|vs|[Cc]f|e\. ?g|i\. ?e)"
-    r"|(?:^|[\s.(])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
+    r"|\(feat|(?:^|[\s.(])[A-Z]|(?<!v\. )(?<!r\. )\b[A-Z]\.-[A-Z])\. ?$"
 )
 TITLE = re.compile(r"(?:^|[,|;(] )Sr\. ?$")  # "Sr. Engineer"; behind a name it may end a sentence
 OTHER_TITLE = re.compile(r"\b(?:Sr|[Ss]igg?|[Dd]ott|[Ii]ng|[Aa]vv)\. ?$")  # in other languages no name is before it

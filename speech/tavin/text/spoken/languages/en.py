@@ -109,7 +109,7 @@ WORDS = Words(
         "Blvd.": "Boulevard", "Rd.": "Road", "Inc.": "Incorporated", "Ltd.": "Limited", "Corp.": "Corporation",
         "Co.": "Company", "Bros.": "Brothers", "dept.": "department", "Dept.": "Department", "govt.": "government",
         "est.": "established",
-        "a.k.a.": "also known as", "w/o": "without", "feat.": "featuring", "w/": "with", "a.m.": "A M", "p.m.": "P M",
+        "a.k.a.": "also known as", "w/o": "without", "(feat.": "(featuring", "w/": "with", "a.m.": "A M", "p.m.": "P M",
         "U.S.A.": "U S A",
         "U.S.": "U S", "U.K.": "U K", "U.N.": "U N", "E.U.": "E U", "D.C.": "D C",
         "Ph.D.": "P H D", "AT&T": "A T and T", "WWII": "World War 2", "WWI": "World War 1", "vs": "versus",
@@ -133,7 +133,7 @@ WORDS = Words(
     after_number={"dB": ("decibel", "decibels"), "mAh": ("milliamp hour", "milliamp hours"), "rpm": ("R P M", "R P M"),
                   "psi": ("pound per square inch", "pounds per square inch")},
     before_year={"b.": "born", "d.": "died", "r.": "reigned", "fl.": "flourished"},
-    going_on=frozenset("feat. incl. excl. Thm. Prop. tsp. Tbsp. tbsp. oz. dep. arr. Dep. Arr.".split()),
+    going_on=frozenset("incl. excl. Thm. Prop. tsp. Tbsp. tbsp. oz. dep. arr. Dep. Arr.".split()),
     born=("born on", "born"),
     died=("died", "died"),
     with_fractions={

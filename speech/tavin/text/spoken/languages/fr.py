@@ -120,7 +120,7 @@ WORDS = Words(
     before_number={
         "no": "numéro", "les nos": "les numéros", "des nos": "des numéros", "N°s": "numéros", "n°s": "numéros",
         "Art.": "Article", "Vol.": "Volume", "vols.": "volumes", "th.": "thermostat",
-        "n.": "note", "appt.": "appartement", "port.": "portable", "Chap.": "Chapitre",
+        "appt.": "appartement", "Chap.": "Chapitre",
         "éq.": "équation", "ch.": "chapitre", "arts.": "articles",
         "n°": "numéro", "N°": "numéro", "nº": "numéro", "p.": "page", "pp.": "pages", "vol.": "volume",
         "fig.": "figure", "chap.": "chapitre", "art.": "article", "al.": "alinéa", "éd.": "édition",
