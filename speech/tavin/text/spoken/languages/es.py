@@ -151,7 +151,7 @@ WORDS = Words(
           "|Jeremías|Ezequiel|Daniel|Mateo|Marcos|Lucas|Juan|Hechos|Romanos|Corintios|Gálatas|Efesios|Filipenses|Colosenses"
           "|Tesalonicenses|Timoteo|Hebreos|Santiago|Pedro|Apocalipsis|Gn|Éx|Sal|Is|Mt|Mc|Lc|Jn|Hch|Rom|Co|Cor|Ap",
     over="sobre",
-    pressures="TA|PA|[Tt]ensión|[Pp]resión",
+    pressures="TA|PA|[Tt]ensión(?: arterial)?|[Pp]resión arterial",
     short_months={
         "ene": "enero", "feb": "febrero", "abr": "abril", "jun": "junio", "jul": "julio", "ago": "agosto", "sept": "septiembre",
         "oct": "octubre", "nov": "noviembre", "dic": "diciembre",

@@ -136,7 +136,7 @@ WORDS = Words(
           "|Jérémie|Ézéchiel|Daniel|Matthieu|Marc|Luc|Jean|Actes|Romains|Corinthiens|Galates|Éphésiens|Philippiens|Colossiens"
           "|Thessaloniciens|Timothée|Hébreux|Jacques|Pierre|Apocalypse|Gn|Ex|Ps|Is|Mt|Mc|Lc|Jn|Ac|Rm|Co|Ap",
     over="sur",
-    pressures="TA|PA|[Tt]ension",
+    pressures="TA|PA|[Tt]ension(?: artérielle)?",
     by="sur",
     short_months={
         "janv": "janvier", "févr": "février", "avr": "avril", "juil": "juillet", "sept": "septembre", "oct": "octobre",

@@ -56,7 +56,9 @@ def of_unit(found, words):
 
 
 def marked(found, words):
-    return found[0] if is_file(found, words) or found[1] in ("1", found[2]) else f"{found[1]} {words.out_of} {found[2]}"
+    """No date: "12/10"."""
+    is_mark = found[1] != "1" and float(found[1].replace(",", ".")) < int(found[2]) and not is_file(found, words)
+    return f"{found[1]} {words.out_of} {found[2]}" if is_mark else found[0]
 
 
 def is_file(found, words):
