@@ -7,10 +7,10 @@ BOOKS = {
     "Phil.": "Philippians", "Col.": "Colossians", "Thess.": "Thessalonians", "Tim.": "Timothy", "Heb.": "Hebrews",
     "Pet.": "Peter", "Rev.": "Revelation",
 }
-# Without the stop, but for those that people are called as well.
+# Without the stop, but for those that people, towns and ranks are called as well.
 SHORT = {
     **{book.removesuffix("."): name for book, name in BOOKS.items()}, "Ex": "Exodus", "Num": "Numbers", "Pss": "Psalms",
     "Mt": "Matthew", "Mk": "Mark", "Lk": "Luke", "Jn": "John", "Jas": "James",
 }
-for person in ("Josh", "Dan", "Matt", "Phil", "Tim"):
-    del SHORT[person]
+for other in ("Josh", "Dan", "Matt", "Phil", "Tim", "Col", "Rev", "Rom"):
+    del SHORT[other]

@@ -82,6 +82,7 @@ class Words:
     by: str = ""  # for the sign in "1920×1080", where that is another word
     out_of: str = ""  # for the stroke in "8/10"
     books: str = ""  # a pattern: those of the Bible, where a colon parts chapter and verse
+    books_alike: str = ""  # those that are called as people, places or other things are
     over: str = ""  # for the stroke in "120/80"
     pressures: str = ""  # a pattern for what makes that a blood pressure
     short_months: dict = field(default_factory=dict)  # without their stop, beside a day

@@ -144,9 +144,9 @@ WORDS = Words(
     died=("gestorben am", "gestorben"),
     with_fractions={"l": ("einen halben Liter", "Liter"), "kg": ("ein halbes Kilogramm", "Kilogramm")},
     out_of="von",
-    books="Mose|Josua|Richter|Könige|Chronik|Psalm|Sprüche|Prediger|Jesaja|Jeremia|Hesekiel|Daniel|Matthäus|Markus|Lukas"
-          "|Johannes|Apostelgeschichte|Römer|Korinther|Galater|Epheser|Philipper|Kolosser|Thessalonicher|Timotheus|Hebräer"
-          "|Jakobus|Petrus|Offenbarung|Gen|Ex|Ps|Jes|Mt|Mk|Lk|Joh|Apg|Röm|Kor|Offb",
+    books="Psalm|Jesaja|Hesekiel|Apostelgeschichte|Offenbarung|Gen|Ps|Jes|Mt|Mk|Lk|Joh|Apg|Röm|Kor|Offb",
+    books_alike="Mose|Josua|Richter|Könige|Chronik|Sprüche|Prediger|Jeremia|Daniel|Matthäus|Markus|Lukas|Johannes|Römer"
+                "|Korinther|Galater|Epheser|Philipper|Kolosser|Thessalonicher|Timotheus|Hebräer|Jakobus|Petrus|Ex",
     over="zu",
     pressures=r"RR|Blutdruck\w*",
     short_months={

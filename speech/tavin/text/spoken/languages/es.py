@@ -147,9 +147,10 @@ WORDS = Words(
     died=("fallecido el", "fallecido en"),
     with_fractions={"l": ("medio litro", "de litro"), "kg": ("medio kilogramo", "de kilogramo")},
     out_of="sobre",
-    books="Génesis|Éxodo|Levítico|Números|Deuteronomio|Josué|Jueces|Reyes|Crónicas|Salmos?|Proverbios|Eclesiastés|Isaías"
-          "|Jeremías|Ezequiel|Daniel|Mateo|Marcos|Lucas|Juan|Hechos|Romanos|Corintios|Gálatas|Efesios|Filipenses|Colosenses"
-          "|Tesalonicenses|Timoteo|Hebreos|Santiago|Pedro|Apocalipsis|Gn|Éx|Sal|Is|Mt|Mc|Lc|Jn|Hch|Rom|Co|Cor|Ap",
+    books="Génesis|Levítico|Deuteronomio|Salmos?|Eclesiastés|Gn|Éx|Mt|Mc|Lc|Jn|Hch",
+    books_alike="Éxodo|Números|Josué|Jueces|Reyes|Crónicas|Proverbios|Isaías|Jeremías|Ezequiel|Daniel|Mateo|Marcos|Lucas|Juan"
+                "|Hechos|Romanos|Corintios|Gálatas|Efesios|Filipenses|Colosenses|Tesalonicenses|Timoteo|Hebreos|Santiago|Pedro"
+                "|Apocalipsis|Rom|Co|Cor",
     over="sobre",
     pressures="TA|PA|[Tt]ensión(?: arterial)?|[Pp]resión arterial",
     short_months={

@@ -132,9 +132,10 @@ WORDS = Words(
     died=("mort le", "mort en"),
     with_fractions={"l": ("un demi-litre", "de litre"), "kg": ("un demi-kilogramme", "de kilogramme")},
     out_of="sur",
-    books="Genèse|Exode|Lévitique|Nombres|Deutéronome|Josué|Juges|Rois|Chroniques|Psaumes?|Proverbes|Ecclésiaste|Ésaïe|Isaïe"
-          "|Jérémie|Ézéchiel|Daniel|Matthieu|Marc|Luc|Jean|Actes|Romains|Corinthiens|Galates|Éphésiens|Philippiens|Colossiens"
-          "|Thessaloniciens|Timothée|Hébreux|Jacques|Pierre|Apocalypse|Gn|Ex|Ps|Is|Mt|Mc|Lc|Jn|Ac|Rm|Co|Ap",
+    books="Genèse|Lévitique|Deutéronome|Psaumes?|Ecclésiaste|Ésaïe|Ézéchiel|Gn|Ps|Mt|Mc|Lc|Jn|Rm",
+    books_alike="Exode|Nombres|Josué|Juges|Rois|Chroniques|Proverbes|Isaïe|Jérémie|Daniel|Matthieu|Marc|Luc|Jean|Actes|Romains"
+                "|Corinthiens|Galates|Éphésiens|Philippiens|Colossiens|Thessaloniciens|Timothée|Hébreux|Jacques|Pierre"
+                "|Apocalypse|Ex|Co",
     over="sur",
     pressures="TA|PA|[Tt]ension(?: artérielle)?",
     by="sur",
