@@ -24,12 +24,17 @@ SPAN = re.compile(rf"(?<![\w.,/:+-])((?:\d{{1,3}} )?{ONE}) ?[-–] ?(?={ONE}(?![
 WITH_HYPHEN = re.compile(rf"(?<![\w.,/:+-])(\d{{1,2}})-(?={ONE}(?![\w/-]|[.,:]\d))")  # as in "1-1/2 cups"
 # With a unit behind it the whole is said as a decimal.
 MIXED = re.compile(rf"(?<![\w.,/:+-])(\d{{1,3}})(?: ?([½¼¾⅛⅜⅝⅞])| (1/2|[13]/4|[1357]/8)) ?(?=(?:[Tt]b?sps?|{UNIT})(?!\w))")
-METER = re.compile(r"(?<![\w.,/:+-])([2-9]|12)/([248]|16) (?=(?:time|met(?:er|re)|rhythm)\b)")  # of music
+METER = re.compile(  # of music; "works 3/4 time" and "3/4 meter of cloth" are something else
+    r"(?<![\w.,/:+-])(?:(?<=\b[Ii]n )(?=\S{3,5} time\b)|(?=\S{3,5} (?:time signature|rhythm)\b))([2-9]|12)/([248]|16) "
+)
 # Which one of several it is: "part 2/5", "[PATCH 2/5]".
 PART = re.compile(
     r"(?:\b(?:[Pp]art|[Pp]age|[Ss]tep|[Ss]lide|[Ee]pisode|Teil|Seite|Schritt|Folie|Folge|[Pp]artie|[ÉEé]tape"
-    r"|[Pp]arte|[Pp]ágina|[Pp]aso|[Ee]pisodio) |(\[)[^\[\]]{0,20})$"
+    r"|[Pp]arte|[Pp]ágina|[Pp]aso|[Ee]pisodio) |(\[)(?:[^\[\]]{0,12}PATCH|v\d{1,2})[^\[\]]{0,6} )$"
 )
+# Not "step 1/2 mile"; whether "part 1/2 of the way" is one of two nobody knows.
+MEASURED = re.compile(rf" (?:{LENGTH}|heures?|horas?|Stunden?|cups?)\b")
+OF = re.compile(r" (?:of|der|des|de|del|du)\b| d['’]")
 LONGEST_BEFORE = 22
 
 
@@ -42,8 +47,8 @@ def say(sentence, words):
         sentence = OF_UNIT.sub(lambda found: of_unit(found, words), sentence)
     if words.language == "en":
         sentence = METER.sub(r"\1 \2 ", WITH_HYPHEN.sub(r"\1 ", sentence))
+        sentence = SPAN.sub(rf"\1 {words.to} ", sentence)  # elsewhere they are dates: "2/8-5/8"
     sentence = MARK.sub(lambda found: marked(found, words), sentence)
-    sentence = SPAN.sub(rf"\1 {words.to} ", sentence)
     return FIGURES.sub(lambda found: from_figures(found, words), sentence)
 
 
@@ -82,8 +87,8 @@ def is_part(found):
 
 def from_figures(found, words):
     above, below = int(found[2]), int(found[3])
-    if not found[1] and is_part(found):
-        return f"{above} {words.out_of} {below}"
+    if not found[1] and is_part(found) and not MEASURED.match(found.string, found.end()):
+        return found[0] if OF.match(found.string, found.end()) else f"{above} {words.out_of} {below}"
     return spoken(found[1], above, below, words) if above < below and not is_file(found, words) else found[0]
 
 
