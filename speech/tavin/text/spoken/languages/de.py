@@ -35,7 +35,7 @@ WORDS = Words(
         "~": "Tilde", "--": "Minus Minus", "-": "Minus",
     },
     number="Nummer",
-    menus="Datei|Bearbeiten|Ansicht|Einfügen|Format|Einstellungen|Optionen|Extras|Werkzeuge|Hilfe|Fenster|Konto|Start|Menü",
+    menus="Datei|Bearbeiten|Ansicht|Einfügen|Format|Einstellungen|Optionen|Extras|Werkzeuge|Hilfe|Fenster|Menü",
     hashtag="Hashtag",
     minus="minus",
     to="bis",

@@ -41,7 +41,7 @@ WORDS = Words(
         "-": "dash",
     },
     number="number",
-    menus="File|Edit|View|Insert|Format|Settings|Preferences|Options|Tools|Help|Window|Account|Home|Menu",
+    menus="File|Edit|View|Insert|Format|Settings|Preferences|Options|Tools|Help|Window|Menu",
     hashtag="hashtag",
     minus="minus",
     to="to",

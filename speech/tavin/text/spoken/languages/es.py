@@ -40,7 +40,7 @@ WORDS = Words(
         "^": "elevado a", "~": "virgulilla", "--": "guion guion", "-": "guion",
     },
     number="número",
-    menus="Archivo|Editar|Ver|Insertar|Formato|Ajustes|Configuración|Preferencias|Opciones|Herramientas|Ayuda|Cuenta|Inicio|Menú",
+    menus="Archivo|Editar|Ver|Insertar|Formato|Ajustes|Configuración|Preferencias|Opciones|Herramientas|Ayuda|Menú",
     hashtag="etiqueta",
     minus="menos",
     to="a",

@@ -36,7 +36,7 @@ WORDS = Words(
         "~": "tilde", "--": "tiret tiret", "-": "tiret",
     },
     number="numéro",
-    menus="Fichier|Édition|Affichage|Insertion|Format|Paramètres|Réglages|Préférences|Options|Outils|Aide|Compte|Accueil|Menu",
+    menus="Fichier|Édition|Affichage|Insertion|Format|Paramètres|Réglages|Préférences|Options|Outils|Aide|Menu",
     hashtag="hashtag",
     minus="moins",
     to="à",

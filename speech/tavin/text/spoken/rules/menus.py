@@ -1,17 +1,18 @@
-"""A way through menus or pages: "Settings > Privacy > Cookies" compares nothing."""
+"""A way through menus: "Settings > Privacy > Cookies" compares nothing."""
 
+import functools
 import re
 
-STEP = re.compile(r"(?<=[^\W\d_][\w.…)\"”»'’*]) (>|→) (?=[\"“«'‘*]?[A-ZÀ-Þ]\w)")
-LONGEST_BEFORE = 20
+STEP = re.compile(r" [>→] ")
 
 
 def say(sentence, words):
-    steps = [found[1] for found in STEP.finditer(sentence)] if words.menus else []
-    return STEP.sub(lambda found: ", " if leads_on(found, steps, words) else found[0], sentence) if steps else sentence
+    if not words.menus or not STEP.search(sentence):
+        return sentence
+    return way(words.menus).sub(lambda found: STEP.sub(", ", found[0]), sentence)
 
 
-def leads_on(found, steps, words):
-    """Of several, or behind the name of a menu. Several arrows may be a journey."""
-    before = found.string[max(0, found.start() - LONGEST_BEFORE) : found.start()]
-    return steps.count(">") > 1 or bool(re.search(rf"\b(?:{words.menus})[\"”»'’*]?$", before))
+@functools.cache
+def way(menus):
+    """From a menu's name on, as far as no comma or stop comes: "Bolt > Lewis > Owens" is a comparison."""
+    return re.compile(rf"\b(?:{menus})[\"”»'’*]?(?: [>→] [\"“«'‘*]?[A-ZÀ-Þ][^,;:.!?<>→]*(?<=\S))+")
