@@ -9,6 +9,7 @@ import time
 
 import pytest
 from tavin.text.pieces import pieces
+from tavin.text.spoken.blocks import leaders
 from tavin.text.spoken.blocks.unmarked_pages import PAGE_LENGTH
 from tavin.text.spoken.bounds import GROWTH, size
 from tavin.text.spoken.say import say
@@ -149,6 +150,13 @@ def test_no_text_takes_long(language):
         begin = time.thread_time()
         said(text, language)
         assert time.thread_time() - begin < 2, unit
+
+
+def test_a_line_of_dots_takes_no_long_time():
+    for line in ("x" + "…" * 20_000 + "x ..", "x" + ". " * 20_000 + "x", "x .... 1" + " " * 20_000 + "x", "x .... 1 " * 2_500):
+        begin = time.thread_time()
+        leaders.say(line, None)
+        assert time.thread_time() - begin < 0.2, line[:20]
 
 
 def test_ten_megabytes_begin_as_soon_as_one_line():

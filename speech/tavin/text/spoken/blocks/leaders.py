@@ -4,7 +4,9 @@ import re
 
 from tavin.text.spoken.marks import PARAGRAPH
 
-LEADERS = re.compile(r"(?<=[^\s.])[ \t]*+(?:(?:\.[ \t]?){4,}+|(?:…[ \t]?){2,}+)[ \t]*(?=[+(]?[$€£]?\d|[ivxlc]{1,6}\s*$)")
+# A number at the line's end, not "Well.... 3 people came".
+END = r"(?:[+(]?[$€£]?\d[\d.,/ -]{0,20}+\)?(?:[$€£%]|EUR)?|[ivxlc]{1,6})\s*$"
+LEADERS = re.compile(rf"(?<=[^\s.…])[ \t]*+(?:(?:\.[ \t]?){{4,}}+|(?:…[ \t]?){{2,}}+)[ \t]*+(?={END})")
 
 
 def say(line, _words):
