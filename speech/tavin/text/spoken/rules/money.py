@@ -15,7 +15,6 @@ SIGNS = {
 }
 CODES = "USD|EUR|GBP|JPY|CHF|CAD|AUD|NZD|CNY|INR|SEK|NOK|DKK|PLN|CZK|HUF|MXN|BRL|ARS|ZAR|KRW|TRY|RUB"
 SIGN = any_of(SIGNS)
-FORMULA = re.compile(r"((?<!\d)\$(?!\s)[^$]{1,200}(?<!\s)(?<!US)(?<!HK)(?<!NZ)(?<!\s[AC])\$(?![\w$]))")  # not "$5, US$ 6", nor "$5-$6"
 OPENING = re.compile(r"(?<!\d)(?<!\d )\$(?=[^\s\d])|$")  # of a formula, maybe
 BETWEEN = re.compile(r"(?<![\w.,])(\d{1,6}) ?€(\d\d)(?![\w.,]*\d)")  # as the French write it: "12 €50"
 NO_CENTS = re.compile(r"(?<=\d),[-–—]{1,2}(?= ?(?:€|EUR|Euro)(?!\w))")
@@ -38,11 +37,6 @@ def patterns(scales):
 def say(sentence, words):
     if not words.names_units:
         return sentence
-    parts = FORMULA.split(sentence)
-    return "".join(part if place % 2 else amounts(part, words) for place, part in enumerate(parts))
-
-
-def amounts(sentence, words):
     before, after = patterns(tuple(words.scales))
     sentence = IN_BRACKETS.sub(r"(\1 \2)", NO_CENTS.sub("", BETWEEN.sub(r"\1,\2 €", sentence)))
     sentence = before.sub(lambda found: priced(found, found[4], found[5], found[2] or found[3], words), sentence)
