@@ -61,7 +61,7 @@ GERMAN_BEGIN = re.compile(
 )
 # "1. 2. 2020": a number alone, or the year.
 GERMAN_DATE = re.compile(r"(?:^|[^\d.] ?)\d{1,2}\. (?:(?:1[0-2]|0?[1-9])\. )?$")
-MONTH_OR_YEAR = re.compile(r"(?:(?:1[0-2]|0?[1-9])\. ?(?:$|(?=(?:19|20)\d\d\b))|(?:19|20)\d\d\b)")
+MONTH_OR_YEAR = re.compile(r"(?:(?:1[0-2]|0?[1-9])\. ?(?:$|(?=(?:19|20)\d\d\b|bis\b|und\b))|(?:19|20)\d\d\b)")
 STOPPED = re.compile(r"(?:\.|[.!?…][\"”“»«’']) ?$")
 
 

@@ -94,7 +94,7 @@ WORDS = Words(
         "i. E.": "im Elfmeterschießen", "i. V.": "in Vertretung", "o. g.": "oben genannte", "u.": "und", "od.": "oder",
         "zw.": "zwischen", "wg.": "wegen", "einschl.": "einschließlich", "exkl.": "exklusive", "abzgl.": "abzüglich",
         "Lt.": "Laut", "Ca.": "Circa", "Ggf.": "Gegebenenfalls", "Hrsg.": "Herausgeber", "Tsd.": "tausend", "gez.": "gezeichnet",
-        "Urt.": "Urteil", "lit.": "Buchstabe", "Az.": "Aktenzeichen", "Verf.": "Verfasser",
+        "Urt.": "Urteil", "Az.": "Aktenzeichen", "Verf.": "Verfasser",
         "ff.": "folgende", "bspw.": "beispielsweise", "Fa.": "Firma", "Pck.": "Päckchen", "Pkg.": "Packung",
         "Hbf": "Hauptbahnhof", "MwSt.": "Mehrwertsteuer", "MwSt": "Mehrwertsteuer", "Whg.": "Wohnung",
         "verh.": "verheiratet", "geschl.": "geschlossen", "Einw.": "Einwohner", "Apr.": "April", "med.": "med",
@@ -129,7 +129,6 @@ WORDS = Words(
         "Fn.": "Fußnote", "Tel.": "Telefon",
     },
     after_number={
-        "n. V.": ("nach Verlängerung", "nach Verlängerung"),
         "EL": ("Esslöffel", "Esslöffel"), "TL": ("Teelöffel", "Teelöffel"), "f.": ("folgende", "folgende"),
         "OG": ("Obergeschoss", "Obergeschoss"), "UG": ("Untergeschoss", "Untergeschoss"), "J.": ("Jahr", "Jahre"),
         "dB": ("Dezibel", "Dezibel"),

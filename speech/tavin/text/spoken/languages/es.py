@@ -131,7 +131,6 @@ WORDS = Words(
     before_number={
         "arts.": "artículos", "Arts.": "Artículos", "ec.": "ecuación", "ed.": "edición", "min.": "minuto", "hab.": "habitación",
         "t.": "tomo", "Cap.": "Capítulo", "ext.": "extensión", "Ref.": "Referencia", "núms.": "números", "vols.": "volúmenes",
-        "esc.": "escalera",
         "n.º": "número", "N.º": "número", "nº": "número", "Nº": "número", "núm.": "número", "Núm.": "Número",
         "pág.": "página", "págs.": "páginas", "p.": "página", "pp.": "páginas", "vol.": "volumen",
         "fig.": "figura", "Fig.": "Figura", "cap.": "capítulo", "art.": "artículo", "Art.": "Artículo",
@@ -143,7 +142,8 @@ WORDS = Words(
     },
     after_number={"hab.": ("habitación", "habitaciones")},
     before_year={"h.": "hacia"},
-    going_on=frozenset("Tel. tel. disp. Pza. pza. incl. RR. FF. CC. Excmo. Excma. ec. arts. Arts. aprox. t.".split()),
+    going_on=frozenset("Tel. tel. disp. Pza. pza. incl. RR. FF. CC. Excmo. Excma. ec. arts. Arts. aprox. t. esc.".split()),
+    born=("nacido el", "nacido en"),
     died=("fallecido el", "fallecido en"),
     with_fractions={"l": ("medio litro", "de litro"), "kg": ("medio kilogramo", "de kilogramo")},
     out_of="sobre",

@@ -129,6 +129,7 @@ WORDS = Words(
     },
     before_year={"v.": "vers"},
     going_on=frozenset("Réf. réf. Appart. Env. Art. th. bât. Bât. av. pl. env. max. min. éq. réf. apr.".split()),
+    born=("né le", "né en"),
     died=("mort le", "mort en"),
     with_fractions={"l": ("un demi-litre", "de litre"), "kg": ("un demi-kilogramme", "de kilogramme")},
     out_of="sur",

@@ -21,6 +21,8 @@ AGAINST = re.compile(r"(?<=[^\W\d_][\w.] )v\. (?=[A-Z][\w.])")  # of a case in c
 AT_LEAST = re.compile(r"(?<![\w.])(?<!\b[ae]l )(?<!\bdel )min\. (?=\d+ [^\W\d_]{3})")  # of something, no minute
 TIMES = re.compile(r"\d+ fois\b")  # the English word, said so often
 CLAUSE = re.compile(r"(?<=Abs\. )(\d+[a-z]?) S\. (?=\d)")
+LETTER = re.compile(r"\blit\. ?(?=[a-z]\b)")  # not "lit. gesehen"
+EXTRA_TIME = re.compile(r"(?<=\d)( zu \d{1,2}) n\. ?V\.(?=(\s*$)?)")  # otherwise by appointment
 LABELLED = re.compile(r"(?<![\w.-])(?:n°|nº|n\.º|N°|Nº|N\.º) ?(?=[A-Z]-?\d)")
 SAINT = re.compile(r"\bSt\. (?=[A-Z])")
 
@@ -35,7 +37,8 @@ def say(sentence, words):
         sentence = DRIVE.sub(lambda found: f"{found[1]}Drive{'' if found[2] is None else '.'}", sentence)
         sentence = SAINT.sub("Saint ", STREET.sub(lambda found: "Street" if found[1] is None else "Street.", sentence))
     if words.language == "de":
-        sentence = CLAUSE.sub(r"\1 Satz ", WOMAN.sub("Frau ", sentence))
+        sentence = LETTER.sub("Buchstabe ", CLAUSE.sub(r"\1 Satz ", WOMAN.sub("Frau ", sentence)))
+        sentence = EXTRA_TIME.sub(lambda found: f"{found[1]} nach Verlängerung{'' if found[2] is None else '.'}", sentence)
     if words.language == "fr":
         sentence = LAWYER.sub("Maître ", CORDIALLY.sub("Cordialement", sentence))
     if words.language == "es":
