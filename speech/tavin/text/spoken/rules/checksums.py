@@ -12,9 +12,10 @@ KEY = re.compile(
 LINE = "[A-Za-z0-9+/]{60,76}"
 LINES = re.compile(
     rf"(?<![\w+/=-])(?=[A-Z\d+/]{{0,60}}[a-z])(?=[a-z\d+/]{{0,60}}[A-Z]){LINE}(?:\s{LINE})+"
-    r"(?:\s[A-Za-z0-9+/]{2,75}={1,2})?(?![\w+/=-])"
+    r"(?:\s(?:[A-Za-z0-9+/]{2,75}={1,2}|(?=\S{0,60}\d)(?=\S{0,60}[a-z])(?=\S{0,60}[A-Z])[A-Za-z0-9+/]{8,75}))?"
+    r"(?![\w+/=-])"
 )
-NUMBERED = re.compile(r"[A-F]{1,3}\d{7,}")  # as a firm is: "DE123456789"; every figure counts
+TAX_NUMBER = re.compile(r"(?:DE|EE)\d{9}|BE\d{10}")  # of a firm; every figure counts
 SAID = 4
 RUN = re.compile(r"[A-Z]?[a-z]+|[A-Z]+(?![a-z])|\d+")
 RANDOM = 2.75  # letters or digits in a run, at most, in the middle; words have more
@@ -23,14 +24,20 @@ LONG_NUMBER = re.compile(r"(?<![\w.,])\d{13,}(?![\w.,]*\d)")
 
 
 def say(sentence, words):
-    sentence = LINES.sub(lambda lines: spoken("".join(lines[0].split()), words), sentence)
+    sentence = LINES.sub(lambda lines: of_file(lines[0], words), sentence)
     sentence = KEY.sub(lambda key: spoken(key[0], words) if is_random(key[0]) else key[0], sentence)
     return LONG_NUMBER.sub(lambda number: " ".join(number[0]), sentence)
 
 
+def of_file(lines, words):
+    """Not two paths below each other."""
+    letters = "".join(lines.split())
+    return spoken(letters, words) if is_random(letters) else lines
+
+
 def is_random(key):
     """Not "Quarterly_Report_2024_Final_Version", "testUserCanLogin2"."""
-    if NUMBERED.fullmatch(key):
+    if TAX_NUMBER.fullmatch(key):
         return False
     runs = RUN.findall(key)
     return HEXADECIMAL.fullmatch(key) or sum(map(len, runs)) < RANDOM * len(runs)

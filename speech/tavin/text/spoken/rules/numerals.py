@@ -11,17 +11,17 @@ LONG_NUMERAL = r"(?![CL]\b)(?=[IVXLC])C{0,3}(?:XC|XL|L?X{0,3})(?:IX|IV|V?I{0,3})
 VALUES = {"I": 1, "V": 5, "X": 10, "L": 50, "C": 100, "D": 500, "M": 1000}
 YEAR = re.compile(r"\b(M{1,2}(?:CM|CD|D?C{0,3})(?:XC|XL|L?X{0,3})(?:IX|IV|V?I{0,3}))\b")
 # After a word that may be a name or count, or after another one; two capitals may be letters as well: "an IV drip".
-NUMBERED = r"(?:(?=['’]s\b)|(?![\w.'’-]\w|\w| (?:drips?|fluids?|lines?|antibiotics?|infusions?|therapy|chromosomes?|pairs?)\b))"
+BEHIND = r"(?:(?=['’]s\b)|(?![\w.'’-]\w|\w| (?:drips?|fluids?|lines?|antibiotics?|infusions?|therapy|chromosomes?|pairs?)\b))"
 UNNUMBERED = (
     "the|an?|this|that|these|those|two|three|four|no|some|any|each|his|her|their|my|your|our|its|with|from|for|in|on|of|by"
     "|via|to|and|or|as|at|is|are|was|were|les?|la|des?|du|une?|et|ou|en|d[ae]s|de[nmr]|die|eine?n?|und|oder|mit|von|el|los|las"
     "|una|con|por|start|give|begin|stop|continue|administer"
 )
 ALONE = re.compile(
-    rf"(?<![\w'’-])(?!(?i:{UNNUMBERED}) )([^\W\d_](?:[\w'’-]{{0,30}}[a-zß-öø-ÿ])) (?!XXX\b)({NUMERAL}){NUMBERED}"
+    rf"(?<![\w'’-])(?!(?i:{UNNUMBERED}) )([^\W\d_](?:[\w'’-]{{0,30}}[a-zß-öø-ÿ])) (?!XXX\b)({NUMERAL}){BEHIND}"
 )
 ANOTHER = re.compile(
-    rf"(?<=\d )((?:and|or|to|und|oder|bis|et|ou|à|y|o|a)(?: (?:the|el|la|le))?) ({NUMERAL}){NUMBERED}"
+    rf"(?<=\d )((?:and|or|to|und|oder|bis|et|ou|à|y|o|a)(?: (?:the|el|la|le))?) ({NUMERAL}){BEHIND}"
 )
 ITEM = re.compile(rf"^\s*(?=\w\w)({NUMERAL})(?=\.\s*$)")  # of a list, or before a heading
 FRENCH_CENTURY = re.compile(rf"\b({NUMERAL})(e|ᵉ|ème|er|re|n?de)(s?)\b(?:( s)\.(?=(\s*$)?))?")

@@ -62,7 +62,7 @@ LONGEST_COUNTED = 60
 ENGLISH_PER = {**PER, "mo": "month", "yr": "year", "hr": "hour", "wk": "week"}
 AMOUNT = re.compile(
     rf"(?:(?<![\w.,/])|(?<=[A-Za-z]/))([-−]?)({NUMBER})( ?)({AFTER}){NOTHING_MORE}"
-    r"(?:(?:(?<=min)|(?<=[lo][bz]))\.(?=,| [a-zà-ÿ]))?"
+    r"(?:(?:(?<=min)|(?<=lb)|(?<=lbs)|(?<=oz))\.(?=,| [a-zà-ÿ]))?"
 )
 ENGLISH_AMOUNT = re.compile(rf"(?<![\w.,/])()({NUMBER})( ?)({any_of(ENGLISH)}){NOTHING_MORE}(?:\.(?!\s*$))?")
 INCHES = re.compile(rf"(?<![\w.,/])({NUMBER}) in\.(?= [a-z(×]|[,;)])")
