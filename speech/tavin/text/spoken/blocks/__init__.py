@@ -27,7 +27,7 @@ from tavin.text.spoken.blocks.unmarked_pages import UnmarkedPages
 LONGEST_HELD = 1000  # code points of a line whose end has not come
 LONGEST_WORD = 4000
 LONGEST_MARKUP = 400  # code points of a link or of code within a line, which no cut goes through
-# A link in its address, one in its words, a tag, code: up to where it is looked at.
+# Of a text that ends here: a link that was not closed before its end, in its address or in its words, a tag, code.
 UNCLOSED = tuple(map(re.compile, (r"\[(?:[^\[\]]|\](?!\())*\]\([^\[)]*$", r"\[[^\[\]]*$", "<[^<>]*$", "`[^`]*$")))
 QUOTE = re.compile(r"(?:>[> ]*)?")
 LINE_RULES = (decoration, headings, bullets, prompts)
