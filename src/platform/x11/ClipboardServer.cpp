@@ -134,10 +134,11 @@ bool ClipboardServer::perform(Deadline deadline, std::function<void()> task) {
 void ClipboardServer::run() {
   xcb_connection_t* c = connection_->get();
   while (xcb_connection_has_error(c) == 0 && inbox_.run()) {
+    continueHandOver();
+    // Behind all that has the display answer: events come along, and poll() knows nothing of them.
     handleQueuedEvents();
     answers_.transfers().dropIdle();
     giveUpIfDue(false);
-    continueHandOver();
     xcb_flush(c);
     pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {inbox_.file(), POLLIN, 0}};
     poll(descriptors, 2, pollTimeout());
