@@ -6,8 +6,8 @@ import subprocess
 
 WRITTEN = ("etc", "usr", "var")
 # What dpkg and what it calls keep of every package, for good.
-OF_THE_SYSTEM = ("var/lib/dpkg", "var/log", "var/cache", "etc/ld.so.cache", "usr/share/applications/mimeinfo.cache",
-                 "usr/share/icons/hicolor/icon-theme.cache")
+OF_THE_SYSTEM = ("var/lib/dpkg", "var/log", "var/cache", "etc/ld.so.cache", "etc/mailcap",
+                 "usr/share/applications/mimeinfo.cache", "usr/share/icons/hicolor/icon-theme.cache")
 
 
 class Package:

@@ -34,17 +34,31 @@ def test_what_came_back_outlives_tavin_that_quits(tavin, desktop, build, busy, a
         assert desktop.clipboard_text() == TEXT
 
 
-# This one never says that it keeps what it is asked to keep: it keeps what it has read.
-def test_a_slow_manager_reads_what_came_back_before_tavin_ends(tavin, desktop, build, manager):
-    manager.send_signal(signal.SIGSTOP)
+def what_came_back_is_there(desktop, build):
     press_and_let_it_copy(desktop, build, 0.6)
     has_copied(desktop)
     wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+
+
+# This one never says that it keeps what it is asked to keep: it keeps what it has read.
+def test_a_slow_manager_reads_what_came_back_before_tavin_ends(tavin, desktop, build, manager):
+    manager.send_signal(signal.SIGSTOP)
+    what_came_back_is_there(desktop, build)
     tavin.process.send_signal(signal.SIGTERM)
-    time.sleep(1)
+    time.sleep(0.7)
+    assert tavin.process.poll() is None
     manager.send_signal(signal.SIGCONT)
     assert tavin.process.wait(5) == 0
     wait_until(lambda: desktop.clipboard_text() == COPIED, 5, "the user's clipboard")
+
+
+def test_a_manager_that_hangs_is_waited_for_two_seconds(tavin, desktop, build, manager):
+    manager.send_signal(signal.SIGSTOP)
+    what_came_back_is_there(desktop, build)
+    code, seconds = tavin.quit()
+    manager.send_signal(signal.SIGCONT)
+    assert code == 0
+    assert 1.9 < seconds < 3
 
 
 # Nobody hands the manager anything then: whether it has what came back is its own affair.

@@ -72,8 +72,8 @@ class Setup:
             self.download = None
             self.know_voices()
             await self._load()
-            if voice:  # the worker loads each one when it is first asked for, which takes a second or more
-                await self._synthesis.say(TRIAL, voice, 1.0, lambda samples: None)
+            if voice:
+                await self._load_voice(voice)
             self._loaded = voice
             licence = needs.of(self._backend).licence(voice)
             log.info("%s is ready (%s)", self._backend.name, f"{voice or 'all voices'}: {licence or 'licence unknown'}")
@@ -81,7 +81,10 @@ class Setup:
             self._fail(str(failure))
         except Exception:
             log.exception("setting up %s failed", self._backend.name)
-            self._fail(f"{self._backend.label} could not be set up. Choose it again.")
+            self._fail(self._unusable())
+
+    def _unusable(self):
+        return f"{self._backend.label} could not be set up. Choose it again."
 
     def _fail(self, text):
         self._error, self.download = text, None
@@ -95,6 +98,14 @@ class Setup:
                 raise  # which says what to do
             guess = " This computer may have too little memory." if "SIGKILL" in str(failure) else ""
             raise SynthesisError(f"{failure}{guess} Choose {self._backend.label} again.") from None
+
+    async def _load_voice(self, voice):
+        """Which the worker else does when it is first to speak with it: that takes a second or more."""
+        try:
+            await self._synthesis.say(TRIAL, voice, 1.0, lambda samples: None)
+        except SynthesisError as failure:
+            log.info("the voice %s of %s cannot be loaded: %s", voice, self._backend.name, failure)
+            raise SynthesisError(self._unusable()) from None
 
     async def _prepare(self, voice):
         loop = asyncio.get_running_loop()

@@ -42,7 +42,7 @@ def test_a_chosen_voice_is_fetched_and_understood(engine, server, recorder):  # 
     assert max(most) < MEMORY
 
 
-def test_a_voice_that_is_ready_is_loaded_so_that_its_first_text_waits_for_nothing(engine, recorder, tmp_path):  # noqa: F811
+def test_a_voice_that_is_ready_is_loaded_before_its_first_text(engine, recorder, tmp_path):  # noqa: F811
     choose(engine, voice=VOICE)
     ready(engine)
     (tmp_path / "data" / "tavin" / "piper" / f"{VOICE}.onnx").unlink()

@@ -17,7 +17,7 @@ struct Capture {
   std::unique_ptr<Pasteboard> pasteboard;
   // To be called before the process ends: from then on nothing is copied. Waits for a copy that was
   // asked for and has not come, half a second at most; then what we serve on the clipboard is given
-  // to the session's clipboard manager, where there is a way to, in half a second at most. Any
+  // to the session's clipboard manager, where there is a way to, in two seconds at most. Any
   // thread.
   std::function<void()> handOver;
   // To be called when one of our shortcuts was pressed, or a key binding of the user's that runs

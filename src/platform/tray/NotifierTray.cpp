@@ -60,7 +60,7 @@ void NotifierTray::setImage(const TrayImage& image, const QString& accessibility
 }
 
 // Launch has the engine and the shortcuts to wait for before it comes to the event loop: a panel
-// that is there already shall not wait for them too. The daemon itself answers in no time.
+// that is there already can make room for the icon meanwhile.
 void NotifierTray::findWatcher() {
   if (!bus_->isConnected()) {
     QTimer::singleShot(0, &owners_, [this] { setWatcher({}); });
@@ -94,7 +94,7 @@ void NotifierTray::setWatcher(const QString& owner) {
   watcherChanged_(!owner.isEmpty());
   if (owner.isEmpty())
     return;
-  // Answered before the panel hears of the icon, whose looks it asks for then.
+  // As a rule answered before the panel, which hears of the icon later, asks for its looks.
   auto* reply = new QDBusPendingCallWatcher(
       bus_->asyncCall(toDaemon("GetConnectionUnixProcessID", owner)), &owners_);
   QObject::connect(reply, &QDBusPendingCallWatcher::finished, &owners_,

@@ -48,6 +48,12 @@ void StatusNotifierItem::setImage(const TrayImage& image, const QString& accessi
     emitSignal("NewToolTip");
 }
 
+void StatusNotifierItem::setRecoloured(bool recolours) {
+  // A panel may have asked for the looks before this was known.
+  if (std::exchange(recolours_, recolours) != recolours)
+    emitSignal("NewIcon");
+}
+
 void StatusNotifierItem::registerWith(const QString& watcher) {
   QDBusMessage call =
       QDBusMessage::createMethodCall(watcher, "/StatusNotifierWatcher",

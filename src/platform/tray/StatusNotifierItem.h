@@ -20,7 +20,7 @@ class StatusNotifierItem final : public bus::BusObject {
   // Tells the watcher about the icon. A refusal is logged.
   void registerWith(const QString& watcher);
   // A panel that does not recolour icons is given none by name.
-  void setRecoloured(bool recolours) { recolours_ = recolours; }
+  void setRecoloured(bool recolours);
 
  protected:
   QVariantMap properties() const override;

@@ -120,7 +120,7 @@ Qt::WindowFlags frame() {
   return Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
 }
 
-// Fusion leaves a few points beside a long title, and none more where the letters are large.
+// Fusion's margin beside a title is a few pixels, and does not grow with the letters.
 int roomyWidth(const QString& title) {
   const QFontMetrics letters(QApplication::font("QPushButton"));
   return letters.horizontalAdvance(title) + 2 * letters.height();
@@ -169,7 +169,7 @@ QHBoxLayout* AlertDialog::makeButtons(const QStringList& titles) {
   row->addStretch();
   for (int i = 0; i < titles.size(); ++i) {
     auto* button = new QPushButton(QString(titles[i]).replace('&', QLatin1String("&&")));
-    button->setMinimumWidth(roomyWidth(titles[i]));
+    button->setMinimumWidth(std::max(button->minimumSizeHint().width(), roomyWidth(titles[i])));
     // Whatever the desktop's theme says of keys, Enter presses the button that has the keyboard: a
     // dialog's default button would take it otherwise, and save an empty key for "Cancel".
     button->setAutoDefault(true);

@@ -22,7 +22,8 @@ class XEmbedIcon {
 
   // A symbol of tray::trayImage(); another hides it.
   void setImage(const QString& symbol, const QString& toolTip);
-  // Where a menu of that size hides nothing of the icon; none while no tray shows it.
+  // Where a menu of that size hides nothing of the icon, if there is room; none while no tray shows
+  // it.
   std::optional<QPoint> placeForMenu(const QSize& menu) const;
 
  private:

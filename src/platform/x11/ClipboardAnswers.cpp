@@ -40,9 +40,13 @@ void ClipboardAnswers::offer(ClipboardContents contents, xcb_timestamp_t since) 
 
 void ClipboardAnswers::withdraw() { contents_.clear(); }
 
-std::optional<Deadline> ClipboardAnswers::readBy(xcb_window_t window) const {
+std::optional<Deadline> ClipboardAnswers::readerDoneAt(xcb_window_t window) {
   const auto found = readers_.find(clientOf(connection_, window));
-  return found == readers_.end() ? std::nullopt : std::optional(found->second);
+  if (found == readers_.end())
+    return std::nullopt;
+  if (transfers_.goesTo(window))
+    found->second = Deadline::in(readerPauseSeconds);
+  return found->second;
 }
 
 std::vector<xcb_atom_t> ClipboardAnswers::targets() const {

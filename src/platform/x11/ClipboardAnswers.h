@@ -18,15 +18,15 @@ class ClipboardAnswers {
   void offer(ClipboardContents contents, xcb_timestamp_t since);
   // Transfers that have begun go on: they hold their own data.
   void withdraw();
-  const ClipboardContents& contents() const { return contents_; }
   bool offersAnything() const { return !contents_.empty(); }
   // The targets that are worth keeping after our end.
   std::vector<xcb_atom_t> targets() const;
 
   void answer(const xcb_selection_request_event_t& request);
-  // When the client of that window, which has read some of what is offered, counts as done with it;
-  // none where it has read nothing.
-  std::optional<Deadline> readBy(xcb_window_t window) const;
+  // When the client that made this window counts as done with reading what is offered: later while
+  // it goes on; none where it has read nothing since it was offered, or since forgetReaders().
+  std::optional<Deadline> readerDoneAt(xcb_window_t window);
+  void forgetReaders() { readers_.clear(); }
   IncrementalTransfers& transfers() { return transfers_; }
   const IncrementalTransfers& transfers() const { return transfers_; }
 

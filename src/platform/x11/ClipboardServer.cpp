@@ -102,7 +102,7 @@ bool ClipboardServer::handOver(Deadline answerDue, Deadline deadline) {
   const auto result = std::make_shared<std::promise<bool>>();
   auto answer = result->get_future();
   const auto settle = [result](bool kept) { result->set_value(kept); };
-  const bool asked = perform(deadline, [this, answerDue, deadline, settle] {
+  const bool asked = perform(answerDue, [this, answerDue, deadline, settle] {
     giveUpIfDue(true);
     synchronise();
     xcb_connection_t* c = connection_->get();
@@ -115,7 +115,7 @@ bool ClipboardServer::handOver(Deadline answerDue, Deadline deadline) {
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, window_, kept_, XCB_ATOM_ATOM, 32,
                         static_cast<std::uint32_t>(targets.size()), targets.data());
     xcb_convert_selection(c, window_, manager_, saveTargets_, kept_, serverTime());
-    handOver_ = HandOver{manager, answerDue, deadline, false, settle};
+    handOver_ = HandOver{manager, answerDue, deadline, settle};
   });
   return asked &&
          answer.wait_for(std::chrono::milliseconds(deadline.remainingMs())) ==
@@ -134,18 +134,21 @@ bool ClipboardServer::perform(Deadline deadline, std::function<void()> task) {
 void ClipboardServer::run() {
   xcb_connection_t* c = connection_->get();
   while (xcb_connection_has_error(c) == 0 && inbox_.run()) {
+    continueHandOver();
+    // Behind all that has the display answer: events come along, and poll() knows nothing of them.
     handleQueuedEvents();
     answers_.transfers().dropIdle();
     giveUpIfDue(false);
-    continueHandOver();
     xcb_flush(c);
     pollfd descriptors[] = {{xcb_get_file_descriptor(c), POLLIN, 0}, {inbox_.file(), POLLIN, 0}};
     poll(descriptors, 2, pollTimeout());
   }
   inbox_.close();
+  if (handOver_)
+    endHandOver(false);
 }
 
-int ClipboardServer::pollTimeout() const {
+int ClipboardServer::pollTimeout() {
   const auto transfers = answers_.transfers().nextDeadline();
   if (giveUpAt_)
     return giveUpAt_->remainingMs();
@@ -242,24 +245,34 @@ bool ClipboardServer::claim(ClipboardContents contents) {
   return owning_;
 }
 
-// A manager that does not answer keeps what it reads by itself. It is told anew what there is: one
-// that was told of two changes at once, a late copy and its end, may have mixed them up.
+// A manager that has not answered in time keeps what it reads by itself.
 void ClipboardServer::continueHandOver() {
   const auto next = nextHandOverStep();
   if (!next || !next->passed())
     return;
-  const bool inTime = !handOver_->deadline.passed();
-  if (!handOver_->announced && owning_ && inTime && claim(answers_.contents()))
-    handOver_->announced = true;
-  else
-    endHandOver(false);
+  if (handOver_->toldAnew || !tellAnew())
+    return endHandOver(false);
+  handOver_->toldAnew = true;
 }
 
-// None while something else is waited for: that the manager reads, and all of it.
-std::optional<Deadline> ClipboardServer::nextHandOverStep() const {
-  if (!handOver_ || answers_.transfers().nextDeadline())
+// None until the manager begins to read.
+std::optional<Deadline> ClipboardServer::nextHandOverStep() {
+  if (!handOver_)
     return std::nullopt;
-  return handOver_->announced ? answers_.readBy(handOver_->manager) : handOver_->answerDue;
+  if (!handOver_->toldAnew || !owning_)
+    return handOver_->answerDue;
+  return answers_.readerDoneAt(handOver_->manager);
+}
+
+// A manager that heard of two changes at once, a late copy and its end, may have mixed them up. By
+// the time of our own claim: the server ignores it where somebody has copied since.
+bool ClipboardServer::tellAnew() {
+  if (!owning_ || claimedAt_ == XCB_CURRENT_TIME || handOver_->deadline.passed() ||
+      connection_->ownerOf(manager_) != handOver_->manager)
+    return false;
+  answers_.forgetReaders();
+  xcb_set_selection_owner(connection_->get(), window_, clipboard_, claimedAt_);
+  return connection_->ownerOf(clipboard_) == window_;
 }
 
 void ClipboardServer::endHandOver(bool kept) {

@@ -39,9 +39,9 @@ class ClipboardServer {
   std::vector<copy::ClipboardChange> takeChanges();
   void shortcutArrived(copy::UserInput::Time time);
   // Asks the session's clipboard manager to keep what we serve. One that has not answered by
-  // `answerDue` is taken for one that never does and keeps what it reads by itself: it is told
-  // anew, and waited for until it has read it. False where there is none, or it has not said before
-  // `deadline` that it took everything; true also when there is nothing to keep.
+  // `answerDue` is taken for one that never does and keeps what it reads by itself: it is told of
+  // our contents anew, and waited for until it has read them. False where there is none, or it has
+  // not said before `deadline` that it took everything; true also when there is nothing to keep.
   bool handOver(Deadline answerDue, Deadline deadline);
 
  private:
@@ -52,7 +52,7 @@ class ClipboardServer {
 
   // The thread's own, all below.
   void run();
-  int pollTimeout() const;
+  int pollTimeout();
   void handleQueuedEvents();
   void handle(const xcb_generic_event_t& event);
   void loseOwnership();
@@ -62,7 +62,8 @@ class ClipboardServer {
   bool isOwnDoing(const xcb_xfixes_selection_notify_event_t& notice) const;
   void giveUpIfDue(bool now);
   void continueHandOver();
-  std::optional<Deadline> nextHandOverStep() const;
+  std::optional<Deadline> nextHandOverStep();
+  bool tellAnew();
   void endHandOver(bool kept);
 
   const std::unique_ptr<Connection> connection_;
@@ -78,8 +79,8 @@ class ClipboardServer {
   struct HandOver {
     xcb_window_t manager;
     Deadline answerDue, deadline;
-    bool announced;  // Anew, after that.
     std::function<void(bool)> onEnd;
+    bool toldAnew = false;
   };
   std::optional<HandOver> handOver_;
 

@@ -2,16 +2,20 @@
 
 #include <algorithm>
 
+#include "platform/x11/WindowProperties.h"
+
 namespace tavin::x11 {
+
 IncrementalTransfers::IncrementalTransfers(const Connection& connection, double idleSeconds)
-    : connection_(connection.get()), idleSeconds_(idleSeconds), incr_(connection.atom("INCR")) {}
+    : connection_(connection), idleSeconds_(idleSeconds), incr_(connection.atom("INCR")) {}
 
 void IncrementalTransfers::begin(xcb_window_t requestor, xcb_atom_t property,
                                  const ClipboardTarget& target) {
   const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-  xcb_change_window_attributes(connection_, requestor, XCB_CW_EVENT_MASK, &mask);
+  xcb_change_window_attributes(connection_.get(), requestor, XCB_CW_EVENT_MASK, &mask);
   const auto size = static_cast<std::uint32_t>(target.bytes.size());
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, incr_, 32, 1, &size);
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, requestor, property, incr_, 32, 1,
+                      &size);
   transfers_.insert_or_assign(Key{requestor, property},
                               Transfer{target, 0, Deadline::in(idleSeconds_)});
 }
@@ -24,7 +28,7 @@ void IncrementalTransfers::propertyDeleted(xcb_window_t requestor, xcb_atom_t pr
   const auto& [target, type, format, bytes] = transfer.target;
   // An empty piece says that this was all.
   const qsizetype size = std::min(pieceSize, bytes.size() - transfer.sent);
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, requestor, property, type, format,
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, requestor, property, type, format,
                       static_cast<std::uint32_t>(size / (format / 8)),
                       bytes.constData() + transfer.sent);
   transfer.sent += size;
@@ -51,6 +55,12 @@ void IncrementalTransfers::dropIdle() {
   }
 }
 
+bool IncrementalTransfers::goesTo(xcb_window_t window) const {
+  return std::ranges::any_of(transfers_, [&](const auto& entry) {
+    return sameClient(connection_, entry.first.first, window);
+  });
+}
+
 std::optional<Deadline> IncrementalTransfers::nextDeadline() const {
   std::optional<Deadline> next;
   for (const auto& [key, transfer] : transfers_) {
@@ -65,7 +75,7 @@ void IncrementalTransfers::stopListening(xcb_window_t requestor) {
   if (other != transfers_.end() && other->first.first == requestor)
     return;
   const std::uint32_t mask = XCB_EVENT_MASK_NO_EVENT;
-  xcb_change_window_attributes(connection_, requestor, XCB_CW_EVENT_MASK, &mask);
+  xcb_change_window_attributes(connection_.get(), requestor, XCB_CW_EVENT_MASK, &mask);
 }
 
 }  // namespace tavin::x11

@@ -25,6 +25,8 @@ class IncrementalTransfers {
   void propertyDeleted(xcb_window_t requestor, xcb_atom_t property);
   void windowGone(xcb_window_t requestor);
   void dropIdle();
+  // Whether one goes to a window of the client that made this one.
+  bool goesTo(xcb_window_t window) const;
   // When dropIdle() has something to do next; none without transfers.
   std::optional<Deadline> nextDeadline() const;
 
@@ -37,7 +39,7 @@ class IncrementalTransfers {
   using Key = std::pair<xcb_window_t, xcb_atom_t>;
   void stopListening(xcb_window_t requestor);
 
-  xcb_connection_t* connection_;
+  const Connection& connection_;
   const double idleSeconds_;
   xcb_atom_t incr_;
   std::map<Key, Transfer> transfers_;

@@ -50,7 +50,7 @@ def test_with_the_installed_desktop_file_a_copy_brings_the_text(session, desktop
         """KWin looks for new desktop files, but not at once."""
         tavin = Tavin(desktop, engine, prefix)
         if tavin.log().rpartition("Tavin: Wayland")[2].startswith(
-                ", clipboard wlr-data-control 2, keyboard fake-input, "):
+                ", clipboard wlr-data-control 2, keyboard fake-input, windows plasma-window-management, "):
             return tavin
         return tavin.quit() and None
     assert wait_until(permitted, 20, "KWin's permission").press() == [TEXT]

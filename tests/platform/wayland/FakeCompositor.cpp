@@ -104,9 +104,11 @@ struct FakeCompositor::Requests {
   }
 
   static void authenticate(wl_client*, wl_resource*, const char*, const char*) {}
-  static constexpr struct org_kde_kwin_fake_input_interface fakeInputRequests {
-    .authenticate = authenticate
-  };
+  static constexpr struct org_kde_kwin_fake_input_interface fakeInputRequests = [] {
+    struct org_kde_kwin_fake_input_interface requests {};
+    requests.authenticate = authenticate;
+    return requests;
+  }();
   static void bindFakeInput(wl_client* client, void* self, std::uint32_t version,
                             std::uint32_t id) {
     auto* resource = wl_resource_create(client, &org_kde_kwin_fake_input_interface,
