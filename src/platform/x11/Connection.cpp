@@ -138,7 +138,7 @@ std::optional<std::uint8_t> Connection::prepareSelectionNotices() const {
   const auto* fixes = extension(xcb_xfixes_id);
   if (fixes == nullptr)
     return std::nullopt;
-  // The display wants to be told a version; its answer is of no use, as the first has these notices.
+  // The display wants to be told a version; its answer is of no use, as all have these notices.
   xcb_discard_reply(connection_, xcb_xfixes_query_version(connection_, 5, 0).sequence);
   return fixes->first_event;
 }
